@@ -1,0 +1,32 @@
+# How the project's own targets are made: warnings, sanitizers and coverage hang on them and on nothing else.
+
+add_library(zv_build_options INTERFACE)
+target_compile_options(zv_build_options INTERFACE
+    $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-Wall -Wextra -Wpedantic -Wshadow -Wconversion>
+    $<$<CXX_COMPILER_ID:MSVC>:/W4>)
+if(ZV_WARNINGS_AS_ERRORS)
+    target_compile_options(zv_build_options INTERFACE
+        $<IF:$<CXX_COMPILER_ID:MSVC>,/WX,-Werror>)
+endif()
+if(ZV_SANITIZE)
+    target_compile_options(zv_build_options INTERFACE
+        -fsanitize=${ZV_SANITIZE} -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+    target_link_options(zv_build_options INTERFACE -fsanitize=${ZV_SANITIZE})
+endif()
+if(ZV_COVERAGE)
+    target_compile_options(zv_build_options INTERFACE --coverage -O0)
+    target_link_options(zv_build_options INTERFACE --coverage)
+endif()
+
+# zv_library(<name> <source>...): one of the project's rooms as a static library; #include "<room>/<file>.h".
+function(zv_library name)
+    add_library(${name} STATIC ${ARGN})
+    target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
+    target_link_libraries(${name} PRIVATE zv_build_options)
+endfunction()
+
+# zv_program(<name> <source>...)
+function(zv_program name)
+    add_executable(${name} ${ARGN})
+    target_link_libraries(${name} PRIVATE zv_build_options)
+endfunction()
