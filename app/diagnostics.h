@@ -7,16 +7,20 @@
 ///
 ///     zvDebug() << "port name:" << info.portName;
 ///
-/// Each item is followed by one blank, the last one too. Literals stand bare, numbers in decimal, texts and byte
-/// strings between plain double quotes with their content raw, line ends included. The toolkit's own stream drops
-/// the last blank and escapes what is quoted, and the session log's format is neither.
+/// Each item is followed by one blank, the last one too. Literals stand bare, numbers in decimal, texts and
+/// byte strings between plain double quotes with their content raw, line ends included. The toolkit's own
+/// stream drops the last blank and escapes what is quoted, and the session log's format is neither.
 class ZVMessage
 {
 public:
-    explicit ZVMessage(QtMsgType level) : _level(level) {}
+    explicit ZVMessage(QtMsgType level)
+        : _level(level)
+    {
+    }
     ~ZVMessage();
 
-    /// A literal, bare. Device output comes this way too: each byte is one character, up to the first zero byte.
+    /// A literal, bare. Device output comes this way too: each byte is one character, up to the first zero
+    /// byte.
     ZVMessage &operator<<(const char *literal);
     /// A text, between double quotes.
     ZVMessage &operator<<(const QString &text);
@@ -33,6 +37,12 @@ private:
 };
 
 /// A debug message: state changes and traces ("D:" in the session log).
-inline ZVMessage zvDebug() { return ZVMessage(QtDebugMsg); }
+inline ZVMessage zvDebug()
+{
+    return ZVMessage(QtDebugMsg);
+}
 /// A warning: the device's raw output ("W:"), which the console view shows.
-inline ZVMessage zvWarning() { return ZVMessage(QtWarningMsg); }
+inline ZVMessage zvWarning()
+{
+    return ZVMessage(QtWarningMsg);
+}

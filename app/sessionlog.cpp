@@ -1,0 +1,69 @@
+#include "app/sessionlog.h"
+
+#include <cstdio>
+
+#include <QDir>
+#include <QFile>
+#include <QTextEdit>
+#include <QTextStream>
+
+QTextStream theSessionLog;
+QTextEdit *theConsoleWindow = nullptr;
+bool theTraceDebugFlag = false;
+
+namespace
+{
+/// The level as the session log shows it; null for a level that it doesn't hold.
+const char *prefix(QtMsgType type)
+{
+    switch (type) {
+    case QtDebugMsg:
+        return "D:";
+    case QtWarningMsg:
+        return "W:";
+    case QtCriticalMsg:
+        return "C:";
+    case QtFatalMsg:
+        return "F:";
+    default:
+        return nullptr;
+    }
+}
+
+void forwardMessage(QtMsgType type, const QMessageLogContext &, const QString &message)
+{
+    zvMessageOutput(type, message.toLocal8Bit().constData());
+}
+} // namespace
+
+void openSessionLog()
+{
+    // kept: never closed or deleted; messages may come until the process ends.
+    auto *file = new QFile(QDir::homePath() + QStringLiteral("/zvinstall.log"));
+    // kept: whether it opens makes no difference to the run.
+    static_cast<void>(file->open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text));
+    theSessionLog.setDevice(file);
+}
+
+void installMessageHandler()
+{
+    qInstallMessageHandler(forwardMessage);
+}
+
+void zvMessageOutput(QtMsgType type, const char *msg)
+{
+    if (const char *level = prefix(type))
+        theSessionLog << level << msg << "\n";
+    theSessionLog.flush();
+
+    std::printf("%s\n", msg);
+    std::fflush(stdout);
+
+    if (!theConsoleWindow)
+        return;
+    if (type == QtDebugMsg && !theTraceDebugFlag)
+        return;
+    // kept: neither prefix nor line end. The device's own line ends lay out the console.
+    theConsoleWindow->insertPlainText(QString::fromLatin1(msg));
+    theConsoleWindow->ensureCursorVisible();
+}

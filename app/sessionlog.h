@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QtGlobal>
+
+class QTextEdit;
+class QTextStream;
+
+/// The session log: a stream onto "zvinstall.log" in the user's home folder once openSessionLog() has run;
+/// without a device before. It holds everything the program does, the passphrase in clear included.
+extern QTextStream theSessionLog;
+
+/// The console view's text browser, which warnings and worse are copied to; null while there is none.
+extern QTextEdit *theConsoleWindow;
+
+/// Whether debug messages are copied to the console view too. kept: nothing sets it.
+extern bool theTraceDebugFlag;
+
+/// Starts the session log anew. When its file can't be opened the log goes nowhere, and nobody is told.
+void openSessionLog();
+
+/// Makes zvMessageOutput() the receiver of every message of the program.
+void installMessageHandler();
+
+/// Takes one message: into the session log with its level's prefix, onto standard output, and into the
+/// console view. \a msg is in the local 8-bit encoding.
+void zvMessageOutput(QtMsgType type, const char *msg);

@@ -1,0 +1,72 @@
+#include "app/zvtolvarsetupwizard.h"
+
+#include <QTextBrowser>
+
+#include "app/console_dialog.h"
+#include "app/diagnostics.h"
+#include "app/sessionlog.h"
+#include "device/zvtolvar.h"
+#include "pages/choosenetworkwizardpage.h"
+#include "pages/connecttlovarwizardpage.h"
+#include "pages/pageid.h"
+#include "pages/testnetworkwizardpage.h"
+#include "pages/tolvarfoundwizardpage.h"
+#include "pages/tolvarnotfoundwizardpage.h"
+#include "pages/wepwarningwizardpage.h"
+#include "pages/wizardcontroller.h"
+
+ZVTolvar *wizardController(const QWizardPage *page)
+{
+    return static_cast<const ZVTolvarSetupWizard *>(page->wizard())->_tolvar;
+}
+
+ZVTolvarSetupWizard::ZVTolvarSetupWizard(QWidget *parent)
+    : QWizard(parent)
+{
+    // kept: this first controller is replaced below and never asked for anything. It lives on, and opens a
+    // device that is plugged in later as the second one does.
+    _tolvar = new ZVTolvar(this);
+
+    setWizardStyle(MacStyle);
+    setWindowIcon(QPixmap(QStringLiteral(":/images/zv_setup.png"))); // kept: finds none, as in main()
+    if (objectName().isEmpty())
+        setObjectName(QStringLiteral("ZVTolvarMainWindow"));
+    setOptions(IgnoreSubTitles | ExtendedWatermarkPixmap | NoDefaultButton | NoBackButtonOnStartPage |
+               CancelButtonOnLeft);
+    setButtonText(CustomButton1, tr("&Console"));
+    setOption(HaveCustomButton1);
+    connect(this, &QWizard::customButtonClicked, this, &ZVTolvarSetupWizard::consoleButtonClicked);
+
+    setPage(ConnectPageId, new ConnectTlovarWizardPage(this));
+    setPage(TolvarFoundPageId, new TolvarFoundWizardPage(this));
+    setPage(TolvarNotFoundPageId, new TolvarNotFoundWizardPage(this));
+    setPage(ChooseNetworkPageId, new ChooseNetworkWizardPage(this));
+    setPage(TestNetworkPageId, new TestNetworkWizardPage(this));
+    setPage(WEPWarningPageId, new WEPWarningWizardPage(this));
+
+    for (const WizardPixmap role : {BannerPixmap, BackgroundPixmap, WatermarkPixmap})
+        setPixmap(role, QPixmap(QStringLiteral(":/images/plus_small.png")));
+
+    setWindowTitle(tr("ZV Tolvar Setup v2.3"));
+    setMinimumSize(750, 580);
+    adjustSize();
+    setStartId(ConnectPageId);
+
+    _tolvar = new ZVTolvar(this);
+    connect(this, &QWizard::finished, _tolvar, &ZVTolvar::exitSetupMode);
+
+    _console = new console_dialog(this);
+    theConsoleWindow = _console->console_textBrowser();
+}
+
+void ZVTolvarSetupWizard::consoleButtonClicked()
+{
+    _console->show();
+}
+
+void ZVTolvarSetupWizard::OnFinished(int)
+{
+    zvDebug() << "Exiting setup mode";
+    _tolvar->exitSetupMode();
+    theConsoleWindow = nullptr;
+}

@@ -1,0 +1,193 @@
+#include <QDeadlineTimer>
+#include <QMutex>
+#include <QTimer>
+#include <QWaitCondition>
+
+#include "app/diagnostics.h"
+#include "device/zvtolvar.h"
+#include "serial/qextserialport.h"
+
+// The device's console, byte by byte: waking it, knowing its prompt, sending it one line at a time, and
+// cutting its framed replies out of what it prints.
+
+namespace
+{
+using namespace std::chrono_literals;
+
+constexpr auto BytePause = 10ms;        // what the device's console needs to take a byte in
+constexpr auto WakeUpInterval = 1000ms; // until the first prompt
+
+// Bytes with a meaning. Any other is part of a reply, or nothing.
+constexpr int STX = 0x02; // a reply begins
+constexpr int ETX = 0x03; // a reply ends
+constexpr int EOT = 0x04; // the device is ready, in the handshake that is not in use
+constexpr int Prompt = '>';
+
+// What a row of the table leaves open.
+constexpr int Any = -1;
+constexpr int Same = -1;
+
+// While the device scans or tests, prompts mean nothing and only its framed reply counts.
+enum Mode : unsigned { Scanning = 1, Testing = 2, Normal = 4, Handshake = 8, Commanded = Normal | Handshake };
+} // namespace
+
+struct ZVTolvarLink {
+    using Action = void (*)(ZVTolvar &, char);
+
+    struct Rule {
+        unsigned modes;
+        int state;
+        int byte;
+        int next;
+        const char *log;
+        Action action;
+
+        bool fits(Mode mode, CommState inState, char received) const
+        {
+            return (modes & mode) && (state == Any || state == inState) &&
+                   (byte == Any || byte == static_cast<unsigned char>(received));
+        }
+    };
+
+    static void none(ZVTolvar &, char) {}
+    static void prompt(ZVTolvar &t, char) { Q_EMIT t.readyForCommand(); }
+    static void begin(ZVTolvar &t, char) { t._response.clear(); }
+    static void collect(ZVTolvar &t, char c) { t._response += QLatin1Char(c); }
+    static void end(ZVTolvar &t, char) { Q_EMIT t.responseReceived(t._response); }
+
+    static void endScan(ZVTolvar &t, char)
+    {
+        Q_EMIT t.responseReceived(t._response);
+        t._scanning = false;
+        t.submitCommand(QStringLiteral("setuarttrace n\r\n"));
+        Q_EMIT t.scanFinished();
+    }
+
+    static void endTest(ZVTolvar &t, char)
+    {
+        Q_EMIT t.responseReceived(t._response);
+        t._testing = false;
+        Q_EMIT t.networkTestFinished();
+    }
+
+    static Mode mode(const ZVTolvar &t)
+    {
+        if (t._scanning)
+            return Scanning;
+        if (t._testing)
+            return Testing;
+        return t._eotHandshake ? Handshake : Normal;
+    }
+
+    static const Rule rules[];
+};
+
+// clang-format off
+// kept: a scan's or a test's reply leads to IN_PROMPT without readyForCommand(), a normal one waits for its prompt.
+// kept: "scaning".
+constexpr ZVTolvarLink::Rule ZVTolvarLink::rules[] = { // the first row that fits decides; with none, the byte is nothing
+    // modes     state                               byte    next state                  log                                           action
+    { Scanning,  Any,                                STX,    IN_RESPONSE_RECEIVE,        "->IN_RESPONSE_RECEIVE and Scanning",         begin   },
+    { Scanning,  IN_RESPONSE_RECEIVE,                ETX,    IN_PROMPT,                  "->IN_PROMPT - end scaning",                  endScan },
+    { Scanning,  IN_RESPONSE_RECEIVE,                Any,    Same,                       nullptr,                                      collect },
+
+    { Testing,   Any,                                STX,    IN_RESPONSE_RECEIVE,        "->IN_RESPONSE_RECEIVE and testing",          begin   },
+    { Testing,   IN_RESPONSE_RECEIVE,                ETX,    IN_PROMPT,                  "->IN_PROMPT - end testing",                  endTest },
+    { Testing,   IN_RESPONSE_RECEIVE,                Any,    Same,                       nullptr,                                      collect },
+
+    { Normal,    INITIAL_WAITING_FOR_CONSOLE_PROMPT, Prompt, IN_PROMPT,                  "->IN_PROMPT",                                prompt  },
+    { Handshake, INITIAL_WAITING_FOR_CONSOLE_PROMPT, EOT,    WAITING_FOR_CONSOLE_PROMPT, "-> Controller: WAITING_FOR_CONSOLE_PROMPT2", none    },
+    { Commanded, WAITING_FOR_CONSOLE_PROMPT,         Prompt, IN_PROMPT,                  "->IN_PROMPT",                                prompt  },
+    { Commanded, IN_PROMPT,                          STX,    IN_RESPONSE_RECEIVE,        "->IN_RESPONSE_RECEIVE",                      begin   },
+    { Commanded, IN_RESPONSE_RECEIVE,                ETX,    WAITING_FOR_CONSOLE_PROMPT, "->WAITING_FOR_CONSOLE_PROMPT",               end     },
+    { Commanded, IN_RESPONSE_RECEIVE,                Any,    Same,                       nullptr,                                      collect },
+};
+// clang-format on
+
+void ZVTolvar::handleReceived(char c)
+{
+    const Mode mode = ZVTolvarLink::mode(*this);
+    for (const ZVTolvarLink::Rule &rule : ZVTolvarLink::rules) {
+        if (!rule.fits(mode, _commState, c))
+            continue;
+        if (rule.next != Same)
+            _commState = static_cast<CommState>(rule.next);
+        if (rule.log)
+            zvDebug() << rule.log;
+        rule.action(*this, c);
+        return;
+    }
+}
+
+void ZVTolvar::onReadyRead()
+{
+    if (!_port)
+        return;
+    const qint64 available = _port->bytesAvailable();
+    if (available <= 0)
+        return;
+
+    QByteArray received(static_cast<int>(available), '\0');
+    _port->read(received.data(), available);
+    zvWarning() << received.constData(); // kept: a warning, so that the console view shows it
+    for (const char c : std::as_const(received))
+        handleReceived(c);
+}
+
+void ZVTolvar::submitCommand(const QString &command)
+{
+    _commandQueue.append(command);
+    debug_commState();
+    if (_commState == IN_PROMPT)
+        onReadyForCommand(); // sends the oldest, which need not be this one
+}
+
+void ZVTolvar::onReadyForCommand()
+{
+    if (_commandQueue.isEmpty())
+        return;
+    _currentCommand = _commandQueue.takeFirst();
+    if (!_port)
+        return; // kept: the command is lost
+
+    const QByteArray bytes = _currentCommand.toLatin1();
+    zvDebug() << "-->" << bytes;
+    QMutex mutex;
+    QWaitCondition neverSignalled; // kept: a sleep by the clock; the event loop waits too
+    for (const char byte : bytes) {
+        _port->write(&byte, 1);
+        const QMutexLocker locker(&mutex);
+        const QDeadlineTimer pause(BytePause, Qt::PreciseTimer);
+        while (neverSignalled.wait(&mutex, pause))
+            ; // woken early by the system: the rest of the pause is still due
+    }
+}
+
+void ZVTolvar::onTimerKickOffTlovarConsole()
+{
+    if (_commState != CANDIDATE_DEVICE_FOUND && _commState != INITIAL_WAITING_FOR_CONSOLE_PROMPT)
+        return;
+    _commState = INITIAL_WAITING_FOR_CONSOLE_PROMPT;
+    if (_port) {
+        _port->write("C\r\n", 3); // kept: past the queue, unpaced, not logged
+        submitCommand(QStringLiteral("get\r\n"));
+    }
+    QTimer::singleShot(WakeUpInterval, this, &ZVTolvar::onTimerKickOffTlovarConsole);
+}
+
+void ZVTolvar::debug_commState()
+{
+    // In CommState's order.
+    static constexpr const char *names[] = {
+        "NOT_CONNECTED",
+        "CANDIDATE_DEVICE_FOUND",
+        "WAITING_FOR_STATUS",
+        "INITIAL_WAITING_FOR_CONSOLE_PROMPT",
+        "WAITING_FOR_CONSOLE_PROMPT",
+        "IN_PROMPT",
+        "IN_RESPONSE_RECEIVE",
+    };
+    const auto state = static_cast<std::size_t>(_commState);
+    zvDebug() << "_commState = "
+              << (state < std::size(names) ? QString::fromLatin1(names[state]) : QString());
+}

@@ -1,0 +1,25 @@
+#include "device/zvtolvar.h"
+
+// The scanned networks: one record an SSID, the first one reported wins.
+
+void ZVTolvar::addScannedNetwork(ZVScanResult &network)
+{
+    if (_scannedNetworks.contains(network.ssid))
+        return;
+    _scannedNetworks.insert(network.ssid, network);
+    Q_EMIT scannedNetworkListChanged(&_scannedNetworks);
+}
+
+void ZVTolvar::clearScannedNetworks()
+{
+    _scannedNetworks = {};
+    Q_EMIT scannedNetworkListChanged(&_scannedNetworks); // kept: also when it was empty already
+}
+
+ZVScanResult ZVTolvar::getScanResult(QString ssid) const
+{
+    ZVScanResult unknown;
+    unknown.ssid =
+        QStringLiteral("Not Found"); // kept: not translated, pages and details dialog know it by this
+    return _scannedNetworks.value(ssid, unknown);
+}

@@ -1,0 +1,204 @@
+#include <algorithm>
+#include <iterator>
+
+#include <QFile>
+#include <QXmlStreamReader>
+
+#include "device/zvtolvar.h"
+
+// The documents that the device replies with: "puckdata", "scan_results", "networktest_results" and
+// "log_file". Names are matched exactly. What is unknown is skipped, what is malformed ends the reading:
+// values read before it stay.
+
+namespace
+{
+// clang-format off
+/// The status document: element beside setter.
+constexpr struct {
+    const char *element;
+    void (ZVTolvar::*store)(const QString &);
+} statusElements[] = {
+    { "name",             &ZVTolvar::setSystemID        },
+    { "mode",             &ZVTolvar::setStatus          },
+    { "firmware_date",    nullptr                       }, // read and ignored
+    { "firmware_version", &ZVTolvar::setFirmwareVersion },
+    { "network_name",     &ZVTolvar::setNetwork         },
+    { "mac_address",      &ZVTolvar::setMacAddress      },
+    { "ip_address",       &ZVTolvar::setIPAddress       },
+    { "useStaticIP",      &ZVTolvar::setUseStaticIP     },
+    { "mask",             &ZVTolvar::setMask            },
+    { "gateway",          &ZVTolvar::setGateway         },
+    { "dns",              &ZVTolvar::setDns             },
+    { "test_result",      &ZVTolvar::setTestResult      },
+    { "upgrade_result",   &ZVTolvar::setUpgradeResult   },
+    { "ant",              &ZVTolvar::setAntenna         },
+    { "trc",              &ZVTolvar::setUartTrace       },
+    { "sl_on",            &ZVTolvar::setSysLogOn        },
+    { "sl_ip",            &ZVTolvar::setSysLogServer    },
+};
+
+/// A scanned network: attribute beside field.
+constexpr struct {
+    const char *attribute;
+    QString ZVScanResult::*field;
+} scanAttributes[] = {
+    { "SSID",     &ZVScanResult::ssid     },
+    { "channel",  &ZVScanResult::channel  },
+    { "adhoc",    &ZVScanResult::adhoc    },
+    { "sec",      &ZVScanResult::security },
+    { "suites",   &ZVScanResult::suites   },
+    { "WPS",      &ZVScanResult::wps      },
+    { "RSSI",     &ZVScanResult::rssi     },
+};
+
+/// The verdicts of a network test, by their result code.
+constexpr void (ZVTolvar::*verdicts[])() = {
+    &ZVTolvar::networkTestFound,
+    &ZVTolvar::networkTestPassphraseInvalid,
+    &ZVTolvar::networkTestSsidNotFound,
+    &ZVTolvar::networkTestSystemError,
+};
+// clang-format on
+
+/// Reads the text of the element that the reader stands on and steps past its end.
+QString readElement(QCoreXmlStreamReader &reader)
+{
+    const QString text = reader.readElementText();
+    if (reader.isEndElement())
+        reader.readNext();
+    return text;
+}
+
+/// Steps through the children of the root that the reader stands on, and past the root's end. \a take is
+/// asked for each child; one that it doesn't know, answering false, is left to \a skip.
+template <typename Take, typename Skip>
+void forEachChild(QCoreXmlStreamReader &reader, Take take, Skip skip)
+{
+    reader.readNext();
+    while (!reader.atEnd()) {
+        if (reader.isEndElement()) {
+            reader.readNext();
+            return;
+        }
+        if (!reader.isStartElement())
+            reader.readNext();
+        else if (!take())
+            skip();
+    }
+}
+} // namespace
+
+void ZVTolvar::onResponseReceived(const QString &aResponse)
+{
+    QCoreXmlStreamReader reader;
+    reader.addData(aResponse);
+    reader.readNext();
+    while (!reader.atEnd()) {
+        if (reader.isStartElement()) {
+            // kept: a root that is none of these is not stepped over, and holds this loop for good. The
+            // device sends only the four.
+            if (reader.name() == QLatin1String("puckdata")) {
+                parseResponsePuckData(reader);
+            } else if (reader.name() == QLatin1String("scan_results")) {
+                clearScannedNetworks();
+                parseResponseScanResults(reader);
+            } else if (reader.name() == QLatin1String("networktest_results")) {
+                parseNetworkTestResults(reader);
+            } else if (reader.name() == QLatin1String("log_file")) {
+                parseLogFile(reader);
+                Q_EMIT finishedWriteLog();
+            }
+        } else {
+            reader.readNext();
+        }
+        static_cast<void>(reader.error()); // kept: asked, and the answer not used
+    }
+}
+
+void ZVTolvar::parseResponsePuckData(QCoreXmlStreamReader &reader)
+{
+    const auto take = [this, &reader] {
+        const auto known =
+            std::find_if(std::begin(statusElements), std::end(statusElements),
+                         [&](const auto &entry) { return reader.name() == QLatin1String(entry.element); });
+        if (known == std::end(statusElements))
+            return false;
+        const QString text = readElement(reader);
+        if (known->store)
+            (this->*known->store)(text);
+        return true;
+    };
+    forEachChild(reader, take, [this, &reader] { skipUnknownElement(reader); });
+}
+
+void ZVTolvar::parseResponseScanResults(QCoreXmlStreamReader &reader)
+{
+    const auto take = [this, &reader] {
+        if (reader.name() != QLatin1String("scan"))
+            return false;
+        const QXmlStreamAttributes attributes = reader.attributes();
+        readElement(reader);
+
+        ZVScanResult network;
+        for (const auto &entry : scanAttributes) {
+            const auto value = attributes.value(QLatin1String(entry.attribute));
+            if (!value.isEmpty())
+                network.*entry.field = value.toString();
+        }
+        addScannedNetwork(network);
+        return true;
+    };
+    forEachChild(reader, take, [this, &reader] { skipUnknownElement(reader); });
+}
+
+void ZVTolvar::parseNetworkTestResults(QCoreXmlStreamReader &reader)
+{
+    const auto take = [this, &reader] {
+        if (reader.name() != QLatin1String("status"))
+            return false;
+        const QXmlStreamAttributes attributes = reader.attributes();
+        readElement(reader);
+
+        // kept: a result that is missing or no number reads as 0, the success.
+        const int result = attributes.value(QLatin1String("result")).toInt();
+        if (result >= 0 && result < static_cast<int>(std::size(verdicts)))
+            Q_EMIT(this->*verdicts[result])();
+        return true;
+    };
+    forEachChild(reader, take, [this, &reader] { skipUnknownElement(reader); });
+}
+
+void ZVTolvar::parseLogFile(QCoreXmlStreamReader &reader)
+{
+    while (!reader.atEnd()) {
+        if (reader.isEndElement()) {
+            reader.readNext();
+            return;
+        }
+        if (!reader.isStartElement()) {
+            reader.readNext();
+            continue;
+        }
+        const QString text = reader.readElementText();
+        if (!_logFile) // nobody waits for it: both controllers see the reply of a device plugged in later
+            continue;
+        // kept: as many bytes as the text has characters, whatever its encoding takes.
+        _logFile->write(text.toLocal8Bit().left(text.size()));
+        _logFile->close();
+        delete _logFile;
+        _logFile = nullptr;
+    }
+}
+
+void ZVTolvar::skipUnknownElement(QCoreXmlStreamReader &reader)
+{
+    int depth = 1; // counted, so that no reply nests deeply enough to exhaust the stack
+    reader.readNext();
+    while (depth > 0 && !reader.atEnd()) {
+        if (reader.isStartElement())
+            ++depth;
+        else if (reader.isEndElement())
+            --depth;
+        reader.readNext();
+    }
+}
