@@ -1,0 +1,47 @@
+#include "tests/support/messagerecorder.h"
+
+#include <utility>
+
+namespace
+{
+MessageRecorder *theRecorder = nullptr;
+}
+
+MessageRecorder::MessageRecorder()
+{
+    theRecorder = this;
+    _earlier = qInstallMessageHandler(record);
+}
+
+MessageRecorder::~MessageRecorder()
+{
+    qInstallMessageHandler(_earlier);
+    theRecorder = nullptr;
+}
+
+QStringList MessageRecorder::messages(const QString &prefix) const
+{
+    QStringList found;
+    for (const QString &message : _messages) {
+        if (message.startsWith(prefix))
+            found += message;
+    }
+    return found;
+}
+
+QStringList MessageRecorder::take()
+{
+    return std::exchange(_messages, {});
+}
+
+void MessageRecorder::record(QtMsgType type, const QMessageLogContext &, const QString &message)
+{
+    static constexpr struct {
+        QtMsgType type;
+        const char *prefix;
+    } prefixes[] = {{QtDebugMsg, "D:"}, {QtInfoMsg, "I:"}, {QtWarningMsg, "W:"}, {QtCriticalMsg, "C:"}};
+    for (const auto &entry : prefixes) {
+        if (entry.type == type)
+            theRecorder->_messages += QLatin1String(entry.prefix) + message;
+    }
+}

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "device/zvtolvar.h"
+
+/// What tests may see and set of a controller beyond its public face.
+struct ZVTolvarInspector {
+    ZVTolvar &tolvar;
+
+    CommState &state() const { return tolvar._commState; }
+    QStringList &queue() const { return tolvar._commandQueue; }
+    QString &currentCommand() const { return tolvar._currentCommand; }
+    QString &response() const { return tolvar._response; }
+    QString &portName() const { return tolvar._portName; }
+    QextSerialPort *&port() const { return tolvar._port; }
+    QFile *&logFile() const { return tolvar._logFile; }
+    bool &scanning() const { return tolvar._scanning; }
+    bool &testing() const { return tolvar._testing; }
+    bool &connected() const { return tolvar._connected; }
+    bool &eotHandshake() const { return tolvar._eotHandshake; }
+};

@@ -1,0 +1,92 @@
+#include <QtTest>
+
+#include "app/diagnostics.h"
+#include "tests/support/messagerecorder.h"
+
+/// How one message is composed.
+class TestDiagnostics : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void eachItemIsFollowedByOneBlank();
+    void aLiteralStandsBare();
+    void aTextStandsInQuotesAsItIs_data();
+    void aTextStandsInQuotesAsItIs();
+    void bytesStandInQuotesAsTheyAre();
+    void aNumberStandsInDecimal();
+    void oneStatementIsOneMessage();
+    void theLevelIsTheCallers();
+};
+
+void TestDiagnostics::eachItemIsFollowedByOneBlank()
+{
+    MessageRecorder log;
+    zvDebug() << "_commState = " << QStringLiteral("IN_PROMPT");
+    zvDebug() << "port name:" << QStringLiteral("ttyUSB0") << 7 << QByteArray("x");
+    zvDebug();
+    QCOMPARE(log.messages(), QStringList({"D:_commState =  \"IN_PROMPT\" ", "D:port name: \"ttyUSB0\" 7 \"x\" ", "D:"}));
+}
+
+void TestDiagnostics::aLiteralStandsBare()
+{
+    MessageRecorder log;
+    zvDebug() << " OK";
+    zvDebug() << "";
+    zvDebug() << "100 %s %1";
+    QCOMPARE(log.messages(), QStringList({"D: OK ", "D: ", "D:100 %s %1 "}));
+}
+
+void TestDiagnostics::aTextStandsInQuotesAsItIs_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::newRow("empty") << "";
+    QTest::newRow("blanks") << "  a  ";
+    QTest::newRow("quotes and backslashes") << "say \"hi\" \\n";
+    QTest::newRow("line ends") << "get\r\n";
+    QTest::newRow("characters beyond ASCII") << QString::fromUtf8("caf\xc3\xa9 \xe2\x82\xac");
+}
+
+void TestDiagnostics::aTextStandsInQuotesAsItIs()
+{
+    QFETCH(QString, text);
+    MessageRecorder log;
+    zvDebug() << text;
+    QCOMPARE(log.messages(), QStringList{"D:\"" + text + "\" "});
+}
+
+void TestDiagnostics::bytesStandInQuotesAsTheyAre()
+{
+    MessageRecorder log;
+    zvDebug() << "-->" << QByteArray("setssid \xe9\r\n");
+    QCOMPARE(log.messages(), QStringList{QString("D:--> \"setssid \u00e9\r\n\" ")});
+}
+
+void TestDiagnostics::aNumberStandsInDecimal()
+{
+    MessageRecorder log;
+    zvDebug() << "Firmware:" << 60 << -1;
+    QCOMPARE(log.messages(), QStringList{"D:Firmware: 60 -1 "});
+}
+
+void TestDiagnostics::oneStatementIsOneMessage()
+{
+    MessageRecorder log;
+    {
+        ZVMessage message(QtDebugMsg);
+        message << "one" << "two";
+        QVERIFY2(log.messages().isEmpty(), "a message goes out whole, at its end");
+    }
+    QCOMPARE(log.messages(), QStringList{"D:one two "});
+}
+
+void TestDiagnostics::theLevelIsTheCallers()
+{
+    MessageRecorder log;
+    zvDebug() << "a";
+    zvWarning() << "b";
+    QCOMPARE(log.messages(), QStringList({"D:a ", "W:b "}));
+}
+
+QTEST_GUILESS_MAIN(TestDiagnostics)
+#include "tst_diagnostics.moc"
