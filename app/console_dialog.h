@@ -1,0 +1,24 @@
+#pragma once
+
+#include <memory>
+
+#include <QDialog>
+
+class QTextBrowser;
+class Ui_console_dialog;
+
+/// The console view: a window with the device's raw output.
+class console_dialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit console_dialog(QWidget *parent = nullptr);
+    ~console_dialog() override;
+
+    /// The read-only text that the output goes into.
+    QTextBrowser *console_textBrowser() const;
+
+private:
+    std::unique_ptr<Ui_console_dialog> _ui;
+};

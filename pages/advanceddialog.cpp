@@ -1,0 +1,62 @@
+#include "pages/advanceddialog.h"
+
+#include "device/zvtolvar.h"
+#include "ui_advanceddialog.h"
+
+namespace
+{
+/// Whether the device means "on" by \a flag.
+bool isOn(const QString &flag)
+{
+    return flag.toUpper() == QLatin1String("Y");
+}
+
+/// Checks \a box and shows \a address when \a flag is on; else the field stays empty and shows its
+/// placeholder.
+void showOptionalAddress(const QString &flag, const QString &address, QCheckBox *box, QLineEdit *field)
+{
+    box->setChecked(isOn(flag));
+    if (isOn(flag))
+        field->setText(address);
+}
+} // namespace
+
+AdvancedDialog::AdvancedDialog(ZVTolvar *controller, QWidget *parent)
+    : QDialog(parent)
+    , _ui(std::make_unique<Ui_AdvancedDialog>())
+    , _controller(controller)
+{
+    _ui->setupUi(this);
+    showValues();
+    connect(this, &QDialog::accepted, this, &AdvancedDialog::OnAccepted);
+}
+
+AdvancedDialog::~AdvancedDialog() = default;
+
+void AdvancedDialog::showValues()
+{
+    _ui->checkBox_ExternalAntenna->setChecked(_controller->antenna().toInt() != 0);
+    showOptionalAddress(_controller->useStaticIP(), _controller->ipAddress(), _ui->checkBox_useStaticIP,
+                        _ui->lineEdit_ipAddress);
+    showOptionalAddress(_controller->sysLogOn(), _controller->sysLogServer(), _ui->checkBox_syslog,
+                        _ui->lineEdit_syslogServer);
+    _ui->lineEdit_network->setText(_controller->network());
+    _ui->lineEdit_passphrase->setText(_controller->password());
+}
+
+void AdvancedDialog::OnAccepted()
+{
+    _controller->setAntenna(_ui->checkBox_ExternalAntenna->isChecked() ? QStringLiteral("1")
+                                                                       : QStringLiteral("0"));
+    // kept: an unchecked box switches nothing off. The device keeps the address it had.
+    if (_ui->checkBox_useStaticIP->isChecked()) {
+        _controller->setUseStaticIP(QStringLiteral("Y"));
+        _controller->setIPAddress(_ui->lineEdit_ipAddress->text());
+    }
+    if (_ui->checkBox_syslog->isChecked()) {
+        _controller->setSysLogOn(QStringLiteral("Y"));
+        _controller->setSysLogServer(_ui->lineEdit_syslogServer->text());
+    }
+    _controller->setNetwork(_ui->lineEdit_network->text());
+    _controller->setPassword(_ui->lineEdit_passphrase->text());
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <memory>
+
+#include <QDialog>
+
+class Ui_AdvancedDialog;
+class ZVTolvar;
+
+/// Edits the less common settings. OK hands them to the controller; the device gets them with the next save.
+class AdvancedDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// Shows the values of \a controller, which outlives the dialog.
+    explicit AdvancedDialog(ZVTolvar *controller, QWidget *parent = nullptr);
+    ~AdvancedDialog() override;
+
+public Q_SLOTS:
+    void OnAccepted();
+
+private:
+    void showValues();
+
+    std::unique_ptr<Ui_AdvancedDialog> _ui;
+    ZVTolvar *_controller;
+};

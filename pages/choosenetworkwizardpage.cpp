@@ -1,0 +1,200 @@
+#include "pages/choosenetworkwizardpage.h"
+
+#include <QMessageBox>
+
+#include "app/diagnostics.h"
+#include "app/sessionlog.h"
+#include "device/zvtolvar.h"
+#include "pages/advanceddialog.h"
+#include "pages/pageid.h"
+#include "pages/viewdetailsdialog.h"
+#include "pages/wizardcontroller.h"
+#include "ui_choosenetworkwizardpage.h"
+
+namespace
+{
+constexpr int lastFirmwareWithoutAntenna = 58; // nor any other advanced setting
+}
+
+ChooseNetworkWizardPage::ChooseNetworkWizardPage(QWidget *parent)
+    : QWizardPage(parent)
+    , _ui(std::make_unique<Ui_ChooseNetworkWizardPage>())
+{
+    _ui->setupUi(this);
+    _ui->progressBar->hide();
+}
+
+ChooseNetworkWizardPage::~ChooseNetworkWizardPage()
+{
+    theConsoleWindow = nullptr;
+    _ui.reset();
+}
+
+void ChooseNetworkWizardPage::initializePage()
+{
+    ZVTolvar *tolvar = wizardController(this);
+    connectEverything(tolvar);
+
+    _ui->input_NetworkName->setText(tolvar->network());
+    _ui->input_Password->setText(tolvar->password());
+    // kept: the box stays disabled, whatever the firmware. It only shows the setting.
+    if (tolvar->firmwareVersionAsInt() > lastFirmwareWithoutAntenna)
+        _ui->checkBox_useExternalAntenna->setChecked(tolvar->antenna().toInt() != 0);
+    else
+        _ui->checkBox_useExternalAntenna->setEnabled(false);
+
+    _networks.setStringList({QStringLiteral("Scanning for Networks"), QStringLiteral("Please Wait....")});
+    _ui->networkListView->setModel(&_networks);
+    tolvar->startScan();
+}
+
+// kept: nothing guards against doubles. Each time the page is entered, every connection is made once more.
+void ChooseNetworkWizardPage::connectEverything(ZVTolvar *tolvar)
+{
+    using Page = ChooseNetworkWizardPage;
+    connect(tolvar, &ZVTolvar::networkChanged, this, &Page::OnNetworkNameChanged);
+    connect(tolvar, &ZVTolvar::passwordChanged, _ui->input_Password, &QLineEdit::setText);
+    connect(tolvar, &ZVTolvar::scanStarted, this, &Page::onStartScan);
+    connect(tolvar, &ZVTolvar::scanFinished, this, &Page::onFinishScan);
+    connect(_ui->networkListView, &QListView::doubleClicked, this, &Page::OnNetworkListDoubleClicked);
+    connect(_ui->networkListView, &QListView::clicked, this, &Page::OnNetworkListClicked);
+    connect(_ui->refreshButton, &QPushButton::clicked, tolvar, &ZVTolvar::startScan);
+    connect(_ui->input_NetworkName, &QLineEdit::editingFinished, this, &Page::OnNetworkEditingFinished);
+    connect(_ui->input_Password, &QLineEdit::editingFinished, this, &Page::OnPasswordEditingFinished);
+    connect(_ui->viewDetailsButton, &QPushButton::clicked, this, &Page::OnViewDetailsButtonClicked);
+    connect(_ui->checkBox_useExternalAntenna, &QCheckBox::clicked, this, &Page::OnExternalAntennaClicked);
+    connect(tolvar, &ZVTolvar::scannedNetworkListChanged, this, &Page::OnScannedNetworkListChanged);
+}
+
+bool ChooseNetworkWizardPage::isComplete() const
+{
+    if (wizardController(this)->scanning())
+        return false;
+    const QString name = _ui->input_NetworkName->text();
+    zvDebug() << name;
+    return !name.isEmpty();
+}
+
+int ChooseNetworkWizardPage::nextId() const
+{
+    ZVTolvar *tolvar = wizardController(this);
+    const QString name = _ui->input_NetworkName->text();
+    const QString passphrase = _ui->input_Password->text();
+
+    // kept: the passphrase stands in the session log in clear, and a query sets values. The wizard asks for
+    // the next page when the user goes on, so the controller has both by then.
+    zvDebug() << "nextId" << passphrase;
+    tolvar->setNetwork(name);
+    tolvar->setPassword(passphrase);
+    return tolvar->getScanResult(name).security.contains(QLatin1String("WEP")) ? WEPWarningPageId
+                                                                               : TestNetworkPageId;
+}
+
+void ChooseNetworkWizardPage::onStartScan()
+{
+    _ui->refreshButton->setEnabled(false);
+    _ui->viewDetailsButton->setEnabled(false);
+    _ui->progressBar->show();
+    Q_EMIT completeChanged();
+}
+
+void ChooseNetworkWizardPage::onFinishScan()
+{
+    _ui->refreshButton->setEnabled(true);
+    _ui->viewDetailsButton->setEnabled(true);
+    _ui->progressBar->hide();
+    Q_EMIT completeChanged();
+}
+
+void ChooseNetworkWizardPage::OnNetworkNameChanged(QString name)
+{
+    _ui->input_NetworkName->setText(name);
+    Q_EMIT completeChanged();
+}
+
+void ChooseNetworkWizardPage::OnNetworkListClicked(QModelIndex ind)
+{
+    // The name field follows by the controller's signal.
+    wizardController(this)->setNetwork(ind.data(Qt::DisplayRole).toString());
+}
+
+void ChooseNetworkWizardPage::OnNetworkListDoubleClicked(QModelIndex ind)
+{
+    OnNetworkListClicked(ind);
+    OnViewDetailsButtonClicked();
+}
+
+void ChooseNetworkWizardPage::OnNetworkEditingFinished()
+{
+    wizardController(this)->setNetwork(_ui->input_NetworkName->text());
+    Q_EMIT completeChanged();
+}
+
+void ChooseNetworkWizardPage::OnPasswordEditingFinished()
+{
+    zvDebug() << "Password Edit:" << _ui->input_Password->text();
+    wizardController(this)->setPassword(_ui->input_Password->text());
+}
+
+QString ChooseNetworkWizardPage::shownAntenna() const
+{
+    return _ui->checkBox_useExternalAntenna->isChecked() ? QStringLiteral("1") : QStringLiteral("0");
+}
+
+void ChooseNetworkWizardPage::OnExternalAntennaClicked(bool)
+{
+    ZVTolvar *tolvar = wizardController(this);
+    tolvar->setAntenna(shownAntenna());
+    tolvar->commitAntennaSetting();
+}
+
+void ChooseNetworkWizardPage::OnAntennaChanged(QString)
+{
+    const QString antenna = wizardController(this)->antenna();
+    if (antenna != shownAntenna())
+        _ui->checkBox_useExternalAntenna->setChecked(antenna == QLatin1String("1"));
+}
+
+void ChooseNetworkWizardPage::OnRefreshButtonClicked()
+{
+    wizardController(this)->startScan();
+}
+
+void ChooseNetworkWizardPage::OnScannedNetworkListChanged(QHash<QString, ZVScanResult> *networks)
+{
+    QStringList names;
+    for (auto network = networks->cbegin(); network != networks->cend(); ++network) {
+        zvDebug() << network.key();
+        names.append(network.key());
+    }
+    _networks.setStringList(names);
+}
+
+void ChooseNetworkWizardPage::OnViewDetailsButtonClicked()
+{
+    zvDebug() << "View Details Button Clicked";
+    ZVScanResult network = wizardController(this)->getScanResult(_ui->input_NetworkName->text());
+    ViewDetailsDialog dialog(&network, wizard());
+    if (dialog.exec() == QDialog::Accepted)
+        zvDebug() << " OK";
+}
+
+void ChooseNetworkWizardPage::OnAdvancedButtonClicked()
+{
+    zvDebug() << "Advanced Button Clicked";
+    ZVTolvar *tolvar = wizardController(this);
+    const int firmware = tolvar->firmwareVersion().mid(1).toInt();
+    zvDebug() << "Firmware:" << firmware;
+
+    if (firmware > lastFirmwareWithoutAntenna) {
+        AdvancedDialog dialog(tolvar, wizard());
+        if (dialog.exec() == QDialog::Accepted)
+            zvDebug() << " Advanced settings accepted";
+        return;
+    }
+    QMessageBox box;
+    box.setText(
+        tr("Advanced settings are only available with Firmware version A059 or higher",
+           "Warning dialog when advanced settings selected, and an incompatible firmware is loaded."));
+    box.exec();
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <memory>
+
+#include <QWizardPage>
+
+class Ui_ConnectTlovarWizardPage;
+
+/// The first page: has the user plug in a device and waits until that has told its system ID.
+class ConnectTlovarWizardPage : public QWizardPage
+{
+    Q_OBJECT
+
+public:
+    explicit ConnectTlovarWizardPage(QWidget *parent = nullptr);
+    ~ConnectTlovarWizardPage() override;
+
+    /// Starts the search for the device.
+    void initializePage() override;
+    /// Whether the device has told its system ID. Brings the page's label and bar up to date as well.
+    bool isComplete() const override;
+    /// kept: always the device-found page, never the device-not-found page.
+    int nextId() const override;
+
+public Q_SLOTS:
+    void onSystemIDChanged(QString sysID);
+    void onCandidateDeviceFound();
+
+private:
+    std::unique_ptr<Ui_ConnectTlovarWizardPage> _ui;
+};

@@ -1,0 +1,86 @@
+#include "pages/testnetworkwizardpage.h"
+
+#include "device/zvtolvar.h"
+#include "pages/wizardcontroller.h"
+#include "ui_testnetworkwizardpage.h"
+
+TestNetworkWizardPage::TestNetworkWizardPage(QWidget *parent)
+    : QWizardPage(parent)
+    , _ui(std::make_unique<Ui_TestNetworkWizardPage>())
+{
+    _ui->setupUi(this);
+}
+
+TestNetworkWizardPage::~TestNetworkWizardPage() = default;
+
+int TestNetworkWizardPage::nextId() const
+{
+    return -1;
+}
+
+bool TestNetworkWizardPage::isComplete() const
+{
+    return !testInProgress;
+}
+
+void TestNetworkWizardPage::initializePage()
+{
+    ZVTolvar *tolvar = wizardController(this);
+    const QString waiting =
+        tr("Please wait while ZV Tolvar tests the connection to network: %1\n").arg(tolvar->network());
+
+    connect(tolvar, &ZVTolvar::networkTestFound, this, &TestNetworkWizardPage::onTestNetworkFound);
+    connect(tolvar, &ZVTolvar::networkTestPassphraseInvalid, this,
+            &TestNetworkWizardPage::onTestPassphraseInvalid);
+    connect(tolvar, &ZVTolvar::networkTestSsidNotFound, this, &TestNetworkWizardPage::onTestSsidNotFound);
+    connect(tolvar, &ZVTolvar::networkTestSystemError, this, &TestNetworkWizardPage::onTestSystemError);
+    connect(_ui->pushButton, &QPushButton::released, this, &TestNetworkWizardPage::onSaveNetworkConfig);
+
+    _ui->pushButton->setEnabled(false);
+    _ui->progressBar->show();
+    _ui->label->setText(waiting);
+    testInProgress = true;
+    tolvar->startNetworkTest();
+}
+
+void TestNetworkWizardPage::onTestNetworkFound()
+{
+    _ui->label->setText(tr("Successfully tested connection to network\n", "Progress Text"));
+    _ui->pushButton->setEnabled(true);
+    _ui->pushButton->setText(tr("Save network configuration", "push button text"));
+    _ui->progressBar->hide();
+}
+
+void TestNetworkWizardPage::onTestPassphraseInvalid()
+{
+    offerSaveAnyway(tr("The network was found, but the passphrase was invalid\n", "Progress Text"));
+}
+
+void TestNetworkWizardPage::onTestSsidNotFound()
+{
+    offerSaveAnyway(tr("The network was not found\n", "Progress Text"));
+}
+
+void TestNetworkWizardPage::offerSaveAnyway(const QString &verdict)
+{
+    _ui->label->setText(verdict);
+    _ui->pushButton->setText(tr("Save network configuration anyway?", "push button text"));
+    _ui->pushButton->setEnabled(true);
+    _ui->progressBar->hide();
+}
+
+void TestNetworkWizardPage::onTestSystemError()
+{
+    _ui->label->setText(tr("There was an unexpected system error. Please power off and then power on the "
+                           "Tolvar and restart this utility\n",
+                           "Progress Text"));
+    _ui->progressBar->hide();
+}
+
+void TestNetworkWizardPage::onSaveNetworkConfig()
+{
+    wizardController(this)->saveNetworkConfig();
+    _ui->label->setText(tr("Configuration saved\n", "Progress Text"));
+    testInProgress = false;
+    Q_EMIT completeChanged();
+}

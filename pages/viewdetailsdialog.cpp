@@ -1,0 +1,20 @@
+#include "pages/viewdetailsdialog.h"
+
+#include "device/zvscanresult.h"
+#include "ui_viewdetailsdialog.h"
+
+ViewDetailsDialog::ViewDetailsDialog(ZVScanResult *network, QWidget *parent)
+    : QDialog(parent)
+    , _ui(std::make_unique<Ui_ViewDetailsDialog>())
+{
+    _ui->setupUi(this);
+    _ui->label_network->setText(network->ssid);
+    _ui->label_channel->setText(network->channel);
+    _ui->label_adhoc->setText(network->adhoc);
+    _ui->label_security->setText(network->security);
+    _ui->label_suites->setText(network->suites);
+    _ui->label_wps->setText(network->wps);
+    _ui->label_rssi->setText(network->rssi);
+}
+
+ViewDetailsDialog::~ViewDetailsDialog() = default;
