@@ -17,7 +17,11 @@
 
 ZVTolvar *wizardController(const QWizardPage *page)
 {
-    return static_cast<const ZVTolvarSetupWizard *>(page->wizard())->_tolvar;
+    // A page tells its wizard to itself alone; taken here for all of them, so that they need not know the frame.
+    struct Page : QWizardPage {
+        using QWizardPage::wizard;
+    };
+    return static_cast<ZVTolvarSetupWizard *>((page->*(&Page::wizard))())->_tolvar;
 }
 
 ZVTolvarSetupWizard::ZVTolvarSetupWizard(QWidget *parent)

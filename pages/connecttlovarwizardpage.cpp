@@ -27,9 +27,14 @@ void ConnectTlovarWizardPage::initializePage()
     tolvar->findTolvar();
 }
 
+QString ConnectTlovarWizardPage::gettingStatus()
+{
+    return tr("Getting status", "Progress bar label");
+}
+
 void ConnectTlovarWizardPage::onCandidateDeviceFound()
 {
-    _ui->label_progress->setText(tr("Getting status", "Progress bar label"));
+    _ui->label_progress->setText(gettingStatus());
     Q_EMIT completeChanged();
 }
 
@@ -49,8 +54,14 @@ bool ConnectTlovarWizardPage::isComplete() const
         _ui->connectionProgressBar->hide();
         return true;
     }
-    if (!_ui->connectionProgressBar->isVisible()) {
-        _ui->label_progress->setText(tr("Looking for ZV Tolvar", "Progress bar label"));
+
+    // Not isVisible(): the wizard takes its pages off the screen for the moment in which it asks, and the text of a
+    // device that has just been found would never stay.
+    const bool windowVisible = window()->isVisible();
+    if (!windowVisible || _ui->connectionProgressBar->isHidden()) {
+        // Before the window is there the bar counts as hidden; a device that is there already keeps its text.
+        if (windowVisible || _ui->label_progress->text() != gettingStatus())
+            _ui->label_progress->setText(tr("Looking for ZV Tolvar", "Progress bar label"));
         _ui->connectionProgressBar->show();
     }
     return false;

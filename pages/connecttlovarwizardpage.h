@@ -27,5 +27,7 @@ public Q_SLOTS:
     void onCandidateDeviceFound();
 
 private:
+    static QString gettingStatus();
+
     std::unique_ptr<Ui_ConnectTlovarWizardPage> _ui;
 };

@@ -31,6 +31,8 @@ private Q_SLOTS:
     void withoutASystemIDAgainTheSearchIsBack();
     void aCandidateAfterIdentificationChangesNothing();
     void theLabelStaysWhileTheBarIsVisible();
+    void beforeTheWindowIsShownTheBarCountsAsHidden();
+    void aDeviceThatIsThereAtTheStartKeepsItsText();
     void backFromTheNextPageSearchesNoSecondTime();
     void theNextPageIsTheFoundPage();
     void enteringAgainDoublesItsConnections();
@@ -111,6 +113,29 @@ void TestConnectPage::theLabelStaysWhileTheBarIsVisible()
     QVERIFY(!_f->wizard.currentPage()->isComplete());
     QCOMPARE(label(), QStringLiteral("Looking for ZV Tolvar"));
     QVERIFY(barVisible());
+}
+
+void TestConnectPage::beforeTheWindowIsShownTheBarCountsAsHidden()
+{
+    ZVTolvarSetupWizard wizard;
+    QWizardPage *page = wizard.page(0);
+    auto *text = page->findChild<QLabel *>("label_progress");
+    QCOMPARE(text->text(), QStringLiteral("TextLabel"));
+    QVERIFY(!page->isComplete());
+    QCOMPARE(text->text(), QStringLiteral("Looking for ZV Tolvar"));
+    QVERIFY(!page->findChild<QProgressBar *>("connectionProgressBar")->isHidden());
+}
+
+void TestConnectPage::aDeviceThatIsThereAtTheStartKeepsItsText()
+{
+    // The device is announced while the wizard enters its first page, before its window is shown.
+    ZVTolvarSetupWizard wizard;
+    wizard.restart();
+    Q_EMIT wizard._tolvar->candidateDeviceFound();
+    wizard.show();
+    QWizardPage *page = wizard.currentPage();
+    QCOMPARE(page->findChild<QLabel *>("label_progress")->text(), QStringLiteral("Getting status"));
+    QVERIFY(page->findChild<QProgressBar *>("connectionProgressBar")->isVisible());
 }
 
 void TestConnectPage::backFromTheNextPageSearchesNoSecondTime()

@@ -46,4 +46,7 @@ public:
     bool canGoOn() const;
     /// Whether the wizard lets the user finish.
     bool canFinish() const;
+
+private:
+    void feed(const QString &bytes) const;
 };

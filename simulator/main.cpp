@@ -1,0 +1,58 @@
+// tolvarsim: runs a program on a computer that has a simulated ZV Tolvar plugged in.
+
+#include <cstdio>
+#include <unistd.h>
+
+#include <QCoreApplication>
+#include <QStandardPaths>
+
+#include "simulator/simoptions.h"
+#include "simulator/simulation.h"
+#include "simulator/usbtestbed.h"
+
+namespace
+{
+constexpr int badUse = 2;
+
+int fail(const QString &sentence)
+{
+    fprintf(stderr, "tolvarsim: %s\n", qPrintable(sentence));
+    return badUse;
+}
+
+// The mock test bed works by preload, so it must be there from a process's first moment: start over under it.
+void startOverUnderWrapper(char **argv)
+{
+    constexpr const char *onlyOnce = "TOLVARSIM_STARTED_OVER";
+    const QByteArray wrapper =
+        QStandardPaths::findExecutable(QStringLiteral("umockdev-wrapper")).toLocal8Bit();
+    if (wrapper.isEmpty() || qEnvironmentVariableIsSet(onlyOnce))
+        return;
+    qputenv(onlyOnce, "1");
+    QByteArray self = QCoreApplication::applicationFilePath().toLocal8Bit();
+    QList<char *> arguments = {const_cast<char *>(wrapper.constData()), self.data()};
+    for (char **argument = argv + 1; *argument; ++argument)
+        arguments += *argument;
+    arguments += nullptr;
+    execv(wrapper.constData(), arguments.data());
+}
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("tolvarsim"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(ZV_VERSION));
+
+    QString problem;
+    const std::optional<SimOptions> options = readOptions(QCoreApplication::arguments(), problem);
+    if (!options)
+        return fail(problem);
+    if (!UsbTestbed::isPossible()) {
+        startOverUnderWrapper(argv);
+        return fail(
+            QStringLiteral("It needs umockdev-wrapper, of the package umockdev, which is not found or does "
+                           "not work."));
+    }
+    return Simulation(*options).run();
+}

@@ -1,0 +1,138 @@
+#include "simulator/pluggedport.h"
+
+#include <QEventLoop>
+#include <QMutexLocker>
+#include <QTimer>
+
+#include "simulator/portpump.h"
+#include "simulator/usbtestbed.h"
+
+PluggedPort::PluggedPort(UsbTestbed &bed, const UsbBridge &bridge)
+    : _bed(bed)
+    , _bridge(bridge)
+    , _pump(std::make_unique<PortPump>())
+{
+    _thread.setObjectName(QStringLiteral("far end"));
+    _pump->moveToThread(&_thread);
+    _thread.start();
+}
+
+PluggedPort::~PluggedPort()
+{
+    stop();
+}
+
+void PluggedPort::stop()
+{
+    if (_isPlugged) {
+        inThread([this] { _pump->detach(); });
+        _bed.unplug(_ttyName);
+        _isPlugged = false;
+    }
+    _thread.quit();
+    _thread.wait();
+}
+
+void PluggedPort::inThread(const std::function<void()> &step)
+{
+    QMetaObject::invokeMethod(_pump.get(), step, Qt::BlockingQueuedConnection);
+}
+
+bool PluggedPort::plug()
+{
+    if (_isPlugged)
+        return false;
+    const QByteArray ttyName = _bed.plug(_bridge);
+    if (ttyName.isEmpty())
+        return false;
+    _ttyName = ttyName;
+    _isPlugged = true;
+    inThread([this] { _pump->attach(_bed.descriptor(_ttyName)); });
+    return true;
+}
+
+void PluggedPort::unplug()
+{
+    if (!_isPlugged)
+        return;
+    inThread([this] {
+        _pump->detach();
+        losePower();
+    });
+    _bed.unplug(_ttyName);
+    _isPlugged = false;
+}
+
+bool PluggedPort::replug()
+{
+    unplug();
+    return plug();
+}
+
+bool PluggedPort::waitUntil(const std::function<bool()> &holds, int milliseconds)
+{
+    if (holds())
+        return true;
+    QEventLoop loop;
+    bool held = false;
+    connect(this, &PluggedPort::changed, &loop, [&] {
+        held = held || holds();
+        if (held)
+            loop.quit();
+    });
+    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+    loop.exec();
+    return held || holds();
+}
+
+PluggedTolvar::PluggedTolvar(UsbTestbed &bed, const TolvarSetup &setup, const UsbBridge &bridge)
+    : PluggedPort(bed, bridge)
+    , _tolvar(setup)
+{
+    connect(pump(), &PortPump::received, &_tolvar, &SimulatedTolvar::receive);
+    connect(&_tolvar, &SimulatedTolvar::transmit, pump(), &PortPump::send);
+    connect(&_tolvar, &SimulatedTolvar::changed, this, &PluggedPort::changed);
+    connect(&_tolvar, &SimulatedTolvar::conversation, this, &PluggedTolvar::conversation);
+    _tolvar.moveToThread(farThread());
+}
+
+PluggedTolvar::~PluggedTolvar()
+{
+    stop();
+}
+
+void PluggedTolvar::losePower()
+{
+    _tolvar.losePower();
+}
+
+bool PluggedTolvar::waitFor(const std::function<bool(const TolvarState &)> &holds, int milliseconds)
+{
+    return waitUntil([&] { return holds(state()); }, milliseconds);
+}
+
+ForeignPort::ForeignPort(UsbTestbed &bed, const UsbBridge &bridge)
+    : PluggedPort(bed, bridge)
+{
+    connect(
+        pump(), &PortPump::received, this,
+        [this](const QByteArray &bytes) {
+            {
+                const QMutexLocker lock(&_guard);
+                _received += bytes;
+            }
+            Q_EMIT changed();
+        },
+        Qt::DirectConnection);
+}
+
+ForeignPort::~ForeignPort()
+{
+    stop();
+}
+
+QByteArray ForeignPort::received() const
+{
+    const QMutexLocker lock(&_guard);
+    return _received;
+}

@@ -1,0 +1,132 @@
+#include "simulator/simulation.h"
+
+#include <cstdio>
+
+#include <QEventLoop>
+#include <QTimer>
+
+#include "simulator/unixsignals.h"
+
+Simulation::Simulation(const SimOptions &options)
+    : _options(options)
+    , _printer(options.isVerbose)
+    , _bed(options.firstTty)
+    , _tolvar(_bed, options.setup, options.bridge)
+{
+    connect(&_tolvar, &PluggedTolvar::conversation, this,
+            [this](SimulatedTolvar::Speech what, const QByteArray &text) { _printer.print(what, text); });
+    _program.setProcessChannelMode(QProcess::ForwardedChannels);
+    _program.setInputChannelMode(QProcess::ForwardedInputChannel);
+}
+
+Simulation::~Simulation() = default;
+
+void Simulation::plugIn()
+{
+    if (_tolvar.plug())
+        _printer.remark(QStringLiteral("plugged in as %1").arg(QLatin1String(_tolvar.ttyName())));
+}
+
+void Simulation::onSignal(int number)
+{
+    if (number == SIGUSR1) {
+        if (_tolvar.isPlugged())
+            _tolvar.unplug();
+        else
+            plugIn();
+    } else if (!_wasAskedToEnd) {
+        _wasAskedToEnd = true;
+        _program.terminate();
+    } else {
+        _program.kill();
+    }
+}
+
+int Simulation::run()
+{
+    UnixSignals signalsFromOutside({SIGINT, SIGTERM, SIGUSR1});
+    connect(&signalsFromOutside, &UnixSignals::arrived, this, &Simulation::onSignal);
+
+    if (_options.hasForeign) {
+        const UsbBridge bridges[] = {UsbBridge::foreignFtdi(), UsbBridge::foreignCh340()};
+        for (int i = 0; i < 2; ++i) {
+            _foreign[i] = std::make_unique<ForeignPort>(_bed, bridges[i]);
+            _foreign[i]->plug();
+        }
+    }
+    if (_options.plugAfter == 0)
+        plugIn();
+    else
+        QTimer::singleShot(_options.plugAfter, this, &Simulation::plugIn);
+
+    QEventLoop loop;
+    connect(&_program, &QProcess::finished, &loop, &QEventLoop::quit);
+    connect(&_program, &QProcess::errorOccurred, &loop, [&loop](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart)
+            loop.quit();
+    });
+    _program.start(_options.program.first(), _options.program.mid(1));
+    if (_program.state() != QProcess::NotRunning)
+        loop.exec();
+    if (_program.error() == QProcess::FailedToStart) {
+        fprintf(stderr, "tolvarsim: %s can't be run: %s\n", qPrintable(_options.program.first()),
+                qPrintable(_program.errorString()));
+        return 2;
+    }
+
+    waitUntilQuiet();
+    tellWhatDeviceHolds();
+    if (!isAsExpected())
+        return 1;
+    constexpr int endedBySignal = 128; // as a shell counts
+    return (_program.exitStatus() == QProcess::CrashExit ? endedBySignal : 0) + _program.exitCode();
+}
+
+// What the program said last may still be on its way, and the device may be at work on something before it.
+void Simulation::waitUntilQuiet()
+{
+    constexpr int quietTime = 100;
+    constexpr int longestWork = 60000;
+    TolvarState state;
+    do {
+        _tolvar.waitFor([](const TolvarState &now) { return !now.isWorking; }, longestWork);
+        state = _tolvar.state();
+    } while (_tolvar.waitFor(
+        [&state](const TolvarState &now) { return now.isWorking || now.bytes.size() != state.bytes.size(); },
+        quietTime));
+}
+
+void Simulation::tellWhatDeviceHolds()
+{
+    const TolvarState state = _tolvar.state();
+    const TolvarConfiguration &saved = state.saved;
+    const bool isStatic = saved.useStaticIP == "Y";
+    _printer.remark(QStringLiteral("the device holds:"));
+    _printer.remark(QStringLiteral("  network     \"%1\"").arg(readable(saved.network)));
+    _printer.remark(QStringLiteral("  passphrase  \"%1\"").arg(readable(saved.passphrase)));
+    _printer.remark(QStringLiteral("  antenna     %1").arg(readable(saved.antenna)));
+    _printer.remark(QStringLiteral("  static IP   %1")
+                        .arg(isStatic ? readable(saved.ipAddress) : QStringLiteral("none")));
+    _printer.remark(state.exited ? QStringLiteral("it has been told to leave setup mode")
+                                 : QStringLiteral("it has not been told to leave setup mode"));
+}
+
+bool Simulation::isAsExpected() const
+{
+    const TolvarState state = _tolvar.state();
+    QStringList misses;
+    const auto check = [&misses](const char *what, const std::optional<QByteArray> &expected,
+                                 const QByteArray &held) {
+        if (expected && *expected != held)
+            misses += QStringLiteral("the %1 is \"%2\", not \"%3\"")
+                          .arg(QLatin1String(what), readable(held), readable(*expected));
+    };
+    check("saved network", _options.expectedSsid, state.saved.network);
+    check("saved passphrase", _options.expectedPassphrase, state.saved.passphrase);
+    if (_options.mustExit && !state.exited)
+        misses += QStringLiteral("\"exit\" has not come");
+    if (!misses.isEmpty())
+        fprintf(stderr, "tolvarsim: the device does not end as expected: %s\n",
+                qPrintable(misses.join(QStringLiteral("; "))));
+    return misses.isEmpty();
+}

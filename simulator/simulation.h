@@ -1,0 +1,41 @@
+#pragma once
+
+#include <memory>
+
+#include <QObject>
+#include <QProcess>
+
+#include "simulator/conversationprinter.h"
+#include "simulator/pluggedport.h"
+#include "simulator/simoptions.h"
+#include "simulator/usbtestbed.h"
+
+/// One run of a program beside a simulated device, from its start to the verdict on both.
+class Simulation : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Simulation(const SimOptions &options);
+    ~Simulation() override;
+
+    /// Runs it all; gives the status this process shall end with.
+    int run();
+
+private:
+    Q_DISABLE_COPY_MOVE(Simulation)
+
+    void plugIn();
+    void onSignal(int number);
+    void waitUntilQuiet();
+    void tellWhatDeviceHolds();
+    bool isAsExpected() const;
+
+    const SimOptions _options;
+    ConversationPrinter _printer;
+    UsbTestbed _bed;
+    PluggedTolvar _tolvar;
+    std::unique_ptr<ForeignPort> _foreign[2];
+    QProcess _program;
+    bool _wasAskedToEnd = false;
+};

@@ -1,0 +1,116 @@
+#include "simulator/tolvardocuments.h"
+
+#include <utility>
+
+#include <QString>
+#include <QXmlStreamWriter>
+
+namespace
+{
+// The writer works on text and would turn bytes into UTF-8. With one character a byte, there and back, every
+// byte comes out as it went in.
+QString asText(const QByteArray &bytes)
+{
+    return QString::fromLatin1(bytes);
+}
+
+// The writer's formatting begins with an empty line, which is left out.
+QByteArray asBytes(const QString &document)
+{
+    return document.toLatin1().mid(document.startsWith(QLatin1Char('\n')));
+}
+
+// What no XML document may hold, and the frame's own marks among it.
+QByteArray withoutControls(QByteArray bytes)
+{
+    for (char &byte : bytes) {
+        const auto code = static_cast<unsigned char>(byte);
+        if (code < 0x20 && byte != '\t' && byte != '\n' && byte != '\r')
+            byte = '?';
+    }
+    return bytes;
+}
+} // namespace
+
+QByteArray TolvarDocuments::status(const TolvarSetup &setup, const TolvarConfiguration &current,
+                                   const QByteArray &testResult)
+{
+    const std::pair<const char *, QByteArray> elements[] = {
+        {"name", setup.systemId},
+        {"mode", setup.mode},
+        {"firmware_date", setup.firmwareDate},
+        {"firmware_version", setup.firmwareVersion},
+        {"network_name", current.network},
+        {"mac_address", setup.macAddress},
+        {"ip_address", current.ipAddress},
+        {"useStaticIP", current.useStaticIP},
+        {"mask", setup.mask},
+        {"gateway", setup.gateway},
+        {"dns", setup.dns},
+        {"test_result", testResult},
+        {"upgrade_result", setup.upgradeResult},
+        {"ant", current.antenna},
+        {"trc", current.uartTrace},
+        {"sl_on", setup.sysLogOn},
+        {"sl_ip", setup.sysLogServer},
+    };
+
+    QString document;
+    QXmlStreamWriter xml(&document);
+    xml.setAutoFormatting(true);
+    xml.writeStartElement(QStringLiteral("puckdata"));
+    QByteArray extra = setup.extraStatusXml;
+    for (const auto &[name, value] : elements) {
+        if (!setup.missingFromStatus.contains(name))
+            xml.writeTextElement(QString::fromLatin1(name), asText(withoutControls(value)));
+        else
+            xml.writeCharacters(QString()); // ends the root's start tag, should nothing have done so yet
+        document += asText(std::exchange(extra, QByteArray()));
+    }
+    xml.writeEndElement();
+    return asBytes(document);
+}
+
+QByteArray TolvarDocuments::scanResults(const QList<TolvarNetwork> &air)
+{
+    QString document;
+    QXmlStreamWriter xml(&document);
+    xml.setAutoFormatting(true);
+    xml.writeStartElement(QStringLiteral("scan_results"));
+    for (const TolvarNetwork &network : air) {
+        if (network.hidden)
+            continue;
+        const std::pair<const char *, QByteArray> attributes[] = {
+            {"SSID", network.ssid},    {"channel", network.channel}, {"adhoc", network.adhoc},
+            {"sec", network.security}, {"suites", network.suites},   {"WPS", network.wps},
+            {"RSSI", network.rssi},
+        };
+        xml.writeEmptyElement(QStringLiteral("scan"));
+        for (const auto &[name, value] : attributes)
+            xml.writeAttribute(QString::fromLatin1(name), asText(withoutControls(value)));
+    }
+    xml.writeEndElement();
+    return asBytes(document);
+}
+
+QByteArray TolvarDocuments::testResults(const QByteArray &ssid, const QByteArray &description, int result)
+{
+    QString document;
+    QXmlStreamWriter xml(&document);
+    xml.setAutoFormatting(true);
+    xml.writeStartElement(QStringLiteral("networktest_results"));
+    xml.writeEmptyElement(QStringLiteral("status"));
+    xml.writeAttribute(QStringLiteral("SSID"), asText(withoutControls(ssid)));
+    xml.writeAttribute(QStringLiteral("desc"), asText(description));
+    xml.writeAttribute(QStringLiteral("result"), QString::number(result));
+    xml.writeEndElement();
+    return asBytes(document);
+}
+
+QByteArray TolvarDocuments::logFile(const QByteArray &text)
+{
+    QString document;
+    QXmlStreamWriter xml(&document);
+    xml.writeTextElement(QStringLiteral("log_file"), asText(withoutControls(text)));
+    return asBytes(document);
+}

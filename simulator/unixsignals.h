@@ -1,0 +1,31 @@
+#pragma once
+
+#include <csignal>
+#include <initializer_list>
+#include <memory>
+
+#include <QList>
+#include <QObject>
+
+class QSocketNotifier;
+
+/// Turns signals of the system into signals of an object, in the event loop. One at a time in a process.
+class UnixSignals : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit UnixSignals(std::initializer_list<int> numbers);
+    /// Puts the system's own handling back.
+    ~UnixSignals() override;
+
+Q_SIGNALS:
+    void arrived(int number);
+
+private:
+    Q_DISABLE_COPY_MOVE(UnixSignals)
+
+    const QList<int> _numbers;
+    int _pipe[2] = {-1, -1};
+    std::unique_ptr<QSocketNotifier> _readable;
+};
