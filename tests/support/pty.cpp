@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <pty.h>
-#include <termios.h>
 #include <unistd.h>
 
 #include <QtGlobal>
@@ -45,6 +44,13 @@ QByteArray Pty::collected()
 {
     _collected += received();
     return _collected;
+}
+
+termios Pty::settings() const
+{
+    termios line = {};
+    tcgetattr(_master, &line);
+    return line;
 }
 
 void Pty::hangUp()

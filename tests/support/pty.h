@@ -1,5 +1,7 @@
 #pragma once
 
+#include <termios.h>
+
 #include <QByteArray>
 #include <QString>
 
@@ -18,6 +20,8 @@ public:
     QByteArray received();
     /// Everything written so far is collected here, for QTRY_COMPARE to look at.
     QByteArray collected();
+    /// The line's settings, as its opener made them.
+    termios settings() const;
     /// Closes the other end, as an unplug does: the tty hangs up.
     void hangUp();
 
