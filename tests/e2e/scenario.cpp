@@ -1,0 +1,78 @@
+#include "tests/e2e/scenario.h"
+
+#include <QDir>
+#include <QFile>
+#include <QtTest>
+
+Scenario::Scenario(const TolvarSetup &setup, const UsbBridge &bridge)
+    : tolvar(bed, setup, bridge)
+    , user(screen)
+{
+    QObject::connect(&tolvar, &PluggedTolvar::conversation, &tolvar,
+                     [this](SimulatedTolvar::Speech what, const QByteArray &text) {
+                         const auto kind = QVariant::fromValue(what).toString();
+                         _conversation += kind + ": " + QString::fromLatin1(text.simplified());
+                     });
+    screen.setHome(_home.path());
+}
+
+Scenario::~Scenario()
+{
+    if (QTest::currentTestFailed()) {
+        const QString folder = QStringLiteral("e2e-failures/%1-%2")
+                                   .arg(QLatin1String(QTest::currentTestFunction()),
+                                        QLatin1String(QTest::currentDataTag()).toString().replace('/', '_'));
+        QDir().mkpath(folder);
+        screen.leaveEvidence(folder);
+        const auto leave = [&folder](const QString &name, const QByteArray &contents) {
+            QFile file(folder + "/" + name);
+            if (file.open(QIODevice::WriteOnly))
+                file.write(contents);
+        };
+        leave("zvinstall.log", sessionLog());
+        leave("device.txt", _conversation.join('\n').toUtf8());
+        qWarning("what was seen and said is in %s", qPrintable(QDir(folder).absolutePath()));
+    }
+    screen.terminate();
+}
+
+bool Scenario::start()
+{
+    return screen.start(qEnvironmentVariable("ZV_PROGRAM"));
+}
+
+QByteArray Scenario::sessionLog() const
+{
+    QFile file(inHome("zvinstall.log"));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QList<QByteArray> Scenario::received()
+{
+    if (tolvar.isPlugged())
+        tolvar.catchUp();
+    return tolvar.state().lineTexts();
+}
+
+QList<QByteArray> Scenario::receivedSinceStatus()
+{
+    const QList<QByteArray> lines = received();
+    return lines.mid(lines.lastIndexOf("get") + 1);
+}
+
+bool Scenario::deviceGets(const QByteArray &word)
+{
+    return tolvar.waitFor([&word](const TolvarState &state) {
+        const QList<QByteArray> lines = state.lineTexts();
+        return std::any_of(lines.cbegin(), lines.cend(),
+                           [&word](const QByteArray &line) { return line.startsWith(word); });
+    }, 20000);
+}
+
+QList<QByteArray> typicalLines(const QByteArray &ssid, const QByteArray &passphrase)
+{
+    return {"setuarttrace y",       "save", "scan", "setuarttrace n",
+            "setssid " + ssid,      "setpass " + passphrase, "test",
+            "ant_select 0",         "setssid " + ssid, "setpass " + passphrase, "setstaticip N", "save",
+            "exit"};
+}

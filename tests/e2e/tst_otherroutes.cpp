@@ -1,0 +1,301 @@
+#include <QDate>
+#include <QFile>
+#include <QtTest>
+
+#include "tests/e2e/scenario.h"
+
+using namespace onscreen;
+
+namespace
+{
+const QString wizardTitle = QStringLiteral("ZV Tolvar Setup v2.3");
+
+QByteArray contents(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : "cannot be read: " + file.errorString().toUtf8();
+}
+
+/// Starts the program with the device plugged in and waits until it is found.
+bool findsTheDevice(Scenario &s)
+{
+    return s.tolvar.plug() && s.start() && s.user.seesTheDevice();
+}
+
+/// And on to the page with the networks, scanned.
+bool scans(Scenario &s)
+{
+    return findsTheDevice(s) && s.user.goesToTheNetworks() && s.user.seesTheNetworks();
+}
+} // namespace
+
+/// The other ways through the real program: warnings, failures, the log, the dialogs.
+class TestOtherRoutes : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aWepNetworkIsWarnedAbout();
+    void aWrongPassphraseCanBeSavedAnyway();
+    void anUnknownSsidCanBeSavedAnyway();
+    void aSystemErrorLeavesCancelAlone();
+    void theLogIsSavedToTheByte();
+    void theLogIsRefusedOnA059();
+    void theDetailsOfANetwork();
+    void theConsoleShowsWhatTheDeviceSays();
+    void anOpenConsoleHoldsTheProgramUpNoLonger();
+    void anSsidGoesBackByteForByteAsItCame();
+    void refreshingScansAgain();
+    void unpluggedOnAnyPageNothingBreaks_data();
+    void unpluggedOnAnyPageNothingBreaks();
+    void garbageOnTheLineIsNoHindrance();
+};
+
+void TestOtherRoutes::aWepNetworkIsWarnedAbout()
+{
+    Scenario s;
+    ZV_STEP(s, scans(s));
+    ZV_STEP(s, s.user.picks("Old Barn"));
+    ZV_STEP(s, s.user.typesPassphrase("0123456789"));
+    ZV_STEP(s, s.user.goesOn());
+    ZV_STEP(s, s.user.sees("Warning - Selected Network is configured for WEP security"));
+    ZV_STEP(s, s.user.goesBack());
+    ZV_STEP(s, s.screen.waitFor(field().beside("Network").withText("Old Barn")));
+    ZV_STEP(s, s.screen.waitFor(field().beside("Passphrase").withText("0123456789")));
+    ZV_STEP(s, s.user.goesOn());
+    ZV_STEP(s, s.user.sees("Warning - Selected Network is configured for WEP security"));
+    ZV_STEP(s, s.user.goesOn());
+    ZV_STEP(s, s.user.sees("Successfully tested connection to network\n"));
+    ZV_STEP(s, s.user.saves());
+    ZV_STEP(s, s.user.finishes());
+    QCOMPARE(s.receivedSinceStatus(), typicalLines("Old Barn", "0123456789"));
+    QCOMPARE(s.tolvar.state().saved.network, QByteArray("Old Barn"));
+}
+
+void TestOtherRoutes::aWrongPassphraseCanBeSavedAnyway()
+{
+    Scenario s;
+    ZV_STEP(s, scans(s));
+    ZV_STEP(s, s.user.picks("Workshop"));
+    ZV_STEP(s, s.user.typesPassphrase("wrong  one"));
+    ZV_STEP(s, s.user.goesOn());
+    ZV_STEP(s, s.user.sees("The network was found, but the passphrase was invalid\n"));
+    ZV_STEP(s, s.screen.waitFor(button("Done").disabled()));
+    ZV_STEP(s, s.user.saves("Save network configuration anyway?"));
+    ZV_STEP(s, s.screen.waitFor(button("Save network configuration anyway?").enabled()));
+    ZV_STEP(s, s.user.finishes());
+    QCOMPARE(s.receivedSinceStatus(), typicalLines("Workshop", "wrong  one"));
+    QCOMPARE(s.tolvar.state().saved.passphrase, QByteArray("wrong  one"));
+    QCOMPARE(s.screen.exitCode(), 0);
+}
+
+void TestOtherRoutes::anUnknownSsidCanBeSavedAnyway()
+{
+    Scenario s;
+    ZV_STEP(s, scans(s));
+    ZV_STEP(s, s.user.typesNetwork(" Far  away "));
+    ZV_STEP(s, s.user.typesPassphrase("x"));
+    ZV_STEP(s, s.user.goesOn());
+    ZV_STEP(s, s.user.sees("The network was not found\n"));
+    ZV_STEP(s, s.user.saves("Save network configuration anyway?"));
+    ZV_STEP(s, s.user.finishes());
+    QCOMPARE(s.receivedSinceStatus(), typicalLines(" Far  away ", "x"));
+    QCOMPARE(s.tolvar.state().saved.network, QByteArray(" Far  away "));
+}
+
+void TestOtherRoutes::aSystemErrorLeavesCancelAlone()
+{
+    TolvarSetup setup;
+    setup.faults.systemErrorOnTest = true;
+    Scenario s(setup);
+    ZV_STEP(s, scans(s));
+    ZV_STEP(s, s.user.picks("Workshop"));
+    ZV_STEP(s, s.user.goesOn());
+    ZV_STEP(s, s.user.sees("There was an unexpected system error. Please power off and then power on the Tolvar "
+                           "and restart this utility\n"));
+    ZV_STEP(s, s.screen.waitFor(button("Save Network Configuration").disabled()));
+    ZV_STEP(s, s.screen.waitFor(button("Done").disabled()));
+    ZV_STEP(s, s.screen.click(button("Cancel")));
+    ZV_STEP(s, s.screen.waitForEnd());
+    QCOMPARE(s.received().constLast(), QByteArray("exit")); // leaving by Cancel, the device is told as well
+    QCOMPARE(s.tolvar.state().saved.passphrase, QByteArray("correct horse battery"));
+}
+
+void TestOtherRoutes::theLogIsSavedToTheByte()
+{
+    TolvarSetup setup;
+    setup.logText = "first line\n\n  \"quoted\" & <marked up> > done\n\ttab\n" + QByteArray(5000, 'x') + "\nlast";
+    Scenario s(setup);
+    ZV_STEP(s, findsTheDevice(s));
+    ZV_STEP(s, s.user.goesOn());
+    ZV_STEP(s, s.screen.click(button("Get Tolvar Log File")));
+    const QString path = s.inHome("my log.txt");
+    ZV_STEP(s, s.screen.saveAs(path));
+    ZV_STEP(s, s.user.sees("Log file written to: " + path));
+    ZV_STEP(s, s.screen.waitFor(button("Get Tolvar Log File").enabled()));
+    QCOMPARE(contents(path), setup.logText);
+    QVERIFY(s.sessionLog().contains("D:Opening file: \"" + path.toUtf8() + "\" \n"));
+
+    // The run goes on as if nothing had been.
+    ZV_STEP(s, s.user.goesOn());
+    ZV_STEP(s, s.user.seesTheNetworks());
+    QCOMPARE(s.received(), QList<QByteArray>({"C", "get", "get_log_file", "setuarttrace y", "save", "scan",
+                                              "setuarttrace n"}));
+}
+
+void TestOtherRoutes::theLogIsRefusedOnA059()
+{
+    TolvarSetup setup;
+    setup.firmwareVersion = "A059";
+    Scenario s(setup);
+    ZV_STEP(s, findsTheDevice(s));
+    ZV_STEP(s, s.user.goesOn());
+    ZV_STEP(s, s.screen.click(button("Get Tolvar Log File")));
+    ZV_STEP(s, s.user.sees("Tolvar Log file only available on Firmware A060 or later"));
+    ZV_STEP(s, s.screen.click(button("OK")));
+    ZV_STEP(s, s.screen.waitFor(button("Get Tolvar Log File").enabled().in(wizardTitle)));
+    ZV_STEP(s, s.user.goesOn());
+    ZV_STEP(s, s.user.seesTheNetworks());
+    QVERIFY(!s.received().contains("get_log_file"));
+}
+
+void TestOtherRoutes::theDetailsOfANetwork()
+{
+    Scenario s;
+    ZV_STEP(s, scans(s));
+    ZV_STEP(s, s.screen.doubleClick(row("Old Barn")));
+    ZV_STEP(s, s.screen.waitFor(window("Network Details")));
+    for (const char *value : {"Old Barn", "11", "WEP", "WEP40", "-71"})
+        ZV_STEP(s, s.screen.waitFor(label(value)));
+    ZV_STEP(s, s.screen.click(button("OK")));
+    ZV_STEP(s, s.screen.waitUntilGone(window("Network Details")));
+
+    ZV_STEP(s, s.user.typesNetwork("Far away"));
+    ZV_STEP(s, s.screen.click(button("View Network Details...")));
+    ZV_STEP(s, s.screen.waitFor(label("Not Found").in("Network Details")));
+    ZV_STEP(s, s.screen.pressKey("Escape"));
+    ZV_STEP(s, s.screen.waitUntilGone(window("Network Details")));
+    QCOMPARE(s.sessionLog().count("D:View Details Button Clicked \n"), 2);
+    QCOMPARE(s.sessionLog().count("D: OK \n"), 1);
+}
+
+void TestOtherRoutes::theConsoleShowsWhatTheDeviceSays()
+{
+    Scenario s;
+    ZV_STEP(s, findsTheDevice(s));
+    ZV_STEP(s, s.screen.click(button("Console")));
+    ZV_STEP(s, s.screen.waitFor(window("Console Log")));
+    const QString shown = s.screen.text(textView().in("Console Log"));
+    QVERIFY2(shown.contains("<name>TOLVAR-4711</name>"), qPrintable(shown));
+    QVERIFY2(shown.contains(">"), qPrintable(shown));
+    QVERIFY2(!shown.contains("_commState") && !shown.contains("->IN_PROMPT"), "debug messages are not shown");
+
+    // The wizard stays usable beside it, and the console goes on.
+    ZV_STEP(s, s.screen.activateWindow(wizardTitle));
+    ZV_STEP(s, s.user.goesToTheNetworks());
+    ZV_STEP(s, s.user.seesTheNetworks());
+    ZV_STEP(s, s.screen.waitUntil(
+                   [&s] { return s.screen.text(textView().in("Console Log")).contains("<scan_results>"); },
+                   "the scan's reply in the console view"));
+}
+
+void TestOtherRoutes::anOpenConsoleHoldsTheProgramUpNoLonger()
+{
+    Scenario s;
+    ZV_STEP(s, findsTheDevice(s));
+    ZV_STEP(s, s.screen.click(button("Console")));
+    ZV_STEP(s, s.screen.waitFor(window("Console Log")));
+    ZV_STEP(s, s.screen.closeWindow(wizardTitle));
+    ZV_STEP(s, s.screen.waitForEnd());
+    QCOMPARE(s.screen.exitCode(), 0);
+    QCOMPARE(s.received().constLast(), QByteArray("exit"));
+}
+
+void TestOtherRoutes::anSsidGoesBackByteForByteAsItCame()
+{
+    const QByteArray ssid = "Caf\xC3\xA9 Br\xC3\xBC"
+                            "cke";
+    Scenario s;
+    ZV_STEP(s, scans(s));
+    ZV_STEP(s, s.user.picks(QString::fromLatin1(ssid)));
+    ZV_STEP(s, s.user.typesPassphrase("Milchkaffee"));
+    ZV_STEP(s, s.user.goesOn());
+    ZV_STEP(s, s.user.sees("Successfully tested connection to network\n"));
+    ZV_STEP(s, s.user.saves());
+    ZV_STEP(s, s.user.finishes());
+    QCOMPARE(s.tolvar.state().saved.network, ssid);
+}
+
+void TestOtherRoutes::refreshingScansAgain()
+{
+    Scenario s;
+    ZV_STEP(s, scans(s));
+    s.tolvar.alter([](TolvarSetup &setup) {
+        TolvarNetwork fresh;
+        fresh.ssid = "Just switched on";
+        setup.air = {fresh};
+    });
+    ZV_STEP(s, s.screen.click(button("Look for Networks...")));
+    ZV_STEP(s, s.screen.waitFor(row("Just switched on")));
+    ZV_STEP(s, s.user.seesTheNetworks());
+    QCOMPARE(s.screen.names(row()), QStringList{"Just switched on"});
+    QCOMPARE(s.receivedSinceStatus(), QList<QByteArray>({"setuarttrace y", "save", "scan", "setuarttrace n",
+                                                         "setuarttrace y", "save", "scan", "setuarttrace n"}));
+}
+
+void TestOtherRoutes::unpluggedOnAnyPageNothingBreaks_data()
+{
+    QTest::addColumn<int>("pagesOn");
+    QTest::newRow("on the found page") << 1;
+    QTest::newRow("on the choose-network page") << 2;
+    QTest::newRow("on the test page, its verdict shown") << 3;
+}
+
+void TestOtherRoutes::unpluggedOnAnyPageNothingBreaks()
+{
+    QFETCH(int, pagesOn);
+    Scenario s;
+    ZV_STEP(s, findsTheDevice(s));
+    ZV_STEP(s, s.user.goesOn());
+    ZV_STEP(s, s.user.sees("Found Device"));
+    if (pagesOn > 1) {
+        ZV_STEP(s, s.user.goesOn());
+        ZV_STEP(s, s.user.seesTheNetworks());
+    }
+    if (pagesOn > 2) {
+        ZV_STEP(s, s.user.typesPassphrase("correct horse battery"));
+        ZV_STEP(s, s.user.goesOn());
+        ZV_STEP(s, s.user.sees("Successfully tested connection to network\n"));
+    }
+    s.tolvar.unplug();
+    ZV_STEP(s, s.screen.waitUntil([&s] { return s.sessionLog().contains("D:****Device REMOVED: \n"); },
+                                  "the removal in the session log"));
+    QVERIFY(s.tolvar.plug());
+    // It is found anew behind whatever page is shown, and says what it is.
+    ZV_STEP(s, s.screen.waitUntil([&s] { return s.received().count("get") >= 3; }, "its status asked for again"));
+    for (int page = pagesOn; page > 0; --page)
+        ZV_STEP(s, s.user.goesBack());
+    ZV_STEP(s, s.user.seesTheDevice());
+    ZV_STEP(s, s.screen.click(button("Cancel")));
+    ZV_STEP(s, s.screen.waitForEnd());
+    QCOMPARE(s.screen.exitCode(), 0);
+    QCOMPARE(s.received().constLast(), QByteArray("exit"));
+}
+
+void TestOtherRoutes::garbageOnTheLineIsNoHindrance()
+{
+    TolvarSetup setup;
+    setup.faults.garbageBeforeReplies = QByteArray("\xFF\x00 ~~ <puckdata> \x03 \x04 & > >", 27);
+    Scenario s(setup);
+    ZV_STEP(s, scans(s));
+    ZV_STEP(s, s.user.picks("Workshop"));
+    ZV_STEP(s, s.user.typesPassphrase("correct horse battery"));
+    ZV_STEP(s, s.user.goesOn());
+    ZV_STEP(s, s.user.sees("Successfully tested connection to network\n"));
+    ZV_STEP(s, s.user.saves());
+    ZV_STEP(s, s.user.finishes());
+    QCOMPARE(s.receivedSinceStatus(), typicalLines("Workshop", "correct horse battery"));
+}
+
+QTEST_GUILESS_MAIN(TestOtherRoutes)
+#include "tst_otherroutes.moc"

@@ -1,0 +1,292 @@
+#include <algorithm>
+#include <chrono>
+
+#include <QRegularExpression>
+#include <QTimer>
+#include <QtTest>
+
+#include "tests/e2e/scenario.h"
+
+using namespace onscreen;
+
+namespace
+{
+const QByteArray ssid = "The name with thirty-two letters";
+const QByteArray passphrase = "as long as it may be";
+
+/// One message of the session log: its prefix and its text, which may span lines.
+struct Message {
+    char level;
+    QString text;
+};
+
+QList<Message> messagesOf(const QByteArray &log)
+{
+    QList<Message> messages;
+    QString text = QString::fromUtf8(log);
+    if (text.endsWith('\n'))
+        text.chop(1);
+    for (const QString &line : text.split('\n')) {
+        static const QRegularExpression start("^[DWCF]:");
+        if (start.match(line).hasMatch())
+            messages.append({line.at(0).toLatin1(), line.mid(2)});
+        else if (!messages.isEmpty())
+            messages.last().text += '\n' + line;
+    }
+    return messages;
+}
+
+QString sent(const QString &command)
+{
+    return "--> \"" + command + "\r\n\" ";
+}
+} // namespace
+
+/// The typical run of the real program, on a real tty and udev, from plug in to configuration saved.
+class TestTypicalRun : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void presentAtTheStart_data();
+    void presentAtTheStart();
+    void pluggedInTwoSecondsAfterTheStart();
+    void pluggedOutAndInOnTheConnectPage();
+    void pluggedOutAndInDuringAScan();
+    void foreignPortsAreLeftAlone();
+    void commandsArePacedAtTenMillisecondsAByte();
+    void theSessionLogLineByLine();
+};
+
+namespace
+{
+/// From the choose-network page on.
+bool choosesAndSaves(Scenario &s)
+{
+    return s.user.seesTheNetworks() && s.user.picks(ssid) && s.user.typesPassphrase(passphrase) &&
+           s.user.goesOn() && s.user.sees("Successfully tested connection to network\n") && s.user.saves() &&
+           s.user.finishes();
+}
+
+/// The whole run, once the device is there or on its way.
+bool walksThrough(Scenario &s)
+{
+    return s.user.seesTheDevice() && s.user.goesToTheNetworks() && choosesAndSaves(s);
+}
+} // namespace
+
+// What the run is to end with.
+#define VERIFY_SAVED(scenario)                                                                               \
+    do {                                                                                                     \
+        QCOMPARE((scenario).screen.exitCode(), 0);                                                           \
+        const QList<QByteArray> lines = (scenario).receivedSinceStatus();                                    \
+        QCOMPARE(lines, typicalLines(ssid, passphrase));                                                     \
+        const TolvarState state = (scenario).tolvar.state();                                                 \
+        QCOMPARE(state.saved.network, ssid);                                                                 \
+        QCOMPARE(state.saved.passphrase, passphrase);                                                        \
+        QCOMPARE(state.saved.antenna, QByteArray("0"));                                                      \
+        QCOMPARE(state.saved.useStaticIP, QByteArray("N"));                                                  \
+        QVERIFY2(state.exited, "the device was expected to be told to leave its setup mode");                \
+    } while (false)
+
+void TestTypicalRun::presentAtTheStart_data()
+{
+    QTest::addColumn<bool>("prolific");
+    QTest::newRow("0403:6001") << false;
+    QTest::newRow("067b:2303") << true;
+}
+
+void TestTypicalRun::presentAtTheStart()
+{
+    QFETCH(bool, prolific);
+    Scenario s(TolvarSetup(), prolific ? UsbBridge::prolific() : UsbBridge::ftdi());
+    QVERIFY(s.tolvar.plug());
+    ZV_STEP(s, s.start());
+    ZV_STEP(s, s.screen.waitFor(label("Getting status")));
+    ZV_STEP(s, walksThrough(s));
+    QCOMPARE(s.received().mid(0, 2), QList<QByteArray>({"C", "get"}));
+    QCOMPARE(s.received().count("get"), 1);
+    VERIFY_SAVED(s);
+}
+
+void TestTypicalRun::pluggedInTwoSecondsAfterTheStart()
+{
+    Scenario s;
+    ZV_STEP(s, s.start());
+    ZV_STEP(s, s.user.seesTheSearch());
+    QTimer after;
+    after.setSingleShot(true);
+    after.start(2000);
+    QTRY_VERIFY(!after.isActive());
+    ZV_STEP(s, s.user.seesTheSearch());
+    QVERIFY(s.tolvar.plug());
+    ZV_STEP(s, s.screen.waitFor(label("Getting status")));
+    ZV_STEP(s, walksThrough(s));
+    VERIFY_SAVED(s);
+    QCOMPARE(s.received().count("get"), 2); // both controllers ask
+}
+
+void TestTypicalRun::pluggedOutAndInOnTheConnectPage()
+{
+    Scenario s;
+    QVERIFY(s.tolvar.plug());
+    ZV_STEP(s, s.start());
+    ZV_STEP(s, s.user.seesTheDevice());
+    s.tolvar.unplug();
+    ZV_STEP(s, s.user.seesTheSearch());
+    QVERIFY(s.tolvar.plug());
+    ZV_STEP(s, walksThrough(s));
+    VERIFY_SAVED(s);
+}
+
+void TestTypicalRun::pluggedOutAndInDuringAScan()
+{
+    TolvarSetup slow;
+    slow.delays.scan = 60000; // it ends with the unplug, not by itself
+    Scenario s(slow);
+    QVERIFY(s.tolvar.plug());
+    ZV_STEP(s, s.start());
+    ZV_STEP(s, s.user.seesTheDevice());
+    ZV_STEP(s, s.user.goesToTheNetworks());
+    QVERIFY(s.deviceGets("scan"));
+    s.tolvar.unplug();
+    ZV_STEP(s, s.screen.waitUntilGone(row("Please Wait....")));
+    s.tolvar.alter([](TolvarSetup &setup) { setup.delays.scan = 0; });
+    QVERIFY(s.tolvar.plug());
+    // The status brings the name back, and with it the way on; the scan begins anew with the page.
+    ZV_STEP(s, s.screen.waitFor(field().beside("Network").withText("Workshop")));
+    ZV_STEP(s, s.user.goesBack());
+    ZV_STEP(s, s.user.goesOn());
+    ZV_STEP(s, choosesAndSaves(s));
+    VERIFY_SAVED(s);
+}
+
+void TestTypicalRun::foreignPortsAreLeftAlone()
+{
+    Scenario s;
+    ForeignPort ftdi(s.bed);
+    ForeignPort ch340(s.bed, UsbBridge::foreignCh340());
+    QVERIFY(ftdi.plug());
+    QVERIFY(ch340.plug());
+    QVERIFY(s.tolvar.plug());
+    ZV_STEP(s, s.start());
+    ZV_STEP(s, walksThrough(s));
+    VERIFY_SAVED(s);
+    ftdi.catchUp();
+    ch340.catchUp();
+    QCOMPARE(ftdi.received(), QByteArray());
+    QCOMPARE(ch340.received(), QByteArray());
+}
+
+void TestTypicalRun::commandsArePacedAtTenMillisecondsAByte()
+{
+    Scenario s;
+    QVERIFY(s.tolvar.plug());
+    ZV_STEP(s, s.start());
+    ZV_STEP(s, s.user.seesTheDevice());
+    ZV_STEP(s, s.user.goesToTheNetworks());
+    ZV_STEP(s, s.user.seesTheNetworks());
+    ZV_STEP(s, s.user.picks(ssid));
+    ZV_STEP(s, s.user.typesPassphrase(passphrase));
+    const qint64 beforeTheClick = std::chrono::steady_clock::now().time_since_epoch().count();
+    ZV_STEP(s, s.user.goesOn());
+    ZV_STEP(s, s.user.sees("Successfully tested connection to network\n"));
+    ZV_STEP(s, s.user.saves());
+    ZV_STEP(s, s.user.finishes());
+    s.tolvar.catchUp();
+    const TolvarState state = s.tolvar.state();
+
+    // Each gap between two bytes of a command, but for the wake-up, which is not paced.
+    QList<double> gaps;
+    for (qsizetype line = state.lineTexts().indexOf("get"); line < state.lines.size(); ++line) {
+        const qsizetype first = state.lines.at(line).firstByte;
+        for (qsizetype i = first + 1; i < first + state.lines.at(line).text.size() + 2; ++i)
+            gaps += double(state.bytes.at(i).time - state.bytes.at(i - 1).time) / 1e6;
+    }
+    std::sort(gaps.begin(), gaps.end());
+    const double median = gaps.at(gaps.size() / 2);
+    qInfo("gaps between %d bytes: median %.3f ms, least %.3f ms, greatest %.3f ms", int(gaps.size()), median,
+          gaps.constFirst(), gaps.constLast());
+    QVERIFY2(median >= 10 && median <= 12, qPrintable(QString("median gap %1 ms").arg(median)));
+
+    // The three commands of the test follow each other from the click on. A byte is seen at its time or later, so
+    // counted from the click none of them may be through before its bytes' time.
+    const qsizetype firstLine = state.lineTexts().indexOf("setssid " + ssid);
+    const qsizetype firstByte = state.lines.at(firstLine).firstByte;
+    for (qsizetype line = firstLine; line < firstLine + 3; ++line) {
+        const TolvarLine &command = state.lines.at(line);
+        const qsizetype lastByte = command.firstByte + command.text.size() + 1;
+        const double through = double(state.bytes.at(lastByte).time - beforeTheClick) / 1e6;
+        QVERIFY2(through >= double(lastByte - firstByte) * 10,
+                 qPrintable(QString("%1 was through after %2 ms").arg(command.text).arg(through)));
+    }
+}
+
+void TestTypicalRun::theSessionLogLineByLine()
+{
+    Scenario s;
+    QVERIFY(s.tolvar.plug());
+    const QString port = QString::fromLatin1(s.tolvar.ttyName());
+    ZV_STEP(s, s.start());
+    ZV_STEP(s, walksThrough(s));
+
+    const QByteArray log = s.sessionLog();
+    QVERIFY(log.endsWith("D:--> \"exit\r\n\" \n"));
+    QList<Message> messages = messagesOf(log);
+
+    // The device's raw output: all that it sent, cut into reads as they came, each followed by one blank.
+    QString raw;
+    for (const Message &message : messages) {
+        if (message.level != 'W')
+            continue;
+        QVERIFY2(message.text.endsWith(' '), "a read is logged with one blank behind it");
+        raw += message.text.chopped(1);
+    }
+    QVERIFY(raw.contains(">get\r\n\x02<puckdata>"));
+    QVERIFY(raw.contains("</puckdata>\x03\r\n>setuarttrace y\r\n"));
+    QVERIFY(raw.contains("\x02<scan_results>"));
+    QVERIFY(raw.contains("</networktest_results>\x03\r\n>"));
+
+    // What is asked at every turn, and logged each time: the wizard decides how often.
+    static const QRegularExpression asked(R"(^(Sysid: "(TOLVAR-4711)?" |nextId ".*" |"[^"]*" )$)");
+    QStringList told;
+    QStringList queries;
+    for (const Message &message : messages) {
+        if (message.level == 'W')
+            continue;
+        QCOMPARE(message.level, 'D');
+        (asked.match(message.text).hasMatch() ? queries : told) += message.text;
+    }
+
+    const QStringList description = {"port name: \"" + port + "\" ",
+                                     "friendly name: \"FT232R USB UART\" ",
+                                     "physical name: \"/dev/" + port + "\" ",
+                                     "enumerator name: \"USB\" ",
+                                     "vendor ID: \"403\" ",
+                                     "product ID: \"6001\" ",
+                                     "=================================== "};
+    QStringList expected = QStringList{"List of ports: "} + description +
+                           QStringList{"Found! ", "****Device DISCOVERED: "} + description;
+    const auto submitted = [&expected](const QStringList &commands) {
+        for (const QString &command : commands)
+            expected += {"_commState =  \"IN_PROMPT\" ", sent(command)};
+    };
+    expected += {"_commState =  \"INITIAL_WAITING_FOR_CONSOLE_PROMPT\" ", "->IN_PROMPT ", sent("get"),
+                 "->IN_RESPONSE_RECEIVE ", "->WAITING_FOR_CONSOLE_PROMPT ", "->IN_PROMPT "};
+    submitted({"setuarttrace y", "save", "scan"});
+    expected += {"->IN_RESPONSE_RECEIVE and Scanning ", "->IN_PROMPT - end scaning "};
+    submitted({"setuarttrace n"});
+    expected += {"Password Edit: \"" + passphrase + "\" "};
+    submitted({"setssid " + ssid, "setpass " + passphrase, "test"});
+    expected += {"->IN_RESPONSE_RECEIVE and testing ", "->IN_PROMPT - end testing "};
+    submitted({"ant_select 0", "setssid " + ssid, "setpass " + passphrase, "setstaticip N", "save", "exit"});
+    QCOMPARE(told, expected);
+
+    for (const QString &query : {QString("Sysid: \"\" "), QString("Sysid: \"TOLVAR-4711\" "),
+                                 QString("nextId \"" + passphrase + "\" "), QString("\"Workshop\" "),
+                                 QString("\"" + ssid + "\" ")})
+        QVERIFY2(queries.contains(query), qPrintable("expected in the session log: " + query));
+}
+
+QTEST_GUILESS_MAIN(TestTypicalRun)
+#include "tst_typicalrun.moc"
