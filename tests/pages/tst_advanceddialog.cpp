@@ -1,0 +1,201 @@
+#include <QCheckBox>
+#include <QDialogButtonBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QtTest>
+
+#include "device/zvtolvar.h"
+#include "pages/advanceddialog.h"
+
+/// The advanced settings: read from the controller when it opens, written back on OK.
+class TestAdvancedDialog : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { _tolvar = std::make_unique<ZVTolvar>(); }
+
+    void theFlags_data();
+    void theFlags();
+    void okWritesEverythingBackInOrder();
+    void uncheckedSwitchesStayAsTheyWere();
+    void anAddressWithoutItsSwitchIsDropped();
+    void okWithoutAChangeTellsOfNothing();
+    void cancelChangesNothing_data();
+    void cancelChangesNothing();
+    void textsAreStoredAsTyped();
+
+private:
+    std::unique_ptr<ZVTolvar> _tolvar;
+};
+
+namespace
+{
+template <typename Widget>
+Widget *in(AdvancedDialog &dialog, const char *name)
+{
+    return dialog.findChild<Widget *>(QLatin1String(name));
+}
+
+void press(AdvancedDialog &dialog, QDialogButtonBox::StandardButton which)
+{
+    QTest::mouseClick(in<QDialogButtonBox>(dialog, "buttonBox")->button(which), Qt::LeftButton);
+}
+} // namespace
+
+void TestAdvancedDialog::theFlags_data()
+{
+    QTest::addColumn<QString>("flag");
+    QTest::addColumn<QString>("antenna");
+    QTest::addColumn<bool>("on");
+    QTest::addColumn<bool>("external");
+    QTest::newRow("Y is on, 1 is external") << "Y" << "1" << true << true;
+    QTest::newRow("y is on, 2 is external") << "y" << "2" << true << true;
+    QTest::newRow("N is off, 0 is internal") << "N" << "0" << false << false;
+    QTest::newRow("nothing is off and internal") << "" << "" << false << false;
+    QTest::newRow("a word is off and internal") << "yes" << "Y" << false << false;
+}
+
+void TestAdvancedDialog::theFlags()
+{
+    QFETCH(QString, flag);
+    QFETCH(QString, antenna);
+    QFETCH(bool, on);
+    QFETCH(bool, external);
+    _tolvar->setUseStaticIP(flag);
+    _tolvar->setIPAddress("10.0.0.7");
+    _tolvar->setSysLogOn(flag);
+    _tolvar->setSysLogServer("10.0.0.9");
+    _tolvar->setAntenna(antenna);
+    _tolvar->setNetwork("Home");
+    _tolvar->setPassword("open sesame");
+    AdvancedDialog dialog(_tolvar.get(), nullptr);
+    QCOMPARE(in<QCheckBox>(dialog, "checkBox_useStaticIP")->isChecked(), on);
+    QCOMPARE(in<QLineEdit>(dialog, "lineEdit_ipAddress")->text(), on ? "10.0.0.7" : "");
+    QCOMPARE(in<QCheckBox>(dialog, "checkBox_syslog")->isChecked(), on);
+    QCOMPARE(in<QLineEdit>(dialog, "lineEdit_syslogServer")->text(), on ? "10.0.0.9" : "");
+    QCOMPARE(in<QCheckBox>(dialog, "checkBox_ExternalAntenna")->isChecked(), external);
+    QCOMPARE(in<QLineEdit>(dialog, "lineEdit_network")->text(), QStringLiteral("Home"));
+    QCOMPARE(in<QLineEdit>(dialog, "lineEdit_passphrase")->text(), QStringLiteral("open sesame"));
+    QVERIFY(in<QLineEdit>(dialog, "lineEdit_ipAddress")->isEnabled());
+    QVERIFY(!in<QCheckBox>(dialog, "checkBox_syslog")->isEnabled());
+    QVERIFY(!in<QLineEdit>(dialog, "lineEdit_syslogServer")->isEnabled());
+}
+
+void TestAdvancedDialog::okWritesEverythingBackInOrder()
+{
+    QStringList order;
+    connect(_tolvar.get(), &ZVTolvar::antennaChanged, this, [&](const QString &s) { order += "antenna " + s; });
+    connect(_tolvar.get(), &ZVTolvar::useStaticIPChanged, this, [&](const QString &s) { order += "static " + s; });
+    connect(_tolvar.get(), &ZVTolvar::ipAddressChanged, this, [&](const QString &s) { order += "ip " + s; });
+    connect(_tolvar.get(), &ZVTolvar::sysLogOnChanged, this, [&](const QString &s) { order += "syslog " + s; });
+    connect(_tolvar.get(), &ZVTolvar::sysLogServerChanged, this, [&](const QString &s) { order += "server " + s; });
+    connect(_tolvar.get(), &ZVTolvar::networkChanged, this, [&](const QString &s) { order += "network " + s; });
+    connect(_tolvar.get(), &ZVTolvar::passwordChanged, this, [&](const QString &s) { order += "password " + s; });
+    AdvancedDialog dialog(_tolvar.get(), nullptr);
+    in<QCheckBox>(dialog, "checkBox_ExternalAntenna")->setChecked(true);
+    in<QCheckBox>(dialog, "checkBox_useStaticIP")->setChecked(true);
+    in<QLineEdit>(dialog, "lineEdit_ipAddress")->setText("10.0.0.7");
+    in<QCheckBox>(dialog, "checkBox_syslog")->setChecked(true);
+    in<QLineEdit>(dialog, "lineEdit_syslogServer")->setText("10.0.0.9");
+    in<QLineEdit>(dialog, "lineEdit_network")->setText("N");
+    in<QLineEdit>(dialog, "lineEdit_passphrase")->setText("P");
+    QSignalSpy accepted(&dialog, &QDialog::accepted);
+    QVERIFY(order.isEmpty());
+    press(dialog, QDialogButtonBox::Ok);
+    QCOMPARE(accepted.count(), 1);
+    QCOMPARE(dialog.result(), int(QDialog::Accepted));
+    QCOMPARE(order, QStringList({"antenna 1", "static Y", "ip 10.0.0.7", "syslog Y", "server 10.0.0.9", "network N",
+                                 "password P"}));
+}
+
+void TestAdvancedDialog::uncheckedSwitchesStayAsTheyWere()
+{
+    _tolvar->setUseStaticIP("Y");
+    _tolvar->setIPAddress("10.0.0.7");
+    _tolvar->setSysLogOn("Y");
+    _tolvar->setSysLogServer("10.0.0.9");
+    AdvancedDialog dialog(_tolvar.get(), nullptr);
+    in<QCheckBox>(dialog, "checkBox_useStaticIP")->setChecked(false);
+    in<QLineEdit>(dialog, "lineEdit_ipAddress")->setText("1.1.1.1");
+    in<QCheckBox>(dialog, "checkBox_syslog")->setChecked(false);
+    in<QLineEdit>(dialog, "lineEdit_syslogServer")->setText("2.2.2.2");
+    press(dialog, QDialogButtonBox::Ok);
+    QCOMPARE(_tolvar->useStaticIP(), QStringLiteral("Y"));
+    QCOMPARE(_tolvar->ipAddress(), QStringLiteral("10.0.0.7"));
+    QCOMPARE(_tolvar->sysLogOn(), QStringLiteral("Y"));
+    QCOMPARE(_tolvar->sysLogServer(), QStringLiteral("10.0.0.9"));
+}
+
+void TestAdvancedDialog::anAddressWithoutItsSwitchIsDropped()
+{
+    AdvancedDialog dialog(_tolvar.get(), nullptr);
+    in<QLineEdit>(dialog, "lineEdit_ipAddress")->setText("1.1.1.1");
+    press(dialog, QDialogButtonBox::Ok);
+    QCOMPARE(_tolvar->useStaticIP(), QString());
+    QCOMPARE(_tolvar->ipAddress(), QString());
+    QCOMPARE(_tolvar->antenna(), QStringLiteral("0"));
+}
+
+void TestAdvancedDialog::okWithoutAChangeTellsOfNothing()
+{
+    _tolvar->setAntenna("1");
+    _tolvar->setUseStaticIP("Y");
+    _tolvar->setIPAddress("10.0.0.7");
+    _tolvar->setSysLogOn("Y");
+    _tolvar->setSysLogServer("10.0.0.9");
+    _tolvar->setNetwork("Home");
+    _tolvar->setPassword("open sesame");
+    QList<QSignalSpy *> spies;
+    for (const auto signal : {&ZVTolvar::antennaChanged, &ZVTolvar::useStaticIPChanged, &ZVTolvar::ipAddressChanged,
+                              &ZVTolvar::sysLogOnChanged, &ZVTolvar::sysLogServerChanged, &ZVTolvar::networkChanged,
+                              &ZVTolvar::passwordChanged})
+        spies += new QSignalSpy(_tolvar.get(), signal);
+    AdvancedDialog dialog(_tolvar.get(), nullptr);
+    press(dialog, QDialogButtonBox::Ok);
+    for (const QSignalSpy *spy : spies)
+        QVERIFY(spy->isEmpty());
+    qDeleteAll(spies);
+}
+
+void TestAdvancedDialog::cancelChangesNothing_data()
+{
+    QTest::addColumn<int>("way");
+    QTest::newRow("Cancel") << 0;
+    QTest::newRow("Escape") << 1;
+    QTest::newRow("closing the window") << 2;
+}
+
+void TestAdvancedDialog::cancelChangesNothing()
+{
+    QFETCH(int, way);
+    AdvancedDialog dialog(_tolvar.get(), nullptr);
+    dialog.show();
+    in<QLineEdit>(dialog, "lineEdit_network")->setText("N");
+    in<QCheckBox>(dialog, "checkBox_ExternalAntenna")->setChecked(true);
+    if (way == 0)
+        press(dialog, QDialogButtonBox::Cancel);
+    else if (way == 1)
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    else
+        dialog.close();
+    QVERIFY(!dialog.isVisible());
+    QCOMPARE(_tolvar->network(), QString());
+    QCOMPARE(_tolvar->antenna(), QString());
+}
+
+void TestAdvancedDialog::textsAreStoredAsTyped()
+{
+    _tolvar->setNetwork("Home");
+    AdvancedDialog dialog(_tolvar.get(), nullptr);
+    in<QCheckBox>(dialog, "checkBox_useStaticIP")->setChecked(true);
+    in<QLineEdit>(dialog, "lineEdit_ipAddress")->setText(" not an address ");
+    in<QLineEdit>(dialog, "lineEdit_network")->setText("");
+    press(dialog, QDialogButtonBox::Ok);
+    QCOMPARE(_tolvar->ipAddress(), QStringLiteral(" not an address "));
+    QCOMPARE(_tolvar->network(), QString());
+}
+
+QTEST_MAIN(TestAdvancedDialog)
+#include "tst_advanceddialog.moc"

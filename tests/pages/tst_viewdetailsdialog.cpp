@@ -1,0 +1,91 @@
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QtTest>
+
+#include "device/zvscanresult.h"
+#include "pages/viewdetailsdialog.h"
+
+/// A network's details, as the device reported them.
+class TestViewDetailsDialog : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void eachFieldStandsAsItCame_data();
+    void eachFieldStandsAsItCame();
+    void longTextsAreNotWrapped();
+    void theRecordMayGo();
+    void bothButtonsClose_data();
+    void bothButtonsClose();
+};
+
+void TestViewDetailsDialog::eachFieldStandsAsItCame_data()
+{
+    QTest::addColumn<QStringList>("fields");
+    QTest::newRow("all filled, the strength as text") << QStringList(
+        {"Home", "6", "N", "WPA2 (PSK)", "U-AES M-AES", "Y", "-75"});
+    QTest::newRow("all empty") << QStringList({"", "", "", "", "", "", ""});
+    QTest::newRow("an unknown network") << QStringList({"Not Found", "", "", "", "", "", ""});
+}
+
+void TestViewDetailsDialog::eachFieldStandsAsItCame()
+{
+    QFETCH(QStringList, fields);
+    ZVScanResult record{fields[0], fields[1], fields[2], fields[3], fields[4], fields[5], fields[6]};
+    const ViewDetailsDialog dialog(&record, nullptr);
+    QStringList shown;
+    for (const char *label : {"label_network", "label_channel", "label_adhoc", "label_security", "label_suites",
+                              "label_wps", "label_rssi"})
+        shown += dialog.findChild<QLabel *>(QLatin1String(label))->text();
+    QCOMPARE(shown, fields);
+}
+
+void TestViewDetailsDialog::longTextsAreNotWrapped()
+{
+    ZVScanResult record;
+    record.ssid = QString(32, 'M');
+    record.suites = QString("U-AES M-AES ").repeated(8);
+    ViewDetailsDialog dialog(&record, nullptr);
+    dialog.show();
+    for (const char *name : {"label_network", "label_suites"}) {
+        const auto *label = dialog.findChild<QLabel *>(QLatin1String(name));
+        QVERIFY(!label->wordWrap());
+        QVERIFY2(label->width() >= label->fontMetrics().horizontalAdvance(label->text()), "it is shown whole");
+        QVERIFY(label->height() < 2 * label->fontMetrics().height());
+    }
+}
+
+void TestViewDetailsDialog::theRecordMayGo()
+{
+    auto record = std::make_unique<ZVScanResult>();
+    record->ssid = "Home";
+    const ViewDetailsDialog dialog(record.get(), nullptr);
+    record->ssid = "Other";
+    record.reset();
+    QCOMPARE(dialog.findChild<QLabel *>("label_network")->text(), QStringLiteral("Home"));
+}
+
+void TestViewDetailsDialog::bothButtonsClose_data()
+{
+    QTest::addColumn<int>("button");
+    QTest::addColumn<int>("result");
+    QTest::newRow("OK accepts") << int(QDialogButtonBox::Ok) << int(QDialog::Accepted);
+    QTest::newRow("Cancel rejects") << int(QDialogButtonBox::Cancel) << int(QDialog::Rejected);
+}
+
+void TestViewDetailsDialog::bothButtonsClose()
+{
+    QFETCH(int, button);
+    QFETCH(int, result);
+    ZVScanResult record;
+    ViewDetailsDialog dialog(&record, nullptr);
+    dialog.show();
+    const auto *buttons = dialog.findChild<QDialogButtonBox *>("buttonBox");
+    QTest::mouseClick(buttons->button(static_cast<QDialogButtonBox::StandardButton>(button)), Qt::LeftButton);
+    QVERIFY(!dialog.isVisible());
+    QCOMPARE(dialog.result(), result);
+}
+
+QTEST_MAIN(TestViewDetailsDialog)
+#include "tst_viewdetailsdialog.moc"

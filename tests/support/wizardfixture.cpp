@@ -1,0 +1,64 @@
+#include "tests/support/wizardfixture.h"
+
+#include <QAbstractButton>
+#include <QtTest>
+
+#include "pages/pageid.h"
+
+WizardFixture::WizardFixture()
+    : tolvar(*wizard._tolvar)
+    , inside{tolvar}
+{
+    wizard.show();
+}
+
+void WizardFixture::status(const QString &children) const
+{
+    reply("<puckdata>" + children + "</puckdata>");
+}
+
+void WizardFixture::finishScan(const QString &children) const
+{
+    for (const char byte : ("\x02<scan_results>" + children + "</scan_results>\x03").toLatin1())
+        tolvar.handleReceived(byte);
+}
+
+void WizardFixture::finishTest(const QString &result) const
+{
+    const QString status = "<status result=\"" + result + "\"/>";
+    for (const char byte : ("\x02<networktest_results>" + status + "</networktest_results>\x03").toLatin1())
+        tolvar.handleReceived(byte);
+}
+
+void WizardFixture::goTo(int id)
+{
+    if (tolvar.systemID().isEmpty())
+        status("<name>TOLVAR-1</name><firmware_version>A060</firmware_version><network_name>Home</network_name>");
+    while (wizard.currentId() != id) {
+        const int before = wizard.currentId();
+        if (before == ChooseNetworkPageId && tolvar.scanning())
+            finishScan();
+        wizard.next();
+        if (wizard.currentId() == before)
+            break;
+    }
+    QCOMPARE(wizard.currentId(), id);
+}
+
+int WizardFixture::listeners(const char *signal) const
+{
+    struct Peek : QObject {
+        using QObject::receivers;
+    };
+    return (tolvar.*(&Peek::receivers))(signal);
+}
+
+bool WizardFixture::canGoOn() const
+{
+    return wizard.button(QWizard::NextButton)->isEnabled();
+}
+
+bool WizardFixture::canFinish() const
+{
+    return wizard.button(QWizard::FinishButton)->isEnabled();
+}

@@ -1,0 +1,227 @@
+#include <QAbstractButton>
+#include <QMetaMethod>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTextBrowser>
+#include <QtTest>
+
+#include "app/console_dialog.h"
+#include "app/sessionlog.h"
+#include "app/zvtolvarsetupwizard.h"
+#include "pages/choosenetworkwizardpage.h"
+#include "pages/connecttlovarwizardpage.h"
+#include "pages/testnetworkwizardpage.h"
+#include "pages/tolvarfoundwizardpage.h"
+#include "pages/tolvarnotfoundwizardpage.h"
+#include "pages/wepwarningwizardpage.h"
+#include "pages/wizardcontroller.h"
+#include "tests/support/messagerecorder.h"
+#include "tests/support/zvtolvarinspector.h"
+
+/// The wizard's frame: its pages, its two controllers and its console view.
+class TestFrame : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { Q_INIT_RESOURCE(Resources); }
+    void init() { _wizard = std::make_unique<ZVTolvarSetupWizard>(); }
+    void cleanup() { _wizard.reset(); }
+
+    void thePagesStandUnderTheirIds();
+    void theOptionsAreTheseAndNoOthers();
+    void thePictureStandsInThreeRoles();
+    void nameTitleAndSize();
+    void thePagesUseTheSecondOfTwoControllers();
+    void theFirstPageIsTheConnectPageWithoutBack();
+    void noButtonIsTheDefault();
+    void theCancelButtonStandsOnTheLeft();
+    void theConsoleButtonOpensOneConsole();
+    void anyCustomButtonOpensTheConsole();
+    void theConsoleCollectsWhileHidden();
+    void finishingQueuesExitOnTheSecondController_data();
+    void finishingQueuesExitOnTheSecondController();
+    void closingTheWindowIsACancel();
+    void onFinishedLeavesSetupModeAndLetsTheConsoleGo();
+    void theSlotsStandInTheirOrder();
+    void afterThePagesTheConsoleIsLeftAlone();
+
+private:
+    QStringList queue(ZVTolvar *tolvar) const { return ZVTolvarInspector{*tolvar}.queue(); }
+
+    std::unique_ptr<ZVTolvarSetupWizard> _wizard;
+};
+
+void TestFrame::thePagesStandUnderTheirIds()
+{
+    QCOMPARE(_wizard->pageIds(), QList<int>({0, 1, 2, 3, 4, 6}));
+    QVERIFY(qobject_cast<ConnectTlovarWizardPage *>(_wizard->page(0)));
+    QVERIFY(qobject_cast<TolvarFoundWizardPage *>(_wizard->page(1)));
+    QVERIFY(qobject_cast<TolvarNotFoundWizardPage *>(_wizard->page(2)));
+    QVERIFY(qobject_cast<ChooseNetworkWizardPage *>(_wizard->page(3)));
+    QVERIFY(qobject_cast<TestNetworkWizardPage *>(_wizard->page(4)));
+    QVERIFY(qobject_cast<WEPWarningWizardPage *>(_wizard->page(6)));
+    QCOMPARE(_wizard->startId(), 0);
+}
+
+void TestFrame::theOptionsAreTheseAndNoOthers()
+{
+    QCOMPARE(_wizard->options(), QWizard::IgnoreSubTitles | QWizard::ExtendedWatermarkPixmap |
+                                     QWizard::NoDefaultButton | QWizard::NoBackButtonOnStartPage |
+                                     QWizard::CancelButtonOnLeft | QWizard::HaveCustomButton1);
+    QCOMPARE(_wizard->wizardStyle(), QWizard::MacStyle);
+    QCOMPARE(_wizard->buttonText(QWizard::CustomButton1), QStringLiteral("&Console"));
+}
+
+void TestFrame::thePictureStandsInThreeRoles()
+{
+    const QImage picture(":/images/plus_small.png");
+    QCOMPARE(picture.size(), QSize(400, 382));
+    for (const auto role : {QWizard::BannerPixmap, QWizard::BackgroundPixmap, QWizard::WatermarkPixmap})
+        QCOMPARE(_wizard->pixmap(role).toImage().convertToFormat(QImage::Format_ARGB32),
+                 picture.convertToFormat(QImage::Format_ARGB32));
+    QVERIFY(_wizard->pixmap(QWizard::LogoPixmap).isNull());
+    QVERIFY2(_wizard->windowIcon().isNull(), "the icon's path leads nowhere, on purpose");
+}
+
+void TestFrame::nameTitleAndSize()
+{
+    QCOMPARE(_wizard->objectName(), QStringLiteral("ZVTolvarMainWindow"));
+    QCOMPARE(_wizard->windowTitle(), QStringLiteral("ZV Tolvar Setup v2.3"));
+    QCOMPARE(_wizard->minimumSize(), QSize(750, 580));
+    QVERIFY(!_wizard->isModal());
+}
+
+void TestFrame::thePagesUseTheSecondOfTwoControllers()
+{
+    const auto controllers = _wizard->findChildren<ZVTolvar *>(QString(), Qt::FindDirectChildrenOnly);
+    QCOMPARE(controllers.size(), 2);
+    QCOMPARE(_wizard->_tolvar, controllers.at(1));
+    for (const int id : _wizard->pageIds())
+        QCOMPARE(wizardController(_wizard->page(id)), controllers.at(1));
+    const auto index = [this](QObject *child) { return _wizard->children().indexOf(child); };
+    QVERIFY2(index(controllers.at(0)) < index(controllers.at(1)), "the first is made before the second");
+}
+
+void TestFrame::theFirstPageIsTheConnectPageWithoutBack()
+{
+    _wizard->show();
+    QCOMPARE(_wizard->currentId(), 0);
+    QVERIFY(!_wizard->button(QWizard::BackButton)->isVisible());
+    QVERIFY(_wizard->button(QWizard::NextButton)->isVisible());
+    QVERIFY(_wizard->button(QWizard::CustomButton1)->isVisible());
+}
+
+void TestFrame::noButtonIsTheDefault()
+{
+    _wizard->show();
+    const auto buttons = _wizard->findChildren<QPushButton *>();
+    QVERIFY(!buttons.isEmpty());
+    for (const QPushButton *button : buttons)
+        QVERIFY2(!button->isDefault(), qPrintable(button->text()));
+}
+
+void TestFrame::theCancelButtonStandsOnTheLeft()
+{
+    _wizard->show();
+    QVERIFY(QTest::qWaitForWindowExposed(_wizard.get()));
+    const QAbstractButton *cancel = _wizard->button(QWizard::CancelButton);
+    QVERIFY(cancel->isVisible());
+    QVERIFY(cancel->x() < _wizard->button(QWizard::NextButton)->x());
+}
+
+void TestFrame::theConsoleButtonOpensOneConsole()
+{
+    auto *console = _wizard->findChild<console_dialog *>();
+    _wizard->show();
+    QVERIFY(!console->isVisible());
+    _wizard->button(QWizard::CustomButton1)->click();
+    QVERIFY(console->isVisible());
+    QVERIFY2(!console->isModal() && _wizard->isEnabled(), "the wizard stays usable");
+    _wizard->button(QWizard::CustomButton1)->click();
+    QCOMPARE(_wizard->findChildren<console_dialog *>().size(), 1);
+    QVERIFY(console->isVisible());
+    console->close();
+    _wizard->button(QWizard::CustomButton1)->click();
+    QVERIFY2(console->isVisible(), "it may be closed and opened again");
+}
+
+void TestFrame::anyCustomButtonOpensTheConsole()
+{
+    Q_EMIT _wizard->customButtonClicked(QWizard::CustomButton3);
+    QVERIFY(_wizard->findChild<console_dialog *>()->isVisible());
+}
+
+void TestFrame::theConsoleCollectsWhileHidden()
+{
+    auto *console = _wizard->findChild<console_dialog *>();
+    QCOMPARE(theConsoleWindow, console->console_textBrowser());
+    zvMessageOutput(QtWarningMsg, "abc");
+    zvMessageOutput(QtDebugMsg, "def");
+    QCOMPARE(console->console_textBrowser()->toPlainText(), QStringLiteral("abc"));
+}
+
+void TestFrame::finishingQueuesExitOnTheSecondController_data()
+{
+    QTest::addColumn<bool>("cancel");
+    QTest::newRow("by Finish") << false;
+    QTest::newRow("by Cancel") << true;
+}
+
+void TestFrame::finishingQueuesExitOnTheSecondController()
+{
+    QFETCH(bool, cancel);
+    MessageRecorder log;
+    _wizard->show();
+    QSignalSpy finished(_wizard.get(), &QWizard::finished);
+    log.take();
+    if (cancel)
+        _wizard->button(QWizard::CancelButton)->click();
+    else
+        _wizard->accept();
+    QCOMPARE(finished.count(), 1);
+    const auto controllers = _wizard->findChildren<ZVTolvar *>(QString(), Qt::FindDirectChildrenOnly);
+    QCOMPARE(queue(controllers.at(0)), QStringList());
+    QCOMPARE(queue(controllers.at(1)), QStringList{"exit\r\n"});
+    QVERIFY2(!log.messages().contains("D:Exiting setup mode "), "the slot that says so is connected to nothing");
+    QVERIFY2(theConsoleWindow, "nor is the console let go");
+}
+
+void TestFrame::closingTheWindowIsACancel()
+{
+    _wizard->show();
+    _wizard->close();
+    QCOMPARE(queue(_wizard->_tolvar), QStringList{"exit\r\n"});
+}
+
+void TestFrame::onFinishedLeavesSetupModeAndLetsTheConsoleGo()
+{
+    MessageRecorder log;
+    QVERIFY(QMetaObject::invokeMethod(_wizard.get(), "OnFinished", Q_ARG(int, 1)));
+    QCOMPARE(log.messages(), QStringList({"D:Exiting setup mode ", "D:_commState =  \"NOT_CONNECTED\" "}));
+    QCOMPARE(queue(_wizard->_tolvar), QStringList{"exit\r\n"});
+    QCOMPARE(theConsoleWindow, nullptr);
+}
+
+void TestFrame::theSlotsStandInTheirOrder()
+{
+    const QMetaObject &meta = ZVTolvarSetupWizard::staticMetaObject;
+    QCOMPARE(meta.methodCount() - meta.methodOffset(), 2);
+    QCOMPARE(meta.propertyCount(), meta.propertyOffset());
+    const QMetaMethod onFinished = meta.method(meta.methodOffset());
+    QCOMPARE(onFinished.methodSignature(), QByteArray("OnFinished(int)"));
+    QCOMPARE(onFinished.parameterNames(), QList<QByteArray>{"result"});
+    QCOMPARE(meta.method(meta.methodOffset() + 1).methodSignature(), QByteArray("consoleButtonClicked()"));
+}
+
+void TestFrame::afterThePagesTheConsoleIsLeftAlone()
+{
+    QVERIFY(theConsoleWindow);
+    delete _wizard->page(3);
+    QCOMPARE(theConsoleWindow, nullptr);
+    zvMessageOutput(QtWarningMsg, "abc");
+    QCOMPARE(_wizard->findChild<console_dialog *>()->console_textBrowser()->toPlainText(), QString());
+}
+
+QTEST_MAIN(TestFrame)
+#include "tst_zvtolvarsetupwizard.moc"
