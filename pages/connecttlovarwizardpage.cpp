@@ -11,6 +11,8 @@ ConnectTlovarWizardPage::ConnectTlovarWizardPage(QWidget *parent)
     , _ui(std::make_unique<Ui_ConnectTlovarWizardPage>())
 {
     _ui->setupUi(this);
+    // A new widget counts as hidden until it is first shown. This one is hidden when a device is found.
+    _ui->connectionProgressBar->show();
 }
 
 ConnectTlovarWizardPage::~ConnectTlovarWizardPage() = default;
@@ -49,7 +51,8 @@ bool ConnectTlovarWizardPage::isComplete() const
         _ui->connectionProgressBar->hide();
         return true;
     }
-    if (!_ui->connectionProgressBar->isVisible()) {
+    // Not isVisible(): the wizard hides its pages while it asks, and the bar would count as hidden each time.
+    if (_ui->connectionProgressBar->isHidden()) {
         _ui->label_progress->setText(tr("Looking for ZV Tolvar", "Progress bar label"));
         _ui->connectionProgressBar->show();
     }
