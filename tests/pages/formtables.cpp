@@ -301,7 +301,7 @@ QVBoxLayout verticalLayout_2
           "https://www.wi-fi.org/knowledge-center/faq/is-wep-secure</a> for more details."},
          {"label_3", "text",
           "In addition, although ZV Tolvar can connect to some WEP networks, we have had some reports of "
-          "instability and poor performance. Please see http://www.zvtolvar.example regarding issues with using "
+          "instability and poor performance. Please see www.zvtolvar.example regarding issues with using "
           "WEP with your firmware version."}},
         {{"label_2", "wordWrap", true},
          {"label_4", "wordWrap", true},
