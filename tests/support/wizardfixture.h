@@ -11,6 +11,8 @@ class WizardFixture
 {
 public:
     WizardFixture();
+    /// Closes the wizard's window first, as a user does before the program ends it.
+    ~WizardFixture() { wizard.hide(); }
 
     ZVTolvarSetupWizard wizard;
     ZVTolvar &tolvar;

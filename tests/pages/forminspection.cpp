@@ -1,0 +1,167 @@
+#include "tests/pages/forminspection.h"
+
+#include <QCheckBox>
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QMetaEnum>
+#include <QMetaProperty>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTextBrowser>
+#include <QWizardPage>
+
+#include "tests/pages/formtables.h"
+
+namespace
+{
+QString policyName(QSizePolicy::Policy policy)
+{
+    return QString::fromLatin1(QMetaEnum::fromType<QSizePolicy::Policy>().valueToKey(policy));
+}
+
+QString spacerLine(QSpacerItem *spacer)
+{
+    const QSize hint = spacer->sizeHint();
+    const QSizePolicy policy = spacer->sizePolicy();
+    return QStringLiteral("spacer %1x%2 %3 %4")
+        .arg(hint.width())
+        .arg(hint.height())
+        .arg(policyName(policy.horizontalPolicy()), policyName(policy.verticalPolicy()));
+}
+
+/// Where item \a index of \a layout stands, with a blank behind. In a box layout the order says it all; only
+/// a stretch is told.
+QString cell(const QLayout *layout, int index)
+{
+    if (const auto *grid = qobject_cast<const QGridLayout *>(layout)) {
+        int row, column, rows, columns;
+        grid->getItemPosition(index, &row, &column, &rows, &columns);
+        return QStringLiteral("%1,%2 %3x%4 ").arg(row).arg(column).arg(rows).arg(columns);
+    }
+    if (const auto *formLayout = qobject_cast<const QFormLayout *>(layout)) {
+        int row;
+        QFormLayout::ItemRole role;
+        formLayout->getItemPosition(index, &row, &role);
+        const char *const names[] = {"LabelRole", "FieldRole", "SpanningRole"};
+        return QStringLiteral("%1 %2 ").arg(row).arg(QLatin1String(names[role]));
+    }
+    const int stretch = qobject_cast<const QBoxLayout *>(layout)->stretch(index);
+    return stretch ? QStringLiteral("stretch %1 ").arg(stretch) : QString();
+}
+
+template <typename Widget>
+std::unique_ptr<QWidget> make()
+{
+    return std::make_unique<Widget>();
+}
+
+/// A new widget of one of the toolkit's classes; null for a class that no form is known to use.
+std::unique_ptr<QWidget> untouched(const char *className)
+{
+    static const QHash<QByteArray, std::unique_ptr<QWidget> (*)()> makers = {
+        {"QCheckBox", make<QCheckBox>},
+        {"QDialog", make<QDialog>},
+        {"QLabel", make<QLabel>},
+        {"QLineEdit", make<QLineEdit>},
+        {"QListView", make<QListView>},
+        {"QDialogButtonBox", make<QDialogButtonBox>},
+        {"QPushButton", make<QPushButton>},
+        {"QProgressBar", make<QProgressBar>},
+        {"QTextBrowser", make<QTextBrowser>},
+        {"QWizardPage", make<QWizardPage>}};
+    const auto maker = makers.value(className);
+    return maker ? maker() : nullptr;
+}
+
+QString shown(const QVariant &value)
+{
+    QString text;
+    QDebug(&text).nospace() << value;
+    return text;
+}
+
+bool same(const QVariant &one, const QVariant &other)
+{
+    // Icons and pixmaps can't be compared, but they show whether they are null.
+    return one == other || (!one.metaType().isEqualityComparable() && shown(one) == shown(other));
+}
+
+/// What \a form gives to \a object, given to \a widget. A text covers nothing that the constructor gave.
+void give(const Form &form, const QString &object, QWidget *widget, QStringList *wrong)
+{
+    const auto set = [&](const char *property, const QVariant &value) {
+        if (!widget->setProperty(property, value))
+            *wrong += QStringLiteral("%1 takes no %2").arg(object, QLatin1String(property));
+    };
+    for (const FormText &row : form.texts)
+        if (object == QLatin1String(row.object))
+            set(row.property, QString::fromUtf8(row.source));
+    for (const FormProperty &row : form.properties)
+        if (object == QLatin1String(row.object) && qstrcmp(row.property, "visible"))
+            set(row.property, row.value);
+}
+} // namespace
+
+QString kindAndName(const QObject *object)
+{
+    return QStringLiteral("%1 %2").arg(QLatin1String(object->metaObject()->className()),
+                                       object->objectName());
+}
+
+QString outlineOf(QLayout *layout, int depth)
+{
+    const QString indent(2 * (depth + 1), QLatin1Char(' '));
+    QString lines = kindAndName(layout) + QLatin1Char('\n');
+    for (int i = 0; i < layout->count(); ++i) {
+        QLayoutItem *item = layout->itemAt(i);
+        lines += indent + cell(layout, i);
+        if (item->alignment())
+            lines += QLatin1String("aligned ");
+        if (QLayout *inner = item->layout())
+            lines += outlineOf(inner, depth + 1);
+        else if (QSpacerItem *spacer = item->spacerItem())
+            lines += spacerLine(spacer) + QLatin1Char('\n');
+        else
+            lines += kindAndName(item->widget()) + QLatin1Char('\n');
+    }
+    return lines;
+}
+
+QWidgetList widgetsOf(const QWidget *widget)
+{
+    QWidgetList widgets;
+    for (QWidget *child : widget->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly))
+        if (!child->objectName().isEmpty())
+            widgets.append(child);
+    return widgets;
+}
+
+QStringList deviations(const Form &form, const QWidget *widget, const QString &object,
+                       const char *toolkitClass)
+{
+    static const QByteArrayList elsewhere = {"objectName", "visible", "geometry", "pos", "size", "frameRect"};
+    const std::unique_ptr<QWidget> expected = untouched(toolkitClass);
+    if (!expected)
+        return {QStringLiteral("an unexpected class: ") + QLatin1String(toolkitClass)};
+
+    QStringList wrong;
+    give(form, object, expected.get(), &wrong);
+    const QMetaObject *meta = expected->metaObject();
+    for (int i = 0; i < meta->propertyCount(); ++i) {
+        const QMetaProperty property = meta->property(i);
+        if (!property.isWritable() || elsewhere.contains(property.name()) ||
+            property.metaType().flags() & QMetaType::PointerToQObject)
+            continue;
+        const QVariant is = property.read(widget);
+        const QVariant shouldBe = property.read(expected.get());
+        if (!same(is, shouldBe))
+            wrong +=
+                QStringLiteral("%1.%2 is %3, not %4")
+                    .arg(widget->objectName(), QLatin1String(property.name()), shown(is), shown(shouldBe));
+    }
+    return wrong;
+}

@@ -1,0 +1,284 @@
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMetaMethod>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QTextBrowser>
+#include <QTranslator>
+#include <QtTest>
+
+#include "app/console_dialog.h"
+#include "pages/choosenetworkwizardpage.h"
+#include "pages/viewdetailsdialog.h"
+#include "pages/wepwarningwizardpage.h"
+#include "tests/pages/forminspection.h"
+#include "tests/pages/formtables.h"
+
+namespace
+{
+/// The page or dialog \a widget itself, or the widget of that name on it; null when there is none.
+QWidget *find(QWidget *widget, const char *object)
+{
+    return *object ? widget->findChild<QWidget *>(QLatin1String(object)) : widget;
+}
+
+QString signature(const QMetaMethod &method)
+{
+    QStringList parameters;
+    for (int i = 0; i < method.parameterCount(); ++i)
+        parameters += QString::fromLatin1(method.parameterTypes().at(i) + ' ' + method.parameterNames().at(i))
+                          .trimmed();
+    return QStringLiteral("%1(%2)").arg(QLatin1String(method.name()), parameters.join(QLatin1String(", ")));
+}
+
+/// Keeps what is asked for in one context, and hands each text back with a mark, as a catalogue would.
+class MarkingTranslator : public QTranslator
+{
+public:
+    explicit MarkingTranslator(const char *context)
+        : _context(context)
+    {
+        QCoreApplication::installTranslator(this);
+    }
+    ~MarkingTranslator() override { QCoreApplication::removeTranslator(this); }
+
+    QString translate(const char *context, const char *source, const char *comment, int) const override
+    {
+        if (_context != context)
+            return {};
+        _sources += QString::fromUtf8(source);
+        if (comment)
+            _comments += QString::fromUtf8(comment);
+        return QLatin1Char('*') + QString::fromUtf8(source);
+    }
+    bool isEmpty() const override { return false; }
+
+    QStringList sources() const { return _sources; }
+    QStringList comments() const { return _comments; }
+
+private:
+    QByteArray _context;
+    mutable QStringList _sources;
+    mutable QStringList _comments;
+};
+
+const QStringList noTexts;
+} // namespace
+
+/// That each page and dialog is made as its table has it, and that nothing else was touched.
+class TestForms : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyRowNamesSomethingThatExists_data() { eachForm(); }
+    void everyRowNamesSomethingThatExists();
+    void layoutsHoldTheirItemsInOrder_data() { eachForm(); }
+    void layoutsHoldTheirItemsInOrder();
+    void widgetsAreMadeFromTopToBottom_data() { eachForm(); }
+    void widgetsAreMadeFromTopToBottom();
+    void nothingButTheGivenPropertiesIsSet_data() { eachForm(); }
+    void nothingButTheGivenPropertiesIsSet();
+    void everythingIsShownUnlessHiddenAtFirst_data() { eachForm(); }
+    void everythingIsShownUnlessHiddenAtFirst();
+    void textsAreTranslatedInTheFormsContext_data() { eachForm(); }
+    void textsAreTranslatedInTheFormsContext();
+    void theMetaObjectHasTheseSlotsAndNothingElse_data() { eachForm(); }
+    void theMetaObjectHasTheseSlotsAndNothingElse();
+
+    void theLinkAndItsTextAreOneAddress();
+    void theRefreshButtonIsNoAutoDefault();
+    void okAcceptsAndCancelRejects_data();
+    void okAcceptsAndCancelRejects();
+    void emptyDetailsLeaveTheValuesEmpty();
+    void theConsolesTextIsTheFormsBrowser();
+
+private:
+    static void eachForm();
+    /// The form of the row that is being tested.
+    static const Form &form();
+};
+
+void TestForms::eachForm()
+{
+    QTest::addColumn<int>("index");
+    for (int i = 0; i < forms().size(); ++i)
+        QTest::newRow(forms().at(i).name) << i;
+}
+
+const Form &TestForms::form()
+{
+    QFETCH(int, index);
+    return forms().at(index);
+}
+
+void TestForms::everyRowNamesSomethingThatExists()
+{
+    const std::unique_ptr<QWidget> widget = form().make();
+    const auto exists = [&](const auto &row) {
+        const QWidget *object = find(widget.get(), row.object);
+        return object && object->metaObject()->indexOfProperty(row.property) >= 0;
+    };
+    for (const FormText &row : form().texts)
+        QVERIFY2(exists(row), row.object);
+    for (const FormProperty &row : form().properties)
+        QVERIFY2(exists(row), row.object);
+}
+
+void TestForms::layoutsHoldTheirItemsInOrder()
+{
+    const std::unique_ptr<QWidget> widget = form().make();
+    QCOMPARE(QLatin1Char('\n') + outlineOf(widget->layout()), QString::fromLatin1(form().outline));
+}
+
+void TestForms::widgetsAreMadeFromTopToBottom()
+{
+    const std::unique_ptr<QWidget> widget = form().make();
+    QStringList made;
+    for (const QWidget *child : widgetsOf(widget.get()))
+        made += kindAndName(child);
+
+    QStringList drawn;
+    static const QRegularExpression layoutOrSpacer("Layout |spacer ");
+    for (const QString &line : QString::fromLatin1(form().outline).split('\n', Qt::SkipEmptyParts))
+        if (!line.contains(layoutOrSpacer))
+            drawn += line.section(' ', -2);
+    QCOMPARE(made, drawn);
+}
+
+void TestForms::nothingButTheGivenPropertiesIsSet()
+{
+    const std::unique_ptr<QWidget> widget = form().make();
+    QCOMPARE(widget->objectName(), QString::fromLatin1(form().name));
+    QCOMPARE(widget->size(), form().size);
+
+    QStringList wrong = deviations(form(), widget.get(), QLatin1String(itself), form().base);
+    for (const QWidget *child : widgetsOf(widget.get()))
+        wrong += deviations(form(), child, child->objectName(), child->metaObject()->className());
+    QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join('\n')));
+
+    for (const QLabel *label : widget->findChildren<QLabel *>())
+        QVERIFY2(!label->buddy(), qPrintable(label->objectName()));
+    for (const QLineEdit *field : widget->findChildren<QLineEdit *>())
+        QVERIFY2(!field->validator(), qPrintable(field->objectName()));
+}
+
+void TestForms::everythingIsShownUnlessHiddenAtFirst()
+{
+    const std::unique_ptr<QWidget> widget = form().make();
+    QVERIFY(!widget->isVisible());
+    widget->show();
+    QStringList hidden;
+    for (const QWidget *child : widgetsOf(widget.get()))
+        if (!child->isVisible())
+            hidden += child->objectName();
+    QStringList hiddenAtFirst;
+    for (const FormProperty &row : form().properties)
+        if (!qstrcmp(row.property, "visible"))
+            hiddenAtFirst += QLatin1String(row.object);
+    QCOMPARE(hidden, hiddenAtFirst);
+}
+
+void TestForms::textsAreTranslatedInTheFormsContext()
+{
+    const MarkingTranslator translator(form().name);
+    const std::unique_ptr<QWidget> widget = form().make();
+
+    QStringList sources;
+    for (const FormText &row : form().texts) {
+        const QString source = QString::fromUtf8(row.source);
+        sources += source;
+        if (source != QLatin1String("TextLabel")) // a placeholder, which a constructor may have filled
+            QCOMPARE(find(widget.get(), row.object)->property(row.property).toString(), '*' + source);
+    }
+    QCOMPARE(translator.sources(), sources);
+    QCOMPARE(translator.comments(), noTexts);
+}
+
+void TestForms::theMetaObjectHasTheseSlotsAndNothingElse()
+{
+    const std::unique_ptr<QWidget> widget = form().make();
+    const QMetaObject *meta = widget->metaObject();
+    QCOMPARE(meta->className(), form().name);
+    QCOMPARE(meta->superClass()->className(), form().base);
+    QCOMPARE(meta->propertyCount(), meta->propertyOffset());
+
+    QStringList methods;
+    for (int i = meta->methodOffset(); i < meta->methodCount(); ++i) {
+        const QMetaMethod method = meta->method(i);
+        QCOMPARE(method.methodType(), QMetaMethod::Slot);
+        QCOMPARE(method.access(), QMetaMethod::Public);
+        QCOMPARE(method.returnMetaType(), QMetaType::fromType<void>());
+        methods += signature(method);
+    }
+    QCOMPARE(methods, form().methods);
+}
+
+void TestForms::theLinkAndItsTextAreOneAddress()
+{
+    const WEPWarningWizardPage page;
+    const QString text = page.findChild<QLabel *>("label_4")->text();
+    static const QRegularExpression whole(
+        "^See <a href=\"(https?://[^\"]+)\">([^<]+)</a> for more details\\.$");
+    const QRegularExpressionMatch match = whole.match(text);
+    QVERIFY2(match.hasMatch(), qPrintable(text));
+    QCOMPARE(match.captured(2), match.captured(1));
+}
+
+void TestForms::theRefreshButtonIsNoAutoDefault()
+{
+    // A push button in a dialog is auto-default unless it was told otherwise.
+    QDialog dialog;
+    const ChooseNetworkWizardPage page(&dialog);
+    QVERIFY(!page.findChild<QPushButton *>("refreshButton")->autoDefault());
+    QVERIFY(page.findChild<QPushButton *>("viewDetailsButton")->autoDefault());
+}
+
+void TestForms::okAcceptsAndCancelRejects_data()
+{
+    QTest::addColumn<int>("button");
+    QTest::addColumn<int>("result");
+    QTest::newRow("OK accepts") << int(QDialogButtonBox::Ok) << int(QDialog::Accepted);
+    QTest::newRow("Cancel rejects") << int(QDialogButtonBox::Cancel) << int(QDialog::Rejected);
+}
+
+void TestForms::okAcceptsAndCancelRejects()
+{
+    QFETCH(int, button);
+    QFETCH(int, result);
+    int boxes = 0;
+    for (const Form &each : forms()) {
+        const std::unique_ptr<QWidget> widget = each.make();
+        auto *box = widget->findChild<QDialogButtonBox *>("buttonBox");
+        if (!box)
+            continue;
+        ++boxes;
+        QSignalSpy finished(qobject_cast<QDialog *>(widget.get()), &QDialog::finished);
+        widget->show();
+        box->button(QDialogButtonBox::StandardButton(button))->click();
+        QCOMPARE(finished, {QVariantList{result}});
+        QVERIFY(!widget->isVisible());
+    }
+    QCOMPARE(boxes, 2);
+}
+
+void TestForms::emptyDetailsLeaveTheValuesEmpty()
+{
+    ZVScanResult nothing;
+    const ViewDetailsDialog dialog(&nothing, nullptr);
+    for (const char *name : {"label_network", "label_channel", "label_adhoc", "label_security",
+                             "label_suites", "label_wps", "label_rssi"})
+        QCOMPARE(dialog.findChild<QLabel *>(name)->text(), QString());
+}
+
+void TestForms::theConsolesTextIsTheFormsBrowser()
+{
+    const console_dialog console;
+    QVERIFY(console.console_textBrowser());
+    QCOMPARE(console.console_textBrowser(), console.findChild<QTextBrowser *>("textBrowser_log_console"));
+    QVERIFY(console.console_textBrowser()->isReadOnly());
+}
+
+QTEST_MAIN(TestForms)
+#include "tst_forms.moc"
