@@ -69,6 +69,11 @@ bool PluggedPort::replug()
     return plug();
 }
 
+void PluggedPort::catchUp()
+{
+    inThread([this] { _pump->pump(); });
+}
+
 bool PluggedPort::waitUntil(const std::function<bool()> &holds, int milliseconds)
 {
     if (holds())

@@ -28,6 +28,8 @@ public:
     void unplug();
     /// Out and in again, under the next tty name.
     bool replug();
+    /// Takes what has been written to the tty until now; all of a program's last words, once it has ended.
+    void catchUp();
     bool isPlugged() const { return _isPlugged; }
     /// The tty's name, such as "ttyUSB0", kept after unplug(); empty before the first plug().
     QByteArray ttyName() const { return _ttyName; }

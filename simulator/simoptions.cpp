@@ -70,17 +70,17 @@ void declareOptions(QCommandLineParser &parser)
         parser.addOption({QLatin1String(name), QLatin1String(help), QLatin1String(value)});
     };
     add("plug-after",     "Plug the device in that long after the program's start, instead of before it.", "ms");
-    add("bridge",         "Its USB bridge: ftdi (0403:6001, as is) or prolific (067b:2303).", "name");
+    add("bridge",         "Its USB bridge: ftdi (0403:6001, by default) or prolific (067b:2303).", "name");
     add("vid",            "Another USB vendor id.", "hex");
     add("pid",            "Another USB product id.", "hex");
-    add("tty",            "The first tty, ttyUSB0 as is. Each plugging takes the next number.", "ttyUSBn");
+    add("tty",            "The first tty, by default ttyUSB0. Each plugging takes the next number.", "ttyUSBn");
     add("foreign",        "Two ports that are no Tolvar, plugged in before it.");
-    add("firmware",       "Its firmware version, A060 as is.", "version");
+    add("firmware",       "Its firmware version, by default A060.", "version");
     add("network",        "A network in the air, instead of the usual six; may be given again. An empty PASS makes "
-                          "it open. SEC is OPEN, WEP, WPA or WPA2, the last as is.", "SSID=PASS[:SEC]");
+                          "it open. SEC is OPEN, WEP, WPA or WPA2, the last by default.", "SSID=PASS[:SEC]");
     add("log-file",       "The text of the device's own log.", "file");
-    add("scan-delay",     "How long a scan takes, 2500 as is.", "ms");
-    add("test-delay",     "How long a network test takes, 3000 as is.", "ms");
+    add("scan-delay",     "How long a scan takes, by default 2500.", "ms");
+    add("test-delay",     "How long a network test takes, by default 3000.", "ms");
     add("no-scan-delay",  "Scan and test at once.");
     add("system-error",   "Network tests end with a system error.");
     add("verbose",        "Show documents in full, prompts and traces too.");
@@ -133,7 +133,8 @@ void readDevice(OptionReader &options, const QStringList &networks, TolvarSetup 
         if (!file.open(QIODevice::ReadOnly))
             options.complain(QStringLiteral("The log file %1 can't be read: %2.")
                                  .arg(file.fileName(), file.errorString()));
-        setup.logText = file.readAll();
+        else
+            setup.logText = file.readAll();
     }
 }
 
@@ -168,7 +169,7 @@ std::optional<SimOptions> readOptions(const QStringList &arguments, QString &pro
     }
     if (parser.isSet(QStringLiteral("version")))
         parser.showVersion();
-    if (parser.isSet(QStringLiteral("help")))
+    if (parser.isSet(QStringLiteral("help")) || parser.isSet(QStringLiteral("help-all")))
         parser.showHelp();
 
     SimOptions result;

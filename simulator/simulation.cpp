@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include <QCoreApplication>
 #include <QEventLoop>
 #include <QTimer>
 
@@ -12,6 +13,8 @@ Simulation::Simulation(const SimOptions &options)
     , _printer(options.isVerbose)
     , _bed(options.firstTty)
     , _tolvar(_bed, options.setup, options.bridge)
+    , _foreignFtdi(_bed, UsbBridge::foreignFtdi())
+    , _foreignCh340(_bed, UsbBridge::foreignCh340())
 {
     connect(&_tolvar, &PluggedTolvar::conversation, this,
             [this](SimulatedTolvar::Speech what, const QByteArray &text) { _printer.print(what, text); });
@@ -48,17 +51,26 @@ int Simulation::run()
     connect(&signalsFromOutside, &UnixSignals::arrived, this, &Simulation::onSignal);
 
     if (_options.hasForeign) {
-        const UsbBridge bridges[] = {UsbBridge::foreignFtdi(), UsbBridge::foreignCh340()};
-        for (int i = 0; i < 2; ++i) {
-            _foreign[i] = std::make_unique<ForeignPort>(_bed, bridges[i]);
-            _foreign[i]->plug();
-        }
+        _foreignFtdi.plug();
+        _foreignCh340.plug();
     }
     if (_options.plugAfter == 0)
         plugIn();
     else
         QTimer::singleShot(_options.plugAfter, this, &Simulation::plugIn);
 
+    if (!runProgram())
+        return 2;
+    waitForLastWords();
+    tellWhatDeviceHolds();
+    if (!isAsExpected())
+        return 1;
+    constexpr int endedBySignal = 128; // as a shell counts
+    return (_program.exitStatus() == QProcess::CrashExit ? endedBySignal : 0) + _program.exitCode();
+}
+
+bool Simulation::runProgram()
+{
     QEventLoop loop;
     connect(&_program, &QProcess::finished, &loop, &QEventLoop::quit);
     connect(&_program, &QProcess::errorOccurred, &loop, [&loop](QProcess::ProcessError error) {
@@ -71,29 +83,18 @@ int Simulation::run()
     if (_program.error() == QProcess::FailedToStart) {
         fprintf(stderr, "tolvarsim: %s can't be run: %s\n", qPrintable(_options.program.first()),
                 qPrintable(_program.errorString()));
-        return 2;
+        return false;
     }
-
-    waitUntilQuiet();
-    tellWhatDeviceHolds();
-    if (!isAsExpected())
-        return 1;
-    constexpr int endedBySignal = 128; // as a shell counts
-    return (_program.exitStatus() == QProcess::CrashExit ? endedBySignal : 0) + _program.exitCode();
+    return true;
 }
 
-// What the program said last may still be on its way, and the device may be at work on something before it.
-void Simulation::waitUntilQuiet()
+// What the program said last may still be on its way, and the device at work on something before it.
+void Simulation::waitForLastWords()
 {
-    constexpr int quietTime = 100;
-    constexpr int longestWork = 60000;
-    TolvarState state;
-    do {
-        _tolvar.waitFor([](const TolvarState &now) { return !now.isWorking; }, longestWork);
-        state = _tolvar.state();
-    } while (_tolvar.waitFor(
-        [&state](const TolvarState &now) { return now.isWorking || now.bytes.size() != state.bytes.size(); },
-        quietTime));
+    constexpr int longestWork = 10 * 60 * 1000;
+    _tolvar.catchUp();
+    _tolvar.waitFor([](const TolvarState &state) { return !state.isWorking; }, longestWork);
+    QCoreApplication::processEvents(); // shows the rest of the conversation
 }
 
 void Simulation::tellWhatDeviceHolds()

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <memory>
-
 #include <QObject>
 #include <QProcess>
 
@@ -25,9 +23,10 @@ public:
 private:
     Q_DISABLE_COPY_MOVE(Simulation)
 
+    bool runProgram();
     void plugIn();
     void onSignal(int number);
-    void waitUntilQuiet();
+    void waitForLastWords();
     void tellWhatDeviceHolds();
     bool isAsExpected() const;
 
@@ -35,7 +34,8 @@ private:
     ConversationPrinter _printer;
     UsbTestbed _bed;
     PluggedTolvar _tolvar;
-    std::unique_ptr<ForeignPort> _foreign[2];
+    ForeignPort _foreignFtdi;
+    ForeignPort _foreignCh340;
     QProcess _program;
     bool _wasAskedToEnd = false;
 };

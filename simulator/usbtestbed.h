@@ -23,6 +23,10 @@ public:
     /// Whether the process runs under umockdev-wrapper, without which there is no bed.
     static bool isPossible();
 
+    /// A number for a tty that no other process takes, and this one only once. Lock files of serial ports are
+    /// real, so ttys of one name get in each other's way; and one of an earlier bed may still be locked.
+    static int takeTtyNumber();
+
     /// Plugs a bridge into the next free socket under the next tty name, and announces it. Gives the tty
     /// name, empty when umockdev refuses. Every plugging makes a new name, as while the old tty is still held
     /// open.
@@ -47,7 +51,6 @@ private:
 
     _UMockdevTestbed *_bed;
     std::map<QByteArray, Plugged> _plugged;
-    int _nextTty;
-    const bool _ownNumbers;
+    int _nextTty;         // negative: takeTtyNumber()
     int _nextAddress = 2; // the root hub has 1
 };

@@ -1,4 +1,412 @@
-int main()
+#include <QTest>
+
+#include <csignal>
+
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+#include "simulator/usbtestbed.h"
+
+namespace
 {
-    return 0;
+QString freshTty()
+{
+    return QStringLiteral("ttyUSB%1").arg(UsbTestbed::takeTtyNumber());
 }
+
+// One tolvarsim, without the preload this test may itself run under.
+class Simulator
+{
+public:
+    Simulator()
+    {
+        environment.remove(QStringLiteral("LD_PRELOAD"));
+        environment.remove(QStringLiteral("UMOCKDEV_DIR"));
+    }
+
+    ~Simulator()
+    {
+        if (process.state() == QProcess::NotRunning)
+            return;
+        process.terminate();
+        if (!process.waitForFinished(5000))
+            process.kill();
+        process.waitForFinished();
+    }
+
+    void start(const QStringList &arguments)
+    {
+        process.setProcessEnvironment(environment);
+        process.start(QStringLiteral(TOLVARSIM), arguments);
+    }
+
+    // Runs a shell script beside the device on $TTY, to the end of both.
+    void run(const QStringList &options, const QString &script)
+    {
+        const QString tty = freshTty();
+        environment.insert(QStringLiteral("TTY"), QStringLiteral("/dev/") + tty);
+        start(QStringList{"--tty", tty} + options + QStringList{"--", "/bin/sh", "-c", script});
+        finish();
+    }
+
+    void finish()
+    {
+        QVERIFY2(process.waitForFinished(20000), qPrintable(process.errorString()));
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+        out += process.readAllStandardOutput();
+        err += process.readAllStandardError();
+    }
+
+    // Waits until standard output holds that text.
+    bool hasSaid(const QByteArray &text)
+    {
+        return QTest::qWaitFor([&] {
+            out += process.readAllStandardOutput();
+            return out.contains(text);
+        });
+    }
+
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    QByteArray out;
+    QByteArray err;
+};
+
+// A script that tells the device these lines, in printf's language, and ends.
+QString tells(const QString &lines)
+{
+    return QStringLiteral("exec 3<>$TTY; printf '%1' >&3").arg(lines);
+}
+} // namespace
+
+class tst_TolvarSim : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void endsAsItsProgramDoes_data();
+    void endsAsItsProgramDoes();
+    void expects_data();
+    void expects();
+    void refuses_data();
+    void refuses();
+    void needsTheWrapper();
+    void runsUnderTheWrapperToo();
+    void helps();
+    void showsTheConversation();
+    void tellsWhatTheDeviceHolds();
+    void makesTheDevice_data();
+    void makesTheDevice();
+    void givesTheLogFile();
+    void foreignPortsComeFirst();
+    void plugsInLater();
+    void scansAtOnceOrNot();
+    void signalsEndTheProgram_data();
+    void signalsEndTheProgram();
+    void signalReplugs();
+};
+
+void tst_TolvarSim::endsAsItsProgramDoes_data()
+{
+    QTest::addColumn<QString>("script");
+    QTest::addColumn<int>("status");
+    QTest::newRow("success") << "true" << 0;
+    QTest::newRow("failure") << "exit 7" << 7;
+    QTest::newRow("killed") << "kill -9 $$" << 128 + SIGKILL;
+}
+
+void tst_TolvarSim::endsAsItsProgramDoes()
+{
+    QFETCH(QString, script);
+    Simulator simulator;
+    simulator.run({}, script);
+    QTEST(simulator.process.exitCode(), "status");
+    QCOMPARE(simulator.err, QByteArray());
+}
+
+void tst_TolvarSim::expects_data()
+{
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<QString>("lines");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QByteArray>("complaint");
+    const QString all = "C\\r\\nsetssid a b \\r\\nsetpass  \\303\\251\\r\\nsave\\r\\nexit\\r\\n";
+    const QByteArray start = "tolvarsim: the device does not end as expected: ";
+
+    QTest::newRow("all it asks for") << QStringList{"--expect-ssid", "a b ", "--expect-pass", " \u00E9",
+                                                    "--expect-exit"}
+                                     << all << 0 << QByteArray();
+    QTest::newRow("a blank is missing") << QStringList{"--expect-ssid", "a b"} << all << 1
+                                        << start + "the saved network is \"a b \", not \"a b\"\n";
+    QTest::newRow("another passphrase") << QStringList{"--expect-pass", "x"} << all << 1
+                                        << start + "the saved passphrase is \" \u00E9\", not \"x\"\n";
+    QTest::newRow("not saved") << QStringList{"--expect-ssid", "x"} << "C\\r\\nsetssid x\\r\\n"
+                               << 1 << start + "the saved network is \"Workshop\", not \"x\"\n";
+    QTest::newRow("no exit") << QStringList{"--expect-exit"} << "C\\r\\nsave\\r\\n"
+                             << 1 << start + "\"exit\" has not come\n";
+    QTest::newRow("a new session after the exit")
+        << QStringList{"--expect-exit"} << "C\\r\\nexit\\r\\nC\\r\\n"
+        << 1 << start + "\"exit\" has not come\n";
+    QTest::newRow("an empty passphrase")
+        << QStringList{"--expect-pass", ""} << "C\\r\\nsetpass \\r\\nsave\\r\\n"
+        << 0 << QByteArray();
+    QTest::newRow("exit after a scan that still goes on")
+        << QStringList{"--expect-exit", "--scan-delay", "700"} << "C\\r\\nscan\\r\\nexit\\r\\n"
+        << 0 << QByteArray();
+}
+
+void tst_TolvarSim::expects()
+{
+    QFETCH(QStringList, options);
+    QFETCH(QString, lines);
+    Simulator simulator;
+    simulator.run(options, tells(lines));
+    QTEST(simulator.err, "complaint");
+    QTEST(simulator.process.exitCode(), "status");
+}
+
+void tst_TolvarSim::refuses_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QByteArray>("word");
+    QTest::newRow("nothing at all") << QStringList{} << QByteArray("Which program");
+    QTest::newRow("no program") << QStringList{"--foreign", "--"} << QByteArray("Which program");
+    QTest::newRow("an unknown option") << QStringList{"--colour", "true"} << QByteArray("colour");
+    QTest::newRow("an option without its value") << QStringList{"--tty"} << QByteArray("tty");
+    QTest::newRow("a delay that is no number")
+        << QStringList{"--scan-delay", "soon", "true"} << QByteArray("soon");
+    QTest::newRow("a negative delay") << QStringList{"--plug-after", "-1", "true"} << QByteArray("-1");
+    QTest::newRow("an unknown bridge") << QStringList{"--bridge", "rs232", "true"} << QByteArray("rs232");
+    QTest::newRow("a vendor that is no number") << QStringList{"--vid", "ftdi", "true"} << QByteArray("ftdi");
+    QTest::newRow("a product too large") << QStringList{"--pid", "12345", "true"} << QByteArray("12345");
+    QTest::newRow("another kind of tty") << QStringList{"--tty", "ttyS0", "true"} << QByteArray("ttyS0");
+    QTest::newRow("a network without a passphrase")
+        << QStringList{"--network", "Home", "true"} << QByteArray("Home");
+    QTest::newRow("a log file that is not there")
+        << QStringList{"--log-file", "/nowhere/log", "true"} << QByteArray("/nowhere/log");
+    QTest::newRow("a program that is not there")
+        << QStringList{"--", "/nowhere/program"} << QByteArray("/nowhere/program");
+}
+
+void tst_TolvarSim::refuses()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QByteArray, word);
+    if (arguments.contains("--"))
+        arguments = QStringList{"--tty", freshTty()} + arguments;
+    Simulator simulator;
+    simulator.start(arguments);
+    simulator.finish();
+    QCOMPARE(simulator.process.exitCode(), 2);
+    QVERIFY2(simulator.err.startsWith("tolvarsim: "), simulator.err);
+    QVERIFY2(simulator.err.contains(word), simulator.err);
+    QCOMPARE(simulator.err.count('\n'), 1);
+}
+
+void tst_TolvarSim::needsTheWrapper()
+{
+    Simulator simulator;
+    simulator.environment.insert("PATH", "/nowhere");
+    simulator.start({"/bin/true"});
+    simulator.finish();
+    QCOMPARE(simulator.process.exitCode(), 2);
+    QVERIFY2(simulator.err.contains("umockdev-wrapper"), simulator.err);
+    QCOMPARE(simulator.err.count('\n'), 1);
+}
+
+void tst_TolvarSim::runsUnderTheWrapperToo()
+{
+    Simulator simulator;
+    simulator.process.setProcessEnvironment(simulator.environment);
+    simulator.process.start("umockdev-wrapper", {TOLVARSIM, "--tty", freshTty(), "/bin/sh", "-c", "exit 3"});
+    simulator.finish();
+    QCOMPARE(simulator.process.exitCode(), 3);
+}
+
+void tst_TolvarSim::helps()
+{
+    Simulator simulator;
+    simulator.start({"--help"});
+    simulator.finish();
+    QCOMPARE(simulator.process.exitCode(), 0);
+    QVERIFY(simulator.out.contains("--expect-ssid"));
+    QVERIFY(simulator.out.contains("PROGRAM [ARGS...]"));
+}
+
+void tst_TolvarSim::showsTheConversation()
+{
+    const QString script = tells("C\\r\\nget_log_file\\r\\nsetssid \\351\\001\\r\\nexit\\r\\n");
+    Simulator brief;
+    brief.run({}, script);
+    QVERIFY(brief.out.contains("] > C\n"));
+    QVERIFY(brief.out.contains("] > get_log_file\n"));
+    QVERIFY(brief.out.contains("] > setssid \u00E9\\x01\n")); // no UTF-8, so it is read as Latin-1
+    QVERIFY(brief.out.contains("] * left setup mode\n"));
+    QVERIFY(QRegularExpression("\\] < <log_file> \\d+ bytes\n").match(brief.out).hasMatch());
+    QVERIFY(!brief.out.contains("cold start"));
+
+    Simulator verbose;
+    verbose.run({"--verbose"}, script);
+    QVERIFY(verbose.out.contains("cold start"));
+    QVERIFY(verbose.out.contains("] < >\n"));
+}
+
+void tst_TolvarSim::tellsWhatTheDeviceHolds()
+{
+    Simulator simulator;
+    simulator.run({}, tells("C\\r\\nsetssid a  b \\r\\nsetpass p\\r\\nant_select 1\\r\\n"
+                            "setstaticip Y 10.0.0.7\\r\\nsave\\r\\nsetssid unsaved\\r\\nexit\\r\\n"));
+    const QByteArray holds = simulator.out.mid(simulator.out.indexOf("the device holds"));
+    QVERIFY2(holds.contains("network     \"a  b \"\n"), holds);
+    QVERIFY2(holds.contains("passphrase  \"p\"\n"), holds);
+    QVERIFY2(holds.contains("antenna     1\n"), holds);
+    QVERIFY2(holds.contains("static IP   10.0.0.7\n"), holds);
+    QVERIFY2(holds.contains("it has been told to leave setup mode\n"), holds);
+}
+
+void tst_TolvarSim::makesTheDevice_data()
+{
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<QString>("lines");
+    QTest::addColumn<QByteArray>("shown");
+    const QString scan = "C\\r\\nscan\\r\\n";
+
+    QTest::newRow("firmware") << QStringList{"--firmware", "A058"} << "C\\r\\nget\\r\\n"
+                              << QByteArray("<firmware_version>A058</firmware_version>");
+    QTest::newRow("usual networks") << QStringList{} << scan << QByteArray("SSID=\"Workshop\"");
+    QTest::newRow("a network") << QStringList{"--network", "Home=secret"} << scan
+                               << QByteArray("<scan SSID=\"Home\" channel=\"6\" adhoc=\"N\" sec=\"WPA2\"");
+    QTest::newRow("a second network")
+        << QStringList{"--network", "Home=secret", "--network", "B=x:WEP"} << scan
+        << QByteArray("SSID=\"B\" channel=\"6\" adhoc=\"N\" sec=\"WEP\"");
+    QTest::newRow("an open network") << QStringList{"--network", " Caf\u00E9 ="} << scan
+                                     << QByteArray(
+                                            "SSID=\" Caf\u00E9 \" channel=\"6\" adhoc=\"N\" sec=\"OPEN\"");
+    QTest::newRow("a passphrase with '=' and ':'")
+        << QStringList{"--network", "H=a=b:c:WPA"} << "C\\r\\nsetssid H\\r\\nsetpass a=b:c\\r\\ntest\\r\\n"
+        << QByteArray("result=\"0\"");
+    QTest::newRow("a passphrase that ends like no security")
+        << QStringList{"--network", "H=a:B"} << "C\\r\\nsetssid H\\r\\nsetpass a:B\\r\\ntest\\r\\n"
+        << QByteArray("result=\"0\"");
+    QTest::newRow("a system error") << QStringList{"--system-error"} << "C\\r\\ntest\\r\\n"
+                                    << QByteArray("result=\"3\"");
+}
+
+void tst_TolvarSim::makesTheDevice()
+{
+    QFETCH(QStringList, options);
+    QFETCH(QString, lines);
+    QFETCH(QByteArray, shown);
+    Simulator simulator;
+    simulator.run(options + QStringList{"--no-scan-delay", "--verbose"}, tells(lines));
+    QVERIFY2(simulator.out.contains(shown), simulator.out);
+    if (options.contains("--network"))
+        QVERIFY(!simulator.out.contains("SSID=\"Workshop\""));
+}
+
+void tst_TolvarSim::givesTheLogFile()
+{
+    QTemporaryDir folder;
+    QFile file(folder.filePath("device.log"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("first line\nsecond line\n");
+    file.close();
+    Simulator simulator;
+    simulator.run({"--log-file", file.fileName(), "--verbose"}, tells("C\\r\\nget_log_file\\r\\n"));
+    QVERIFY2(simulator.out.contains("<log_file>first line\n"), simulator.out);
+    QVERIFY2(simulator.out.contains("    second line\n"), simulator.out);
+}
+
+void tst_TolvarSim::foreignPortsComeFirst()
+{
+    Simulator simulator;
+    simulator.run({"--foreign", "--bridge", "prolific"},
+                  "for tty in /sys/class/tty/*; do"
+                  " echo port $(cat $tty/device/../../idVendor):$(cat $tty/device/../../idProduct); done");
+    QByteArray ports;
+    for (const QByteArray &line : simulator.out.split('\n')) {
+        if (line.startsWith("port "))
+            ports += line.mid(5) + ' ';
+    }
+    QCOMPARE(ports, QByteArray("0403:6015 1a86:7523 067b:2303 "));
+
+    Simulator renamed;
+    renamed.run({"--vid", "0x1234", "--pid", "abcd"}, "cat /sys/class/tty/*/device/../../id*");
+    QVERIFY2(renamed.out.contains("abcd\n1234\n"), renamed.out);
+}
+
+void tst_TolvarSim::plugsInLater()
+{
+    Simulator simulator;
+    simulator.run({"--plug-after", "300"},
+                  "test -e $TTY && echo early; while ! test -e $TTY; do sleep 0.05; done; echo there");
+    QVERIFY2(!simulator.out.contains("early"), simulator.out);
+    QVERIFY2(simulator.out.contains("there"), simulator.out);
+    QCOMPARE(simulator.process.exitCode(), 0);
+}
+
+void tst_TolvarSim::scansAtOnceOrNot()
+{
+    const auto timeOfScan = [](const QStringList &options) {
+        Simulator simulator;
+        simulator.run(options, tells("C\\r\\nscan\\r\\n"));
+        const QRegularExpression times("\\[tolvar +([0-9.]+)\\] (> scan|< <scan_results>)");
+        QList<double> found;
+        for (auto all = times.globalMatch(simulator.out); all.hasNext();)
+            found += all.next().captured(1).toDouble();
+        return found.size() == 2 ? found.at(1) - found.at(0) : -1;
+    };
+    QVERIFY(timeOfScan({"--no-scan-delay"}) >= 0);
+    QVERIFY(timeOfScan({"--scan-delay", "600"}) >= 0.59);
+    QVERIFY(timeOfScan({}) >= 2.49);
+}
+
+void tst_TolvarSim::signalsEndTheProgram_data()
+{
+    QTest::addColumn<int>("number");
+    QTest::newRow("SIGINT") << SIGINT;
+    QTest::newRow("SIGTERM") << SIGTERM;
+}
+
+void tst_TolvarSim::signalsEndTheProgram()
+{
+    QFETCH(int, number);
+    Simulator simulator;
+    simulator.start({"--tty", freshTty(), "--", "/bin/sh", "-c", "echo up $$; exec sleep 60"});
+    QVERIFY(simulator.hasSaid("up "));
+    QVERIFY(QTest::qWaitFor([&] {
+        simulator.out += simulator.process.readAllStandardOutput();
+        return QRegularExpression("up \\d+\n").match(simulator.out).hasMatch();
+    }));
+    const int child = QRegularExpression("up (\\d+)\n").match(simulator.out).captured(1).toInt();
+    kill(static_cast<pid_t>(simulator.process.processId()), number);
+    simulator.finish();
+    QCOMPARE(simulator.process.exitCode(), 128 + SIGTERM);
+    QVERIFY(simulator.out.contains("the device holds"));
+    QCOMPARE(kill(child, 0), -1); // it is no more
+}
+
+void tst_TolvarSim::signalReplugs()
+{
+    const QString tty = freshTty();
+    const QString next = freshTty(); // taken by the replug
+    Simulator simulator;
+    simulator.start({"--tty", tty, "--", "/bin/sh", "-c",
+                     QString("exec 3<>/dev/%1; printf 'C\\r\\nsetssid kept\\r\\nsave\\r\\n' >&3;"
+                             "echo saved; while ! test -e /dev/%2; do sleep 0.05; done;"
+                             "exec 4<>/dev/%2; printf 'C\\r\\nexit\\r\\n' >&4")
+                         .arg(tty, next)});
+    QVERIFY(simulator.hasSaid("> save\n"));
+    kill(static_cast<pid_t>(simulator.process.processId()), SIGUSR1);
+    QVERIFY(simulator.hasSaid("* lost power\n"));
+    kill(static_cast<pid_t>(simulator.process.processId()), SIGUSR1);
+    QVERIFY(simulator.hasSaid("* plugged in as " + next.toLatin1()));
+    simulator.finish();
+    QCOMPARE(simulator.process.exitCode(), 0);
+    QVERIFY2(simulator.out.contains("network     \"kept\"\n"), simulator.out);
+    QVERIFY2(simulator.out.contains("it has been told to leave setup mode\n"), simulator.out);
+}
+
+QTEST_GUILESS_MAIN(tst_TolvarSim)
+#include "tst_tolvarsim.moc"
