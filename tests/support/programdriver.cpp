@@ -1,0 +1,108 @@
+#include "tests/support/programdriver.h"
+
+#include <QEventLoop>
+#include <QTimer>
+
+using namespace std::chrono_literals;
+
+bool ProgramDriver::fail(const QString &message)
+{
+    _failure = message;
+    return false;
+}
+
+void ProgramDriver::pause(std::chrono::milliseconds time)
+{
+    QEventLoop loop;
+    QTimer::singleShot(time, Qt::PreciseTimer, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+Screen ProgramDriver::screen()
+{
+    return isRunning() ? _tree->read(_process.processId()) : Screen();
+}
+
+bool ProgramDriver::waitUntil(const std::function<bool()> &condition, const QString &expectation,
+                              std::chrono::milliseconds patience)
+{
+    const auto end = std::chrono::steady_clock::now() + patience;
+    _keyboardSeen = std::chrono::steady_clock::now();
+    while (true) {
+        // In this order: what happened before the program ended or the time was up still counts.
+        const bool wasRunning = isRunning();
+        const bool isLate = std::chrono::steady_clock::now() >= end;
+        if (condition())
+            return true;
+        if (!wasRunning)
+            return fail(QStringLiteral("Expected: %1. But the program does not run.").arg(expectation));
+        if (isLate)
+            return fail(QStringLiteral("Expected: %1. After %2 ms the screen shows instead:\n%3")
+                            .arg(expectation)
+                            .arg(patience.count())
+                            .arg(describeScreen()));
+        fetchLostKeyboard();
+        pause(20ms);
+    }
+}
+
+bool ProgramDriver::waitUntil(const std::function<bool()> &condition, const QString &expectation)
+{
+    return waitUntil(condition, expectation, _patience);
+}
+
+std::optional<Widget> ProgramDriver::find(const WidgetQuery &query)
+{
+    const Screen now = screen();
+    const QList<int> found = query.allIn(now);
+    return found.isEmpty() ? std::nullopt : std::optional(now.at(found.constFirst()));
+}
+
+std::optional<Widget> ProgramDriver::await(const WidgetQuery &query, std::chrono::milliseconds patience)
+{
+    std::optional<Widget> found;
+    waitUntil([&] { return (found = find(query)).has_value(); }, query.description(), patience);
+    return found;
+}
+
+bool ProgramDriver::waitFor(const WidgetQuery &query, std::chrono::milliseconds patience)
+{
+    return await(query, patience).has_value();
+}
+
+bool ProgramDriver::waitFor(const WidgetQuery &query)
+{
+    return waitFor(query, _patience);
+}
+
+bool ProgramDriver::waitUntilGone(const WidgetQuery &query)
+{
+    return waitUntil([&] { return !find(query); }, QStringLiteral("no ") + query.description());
+}
+
+QStringList ProgramDriver::names(const WidgetQuery &query)
+{
+    const Screen now = screen();
+    QStringList result;
+    for (int i : query.allIn(now))
+        result << now.at(i).name;
+    return result;
+}
+
+QString ProgramDriver::text(const WidgetQuery &query)
+{
+    const std::optional<Widget> found = await(query, _patience);
+    if (!found)
+        return QString();
+    return found->text.isNull() ? QStringLiteral("") : found->text;
+}
+
+std::optional<XWindow> ProgramDriver::windowTitled(const QString &title) const
+{
+    std::optional<XWindow> found; // the uppermost, if there are several
+    for (const XWindow &window : _display->windowsOf(_process.processId())) {
+        if (window.title == title)
+            found = window;
+    }
+    return found;
+}

@@ -1,0 +1,230 @@
+#include "tests/support/programdriver.h"
+
+#include <algorithm>
+#include <utility>
+
+using namespace std::chrono_literals;
+using onscreen::button;
+using onscreen::field;
+using onscreen::window;
+
+/// Waits until the program has taken in all input given so far: what is read from its screen after that tells of it.
+void ProgramDriver::settle()
+{
+    const XWindow active = _display->activeWindow();
+    if (!isRunning() || active.pid != _process.processId())
+        return;
+    _display->ping(active.id);
+    // If the program stays deaf, the next step says so better than this one could.
+    for (const auto end = std::chrono::steady_clock::now() + _patience;
+         isRunning() && !_display->isPingAnswered() && std::chrono::steady_clock::now() < end;)
+        pause(2ms);
+}
+
+/// When a message box and the dialog below it close in one go, the window manager may leave the keyboard to no window at
+/// all. A person clicks into the program's window then; so does this, once nothing else has come of it.
+void ProgramDriver::fetchLostKeyboard()
+{
+    const auto now = std::chrono::steady_clock::now();
+    const QList<XWindow> windows = _display->windowsOf(_process.processId());
+    if (!isRunning() || windows.isEmpty() || _display->activeWindow().id != 0)
+        _keyboardSeen = now;
+    if (now - _keyboardSeen < 500ms)
+        return;
+    _display->activate(windows.last().id);
+    _keyboardSeen = now;
+}
+
+/// Why a click at \a point would not get to \a window; empty if it would.
+QString ProgramDriver::coverOf(const Widget &window, const QPoint &point) const
+{
+    const unsigned long frame = _display->frameAt(point);
+    for (const XWindow &own : _display->windowsOf(_process.processId())) {
+        if (own.rect == window.rect && own.frame == frame)
+            return QString();
+    }
+    return QStringLiteral("is covered by another window");
+}
+
+/// Turns the wheel over \a list if \a row can't be clicked in it yet.
+bool ProgramDriver::bringIntoSight(const Widget &row, const Widget &list)
+{
+    const QRect visible = row.rect & list.rect;
+    if (row.showing && visible.width() > 10 && visible.height() > row.rect.height() / 2)
+        return true;
+    const bool isAhead = row.rect.top() >= list.rect.bottom() || row.rect.left() >= list.rect.right();
+    _input->movePointer(list.rect.center());
+    _input->turnWheel(isAhead ? 1 : -1);
+    settle();
+    return false;
+}
+
+/// Where a click would do to \a query what it should; null and why in \a obstacle while there is no such place.
+std::optional<QPoint> ProgramDriver::clickablePoint(const WidgetQuery &query, QString *obstacle)
+{
+    const Screen now = screen();
+    const QList<int> found = query.allIn(now);
+    if (found.isEmpty()) {
+        *obstacle = QStringLiteral("is not there");
+        return {};
+    }
+    const Widget &widget = now.at(found.constFirst());
+    const QRect previous = std::exchange(_lastRect, widget.rect);
+    const bool isRow = widget.kind == WidgetKind::Row;
+    const QRect area = isRow ? widget.rect & now.at(widget.parent).rect : widget.rect;
+    // Beside the box and its text a check box does not take clicks.
+    const QPoint point = widget.kind == WidgetKind::CheckBox
+                             ? QPoint(area.left() + qMin(area.width(), area.height()) / 2, area.center().y())
+                             : area.center();
+    if (!widget.enabled && !query.wantsDisabled())
+        *obstacle = QStringLiteral("is disabled");
+    else if (isRow && !bringIntoSight(widget, now.at(widget.parent)))
+        *obstacle = QStringLiteral("can't be scrolled to");
+    else if (previous != widget.rect)
+        *obstacle = QStringLiteral("does not stand still");
+    else
+        *obstacle = coverOf(now.at(widget.window), point);
+    return obstacle->isEmpty() ? std::optional(point) : std::nullopt;
+}
+
+/// Moves the pointer to what \a query means, once it can be clicked there.
+bool ProgramDriver::pointAt(const WidgetQuery &query)
+{
+    std::optional<QPoint> point;
+    QString obstacle;
+    _lastRect = QRect();
+    const auto canBeClicked = [&] { return (point = clickablePoint(query, &obstacle)).has_value(); };
+    if (!waitUntil(canBeClicked, QStringLiteral("a click on ") + query.description()))
+        return fail(QStringLiteral("It %1. %2").arg(obstacle, _failure));
+    _input->movePointer(*point);
+    // Two clicks at one place would make a double click.
+    constexpr auto doubleClickTime = 600ms; // Qt's is 400 ms
+    if ((*point - _lastClickPoint).manhattanLength() < 20) {
+        const auto since = std::chrono::steady_clock::now() - _lastClick;
+        pause(std::max(0ms, doubleClickTime - std::chrono::duration_cast<std::chrono::milliseconds>(since)));
+    }
+    _lastClickPoint = *point;
+    return true;
+}
+
+bool ProgramDriver::click(const WidgetQuery &query)
+{
+    if (!pointAt(query))
+        return false;
+    _input->click();
+    settle();
+    _lastClick = std::chrono::steady_clock::now();
+    return true;
+}
+
+bool ProgramDriver::doubleClick(const WidgetQuery &query)
+{
+    if (!pointAt(query))
+        return false;
+    _input->click();
+    _input->click();
+    settle();
+    _lastClick = std::chrono::steady_clock::now();
+    return true;
+}
+
+bool ProgramDriver::waitForKeyboard()
+{
+    return waitUntil([this] { return _display->activeWindow().pid == _process.processId(); },
+                     QStringLiteral("a window of the program that has the keyboard"));
+}
+
+bool ProgramDriver::typeText(const QString &text)
+{
+    if (!waitForKeyboard())
+        return false;
+    if (!_input->typeText(text))
+        return fail(QStringLiteral("There is no key left to type \"%1\" with").arg(text));
+    settle();
+    return true;
+}
+
+bool ProgramDriver::pressKey(const QString &name)
+{
+    if (!waitForKeyboard())
+        return false;
+    if (!_input->pressKey(name))
+        return fail(QStringLiteral("There is no key \"%1\"").arg(name));
+    settle();
+    return true;
+}
+
+bool ProgramDriver::fill(const WidgetQuery &query, const QString &text)
+{
+    return click(query) && waitFor(query.focused()) && pressKey(QStringLiteral("ctrl+a")) &&
+           (text.isEmpty() ? pressKey(QStringLiteral("Delete")) : typeText(text)) && waitFor(query.withText(text));
+}
+
+bool ProgramDriver::saveAs(const QString &path)
+{
+    const WidgetQuery save = button(QStringLiteral("Save"));
+    if (!waitFor(save) || !fill(field().number(1), path))
+        return false;
+    const unsigned long dialog = _display->activeWindow().id;
+    const auto isAnswered = [&] { return _display->activeWindow().id != dialog; };
+    // A list of similar files may drop down at any moment and takes one click for itself, so there may have to be more.
+    const auto end = std::chrono::steady_clock::now() + _patience;
+    while (std::chrono::steady_clock::now() < end) {
+        if (!click(save))
+            return isAnswered();
+        if (waitUntil(isAnswered, QStringLiteral("the end of the save dialog"), 1s))
+            return true;
+    }
+    return false;
+}
+
+bool ProgramDriver::activateWindow(const QString &title)
+{
+    const WidgetQuery wanted = window(title);
+    if (!waitFor(wanted))
+        return false;
+    if (const auto found = windowTitled(title))
+        _display->activate(found->id);
+    return waitFor(wanted.active());
+}
+
+bool ProgramDriver::closeWindow(const QString &title)
+{
+    if (!waitFor(window(title)))
+        return false;
+    if (const auto found = windowTitled(title))
+        _display->close(found->id);
+    return waitUntilGone(window(title));
+}
+
+bool ProgramDriver::dragWindow(const QString &title, const QPoint &corner)
+{
+    if (!activateWindow(title))
+        return false;
+    const auto found = windowTitled(title);
+    if (!found)
+        return fail(QStringLiteral("The window \"%1\" is gone").arg(title));
+    const QPoint handle(found->rect.center().x(), (found->frameRect.top() + found->rect.top()) / 2);
+    const QPoint target = handle + corner - found->rect.topLeft();
+    _input->movePointer(handle);
+    _input->press();
+    // The window manager takes hold of a window only after some movement, so go on moving until it has come. It tells
+    // the program where its window is when that is let go.
+    _input->movePointer(handle);
+    _input->press();
+    const auto hasCome = [&] {
+        _input->movePointer(target + QPoint(1, 1));
+        _input->movePointer(target);
+        const auto now = windowTitled(title);
+        return now && now->rect.topLeft() == corner;
+    };
+    const auto isTold = [&] {
+        const auto now = find(window(title).active());
+        return now && now->rect.topLeft() == corner;
+    };
+    const QString expectation =
+        QStringLiteral("the window \"%1\" can be dragged to %2, %3").arg(title).arg(corner.x()).arg(corner.y());
+    const bool came = waitUntil(hasCome, expectation);
+    _input->release();
+    return came && waitUntil(isTold, expectation);
+}

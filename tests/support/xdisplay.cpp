@@ -1,0 +1,196 @@
+#include "tests/support/xdisplay.h"
+
+#include <memory>
+
+// Last: Xlib's macros collide with Qt's names.
+#include <X11/Xatom.h>
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+
+namespace
+{
+
+/// A window may go away between two questions about it; that is no reason to end the test program.
+int ignoreError(Display *, XErrorEvent *)
+{
+    return 0;
+}
+
+struct Freer {
+    void operator()(unsigned char *data) const { XFree(data); }
+};
+
+} // namespace
+
+XDisplay::XDisplay()
+    : _display(XOpenDisplay(nullptr))
+{
+    XSetErrorHandler(ignoreError);
+    if (_display)
+        _root = DefaultRootWindow(_display);
+}
+
+XDisplay::~XDisplay()
+{
+    if (_display)
+        XCloseDisplay(_display);
+}
+
+QList<unsigned long> XDisplay::numbers(unsigned long window, const char *property) const
+{
+    Atom type = None;
+    int format = 0;
+    unsigned long count = 0;
+    unsigned long rest = 0;
+    unsigned char *data = nullptr;
+    XGetWindowProperty(_display, window, XInternAtom(_display, property, False), 0, 4096, False, AnyPropertyType,
+                       &type, &format, &count, &rest, &data);
+    const std::unique_ptr<unsigned char, Freer> freer(data);
+    if (!data || format != 32)
+        return {};
+    const auto *values = reinterpret_cast<const unsigned long *>(data); // Xlib's 32 bits are a long each
+    return QList<unsigned long>(values, values + count);
+}
+
+QString XDisplay::text(unsigned long window, const char *property) const
+{
+    Atom type = None;
+    int format = 0;
+    unsigned long count = 0;
+    unsigned long rest = 0;
+    unsigned char *data = nullptr;
+    XGetWindowProperty(_display, window, XInternAtom(_display, property, False), 0, 4096, False, AnyPropertyType,
+                       &type, &format, &count, &rest, &data);
+    const std::unique_ptr<unsigned char, Freer> freer(data);
+    return data && format == 8 ? QString::fromUtf8(reinterpret_cast<const char *>(data), qsizetype(count))
+                               : QString();
+}
+
+XWindow XDisplay::describe(unsigned long window) const
+{
+    XWindow result;
+    XWindowAttributes attributes;
+    int x = 0;
+    int y = 0;
+    Window ignored = None;
+    if (!XGetWindowAttributes(_display, window, &attributes) ||
+        !XTranslateCoordinates(_display, window, _root, 0, 0, &x, &y, &ignored))
+        return result;
+    result.id = window;
+    result.rect = QRect(x, y, attributes.width, attributes.height);
+    result.title = text(window, "_NET_WM_NAME");
+    result.pid = qint64(numbers(window, "_NET_WM_PID").value(0));
+    const QList<unsigned long> edges = numbers(window, "_NET_FRAME_EXTENTS");
+    result.frameRect = result.rect.adjusted(-int(edges.value(0)), -int(edges.value(2)), int(edges.value(1)),
+                                            int(edges.value(3)));
+    for (Window parent = window; parent != _root && parent != None;) {
+        result.frame = parent;
+        Window root = None;
+        Window *children = nullptr;
+        unsigned int count = 0;
+        if (!XQueryTree(_display, parent, &root, &parent, &children, &count))
+            break;
+        XFree(children);
+    }
+    return result;
+}
+
+QList<XWindow> XDisplay::windowsOf(qint64 pid) const
+{
+    QList<XWindow> result;
+    for (unsigned long id : numbers(_root, "_NET_CLIENT_LIST_STACKING")) {
+        const XWindow window = describe(id);
+        if (window.id && window.pid == pid)
+            result << window;
+    }
+    return result;
+}
+
+XWindow XDisplay::activeWindow() const
+{
+    const unsigned long id = numbers(_root, "_NET_ACTIVE_WINDOW").value(0);
+    return id ? describe(id) : XWindow();
+}
+
+unsigned long XDisplay::frameAt(const QPoint &point) const
+{
+    int x = 0;
+    int y = 0;
+    Window child = None;
+    XTranslateCoordinates(_display, _root, _root, point.x(), point.y(), &x, &y, &child);
+    return child;
+}
+
+void XDisplay::tell(unsigned long receiver, unsigned long window, const char *message, long mask,
+                    const QList<long> &data) const
+{
+    XEvent event = {};
+    event.xclient.type = ClientMessage;
+    event.xclient.window = window;
+    event.xclient.message_type = XInternAtom(_display, message, False);
+    event.xclient.format = 32;
+    for (int i = 0; i < data.size(); ++i)
+        event.xclient.data.l[i] = data.at(i);
+    XSendEvent(_display, receiver, False, mask, &event);
+    XFlush(_display);
+}
+
+void XDisplay::activate(unsigned long id) const
+{
+    constexpr long fromPager = 2;
+    tell(_root, id, "_NET_ACTIVE_WINDOW", SubstructureRedirectMask | SubstructureNotifyMask, {fromPager});
+}
+
+void XDisplay::close(unsigned long id) const
+{
+    constexpr long fromPager = 2;
+    tell(_root, id, "_NET_CLOSE_WINDOW", SubstructureRedirectMask | SubstructureNotifyMask, {0, fromPager});
+}
+
+void XDisplay::ping(unsigned long id)
+{
+    // The answer is sent to the root window, by Qt to those who listen for changes of the root window itself.
+    XSelectInput(_display, _root, StructureNotifyMask | SubstructureNotifyMask);
+    _pinged = id;
+    ++_pingNumber;
+    tell(id, id, "WM_PROTOCOLS", NoEventMask,
+         {long(XInternAtom(_display, "_NET_WM_PING", False)), _pingNumber, long(id)});
+}
+
+bool XDisplay::isPingAnswered()
+{
+    bool answered = _pinged == 0 || describe(_pinged).id == 0;
+    while (XPending(_display)) {
+        XEvent event;
+        XNextEvent(_display, &event);
+        answered |= event.type == ClientMessage &&
+                    Atom(event.xclient.data.l[0]) == XInternAtom(_display, "_NET_WM_PING", False) &&
+                    event.xclient.data.l[1] == _pingNumber && event.xclient.data.l[2] == long(_pinged);
+    }
+    if (answered) {
+        _pinged = 0;
+        XSelectInput(_display, _root, NoEventMask);
+    }
+    return answered;
+}
+
+QImage XDisplay::picture(const QRect &rect) const
+{
+    XWindowAttributes root;
+    XGetWindowAttributes(_display, _root, &root);
+    const QRect screen(0, 0, root.width, root.height);
+    const QRect area = rect.isEmpty() ? screen : rect & screen;
+    XImage *image = XGetImage(_display, _root, area.x(), area.y(), unsigned(area.width()),
+                              unsigned(area.height()), AllPlanes, ZPixmap);
+    if (!image)
+        return {};
+    // The desktop's screen has 24 bit colour, which X hands out in 32 bits as Qt has it.
+    QImage result;
+    if (image->bits_per_pixel == 32) {
+        result = QImage(reinterpret_cast<const uchar *>(image->data), image->width, image->height,
+                        image->bytes_per_line, QImage::Format_RGB32)
+                     .copy();
+    }
+    XDestroyImage(image);
+    return result;
+}
