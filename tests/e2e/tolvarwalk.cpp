@@ -37,7 +37,7 @@ public:
 
     bool picture(const QString &name, const QString &title = QStringLiteral("ZV Tolvar Setup v2.3"))
     {
-        const QString path = _folder.filePath(QStringLiteral("%1-%2.png").arg(++_count).arg(name));
+        const QString path = _folder.filePath(QStringLiteral("%1-%2.png").arg(++_count, 2, 10, QLatin1Char('0')).arg(name));
         if (_screen.screenshot(path, title))
             return true;
         std::fprintf(stderr, "[walk] no picture: %s\n", qPrintable(path));
