@@ -1,0 +1,17 @@
+#include "serial/portwatcher_poll.h"
+
+#include <chrono>
+
+PollingPortWatcher::PollingPortWatcher(QObject *parent)
+    : PortWatcher(parent)
+{
+    _timer.setInterval(std::chrono::seconds(1));
+    connect(&_timer, &QTimer::timeout, this, &PollingPortWatcher::catchUp);
+}
+
+bool PollingPortWatcher::arm()
+{
+    rememberPresent();
+    _timer.start();
+    return true;
+}

@@ -1,0 +1,163 @@
+#include "serial/serialline.h"
+
+#include <memory>
+#include <utility>
+
+#include <QCoreApplication>
+#include <QHash>
+#include <QPointer>
+
+#include "serial/linesettings.h"
+#include "serial/linewriter.h"
+#include "serial/openrefusal.h"
+#include "serial/qextserialport.h"
+
+#ifdef Q_OS_UNIX
+#include <poll.h>
+#endif
+
+// A line that fails this often without a byte in between is as good as gone.
+static constexpr int mostEmptyReads = 100;
+
+// The open lines by port name. Lives to the end on purpose: port objects may be destroyed with the statics.
+static QHash<QString, SerialLine *> &openLines()
+{
+    static auto *const lines = new QHash<QString, SerialLine *>;
+    return *lines;
+}
+
+// "/dev/ttyUSB0" and "ttyUSB0" are the same port.
+static QString lineName(const QString &portName)
+{
+    const QLatin1String folder("/dev/");
+    return portName.startsWith(folder) ? portName.mid(folder.size()) : portName;
+}
+
+// Whether the other end of the open line is gone.
+static bool hasHungUp(const QSerialPort &port)
+{
+#ifdef Q_OS_UNIX
+    pollfd line{port.handle(), 0, 0};
+    return ::poll(&line, 1, 0) != 0; // a hang-up shows without being asked for
+#else
+    Q_UNUSED(port)
+    return true;
+#endif
+}
+
+SerialLine *SerialLine::join(const QString &portName, QextSerialPort *user, QString *refusal)
+{
+    const QString name = lineName(portName);
+    SerialLine *line = openLines().value(name);
+    if (!line) {
+        auto fresh = std::unique_ptr<SerialLine>(new SerialLine(name));
+        if (!fresh->_port.open(QIODevice::ReadWrite)) {
+            *refusal = refusalOf(fresh->_port);
+            reportRefusal(name, *refusal);
+            return nullptr;
+        }
+        forgetRefusal(name);
+        line = fresh.release();
+        connect(&line->_port, &QSerialPort::readyRead, line, &SerialLine::onReceived);
+        connect(&line->_port, &QSerialPort::errorOccurred, line, &SerialLine::onError);
+        openLines().insert(name, line);
+    }
+    line->_users.append(user);
+    return line;
+}
+
+void SerialLine::portGone(const QString &portName)
+{
+    const QString name = lineName(portName);
+    forgetRefusal(name);
+    if (SerialLine *line = openLines().value(name))
+        line->close();
+}
+
+// Lines that nobody leaves are closed with the application: its end takes the port's lock file away.
+SerialLine::SerialLine(const QString &portName)
+    : QObject(QCoreApplication::instance())
+{
+    _port.setPortName(portName);
+}
+
+SerialLine::~SerialLine()
+{
+    letGo();
+}
+
+void SerialLine::leave(QextSerialPort *user)
+{
+    _users.removeOne(user);
+    if (_users.isEmpty())
+        close();
+}
+
+void SerialLine::apply(const LineSettings &settings)
+{
+    settings.applyTo(_port);
+}
+
+qint64 SerialLine::write(const char *data, qint64 size)
+{
+    return writeThrough(_port, data, size);
+}
+
+void SerialLine::onReceived()
+{
+    const QByteArray bytes = _port.readAll();
+    if (bytes.isEmpty())
+        return;
+    _emptyReads = 0;
+    for (QextSerialPort *user : std::as_const(_users))
+        user->take(bytes);
+    // The users are told by the event loop, not from inside the port: somebody's slot may run an event loop
+    // of its own (a message box), and the port would tell of nothing more until that ends.
+    if (!_tellingIsDue) {
+        _tellingIsDue = true;
+        QMetaObject::invokeMethod(this, &SerialLine::tellUsers, Qt::QueuedConnection);
+    }
+}
+
+void SerialLine::tellUsers()
+{
+    _tellingIsDue = false;
+    // Any slot may close or destroy any of them, or this line's port.
+    const QList<QPointer<QextSerialPort>> users(_users.cbegin(), _users.cend());
+    for (const QPointer<QextSerialPort> &user : users) {
+        if (user)
+            user->tell();
+    }
+}
+
+void SerialLine::onError(QSerialPort::SerialPortError error)
+{
+    // A setting that the port can't do is an error too, and none of these.
+    if (error != QSerialPort::ResourceError && error != QSerialPort::ReadError &&
+        error != QSerialPort::DeviceNotFoundError)
+        return;
+    // Qt calls it an error as well when there is nothing to read after all, because another program took the
+    // byte (modem managers try every port). Asking for more resumes the reading.
+    if (!hasHungUp(_port) && ++_emptyReads < mostEmptyReads)
+        onReceived();
+    else
+        close();
+}
+
+void SerialLine::close()
+{
+    letGo();
+    deleteLater(); // not at once: a user's slot, or the port itself, may be the caller
+}
+
+// Forgets the line and gives the port back to the system.
+void SerialLine::letGo()
+{
+    if (!_port.isOpen())
+        return;
+    openLines().remove(_port.portName());
+    for (QextSerialPort *user : std::exchange(_users, {}))
+        user->lineClosed();
+    _port.disconnect(this);
+    _port.close();
+}
