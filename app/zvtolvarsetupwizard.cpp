@@ -17,7 +17,8 @@
 
 ZVTolvar *wizardController(const QWizardPage *page)
 {
-    // A page tells its wizard to itself alone; taken here for all of them, so that they need not know the frame.
+    // A page tells its wizard to itself alone; taken here for all of them, so that they need not know the
+    // frame.
     struct Page : QWizardPage {
         using QWizardPage::wizard;
     };

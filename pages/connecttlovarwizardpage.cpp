@@ -55,8 +55,8 @@ bool ConnectTlovarWizardPage::isComplete() const
         return true;
     }
 
-    // Not isVisible(): the wizard takes its pages off the screen for the moment in which it asks, and the text of a
-    // device that has just been found would never stay.
+    // Not isVisible(): the wizard takes its pages off the screen for the moment in which it asks, and the
+    // text of a device that has just been found would never stay.
     const bool windowVisible = window()->isVisible();
     if (!windowVisible || _ui->connectionProgressBar->isHidden()) {
         // Before the window is there the bar counts as hidden; a device that is there already keeps its text.

@@ -1,69 +1,95 @@
 #include "serial/portwatcher.h"
 
-#include <algorithm>
+#include <QCoreApplication>
+#include <QPointer>
 
-#ifdef ZV_HAVE_UDEV
-#include "serial/portwatcher_udev.h"
-#else
 #include "serial/portwatcher_poll.h"
-#endif
 #include "serial/qextserialenumerator.h"
 #include "serial/serialline.h"
 
-std::unique_ptr<PortWatcher> PortWatcher::create()
-{
-#ifdef ZV_HAVE_UDEV
-    return std::make_unique<UdevPortWatcher>();
-#else
-    return std::make_unique<PollingPortWatcher>();
+#ifdef ZV_WATCH_BY_UDEV
+#include "serial/portwatcher_udev.h"
 #endif
+
+static std::unique_ptr<PortWatcher> makeWatcher()
+{
+    QObject *application = QCoreApplication::instance();
+    std::unique_ptr<PortWatcher> watcher;
+#ifdef ZV_WATCH_BY_UDEV
+    watcher = std::make_unique<UdevPortWatcher>(application);
+    if (watcher->arm())
+        return watcher;
+#endif
+    watcher = std::make_unique<PollingPortWatcher>(application);
+    watcher->arm();
+    return watcher;
 }
 
-bool PortWatcher::start()
+std::shared_ptr<PortWatcher> PortWatcher::shared()
 {
-    // Listening begins first: a port that comes in between is then known twice, not missed.
-    const bool begun = begin();
-    const QList<QextPortInfo> present = QextSerialEnumerator::getPorts();
-    for (const QextPortInfo &info : present)
+    static std::weak_ptr<PortWatcher> current;
+    std::shared_ptr<PortWatcher> watcher = current.lock();
+    if (!watcher) {
+        // Its last holder may let go inside one of its signals, or after the application has taken it along.
+        PortWatcher *fresh = makeWatcher().release();
+        watcher.reset(fresh, [alive = QPointer<PortWatcher>(fresh)](PortWatcher *) {
+            if (alive)
+                alive->deleteLater();
+        });
+        current = watcher;
+    }
+    return watcher;
+}
+
+void PortWatcher::rememberPresent()
+{
+    const QList<QextPortInfo> ports = QextSerialEnumerator::getPorts();
+    for (const QextPortInfo &info : ports)
         _known.insert(info.portName, info);
-    return begun;
 }
 
-void PortWatcher::lookFor(const QString &portName)
+void PortWatcher::portCame(const QString &portName)
 {
-    const QList<QextPortInfo> present = QextSerialEnumerator::getPorts();
-    for (const QextPortInfo &info : present) {
-        if (info.portName == portName && !_known.contains(portName))
-            add(info);
-    }
-}
-
-void PortWatcher::forget(const QString &portName)
-{
-    SerialLine::portGone(portName);
-    if (!_known.contains(portName))
+    // The list is the measure: it leaves out ports with no device behind them, and its words for a port are
+    // those that everybody gets.
+    const QList<QextPortInfo> ports = QextSerialEnumerator::getPorts();
+    for (const QextPortInfo &info : ports) {
+        if (info.portName != portName)
+            continue;
+        if (_known.value(portName) == info)
+            return;
+        portWent(portName); // another device took its place unnoticed
+        _known.insert(portName, info);
+        Q_EMIT arrived(info);
         return;
-    const QextPortInfo info = _known.take(portName);
-    Q_EMIT gone(info);
-}
-
-void PortWatcher::compare()
-{
-    const QList<QextPortInfo> present = QextSerialEnumerator::getPorts();
-    const QList<QString> known = _known.keys();
-    for (const QString &portName : known) {
-        const auto isIt = [&](const QextPortInfo &info) { return info.portName == portName; };
-        if (std::none_of(present.cbegin(), present.cend(), isIt))
-            forget(portName);
-    }
-    for (const QextPortInfo &info : present) {
-        if (!_known.contains(info.portName))
-            add(info);
     }
 }
 
-void PortWatcher::add(const QextPortInfo &info)
+void PortWatcher::portWent(const QString &portName)
 {
-    _known.insert(info.portName, info);
-    Q_EMIT arrived(info);
+    const auto known = _known.constFind(portName);
+    if (known == _known.cend())
+        return;
+    const QextPortInfo info = *known;
+    _known.erase(known);
+    SerialLine::portGone(portName);
+    Q_EMIT removed(info);
+}
+
+void PortWatcher::catchUp()
+{
+    QHash<QString, QextPortInfo> present;
+    const QList<QextPortInfo> ports = QextSerialEnumerator::getPorts();
+    for (const QextPortInfo &info : ports)
+        present.insert(info.portName, info);
+
+    const QStringList known = _known.keys();
+    for (const QString &name : known) {
+        if (!present.contains(name))
+            portWent(name);
+    }
+    for (const QextPortInfo &info : ports) {
+        if (_known.value(info.portName) != info)
+            portCame(info.portName);
+    }
 }

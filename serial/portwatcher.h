@@ -7,37 +7,43 @@
 
 #include "serial/qextportinfo.h"
 
-/// Tells of ports that come and go from start() on. How it gets to know is its kind's affair; that a port
-/// which goes is told of with everything it came with, and that its line is closed by then, is the same for
-/// all kinds.
+/// Tells of serial ports that come and go. It knows the ports that were present when it was armed and those
+/// that have come since, so a port that has gone is described as it was while it was there.
 class PortWatcher : public QObject
 {
     Q_OBJECT
 
 public:
-    /// The kind that the system does best with.
-    static std::unique_ptr<PortWatcher> create();
+    /// The process's watcher, armed; all who hold it share it. Being one, it closes a port's line once for
+    /// each removal, and not again when the name is in use by the next port.
+    static std::shared_ptr<PortWatcher> shared();
 
-    /// Notes the ports present now and begins; false when the system gives no notice.
-    bool start();
+    /// Starts to watch; false when the system can't tell.
+    virtual bool arm() = 0;
 
 Q_SIGNALS:
+    /// A port that was not there has come.
     void arrived(const QextPortInfo &info);
-    void gone(const QextPortInfo &info);
+    /// A port has gone. Its line is closed.
+    void removed(const QextPortInfo &info);
 
 protected:
-    PortWatcher() = default;
+    explicit PortWatcher(QObject *parent)
+        : QObject(parent)
+    {
+    }
 
-    /// A port of this name may have come: told of when it is listed and not known yet.
-    void lookFor(const QString &portName);
-    /// The port of this name has gone: told of when it was known.
-    void forget(const QString &portName);
-    /// Compares the ports known with those listed now, and tells of each difference.
-    void compare();
+    /// Takes the ports listed now as known, without telling of them.
+    void rememberPresent();
+    /// Tells of the port when it is listed, and not known in these words already.
+    void portCame(const QString &portName);
+    /// Tells of the port when it was known.
+    void portWent(const QString &portName);
+    /// Tells of all that has come or gone unnoticed.
+    void catchUp();
 
 private:
-    virtual bool begin() = 0;
-    void add(const QextPortInfo &info);
+    Q_DISABLE_COPY_MOVE(PortWatcher)
 
-    QHash<QString, QextPortInfo> _known; // sysfs has forgotten a port when its removal arrives
+    QHash<QString, QextPortInfo> _known; // by port name
 };

@@ -1,20 +1,17 @@
 #include "serial/portwatcher_poll.h"
 
-namespace
-{
-using namespace std::chrono_literals;
-constexpr auto Interval =
-    1000ms; // soon enough for a person with a plug in the hand, rare enough to cost nothing
-} // namespace
+#include <chrono>
 
-PollingPortWatcher::PollingPortWatcher()
+PollingPortWatcher::PollingPortWatcher(QObject *parent)
+    : PortWatcher(parent)
 {
-    _timer.setInterval(Interval);
-    connect(&_timer, &QTimer::timeout, this, &PollingPortWatcher::compare);
+    _timer.setInterval(std::chrono::seconds(1));
+    connect(&_timer, &QTimer::timeout, this, &PollingPortWatcher::catchUp);
 }
 
-bool PollingPortWatcher::begin()
+bool PollingPortWatcher::arm()
 {
+    rememberPresent();
     _timer.start();
     return true;
 }

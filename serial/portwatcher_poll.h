@@ -4,16 +4,16 @@
 
 #include "serial/portwatcher.h"
 
-/// Compares the list of ports once a second: for systems that give no notice, and portable to all.
+/// Watches by comparing the list of ports once a second, for systems that don't tell.
 class PollingPortWatcher : public PortWatcher
 {
     Q_OBJECT
 
 public:
-    PollingPortWatcher();
+    explicit PollingPortWatcher(QObject *parent = nullptr);
+
+    bool arm() override;
 
 private:
-    bool begin() override;
-
     QTimer _timer;
 };

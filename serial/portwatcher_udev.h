@@ -2,31 +2,30 @@
 
 #include <memory>
 
-#include <QSocketNotifier>
-
 #include "serial/portwatcher.h"
 
 struct udev;
 struct udev_monitor;
 
-/// Hears of ttys from udev, on the event loop.
+/// Watches by what udev tells of the system's ttys.
 class UdevPortWatcher : public PortWatcher
 {
     Q_OBJECT
 
 public:
-    UdevPortWatcher();
+    explicit UdevPortWatcher(QObject *parent = nullptr);
     ~UdevPortWatcher() override;
 
-private:
-    bool begin() override;
-    void receive();
+    bool arm() override;
 
-    struct Release {
+private:
+    struct Unref {
         void operator()(udev *context) const;
         void operator()(udev_monitor *monitor) const;
     };
-    std::unique_ptr<udev, Release> _udev;
-    std::unique_ptr<udev_monitor, Release> _monitor;
-    std::unique_ptr<QSocketNotifier> _notifier;
+
+    void onTold();
+
+    std::unique_ptr<udev, Unref> _udev;
+    std::unique_ptr<udev_monitor, Unref> _monitor;
 };

@@ -11,3 +11,17 @@ struct QextPortInfo {
     int vendorID = 0;   ///< USB vendor id, 0 when the port is not on USB
     int productID = 0;  ///< USB product id, 0 when the port is not on USB
 };
+
+/// Whether both describe the same port in the same words.
+inline bool operator==(const QextPortInfo &one, const QextPortInfo &other)
+{
+    return one.portName == other.portName && one.physName == other.physName &&
+           one.friendName == other.friendName && one.enumName == other.enumName &&
+           one.vendorID == other.vendorID && one.productID == other.productID;
+}
+
+/// Whether the two differ in any word.
+inline bool operator!=(const QextPortInfo &one, const QextPortInfo &other)
+{
+    return !(one == other);
+}

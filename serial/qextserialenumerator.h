@@ -21,8 +21,8 @@ public:
     /// The ports present now, in the system's order; empty when there is none.
     static QList<QextPortInfo> getPorts();
 
-    /// Starts telling of arrivals and removals. Ports already present are not told of. A system that can't
-    /// notify leaves a critical message, and nothing is told.
+    /// Starts telling of arrivals and removals, from the event loop. Ports already present are not told of.
+    /// Where the system can't notify, the list of ports is compared once a second instead.
     void setUpNotifications();
 
 Q_SIGNALS:
@@ -34,5 +34,5 @@ Q_SIGNALS:
 private:
     Q_DISABLE_COPY_MOVE(QextSerialEnumerator)
 
-    std::unique_ptr<PortWatcher> _watcher;
+    std::shared_ptr<PortWatcher> _watcher;
 };

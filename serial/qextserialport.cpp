@@ -1,88 +1,91 @@
 #include "serial/qextserialport.h"
 
+#include <algorithm>
 #include <cstring>
+#include <utility>
 
+#include <QSet>
+
+#include "serial/linesettings.h"
 #include "serial/serialline.h"
 
-namespace
+// Every port object of the process. Its users drop port objects without destroying them; here they stay
+// reachable until the process ends, for leak checkers and for whoever looks at a core dump.
+static QSet<QextSerialPort *> &allPorts()
 {
-constexpr QSerialPort::Parity parities[] = {QSerialPort::NoParity, QSerialPort::OddParity,
-                                            QSerialPort::EvenParity, QSerialPort::MarkParity,
-                                            QSerialPort::SpaceParity};
-constexpr QSerialPort::StopBits stopBitCounts[] = {QSerialPort::OneStop, QSerialPort::OneAndHalfStop,
-                                                   QSerialPort::TwoStop};
-constexpr QSerialPort::FlowControl flowControls[] = {QSerialPort::NoFlowControl, QSerialPort::HardwareControl,
-                                                     QSerialPort::SoftwareControl};
-} // namespace
+    static auto *const ports = new QSet<QextSerialPort *>;
+    return *ports;
+}
 
 QextSerialPort::QextSerialPort(const QString &name, QueryMode, QObject *parent)
     : QIODevice(parent)
     , _name(name)
-    , _settings(std::make_unique<SerialSettings>())
+    , _settings(std::make_unique<LineSettings>())
 {
+    allPorts().insert(this);
 }
 
 QextSerialPort::~QextSerialPort()
 {
-    close();
+    QextSerialPort::close();
+    allPorts().remove(this);
+}
+
+template <typename Setting, typename Value>
+void QextSerialPort::change(Setting LineSettings::*setting, Value value)
+{
+    (*_settings).*setting = value;
+    if (!_line)
+        return;
+    LineSettings onlyThis; // the others may have been changed since by somebody else on the line
+    onlyThis.*setting = value;
+    _line->apply(onlyThis);
 }
 
 void QextSerialPort::setBaudRate(BaudRateType rate)
 {
-    change(&SerialSettings::baudRate, qint32(rate));
+    change(&LineSettings::baudRate, rate);
 }
-
 void QextSerialPort::setFlowControl(FlowType flow)
 {
-    change(&SerialSettings::flowControl, flowControls[flow]);
+    change(&LineSettings::flowControl, flow);
 }
-
 void QextSerialPort::setParity(ParityType parity)
 {
-    change(&SerialSettings::parity, parities[parity]);
+    change(&LineSettings::parity, parity);
 }
-
 void QextSerialPort::setDataBits(DataBitsType bits)
 {
-    change(&SerialSettings::dataBits, static_cast<QSerialPort::DataBits>(bits));
+    change(&LineSettings::dataBits, bits);
 }
-
 void QextSerialPort::setStopBits(StopBitsType bits)
 {
-    change(&SerialSettings::stopBits, stopBitCounts[bits]);
+    change(&LineSettings::stopBits, bits);
 }
-
 void QextSerialPort::setDtr(bool set)
 {
-    change(&SerialSettings::dtr, set);
+    change(&LineSettings::dtr, set);
 }
-
 void QextSerialPort::setRts(bool set)
 {
-    change(&SerialSettings::rts, set);
-}
-
-template <typename Field, typename Value>
-void QextSerialPort::change(Field SerialSettings::*field, Value value)
-{
-    (*_settings).*field = value;
-    if (_line) {
-        SerialSettings one;
-        one.*field = value;
-        _line->apply(one);
-    }
+    change(&LineSettings::rts, set);
 }
 
 bool QextSerialPort::open(OpenMode mode)
 {
-    if (isOpen())
+    if (_line)
+        return false; // open already
+    close();          // it may be open and dead
+    QString refusal;
+    _line = SerialLine::join(_name, this, &refusal);
+    if (!_line) {
+        setErrorString(refusal);
         return false;
-    _line = SerialLine::open(_name, *_settings);
-    if (!_line)
-        return false;
-    _line->join(this);
-    // Unbuffered: received bytes wait in a buffer of our own, and written ones must not wait at all.
-    return QIODevice::open(mode | QIODevice::Unbuffered);
+    }
+    // Unbuffered: the received bytes have their buffer here, and written ones must have none.
+    QIODevice::open(mode | Unbuffered);
+    _line->apply(*_settings);
+    return true;
 }
 
 void QextSerialPort::close()
@@ -90,9 +93,9 @@ void QextSerialPort::close()
     if (!isOpen())
         return;
     QIODevice::close();
-    _line->leave(this);
-    _line.reset();
-    _received.clear();
+    if (_line)
+        _line->leave(this);
+    lineClosed();
 }
 
 qint64 QextSerialPort::bytesAvailable() const
@@ -100,15 +103,41 @@ qint64 QextSerialPort::bytesAvailable() const
     return _received.size() + QIODevice::bytesAvailable();
 }
 
+bool QextSerialPort::canReadLine() const
+{
+    return _received.contains('\n') || QIODevice::canReadLine();
+}
+
 qint64 QextSerialPort::readData(char *data, qint64 maxSize)
 {
-    const qint64 count = qMin<qint64>(maxSize, _received.size());
+    if (_received.isEmpty())
+        return _line ? 0 : -1;
+    const auto count = std::min<qsizetype>(_received.size(), maxSize);
     std::memcpy(data, _received.constData(), static_cast<size_t>(count));
-    _received.remove(0, static_cast<int>(count));
+    _received.remove(0, count);
     return count;
 }
 
 qint64 QextSerialPort::writeData(const char *data, qint64 maxSize)
 {
-    return _line->write(data, maxSize);
+    return _line ? _line->write(data, maxSize) : -1;
+}
+
+void QextSerialPort::take(const QByteArray &bytes)
+{
+    _received += bytes;
+    _hasNews = true;
+}
+
+void QextSerialPort::tell()
+{
+    if (std::exchange(_hasNews, false))
+        Q_EMIT readyRead();
+}
+
+void QextSerialPort::lineClosed()
+{
+    _line = nullptr;
+    _received.clear();
+    _hasNews = false;
 }

@@ -6,7 +6,7 @@
 #include <QIODevice>
 
 class SerialLine;
-struct SerialSettings;
+struct LineSettings;
 
 enum BaudRateType {
     BAUD9600 = 9600,
@@ -22,6 +22,9 @@ enum FlowType { FLOW_OFF, FLOW_HARDWARE, FLOW_XONXOFF };
 
 /// One user's view of a serial port. Several objects of the process may have the same port open: they share
 /// one line, each gets every received byte into a buffer of its own, and any may write.
+///
+/// When the port goes away the objects that had it open stay valid and open, but dead: nothing more is
+/// received or told of, there is nothing to read, and a write fails.
 class QextSerialPort : public QIODevice
 {
     Q_OBJECT
@@ -44,30 +47,40 @@ public:
     void setDtr(bool set = true);
     void setRts(bool set = true);
 
-    /// Opens the port; false when the system refuses, which one critical message names. The same refusal is
-    /// not named again until the port has opened or gone.
+    /// Opens the port; false when the system refuses, which one critical message and errorString() name. The
+    /// same refusal is not named again until the port has opened or gone.
     bool open(OpenMode mode) override;
-    /// Leaves the line; the last to leave closes it.
+    /// Leaves the line; the last to leave closes it. What was received and not read is lost.
     void close() override;
 
     bool isSequential() const override { return true; }
     /// Received bytes not read yet.
     qint64 bytesAvailable() const override;
+    /// Whether the received bytes hold a line end.
+    bool canReadLine() const override;
 
 protected:
+    /// Takes from the received bytes; -1 when there are none and the line is gone.
     qint64 readData(char *data, qint64 maxSize) override;
-    /// Has handed the bytes to the system when it returns; -1 when the line is gone.
+    /// Has handed the bytes to the system when it returns: fewer than asked for when the system takes none
+    /// for 0.2 s, -1 when the line is gone.
     qint64 writeData(const char *data, qint64 maxSize) override;
 
 private:
     Q_DISABLE_COPY_MOVE(QextSerialPort)
-    friend class SerialLine; // fills the buffer
+    friend class SerialLine;
 
-    template <typename Field, typename Value>
-    void change(Field SerialSettings::*field, Value value);
+    template <typename Setting, typename Value>
+    void change(Setting LineSettings::*setting, Value value);
+
+    // The line's side: bytes have come, their time to be told of has come, the line has been closed.
+    void take(const QByteArray &bytes);
+    void tell();
+    void lineClosed();
 
     const QString _name;
-    const std::unique_ptr<SerialSettings> _settings;
-    std::shared_ptr<SerialLine> _line; // while open; it may be dead
+    const std::unique_ptr<LineSettings> _settings;
+    SerialLine *_line = nullptr; // null when closed, and when dead
     QByteArray _received;
+    bool _hasNews = false; // bytes have come that readyRead() has not told of
 };

@@ -1,159 +1,163 @@
 #include "serial/serialline.h"
 
-#include <QHash>
+#include <memory>
+#include <utility>
 
-#include "serial/portrefusal.h"
+#include <QCoreApplication>
+#include <QHash>
+#include <QPointer>
+
+#include "serial/linesettings.h"
+#include "serial/linewriter.h"
+#include "serial/openrefusal.h"
 #include "serial/qextserialport.h"
 
-namespace
-{
-/// How long a full output buffer may hold a write up, ms. At the pace of a console it never fills; a device
-/// that has stopped taking bytes must not stop the program.
-constexpr int FullBufferPatience = 100;
+#ifdef Q_OS_UNIX
+#include <poll.h>
+#endif
 
-/// The open lines by name. Never destroyed: port objects may live until the process ends.
-QHash<QString, std::weak_ptr<SerialLine>> &lines()
+// A line that fails this often without a byte in between is as good as gone.
+static constexpr int mostEmptyReads = 100;
+
+// The open lines by port name. Lives to the end on purpose: port objects may be destroyed with the statics.
+static QHash<QString, SerialLine *> &openLines()
 {
-    static auto *open = new QHash<QString, std::weak_ptr<SerialLine>>;
-    return *open;
+    static auto *const lines = new QHash<QString, SerialLine *>;
+    return *lines;
 }
 
-/// What was said last about a port that doesn't open.
-QHash<QString, QString> &refusals()
+// "/dev/ttyUSB0" and "ttyUSB0" are the same port.
+static QString lineName(const QString &portName)
 {
-    static auto *said = new QHash<QString, QString>;
-    return *said;
+    const QLatin1String folder("/dev/");
+    return portName.startsWith(folder) ? portName.mid(folder.size()) : portName;
 }
 
-void complainOnce(const QString &portName, const QString &refusal)
+// Whether the other end of the open line is gone.
+static bool hasHungUp(const QSerialPort &port)
 {
-    QString &said = refusals()[portName];
-    if (said == refusal)
-        return;
-    said = refusal;
-    qCritical("%s", qUtf8Printable(refusal));
-}
-} // namespace
-
-SerialLine::SerialLine(const QString &portName)
-{
-    _port.setPortName(portName);
-    connect(&_port, &QSerialPort::readyRead, this, &SerialLine::deliver);
-    connect(&_port, &QSerialPort::errorOccurred, this, &SerialLine::onError);
+#ifdef Q_OS_UNIX
+    pollfd line{port.handle(), 0, 0};
+    return ::poll(&line, 1, 0) != 0; // a hang-up shows without being asked for
+#else
+    Q_UNUSED(port)
+    return true;
+#endif
 }
 
-SerialLine::~SerialLine()
+SerialLine *SerialLine::join(const QString &portName, QextSerialPort *user, QString *refusal)
 {
-    die();
-}
-
-std::shared_ptr<SerialLine> SerialLine::open(const QString &portName, const SerialSettings &settings)
-{
-    std::shared_ptr<SerialLine> line = lines().value(portName).lock();
+    const QString name = lineName(portName);
+    SerialLine *line = openLines().value(name);
     if (!line) {
-        line.reset(new SerialLine(portName));
-        line->apply(settings);
-        if (!line->_port.open(QIODevice::ReadWrite)) {
-            complainOnce(portName, portRefusal(line->_port));
+        auto fresh = std::unique_ptr<SerialLine>(new SerialLine(name));
+        if (!fresh->_port.open(QIODevice::ReadWrite)) {
+            *refusal = refusalOf(fresh->_port);
+            reportRefusal(name, *refusal);
             return nullptr;
         }
-        refusals().remove(portName);
-        lines().insert(portName, line);
+        forgetRefusal(name);
+        line = fresh.release();
+        connect(&line->_port, &QSerialPort::readyRead, line, &SerialLine::onReceived);
+        connect(&line->_port, &QSerialPort::errorOccurred, line, &SerialLine::onError);
+        openLines().insert(name, line);
     }
-    line->apply(settings); // again, or for the first time: DTR and RTS can be set on an open port only
+    line->_users.append(user);
     return line;
 }
 
 void SerialLine::portGone(const QString &portName)
 {
-    refusals().remove(portName);
-    if (const std::shared_ptr<SerialLine> line = lines().value(portName).lock())
-        line->die();
+    const QString name = lineName(portName);
+    forgetRefusal(name);
+    if (SerialLine *line = openLines().value(name))
+        line->close();
 }
 
-void SerialLine::apply(const SerialSettings &settings)
+// Lines that nobody leaves are closed with the application: its end takes the port's lock file away.
+SerialLine::SerialLine(const QString &portName)
+    : QObject(QCoreApplication::instance())
 {
-    if (settings.baudRate)
-        _port.setBaudRate(*settings.baudRate);
-    if (settings.flowControl)
-        _port.setFlowControl(*settings.flowControl);
-    if (settings.parity)
-        _port.setParity(*settings.parity);
-    if (settings.dataBits)
-        _port.setDataBits(*settings.dataBits);
-    if (settings.stopBits)
-        _port.setStopBits(*settings.stopBits);
-    if (!_port.isOpen())
-        return;
-    if (settings.dtr)
-        _port.setDataTerminalReady(*settings.dtr);
-    if (settings.rts && _port.flowControl() != QSerialPort::HardwareControl)
-        _port.setRequestToSend(*settings.rts);
-    _port.clearError(); // what the port can't do is no error of the line: a pty has no DTR
+    _port.setPortName(portName);
 }
 
-void SerialLine::join(QextSerialPort *port)
+SerialLine::~SerialLine()
 {
-    _members.append(port);
+    letGo();
 }
 
-void SerialLine::leave(QextSerialPort *port)
+void SerialLine::leave(QextSerialPort *user)
 {
-    // The list may be walked right now: the place stays, empty, until the next delivery.
-    for (QPointer<QextSerialPort> &member : _members) {
-        if (member == port)
-            member.clear();
-    }
+    _users.removeOne(user);
+    if (_users.isEmpty())
+        close();
 }
 
-void SerialLine::deliver()
+void SerialLine::apply(const LineSettings &settings)
+{
+    settings.applyTo(_port);
+}
+
+qint64 SerialLine::write(const char *data, qint64 size)
+{
+    return writeThrough(_port, data, size);
+}
+
+void SerialLine::onReceived()
 {
     const QByteArray bytes = _port.readAll();
     if (bytes.isEmpty())
         return;
-    _members.removeAll(QPointer<QextSerialPort>());
+    _emptyReads = 0;
+    for (QextSerialPort *user : std::as_const(_users))
+        user->take(bytes);
+    // The users are told by the event loop, not from inside the port: somebody's slot may run an event loop
+    // of its own (a message box), and the port would tell of nothing more until that ends.
+    if (!_tellingIsDue) {
+        _tellingIsDue = true;
+        QMetaObject::invokeMethod(this, &SerialLine::tellUsers, Qt::QueuedConnection);
+    }
+}
 
-    // Every buffer is filled before the first reader is told: whoever reads first, and whichever of several
-    // objects it reads from, finds the bytes.
-    const QList<QPointer<QextSerialPort>> members = _members;
-    for (QextSerialPort *member : members)
-        member->_received.append(bytes);
-    for (const QPointer<QextSerialPort> &member : members) {
-        if (member && member->isOpen()) // nobody deleted or closed it while others were told
-            Q_EMIT member->readyRead();
+void SerialLine::tellUsers()
+{
+    _tellingIsDue = false;
+    // Any slot may close or destroy any of them, or this line's port.
+    const QList<QPointer<QextSerialPort>> users(_users.cbegin(), _users.cend());
+    for (const QPointer<QextSerialPort> &user : users) {
+        if (user)
+            user->tell();
     }
 }
 
 void SerialLine::onError(QSerialPort::SerialPortError error)
 {
-    // A tty that hangs up reads as an I/O error, or as an end of file for ever after.
-    if (error == QSerialPort::ResourceError || error == QSerialPort::ReadError)
-        die();
+    // A setting that the port can't do is an error too, and none of these.
+    if (error != QSerialPort::ResourceError && error != QSerialPort::ReadError &&
+        error != QSerialPort::DeviceNotFoundError)
+        return;
+    // Qt calls it an error as well when there is nothing to read after all, because another program took the
+    // byte (modem managers try every port). Asking for more resumes the reading.
+    if (!hasHungUp(_port) && ++_emptyReads < mostEmptyReads)
+        onReceived();
+    else
+        close();
 }
 
-void SerialLine::die()
+void SerialLine::close()
+{
+    letGo();
+    deleteLater(); // not at once: a user's slot, or the port itself, may be the caller
+}
+
+// Forgets the line and gives the port back to the system.
+void SerialLine::letGo()
 {
     if (!_port.isOpen())
         return;
-    lines().remove(_port.portName());
+    openLines().remove(_port.portName());
+    for (QextSerialPort *user : std::exchange(_users, {}))
+        user->lineClosed();
+    _port.disconnect(this);
     _port.close();
-    for (const QPointer<QextSerialPort> &member : std::as_const(_members)) {
-        if (member)
-            member->_received = QByteArray();
-    }
-}
-
-qint64 SerialLine::write(const char *data, qint64 size)
-{
-    if (!_port.isOpen() || _port.write(data, size) != size)
-        return -1;
-    _port.flush();
-    if (_port.isOpen() && _port.bytesToWrite() > 0)
-        _port.waitForBytesWritten(FullBufferPatience);
-    if (!_port.isOpen())
-        return -1;
-    const qint64 left = _port.bytesToWrite();
-    if (left > 0)
-        _port.clear(QSerialPort::Output);
-    return size - left;
 }

@@ -1,56 +1,45 @@
 #pragma once
 
-#include <memory>
-#include <optional>
-
 #include <QList>
 #include <QObject>
-#include <QPointer>
 #include <QSerialPort>
 
 class QextSerialPort;
+struct LineSettings;
 
-/// How a line is to be set up. What is not set is left as the system has it.
-struct SerialSettings {
-    std::optional<qint32> baudRate; ///< bits a second
-    std::optional<QSerialPort::FlowControl> flowControl;
-    std::optional<QSerialPort::Parity> parity;
-    std::optional<QSerialPort::DataBits> dataBits;
-    std::optional<QSerialPort::StopBits> stopBits;
-    std::optional<bool> dtr;
-    std::optional<bool> rts;
-};
-
-/// One open line of the process, shared by the port objects on it. The system gives a port to one opener
-/// only, even within a process, so the line owns the system's port and hands what it reads to each of them.
+/// One open line of the process, shared by all QextSerialPort objects that have its port open. It lives from
+/// the first that joins to the last that leaves, or until the port is gone.
 class SerialLine : public QObject
 {
     Q_OBJECT
 
 public:
-    ~SerialLine() override;
-
-    /// The line of this name, opened when it isn't yet; null when the system refuses, which one critical
-    /// message names. The same refusal is not named again until the port has opened or gone.
-    static std::shared_ptr<SerialLine> open(const QString &portName, const SerialSettings &settings);
-    /// Closes and forgets the line of this name, if there is one: its port has gone.
+    /// Puts \a user on the line of the port, opening it when nobody has yet. nullptr when the system refuses:
+    /// \a refusal then says why, and a critical message has said so.
+    static SerialLine *join(const QString &portName, QextSerialPort *user, QString *refusal);
+    /// The port has gone: closes and forgets its line, if there is one.
     static void portGone(const QString &portName);
 
-    /// Sets the line up anew. A setting that the port can't do is left out.
-    void apply(const SerialSettings &settings);
-    void join(QextSerialPort *port);
-    void leave(QextSerialPort *port);
-    /// Hands the bytes to the system before it returns: how many it took, -1 when the line is dead.
+    ~SerialLine() override;
+
+    /// Takes \a user off the line; the last one closes it.
+    void leave(QextSerialPort *user);
+    void apply(const LineSettings &settings);
+    /// Has handed the bytes to the system when it returns; -1 when the line is gone.
     qint64 write(const char *data, qint64 size);
 
 private:
-    explicit SerialLine(const QString &portName);
     Q_DISABLE_COPY_MOVE(SerialLine)
 
-    void deliver();
+    explicit SerialLine(const QString &portName);
+    void onReceived();
     void onError(QSerialPort::SerialPortError error);
-    void die();
+    void tellUsers();
+    void close();
+    void letGo();
 
     QSerialPort _port;
-    QList<QPointer<QextSerialPort>> _members;
+    QList<QextSerialPort *> _users;
+    bool _tellingIsDue = false;
+    int _emptyReads = 0; // in a row
 };

@@ -62,17 +62,18 @@ QList<QByteArray> Scenario::receivedSinceStatus()
 
 bool Scenario::deviceGets(const QByteArray &word)
 {
-    return tolvar.waitFor([&word](const TolvarState &state) {
-        const QList<QByteArray> lines = state.lineTexts();
-        return std::any_of(lines.cbegin(), lines.cend(),
-                           [&word](const QByteArray &line) { return line.startsWith(word); });
-    }, 20000);
+    return tolvar.waitFor(
+        [&word](const TolvarState &state) {
+            const QList<QByteArray> lines = state.lineTexts();
+            return std::any_of(lines.cbegin(), lines.cend(),
+                               [&word](const QByteArray &line) { return line.startsWith(word); });
+        },
+        20000);
 }
 
 QList<QByteArray> typicalLines(const QByteArray &ssid, const QByteArray &passphrase)
 {
-    return {"setuarttrace y",       "save", "scan", "setuarttrace n",
-            "setssid " + ssid,      "setpass " + passphrase, "test",
-            "ant_select 0",         "setssid " + ssid, "setpass " + passphrase, "setstaticip N", "save",
-            "exit"};
+    return {"setuarttrace y",        "save", "scan",         "setuarttrace n",  "setssid " + ssid,
+            "setpass " + passphrase, "test", "ant_select 0", "setssid " + ssid, "setpass " + passphrase,
+            "setstaticip N",         "save", "exit"};
 }

@@ -14,8 +14,9 @@
             QFAIL(qPrintable(QStringLiteral(#step ": ") + (scenario).screen.failure()));                     \
     } while (false)
 
-/// A run of the real program on a computer of its own: a fresh home folder, a fresh USB test bed, a simulated Tolvar
-/// that can be plugged in, and a user at the screen. When the test fails it leaves what was seen and said.
+/// A run of the real program on a computer of its own: a fresh home folder, a fresh USB test bed, a simulated
+/// Tolvar that can be plugged in, and a user at the screen. When the test fails it leaves what was seen and
+/// said.
 class Scenario
 {
 public:

@@ -10,8 +10,8 @@ using namespace onscreen;
 
 // tolvarwalk PROGRAM FOLDER SSID PASSPHRASE
 //
-// Walks the program through every page, as a user would, and leaves a picture of each in FOLDER. Exit status 0 when
-// every step went as expected.
+// Walks the program through every page, as a user would, and leaves a picture of each in FOLDER. Exit status
+// 0 when every step went as expected.
 
 namespace
 {
@@ -37,7 +37,8 @@ public:
 
     bool picture(const QString &name, const QString &title = QStringLiteral("ZV Tolvar Setup v2.3"))
     {
-        const QString path = _folder.filePath(QStringLiteral("%1-%2.png").arg(++_count, 2, 10, QLatin1Char('0')).arg(name));
+        const QString path =
+            _folder.filePath(QStringLiteral("%1-%2.png").arg(++_count, 2, 10, QLatin1Char('0')).arg(name));
         if (_screen.screenshot(path, title))
             return true;
         std::fprintf(stderr, "[walk] no picture: %s\n", qPrintable(path));
@@ -72,17 +73,17 @@ bool walkThrough(ProgramDriver &screen, const QDir &folder, const QString &ssid,
                          screen.click(button("OK")) && screen.waitUntilGone(window(details))) &&
            walk.step("That one has WEP: Continue leads to a warning.",
                      user.goesOn() && user.sees(wepWarning) && walk.picture("wep-warning")) &&
-           walk.step("Go Back, and take a better one.",
-                     user.goesBack() && user.picks(ssid) && user.typesPassphrase(passphrase) &&
-                         walk.picture("network-chosen")) &&
+           walk.step("Go Back, and take a better one.", user.goesBack() && user.picks(ssid) &&
+                                                            user.typesPassphrase(passphrase) &&
+                                                            walk.picture("network-chosen")) &&
            walk.step("Continue: the Tolvar tries to join it.",
                      user.goesOn() && screen.waitFor(progressBar()) && walk.picture("testing")) &&
            walk.step("It could.",
                      user.sees("Successfully tested connection to network\n") && walk.picture("tested")) &&
            walk.step("The configuration is saved.", user.saves() && walk.picture("saved")) &&
-           walk.step("A look at the console.", screen.click(button("Console")) && screen.waitFor(window(console)) &&
-                                                   walk.picture("console", console) &&
-                                                   screen.closeWindow(console)) &&
+           walk.step("A look at the console.",
+                     screen.click(button("Console")) && screen.waitFor(window(console)) &&
+                         walk.picture("console", console) && screen.closeWindow(console)) &&
            walk.step("Done.", user.finishes());
 }
 } // namespace

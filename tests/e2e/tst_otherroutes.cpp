@@ -111,8 +111,9 @@ void TestOtherRoutes::aSystemErrorLeavesCancelAlone()
     ZV_STEP(s, scans(s));
     ZV_STEP(s, s.user.picks("Workshop"));
     ZV_STEP(s, s.user.goesOn());
-    ZV_STEP(s, s.user.sees("There was an unexpected system error. Please power off and then power on the Tolvar "
-                           "and restart this utility\n"));
+    ZV_STEP(s,
+            s.user.sees("There was an unexpected system error. Please power off and then power on the Tolvar "
+                        "and restart this utility\n"));
     ZV_STEP(s, s.screen.waitFor(button("Save Network Configuration").disabled()));
     ZV_STEP(s, s.screen.waitFor(button("Done").disabled()));
     ZV_STEP(s, s.screen.click(button("Cancel")));
@@ -124,7 +125,8 @@ void TestOtherRoutes::aSystemErrorLeavesCancelAlone()
 void TestOtherRoutes::theLogIsSavedToTheByte()
 {
     TolvarSetup setup;
-    setup.logText = "first line\n\n  \"quoted\" & <marked up> > done\n\ttab\n" + QByteArray(5000, 'x') + "\nlast";
+    setup.logText =
+        "first line\n\n  \"quoted\" & <marked up> > done\n\ttab\n" + QByteArray(5000, 'x') + "\nlast";
     Scenario s(setup);
     ZV_STEP(s, findsTheDevice(s));
     ZV_STEP(s, s.user.goesOn());
@@ -239,8 +241,9 @@ void TestOtherRoutes::refreshingScansAgain()
     ZV_STEP(s, s.screen.waitFor(row("Just switched on")));
     ZV_STEP(s, s.user.seesTheNetworks());
     QCOMPARE(s.screen.names(row()), QStringList{"Just switched on"});
-    QCOMPARE(s.receivedSinceStatus(), QList<QByteArray>({"setuarttrace y", "save", "scan", "setuarttrace n",
-                                                         "setuarttrace y", "save", "scan", "setuarttrace n"}));
+    QCOMPARE(s.receivedSinceStatus(),
+             QList<QByteArray>({"setuarttrace y", "save", "scan", "setuarttrace n", "setuarttrace y", "save",
+                                "scan", "setuarttrace n"}));
 }
 
 void TestOtherRoutes::unpluggedOnAnyPageNothingBreaks_data()
@@ -272,7 +275,8 @@ void TestOtherRoutes::unpluggedOnAnyPageNothingBreaks()
                                   "the removal in the session log"));
     QVERIFY(s.tolvar.plug());
     // It is found anew behind whatever page is shown, and says what it is.
-    ZV_STEP(s, s.screen.waitUntil([&s] { return s.received().count("get") >= 3; }, "its status asked for again"));
+    ZV_STEP(
+        s, s.screen.waitUntil([&s] { return s.received().count("get") >= 3; }, "its status asked for again"));
     for (int page = pagesOn; page > 0; --page)
         ZV_STEP(s, s.user.goesBack());
     ZV_STEP(s, s.user.seesTheDevice());

@@ -10,8 +10,8 @@
 using namespace onscreen;
 using namespace std::chrono_literals;
 
-/// Tries each thing the program driver can do on a small wizard. Under umockdev-wrapper the same is tried with a test
-/// bed in place of the machine's devices.
+/// Tries each thing the program driver can do on a small wizard. Under umockdev-wrapper the same is tried
+/// with a test bed in place of the machine's devices.
 class TestProgramDriver : public QObject
 {
     Q_OBJECT
@@ -106,8 +106,8 @@ void TestProgramDriver::aProgramRunsInItsOwnHomeAndFolder()
     other.setEnvironment("SAMPLEAPP_WORD", "a word");
     ZV_DRIVE(other, start(SAMPLEAPP));
     ZV_DRIVE(other, waitFor(window("Sample Wizard")));
-    QTRY_COMPARE(other.errorOutput(), "home " + _folder->path().toUtf8() + "\nfolder " + _folder->path().toUtf8() +
-                                          "\nword a word\n");
+    QTRY_COMPARE(other.errorOutput(), "home " + _folder->path().toUtf8() + "\nfolder " +
+                                          _folder->path().toUtf8() + "\nword a word\n");
     QTRY_VERIFY(_app->errorOutput().contains("\nfolder " + _folder->path().toUtf8() + "\n"));
     QVERIFY(!_app->errorOutput().contains("home " + _folder->path().toUtf8()));
     QVERIFY(!_app->errorOutput().contains("home " + qgetenv("HOME") + "\n"));
@@ -236,7 +236,8 @@ void TestProgramDriver::buttonsOfTheWizardTurnThePages()
 
 void TestProgramDriver::extentsAreWhereThePixelsAre()
 {
-    // The patch's colour is nowhere else on the screen: what is said of its place must agree with the picture.
+    // The patch's colour is nowhere else on the screen: what is said of its place must agree with the
+    // picture.
     const auto patch = _app->find(label("patch"));
     QVERIFY(patch);
     const QString path = _folder->filePath("screen.png");
@@ -286,8 +287,7 @@ void TestProgramDriver::text()
     DRIVE(fill(field().beside("Passphrase"), text));
     DRIVE(fill(field().beside("Network"), "x" + text));
     DRIVE(pressKey("Tab"));
-    QTRY_COMPARE(_app->output(),
-                 QString("passphrase <%1>\nnetwork <x%1>\n").arg(text).toUtf8());
+    QTRY_COMPARE(_app->output(), QString("passphrase <%1>\nnetwork <x%1>\n").arg(text).toUtf8());
     QCOMPARE(_app->text(field().beside("Passphrase")), text);
 }
 

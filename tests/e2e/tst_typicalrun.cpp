@@ -209,8 +209,8 @@ void TestTypicalRun::commandsArePacedAtTenMillisecondsAByte()
           gaps.constFirst(), gaps.constLast());
     QVERIFY2(median >= 10 && median <= 12, qPrintable(QString("median gap %1 ms").arg(median)));
 
-    // The three commands of the test follow each other from the click on. A byte is seen at its time or later, so
-    // counted from the click none of them may be through before its bytes' time.
+    // The three commands of the test follow each other from the click on. A byte is seen at its time or
+    // later, so counted from the click none of them may be through before its bytes' time.
     const qsizetype firstLine = state.lineTexts().indexOf("setssid " + ssid);
     const qsizetype firstByte = state.lines.at(firstLine).firstByte;
     for (qsizetype line = firstLine; line < firstLine + 3; ++line) {
@@ -270,8 +270,12 @@ void TestTypicalRun::theSessionLogLineByLine()
         for (const QString &command : commands)
             expected << "_commState =  \"IN_PROMPT\" " << sent(command);
     };
-    expected += QStringList{"_commState =  \"INITIAL_WAITING_FOR_CONSOLE_PROMPT\" ", "->IN_PROMPT ", sent("get"),
-                 "->IN_RESPONSE_RECEIVE ", "->WAITING_FOR_CONSOLE_PROMPT ", "->IN_PROMPT "};
+    expected += QStringList{"_commState =  \"INITIAL_WAITING_FOR_CONSOLE_PROMPT\" ",
+                            "->IN_PROMPT ",
+                            sent("get"),
+                            "->IN_RESPONSE_RECEIVE ",
+                            "->WAITING_FOR_CONSOLE_PROMPT ",
+                            "->IN_PROMPT "};
     submitted({"setuarttrace y", "save", "scan"});
     expected += QStringList{"->IN_RESPONSE_RECEIVE and Scanning ", "->IN_PROMPT - end scaning "};
     submitted({"setuarttrace n"});
@@ -281,9 +285,9 @@ void TestTypicalRun::theSessionLogLineByLine()
     submitted({"ant_select 0", "setssid " + ssid, "setpass " + passphrase, "setstaticip N", "save", "exit"});
     QCOMPARE(told, expected);
 
-    for (const QString &query : {QString("Sysid: \"\" "), QString("Sysid: \"TOLVAR-4711\" "),
-                                 QString("nextId \"" + passphrase + "\" "), QString("\"Workshop\" "),
-                                 QString("\"" + ssid + "\" ")})
+    for (const QString &query :
+         {QString("Sysid: \"\" "), QString("Sysid: \"TOLVAR-4711\" "),
+          QString("nextId \"" + passphrase + "\" "), QString("\"Workshop\" "), QString("\"" + ssid + "\" ")})
         QVERIFY2(queries.contains(query), qPrintable("expected in the session log: " + query));
 }
 

@@ -4,8 +4,8 @@
 
 class ProgramDriver;
 
-/// Someone who walks through the wizard: the steps of a run, in the words of its pages. Each step waits for what it
-/// needs; one that fails returns false, and the driver's failure() says why.
+/// Someone who walks through the wizard: the steps of a run, in the words of its pages. Each step waits for
+/// what it needs; one that fails returns false, and the driver's failure() says why.
 class WizardUser
 {
 public:

@@ -50,11 +50,16 @@ void TestAdvancedDialog::theFlags_data()
     QTest::addColumn<QString>("antenna");
     QTest::addColumn<bool>("on");
     QTest::addColumn<bool>("external");
-    QTest::newRow("Y is on, 1 is external") << "Y" << "1" << true << true;
-    QTest::newRow("y is on, 2 is external") << "y" << "2" << true << true;
-    QTest::newRow("N is off, 0 is internal") << "N" << "0" << false << false;
-    QTest::newRow("nothing is off and internal") << "" << "" << false << false;
-    QTest::newRow("a word is off and internal") << "yes" << "Y" << false << false;
+    QTest::newRow("Y is on, 1 is external") << "Y"
+                                            << "1" << true << true;
+    QTest::newRow("y is on, 2 is external") << "y"
+                                            << "2" << true << true;
+    QTest::newRow("N is off, 0 is internal") << "N"
+                                             << "0" << false << false;
+    QTest::newRow("nothing is off and internal") << ""
+                                                 << "" << false << false;
+    QTest::newRow("a word is off and internal") << "yes"
+                                                << "Y" << false << false;
 }
 
 void TestAdvancedDialog::theFlags()
@@ -86,13 +91,19 @@ void TestAdvancedDialog::theFlags()
 void TestAdvancedDialog::okWritesEverythingBackInOrder()
 {
     QStringList order;
-    connect(_tolvar.get(), &ZVTolvar::antennaChanged, this, [&](const QString &s) { order += "antenna " + s; });
-    connect(_tolvar.get(), &ZVTolvar::useStaticIPChanged, this, [&](const QString &s) { order += "static " + s; });
+    connect(_tolvar.get(), &ZVTolvar::antennaChanged, this,
+            [&](const QString &s) { order += "antenna " + s; });
+    connect(_tolvar.get(), &ZVTolvar::useStaticIPChanged, this,
+            [&](const QString &s) { order += "static " + s; });
     connect(_tolvar.get(), &ZVTolvar::ipAddressChanged, this, [&](const QString &s) { order += "ip " + s; });
-    connect(_tolvar.get(), &ZVTolvar::sysLogOnChanged, this, [&](const QString &s) { order += "syslog " + s; });
-    connect(_tolvar.get(), &ZVTolvar::sysLogServerChanged, this, [&](const QString &s) { order += "server " + s; });
-    connect(_tolvar.get(), &ZVTolvar::networkChanged, this, [&](const QString &s) { order += "network " + s; });
-    connect(_tolvar.get(), &ZVTolvar::passwordChanged, this, [&](const QString &s) { order += "password " + s; });
+    connect(_tolvar.get(), &ZVTolvar::sysLogOnChanged, this,
+            [&](const QString &s) { order += "syslog " + s; });
+    connect(_tolvar.get(), &ZVTolvar::sysLogServerChanged, this,
+            [&](const QString &s) { order += "server " + s; });
+    connect(_tolvar.get(), &ZVTolvar::networkChanged, this,
+            [&](const QString &s) { order += "network " + s; });
+    connect(_tolvar.get(), &ZVTolvar::passwordChanged, this,
+            [&](const QString &s) { order += "password " + s; });
     AdvancedDialog dialog(_tolvar.get(), nullptr);
     in<QCheckBox>(dialog, "checkBox_ExternalAntenna")->setChecked(true);
     in<QCheckBox>(dialog, "checkBox_useStaticIP")->setChecked(true);
@@ -106,8 +117,8 @@ void TestAdvancedDialog::okWritesEverythingBackInOrder()
     press(dialog, QDialogButtonBox::Ok);
     QCOMPARE(accepted.count(), 1);
     QCOMPARE(dialog.result(), int(QDialog::Accepted));
-    QCOMPARE(order, QStringList({"antenna 1", "static Y", "ip 10.0.0.7", "syslog Y", "server 10.0.0.9", "network N",
-                                 "password P"}));
+    QCOMPARE(order, QStringList({"antenna 1", "static Y", "ip 10.0.0.7", "syslog Y", "server 10.0.0.9",
+                                 "network N", "password P"}));
 }
 
 void TestAdvancedDialog::uncheckedSwitchesStayAsTheyWere()
@@ -148,9 +159,10 @@ void TestAdvancedDialog::okWithoutAChangeTellsOfNothing()
     _tolvar->setNetwork("Home");
     _tolvar->setPassword("open sesame");
     QList<QSignalSpy *> spies;
-    for (const auto signal : {&ZVTolvar::antennaChanged, &ZVTolvar::useStaticIPChanged, &ZVTolvar::ipAddressChanged,
-                              &ZVTolvar::sysLogOnChanged, &ZVTolvar::sysLogServerChanged, &ZVTolvar::networkChanged,
-                              &ZVTolvar::passwordChanged})
+    for (const auto signal :
+         {&ZVTolvar::antennaChanged, &ZVTolvar::useStaticIPChanged, &ZVTolvar::ipAddressChanged,
+          &ZVTolvar::sysLogOnChanged, &ZVTolvar::sysLogServerChanged, &ZVTolvar::networkChanged,
+          &ZVTolvar::passwordChanged})
         spies += new QSignalSpy(_tolvar.get(), signal);
     AdvancedDialog dialog(_tolvar.get(), nullptr);
     press(dialog, QDialogButtonBox::Ok);

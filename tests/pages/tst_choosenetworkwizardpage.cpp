@@ -141,7 +141,8 @@ void TestChoosePage::theStepsOfAnEntryComeInTheirOrder()
     f.tolvar.setAntenna("0");
     bool ready = false;
     auto *page = f.page<ChooseNetworkWizardPage>();
-    QVERIFY2(page->findChild<QProgressBar *>("progressBar")->isHidden(), "the busy bar is hidden until a scan");
+    QVERIFY2(page->findChild<QProgressBar *>("progressBar")->isHidden(),
+             "the busy bar is hidden until a scan");
     connect(&f.tolvar, &ZVTolvar::scanStarted, this, [&] {
         // All that the page shows stands before the scan begins.
         ready = page->findChild<QListView *>("networkListView")->model()->rowCount() == 2 &&
@@ -343,11 +344,13 @@ void TestChoosePage::theWayOn()
 {
     QFETCH(QString, security);
     QFETCH(int, page);
-    _f->finishScan("<scan SSID=\"Net\" sec=\"" + security + "\" suites=\"WEP\"/><scan SSID=\"Old\" sec=\"WEP\"/>");
+    _f->finishScan("<scan SSID=\"Net\" sec=\"" + security +
+                   "\" suites=\"WEP\"/><scan SSID=\"Old\" sec=\"WEP\"/>");
     name()->setText("Net");
     QCOMPARE(_f->wizard.currentPage()->nextId(), page);
     name()->setText("Elsewhere");
-    QCOMPARE(_f->wizard.currentPage()->nextId(), 4); // a name that isn't in the list never leads to the warning
+    QCOMPARE(_f->wizard.currentPage()->nextId(),
+             4); // a name that isn't in the list never leads to the warning
     name()->setText("Net");
     _f->wizard.next();
     QCOMPARE(_f->wizard.currentId(), page);
@@ -389,12 +392,18 @@ void TestChoosePage::theAntennaBox_data()
     QTest::addColumn<QString>("firmware");
     QTest::addColumn<QString>("antenna");
     QTest::addColumn<bool>("checked");
-    QTest::newRow("A058 keeps it checked") << "A058" << "0" << true;
-    QTest::newRow("A059 shows the internal antenna") << "A059" << "0" << false;
-    QTest::newRow("A059 shows the external antenna") << "A059" << "1" << true;
-    QTest::newRow("any other number is external") << "A060" << "7" << true;
-    QTest::newRow("no number is internal") << "A060" << "Y" << false;
-    QTest::newRow("nothing is internal") << "A060" << "" << false;
+    QTest::newRow("A058 keeps it checked") << "A058"
+                                           << "0" << true;
+    QTest::newRow("A059 shows the internal antenna") << "A059"
+                                                     << "0" << false;
+    QTest::newRow("A059 shows the external antenna") << "A059"
+                                                     << "1" << true;
+    QTest::newRow("any other number is external") << "A060"
+                                                  << "7" << true;
+    QTest::newRow("no number is internal") << "A060"
+                                           << "Y" << false;
+    QTest::newRow("nothing is internal") << "A060"
+                                         << "" << false;
 }
 
 void TestChoosePage::theAntennaBox()
@@ -425,7 +434,8 @@ void TestChoosePage::aClickOnTheAntennaBoxCommitsIt()
     QCOMPARE(_f->tolvar.antenna(), QStringLiteral("0"));
     QCOMPARE(_f->inside.queue(), QStringList({"ant_select 1\r\n", "ant_select 0\r\n"}));
     // The box's own state counts, not the argument.
-    QVERIFY(QMetaObject::invokeMethod(_f->wizard.currentPage(), "OnExternalAntennaClicked", Q_ARG(bool, true)));
+    QVERIFY(
+        QMetaObject::invokeMethod(_f->wizard.currentPage(), "OnExternalAntennaClicked", Q_ARG(bool, true)));
     QCOMPARE(_f->tolvar.antenna(), QStringLiteral("0"));
 }
 
@@ -450,7 +460,8 @@ void TestChoosePage::theAntennaSlotFollowsTheController()
     box->setChecked(before);
     _f->tolvar.setAntenna(antenna);
     QCOMPARE(box->isChecked(), before); // nothing is connected to the slot
-    QVERIFY(QMetaObject::invokeMethod(_f->wizard.currentPage(), "OnAntennaChanged", Q_ARG(QString, "ignored")));
+    QVERIFY(
+        QMetaObject::invokeMethod(_f->wizard.currentPage(), "OnAntennaChanged", Q_ARG(QString, "ignored")));
     QCOMPARE(box->isChecked(), after);
 }
 
@@ -467,8 +478,10 @@ void TestChoosePage::theAdvancedSlot_data()
     QTest::addColumn<QString>("version");
     QTest::addColumn<QString>("number");
     QTest::addColumn<bool>("accept");
-    QTest::newRow("A059, accepted") << "A059" << "59" << true;
-    QTest::newRow("A060, rejected") << "A060" << "60" << false;
+    QTest::newRow("A059, accepted") << "A059"
+                                    << "59" << true;
+    QTest::newRow("A060, rejected") << "A060"
+                                    << "60" << false;
 }
 
 void TestChoosePage::theAdvancedSlot()
@@ -495,9 +508,12 @@ void TestChoosePage::theAdvancedSlotRefusesOldFirmware_data()
 {
     QTest::addColumn<QString>("version");
     QTest::addColumn<QString>("number");
-    QTest::newRow("A058") << "A058" << "58";
-    QTest::newRow("no digits") << "Abc" << "0";
-    QTest::newRow("nothing") << "" << "0";
+    QTest::newRow("A058") << "A058"
+                          << "58";
+    QTest::newRow("no digits") << "Abc"
+                               << "0";
+    QTest::newRow("nothing") << ""
+                             << "0";
 }
 
 void TestChoosePage::theAdvancedSlotRefusesOldFirmware()
@@ -541,9 +557,9 @@ void TestChoosePage::acceptedAdvancedSettingsReachTheFields()
 
 void TestChoosePage::enteringAgainDoublesItsConnections()
 {
-    const char *const signalNames[] = {
-        SIGNAL(networkChanged(QString)), SIGNAL(passwordChanged(QString)), SIGNAL(scanStarted()),
-        SIGNAL(scanFinished()), SIGNAL(scannedNetworkListChanged(QHash<QString, ZVScanResult> *))};
+    const char *const signalNames[] = {SIGNAL(networkChanged(QString)), SIGNAL(passwordChanged(QString)),
+                                       SIGNAL(scanStarted()), SIGNAL(scanFinished()),
+                                       SIGNAL(scannedNetworkListChanged(QHash<QString, ZVScanResult> *))};
     QList<int> before;
     for (const char *signal : signalNames)
         before += _f->listeners(signal);

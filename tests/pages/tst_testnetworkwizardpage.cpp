@@ -87,16 +87,20 @@ void TestTestPage::eachVerdict_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("buttonText");
     QTest::addColumn<bool>("canSave");
-    QTest::newRow("found") << "0" << "Successfully tested connection to network\n" << "Save network configuration"
-                           << true;
-    QTest::newRow("wrong passphrase") << "1" << "The network was found, but the passphrase was invalid\n"
+    QTest::newRow("found") << "0"
+                           << "Successfully tested connection to network\n"
+                           << "Save network configuration" << true;
+    QTest::newRow("wrong passphrase") << "1"
+                                      << "The network was found, but the passphrase was invalid\n"
                                       << "Save network configuration anyway?" << true;
-    QTest::newRow("unknown SSID") << "2" << "The network was not found\n" << "Save network configuration anyway?"
-                                  << true;
-    QTest::newRow("system error") << "3"
-                                  << "There was an unexpected system error. Please power off and then power on the "
-                                     "Tolvar and restart this utility\n"
-                                  << "Save Network Configuration" << false;
+    QTest::newRow("unknown SSID") << "2"
+                                  << "The network was not found\n"
+                                  << "Save network configuration anyway?" << true;
+    QTest::newRow("system error")
+        << "3"
+        << "There was an unexpected system error. Please power off and then power on the "
+           "Tolvar and restart this utility\n"
+        << "Save Network Configuration" << false;
 }
 
 void TestTestPage::eachVerdict()

@@ -132,7 +132,8 @@ void TestFoundPage::theLabelsFollowTheDevice_data()
     QTest::newRow("network") << "<network_name> N </network_name>" << QByteArray("label_Network") << " N ";
     QTest::newRow("system ID") << "<name>T-8</name>" << QByteArray("label_SystemId") << "T-8";
     QTest::newRow("status") << "<mode>M</mode>" << QByteArray("label_Status") << "M";
-    QTest::newRow("firmware") << "<firmware_version>A1</firmware_version>" << QByteArray("label_Version") << "A1";
+    QTest::newRow("firmware") << "<firmware_version>A1</firmware_version>" << QByteArray("label_Version")
+                              << "A1";
     QTest::newRow("address") << "<useStaticIP>Y</useStaticIP><ip_address>1.2.3.4</ip_address>"
                              << QByteArray("label_IPAddress") << "Static:1.2.3.4";
     QTest::newRow("MAC") << "<mac_address>00</mac_address>" << QByteArray("label_MacAddress") << "00";
@@ -153,12 +154,24 @@ void TestFoundPage::theAddressLine_data()
     QTest::addColumn<QString>("flag");
     QTest::addColumn<QString>("address");
     QTest::addColumn<QString>("shown");
-    QTest::newRow("Y is static, no blank between") << "Y" << "10.0.0.7" << "Static:10.0.0.7";
-    QTest::newRow("Y without an address") << "Y" << "" << "Static:";
-    QTest::newRow("a lower-case y is DHCP") << "y" << "10.0.0.7" << "DHCP";
-    QTest::newRow("N is DHCP") << "N" << "10.0.0.7" << "DHCP";
-    QTest::newRow("nothing is DHCP") << "" << "" << "DHCP";
-    QTest::newRow("Yes is DHCP") << "Yes" << "10.0.0.7" << "DHCP";
+    QTest::newRow("Y is static, no blank between") << "Y"
+                                                   << "10.0.0.7"
+                                                   << "Static:10.0.0.7";
+    QTest::newRow("Y without an address") << "Y"
+                                          << ""
+                                          << "Static:";
+    QTest::newRow("a lower-case y is DHCP") << "y"
+                                            << "10.0.0.7"
+                                            << "DHCP";
+    QTest::newRow("N is DHCP") << "N"
+                               << "10.0.0.7"
+                               << "DHCP";
+    QTest::newRow("nothing is DHCP") << ""
+                                     << ""
+                                     << "DHCP";
+    QTest::newRow("Yes is DHCP") << "Yes"
+                                 << "10.0.0.7"
+                                 << "DHCP";
 }
 
 void TestFoundPage::theAddressLine()
@@ -168,7 +181,8 @@ void TestFoundPage::theAddressLine()
     QFETCH(QString, shown);
     _f->tolvar.setUseStaticIP(flag);
     _f->tolvar.setIPAddress(address);
-    QVERIFY(QMetaObject::invokeMethod(_f->wizard.currentPage(), "onIpAddressChanged", Q_ARG(QString, "ignored")));
+    QVERIFY(
+        QMetaObject::invokeMethod(_f->wizard.currentPage(), "onIpAddressChanged", Q_ARG(QString, "ignored")));
     QCOMPARE(text("label_IPAddress"), shown);
 }
 
@@ -311,9 +325,11 @@ void TestFoundPage::aFileThatCantBeOpenedLeavesTheButtonOff()
 void TestFoundPage::enteringAgainDoublesItsConnections()
 {
     const char *const signalNames[] = {
-        SIGNAL(networkChanged(QString)),     SIGNAL(systemIDChanged(QString)),  SIGNAL(statusChanged(QString)),
-        SIGNAL(firmwareVersionChanged(QString)), SIGNAL(ipAddressChanged(QString)), SIGNAL(macAddressChanged(QString)),
-        SIGNAL(antennaChanged(QString)),     SIGNAL(startingToWriteLog()),      SIGNAL(finishedWriteLog())};
+        SIGNAL(networkChanged(QString)),   SIGNAL(systemIDChanged(QString)),
+        SIGNAL(statusChanged(QString)),    SIGNAL(firmwareVersionChanged(QString)),
+        SIGNAL(ipAddressChanged(QString)), SIGNAL(macAddressChanged(QString)),
+        SIGNAL(antennaChanged(QString)),   SIGNAL(startingToWriteLog()),
+        SIGNAL(finishedWriteLog())};
     QList<int> before;
     for (const char *name : signalNames)
         before += _f->listeners(name);

@@ -23,8 +23,8 @@ private Q_SLOTS:
 void TestViewDetailsDialog::eachFieldStandsAsItCame_data()
 {
     QTest::addColumn<QStringList>("fields");
-    QTest::newRow("all filled, the strength as text") << QStringList(
-        {"Home", "6", "N", "WPA2 (PSK)", "U-AES M-AES", "Y", "-75"});
+    QTest::newRow("all filled, the strength as text")
+        << QStringList({"Home", "6", "N", "WPA2 (PSK)", "U-AES M-AES", "Y", "-75"});
     QTest::newRow("all empty") << QStringList({"", "", "", "", "", "", ""});
     QTest::newRow("an unknown network") << QStringList({"Not Found", "", "", "", "", "", ""});
 }
@@ -35,8 +35,8 @@ void TestViewDetailsDialog::eachFieldStandsAsItCame()
     ZVScanResult record{fields[0], fields[1], fields[2], fields[3], fields[4], fields[5], fields[6]};
     const ViewDetailsDialog dialog(&record, nullptr);
     QStringList shown;
-    for (const char *label : {"label_network", "label_channel", "label_adhoc", "label_security", "label_suites",
-                              "label_wps", "label_rssi"})
+    for (const char *label : {"label_network", "label_channel", "label_adhoc", "label_security",
+                              "label_suites", "label_wps", "label_rssi"})
         shown += dialog.findChild<QLabel *>(QLatin1String(label))->text();
     QCOMPARE(shown, fields);
 }
@@ -51,7 +51,8 @@ void TestViewDetailsDialog::longTextsAreNotWrapped()
     for (const char *name : {"label_network", "label_suites"}) {
         const auto *label = dialog.findChild<QLabel *>(QLatin1String(name));
         QVERIFY(!label->wordWrap());
-        QVERIFY2(label->width() >= label->fontMetrics().horizontalAdvance(label->text()), "it is shown whole");
+        QVERIFY2(label->width() >= label->fontMetrics().horizontalAdvance(label->text()),
+                 "it is shown whole");
         QVERIFY(label->height() < 2 * label->fontMetrics().height());
     }
 }

@@ -2,8 +2,8 @@
 
 #include <QStringList>
 
-/// Records every diagnostic message while it lives, each as the session log would prefix it ("D:", "W:", "C:").
-/// The receiver that was there before is back afterwards. One at a time.
+/// Records every diagnostic message while it lives, each as the session log would prefix it ("D:", "W:",
+/// "C:"). The receiver that was there before is back afterwards. One at a time.
 class MessageRecorder
 {
 public:

@@ -8,8 +8,8 @@
 
 class QDialog;
 
-/// Answers the modal dialogs that open while it lives, one answer a dialog, in their order. A dialog more than there
-/// are answers is rejected and counted.
+/// Answers the modal dialogs that open while it lives, one answer a dialog, in their order. A dialog more
+/// than there are answers is rejected and counted.
 class ModalAnswers : public QObject
 {
     Q_OBJECT

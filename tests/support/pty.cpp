@@ -1,20 +1,25 @@
 #include "tests/support/pty.h"
 
+#include <cstdlib>
 #include <fcntl.h>
-#include <pty.h>
 #include <unistd.h>
 
+#include <QDir>
+#include <QFileInfo>
 #include <QtGlobal>
 
 Pty::Pty()
 {
-    char name[128] = {};
-    termios raw = {};
-    cfmakeraw(&raw);
-    if (openpty(&_master, &_keepOpen, name, &raw, nullptr) != 0)
+    _device = ::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+    char name[64] = "";
+    if (_device < 0 || ::grantpt(_device) != 0 || ::unlockpt(_device) != 0 ||
+        ::ptsname_r(_device, name, sizeof name) != 0)
         qFatal("no pseudo-terminal to be had");
-    fcntl(_master, F_SETFL, O_NONBLOCK);
     _name = QString::fromLocal8Bit(name);
+    // A device does not echo, and its bytes are not a user's typing.
+    termios raw = settings();
+    ::cfmakeraw(&raw);
+    ::tcsetattr(_device, TCSANOW, &raw);
 }
 
 Pty::~Pty()
@@ -24,20 +29,17 @@ Pty::~Pty()
 
 void Pty::send(const QByteArray &bytes) const
 {
-    if (::write(_master, bytes.constData(), static_cast<size_t>(bytes.size())) != bytes.size())
+    if (::write(_device, bytes.constData(), static_cast<size_t>(bytes.size())) != bytes.size())
         qFatal("the pseudo-terminal takes no bytes");
 }
 
-QByteArray Pty::received()
+QByteArray Pty::received() const
 {
-    char buffer[4096];
-    QByteArray bytes;
-    for (;;) {
-        const ssize_t count = ::read(_master, buffer, sizeof buffer);
-        if (count <= 0)
-            return bytes;
-        bytes.append(buffer, static_cast<int>(count));
-    }
+    QByteArray all;
+    char some[4096];
+    for (ssize_t count; (count = ::read(_device, some, sizeof some)) > 0;)
+        all.append(some, count);
+    return all;
 }
 
 QByteArray Pty::collected()
@@ -49,15 +51,29 @@ QByteArray Pty::collected()
 termios Pty::settings() const
 {
     termios line = {};
-    tcgetattr(_master, &line);
+    ::tcgetattr(_device, &line);
     return line;
 }
 
 void Pty::hangUp()
 {
-    for (int *descriptor : {&_keepOpen, &_master}) {
-        if (*descriptor >= 0)
-            ::close(*descriptor);
-        *descriptor = -1;
+    if (_device >= 0)
+        ::close(_device);
+    _device = -1;
+}
+
+int Pty::openDescriptors() const
+{
+    int count = 0;
+    const QFileInfoList descriptors = QDir(QStringLiteral("/proc/self/fd"))
+                                          .entryInfoList(QDir::Files | QDir::System | QDir::NoDotAndDotDot);
+    for (const QFileInfo &descriptor : descriptors) {
+        char target[256];
+        const QByteArray link = descriptor.absoluteFilePath().toLocal8Bit();
+        const ssize_t length = ::readlink(link.constData(), target, sizeof target);
+        // A node that is gone is shown with " (deleted)" behind its name.
+        if (length > 0 && QByteArray(target, length).replace(" (deleted)", "") == _name.toLocal8Bit())
+            ++count;
     }
+    return count;
 }

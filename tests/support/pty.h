@@ -5,31 +5,39 @@
 #include <QByteArray>
 #include <QString>
 
-/// A raw pseudo-terminal: a real tty for the program to open, and its other end for the test to hold.
+/// A raw pseudo-terminal: a real tty for the program to open, and the device's end of it for the test to
+/// hold.
 class Pty
 {
 public:
     Pty();
     ~Pty();
 
-    /// The name to open it by, such as "/dev/pts/7".
+    /// The tty's node, such as "/dev/pts/7".
     QString name() const { return _name; }
+    /// The tty's name as a port, such as "pts/7".
+    QString portName() const { return _name.mid(5); }
+    /// The descriptor of the device's end, which never blocks.
+    int device() const { return _device; }
+
     /// Sends to whoever holds the tty open.
     void send(const QByteArray &bytes) const;
-    /// What was written to the tty and not read here yet; empty when there is nothing.
-    QByteArray received();
-    /// Everything written so far is collected here, for QTRY_COMPARE to look at.
+    /// What has reached the device since it was last asked.
+    QByteArray received() const;
+    /// Everything that has reached the device so far, for QTRY_COMPARE to look at.
     QByteArray collected();
     /// The line's settings, as its opener made them.
     termios settings() const;
-    /// Closes the other end, as an unplug does: the tty hangs up.
+    /// The device goes away, as with an unplug: the tty hangs up.
     void hangUp();
+
+    /// How many descriptors this process has open on the tty.
+    int openDescriptors() const;
 
 private:
     Q_DISABLE_COPY_MOVE(Pty)
 
-    int _master = -1;
-    int _keepOpen = -1; // without it the kernel hangs the tty up before its first opener comes
+    int _device = -1;
     QString _name;
     QByteArray _collected;
 };

@@ -16,10 +16,11 @@ public:
 
     /// Only where the name begins with \a start.
     WidgetQuery startingWith(const QString &start) const;
-    /// Only the nearest thing to the right of the label named \a label or, if its row has none, the nearest below it.
+    /// Only the nearest thing to the right of the label named \a label or, if its row has none, the nearest
+    /// below it.
     WidgetQuery beside(const QString &label) const;
-    /// Only the \a number th of these from the top, and from the left in one row; the first is 1. Rows of a list
-    /// count in the list's order.
+    /// Only the \a number th of these from the top, and from the left in one row; the first is 1. Rows of a
+    /// list count in the list's order.
     WidgetQuery number(int number) const;
     /// In the window titled \a title. Without this: in the program's active window.
     WidgetQuery in(const QString &title) const;
@@ -49,7 +50,8 @@ private:
     bool isMeant(const Widget &widget) const;
     bool isAsWanted(const Widget &widget) const;
     int windowIn(const Screen &screen) const;
-    QList<int> nearestTo(const QString &label, int window, const QList<int> &candidates, const Screen &screen) const;
+    QList<int> nearestTo(const QString &label, int window, const QList<int> &candidates,
+                         const Screen &screen) const;
 
     WidgetKind _kind;
     std::optional<QString> _name;

@@ -40,7 +40,8 @@ void WizardFixture::feed(const QString &bytes) const
 void WizardFixture::goTo(int id)
 {
     if (tolvar.systemID().isEmpty())
-        status("<name>TOLVAR-1</name><firmware_version>A060</firmware_version><network_name>Home</network_name>");
+        status("<name>TOLVAR-1</name><firmware_version>A060</firmware_version><network_name>Home</"
+               "network_name>");
     while (wizard.currentId() != id) {
         const int before = wizard.currentId();
         if (before == ChooseNetworkPageId && tolvar.scanning())

@@ -5,8 +5,8 @@
 #include "app/zvtolvarsetupwizard.h"
 #include "tests/support/zvtolvarinspector.h"
 
-/// A real wizard with its real controller, without a device: documents come from the test, and commands stay in the
-/// queue.
+/// A real wizard with its real controller, without a device: documents come from the test, and commands stay
+/// in the queue.
 class WizardFixture
 {
 public:
@@ -27,8 +27,8 @@ public:
     /// Lets the device finish the test in progress with this result code.
     void finishTest(const QString &result) const;
 
-    /// Walks from the start page to page \a id by the wizard's own routing, as a known device on firmware A060;
-    /// fails the test when it doesn't arrive.
+    /// Walks from the start page to page \a id by the wizard's own routing, as a known device on firmware
+    /// A060; fails the test when it doesn't arrive.
     void goTo(int id);
     /// The wizard's page of this class.
     template <typename Page>

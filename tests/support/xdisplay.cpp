@@ -43,8 +43,8 @@ QList<unsigned long> XDisplay::numbers(unsigned long window, const char *propert
     unsigned long count = 0;
     unsigned long rest = 0;
     unsigned char *data = nullptr;
-    XGetWindowProperty(_display, window, XInternAtom(_display, property, False), 0, 4096, False, AnyPropertyType,
-                       &type, &format, &count, &rest, &data);
+    XGetWindowProperty(_display, window, XInternAtom(_display, property, False), 0, 4096, False,
+                       AnyPropertyType, &type, &format, &count, &rest, &data);
     const std::unique_ptr<unsigned char, Freer> freer(data);
     if (!data || format != 32)
         return {};
@@ -59,8 +59,8 @@ QString XDisplay::text(unsigned long window, const char *property) const
     unsigned long count = 0;
     unsigned long rest = 0;
     unsigned char *data = nullptr;
-    XGetWindowProperty(_display, window, XInternAtom(_display, property, False), 0, 4096, False, AnyPropertyType,
-                       &type, &format, &count, &rest, &data);
+    XGetWindowProperty(_display, window, XInternAtom(_display, property, False), 0, 4096, False,
+                       AnyPropertyType, &type, &format, &count, &rest, &data);
     const std::unique_ptr<unsigned char, Freer> freer(data);
     return data && format == 8 ? QString::fromUtf8(reinterpret_cast<const char *>(data), qsizetype(count))
                                : QString();

@@ -25,7 +25,8 @@ void TestDiagnostics::eachItemIsFollowedByOneBlank()
     zvDebug() << "_commState = " << QStringLiteral("IN_PROMPT");
     zvDebug() << "port name:" << QStringLiteral("ttyUSB0") << 7 << QByteArray("x");
     zvDebug();
-    QCOMPARE(log.messages(), QStringList({"D:_commState =  \"IN_PROMPT\" ", "D:port name: \"ttyUSB0\" 7 \"x\" ", "D:"}));
+    QCOMPARE(log.messages(),
+             QStringList({"D:_commState =  \"IN_PROMPT\" ", "D:port name: \"ttyUSB0\" 7 \"x\" ", "D:"}));
 }
 
 void TestDiagnostics::aLiteralStandsBare()
@@ -74,7 +75,8 @@ void TestDiagnostics::oneStatementIsOneMessage()
     MessageRecorder log;
     {
         ZVMessage message(QtDebugMsg);
-        message << "one" << "two";
+        message << "one"
+                << "two";
         QVERIFY2(log.messages().isEmpty(), "a message goes out whole, at its end");
     }
     QCOMPARE(log.messages(), QStringList{"D:one two "});

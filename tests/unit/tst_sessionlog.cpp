@@ -22,7 +22,9 @@ QByteArray contents(const QString &path)
 class CapturedOutput
 {
 public:
-    explicit CapturedOutput(const QString &path) : _path(path), _earlier(::dup(STDOUT_FILENO))
+    explicit CapturedOutput(const QString &path)
+        : _path(path)
+        , _earlier(::dup(STDOUT_FILENO))
     {
         std::fflush(stdout);
         if (!std::freopen(QFile::encodeName(path).constData(), "w", stdout))
@@ -192,7 +194,8 @@ void TestSessionLog::bytesBeyondAscii()
     }
     QCOMPARE(contents(logPath()), QByteArray("W:caf\xc3\xa9\n"));
     QCOMPARE(output, QByteArray("caf\xc3\xa9\n"));
-    QCOMPARE(_console->toPlainText(), QString::fromLatin1("caf\xc3\xa9")); // kept: the console takes bytes as ASCII
+    QCOMPARE(_console->toPlainText(),
+             QString::fromLatin1("caf\xc3\xa9")); // kept: the console takes bytes as ASCII
 }
 
 void TestSessionLog::everyMessageOfTheProgramPasses()

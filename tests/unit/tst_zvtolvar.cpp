@@ -112,7 +112,8 @@ constexpr Value values[] = {
 
 } // namespace
 
-/// The record that a controller keeps of its device: values, change signals, and the numbering of its members.
+/// The record that a controller keeps of its device: values, change signals, and the numbering of its
+/// members.
 class TestZVTolvar : public QObject
 {
     Q_OBJECT
@@ -281,9 +282,9 @@ void TestZVTolvar::aSlotIsReachedByItsIndex()
     QVERIFY(meta.method(meta.methodOffset() + 29).invoke(&tolvar));
     QCOMPARE(started.count(), 1);
     QVERIFY(meta.method(meta.methodOffset() + 54).invoke(&tolvar));
-    QCOMPARE(ZVTolvarInspector{tolvar}.queue(),
-             QStringList({"setuarttrace y\r\n", "save\r\n", "scan\r\n"}));
-    QVERIFY(meta.method(meta.methodOffset() + 39).invoke(&tolvar, Q_ARG(QString, QStringLiteral("10.0.0.7"))));
+    QCOMPARE(ZVTolvarInspector{tolvar}.queue(), QStringList({"setuarttrace y\r\n", "save\r\n", "scan\r\n"}));
+    QVERIFY(
+        meta.method(meta.methodOffset() + 39).invoke(&tolvar, Q_ARG(QString, QStringLiteral("10.0.0.7"))));
     QCOMPARE(tolvar.ipAddress(), QStringLiteral("10.0.0.7"));
 }
 

@@ -4,8 +4,8 @@
 
 #include "tests/support/zvtolvarinspector.h"
 
-/// What the device can be told: the lines, their order, and the signals between them. No device is there, so that
-/// the lines stay in the queue.
+/// What the device can be told: the lines, their order, and the signals between them. No device is there, so
+/// that the lines stay in the queue.
 class TestCommands : public QObject
 {
     Q_OBJECT
@@ -53,9 +53,12 @@ void TestCommands::aNetworkTestSendsNameAndPassphraseAsTheyAre_data()
 {
     QTest::addColumn<QString>("network");
     QTest::addColumn<QString>("password");
-    QTest::newRow("with blanks") << " My  Home " << " open sesame ";
-    QTest::newRow("with quotes and markup") << "\"<&>'" << "a\"b\\c";
-    QTest::newRow("both empty") << "" << "";
+    QTest::newRow("with blanks") << " My  Home "
+                                 << " open sesame ";
+    QTest::newRow("with quotes and markup") << "\"<&>'"
+                                            << "a\"b\\c";
+    QTest::newRow("both empty") << ""
+                                << "";
 }
 
 void TestCommands::aNetworkTestSendsNameAndPassphraseAsTheyAre()
@@ -72,7 +75,8 @@ void TestCommands::aNetworkTestSendsNameAndPassphraseAsTheyAre()
     });
     QSignalSpy started(_tolvar.get(), &ZVTolvar::networkTestStarted);
     _tolvar->startNetworkTest();
-    QCOMPARE(queue(), QStringList({"setssid " + network + "\r\n", "setpass " + password + "\r\n", "test\r\n"}));
+    QCOMPARE(queue(),
+             QStringList({"setssid " + network + "\r\n", "setpass " + password + "\r\n", "test\r\n"}));
     QVERIFY2(queuedNothingYet, "the test is announced before its first line is queued");
     QVERIFY(testingAlready);
     QCOMPARE(started.count(), 1);
@@ -84,12 +88,24 @@ void TestCommands::savingTheConfiguration_data()
     QTest::addColumn<QString>("useStaticIP");
     QTest::addColumn<QString>("ipAddress");
     QTest::addColumn<QString>("staticIPLine");
-    QTest::newRow("a lower-case y is a static address") << "y" << "10.0.0.7" << "setstaticip Y 10.0.0.7\r\n";
-    QTest::newRow("Y is a static address") << "Y" << "192.168.1.5" << "setstaticip Y 192.168.1.5\r\n";
-    QTest::newRow("Y without an address keeps its blank") << "Y" << "" << "setstaticip Y \r\n";
-    QTest::newRow("N sends no address") << "N" << "10.0.0.7" << "setstaticip N\r\n";
-    QTest::newRow("empty counts as N") << "" << "10.0.0.7" << "setstaticip N\r\n";
-    QTest::newRow("a word counts as N") << "Yes" << "10.0.0.7" << "setstaticip N\r\n";
+    QTest::newRow("a lower-case y is a static address") << "y"
+                                                        << "10.0.0.7"
+                                                        << "setstaticip Y 10.0.0.7\r\n";
+    QTest::newRow("Y is a static address") << "Y"
+                                           << "192.168.1.5"
+                                           << "setstaticip Y 192.168.1.5\r\n";
+    QTest::newRow("Y without an address keeps its blank") << "Y"
+                                                          << ""
+                                                          << "setstaticip Y \r\n";
+    QTest::newRow("N sends no address") << "N"
+                                        << "10.0.0.7"
+                                        << "setstaticip N\r\n";
+    QTest::newRow("empty counts as N") << ""
+                                       << "10.0.0.7"
+                                       << "setstaticip N\r\n";
+    QTest::newRow("a word counts as N") << "Yes"
+                                        << "10.0.0.7"
+                                        << "setstaticip N\r\n";
 }
 
 void TestCommands::savingTheConfiguration()
@@ -179,12 +195,18 @@ void TestCommands::theAntennaInWords_data()
 {
     QTest::addColumn<QString>("antenna");
     QTest::addColumn<QString>("words");
-    QTest::newRow("0 is internal") << "0" << "Internal";
-    QTest::newRow("empty is internal") << "" << "Internal";
-    QTest::newRow("Y is no number and internal") << "Y" << "Internal";
-    QTest::newRow("1 is external") << "1" << "External";
-    QTest::newRow("2 is external") << "2" << "External";
-    QTest::newRow("-1 is external") << "-1" << "External";
+    QTest::newRow("0 is internal") << "0"
+                                   << "Internal";
+    QTest::newRow("empty is internal") << ""
+                                       << "Internal";
+    QTest::newRow("Y is no number and internal") << "Y"
+                                                 << "Internal";
+    QTest::newRow("1 is external") << "1"
+                                   << "External";
+    QTest::newRow("2 is external") << "2"
+                                   << "External";
+    QTest::newRow("-1 is external") << "-1"
+                                    << "External";
 }
 
 void TestCommands::theAntennaInWords()

@@ -29,7 +29,8 @@ QextPortInfo bridge(const QString &portName, int vendorID = Ftdi, int productID 
     return info;
 }
 
-QStringList description(const QString &portName, const QString &vendor = "403", const QString &product = "6001")
+QStringList description(const QString &portName, const QString &vendor = "403",
+                        const QString &product = "6001")
 {
     return {"D:port name: \"" + portName + "\" ",
             "D:friendly name: \"USB \"UART\"\" ",
@@ -47,7 +48,10 @@ class TestDiscovery : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { _bed = std::make_unique<UsbTestbed>(); } // one for all: it must outlive every open port
+    void initTestCase()
+    {
+        _bed = std::make_unique<UsbTestbed>();
+    } // one for all: it must outlive every open port
     void cleanupTestCase();
     void init();
     void cleanup();
@@ -125,8 +129,9 @@ void TestDiscovery::onlyTheTwoBridgesAreADevice()
     QCOMPARE(candidate.count(), device ? 1 : 0);
     QCOMPARE(inside().portName(), device ? "ttyX" : "");
     QCOMPARE(inside().state(), NOT_CONNECTED);
-    QCOMPARE(_log->messages(), QStringList{"D:****Device DISCOVERED: "} +
-                                   description("ttyX", QString::number(vendor, 16), QString::number(product, 16)));
+    QCOMPARE(_log->messages(),
+             QStringList{"D:****Device DISCOVERED: "} +
+                 description("ttyX", QString::number(vendor, 16), QString::number(product, 16)));
 }
 
 void TestDiscovery::aFoundDeviceIsOpenedASecondLaterAndWokenHalfASecondAfter()
@@ -141,7 +146,8 @@ void TestDiscovery::aFoundDeviceIsOpenedASecondLaterAndWokenHalfASecondAfter()
     QVERIFY2(opened >= 1000, "a device is opened 1000 ms after it is recognised");
     QTRY_COMPARE(pty.collected(), QByteArray("C\r\n"));
     const qint64 woken = clock.elapsed();
-    QVERIFY2(woken - opened >= 495, "a console is woken 500 ms after its port is opened"); // both ends seen late
+    QVERIFY2(woken - opened >= 495,
+             "a console is woken 500 ms after its port is opened"); // both ends seen late
     QVERIFY2(woken >= 1500, "a console is woken 1500 ms after its device is recognised");
     pty.send(">");
     QTRY_COMPARE(pty.collected(), QByteArray("C\r\nget\r\n")); // what comes from the port reaches the link
@@ -254,9 +260,10 @@ void TestDiscovery::aRemovalResetsEverything()
     in.response() = "half a rep";
     in.currentCommand() = "scan\r\n";
     in.scanning() = in.testing() = in.connected() = true;
-    _tolvar->onResponseReceived("<puckdata><name>T</name><mode>M</mode><firmware_version>A060</firmware_version>"
-                                "<network_name>N</network_name><ip_address>1.2.3.4</ip_address><ant>1</ant>"
-                                "</puckdata>");
+    _tolvar->onResponseReceived(
+        "<puckdata><name>T</name><mode>M</mode><firmware_version>A060</firmware_version>"
+        "<network_name>N</network_name><ip_address>1.2.3.4</ip_address><ant>1</ant>"
+        "</puckdata>");
     _tolvar->onResponseReceived("<scan_results><scan SSID=\"A\"/></scan_results>");
     _tolvar->setPassword("P");
     _log->take();

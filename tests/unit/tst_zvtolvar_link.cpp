@@ -19,8 +19,9 @@ struct ByteClass {
     const char *name;
     char byte;
 };
-constexpr ByteClass bytes[] = {{"STX", 0x02},       {"ETX", 0x03},       {"EOT", 0x04},        {"the prompt", '>'},
-                               {"a letter", 'x'}, {"a zero byte", 0x00}, {"byte 0xFF", '\xFF'}, {"a blank", ' '}};
+constexpr ByteClass bytes[] = {{"STX", 0x02},         {"ETX", 0x03},     {"EOT", 0x04},
+                               {"the prompt", '>'},   {"a letter", 'x'}, {"a zero byte", 0x00},
+                               {"byte 0xFF", '\xFF'}, {"a blank", ' '}};
 
 /// What a byte is expected to do. What no row names is expected to do nothing.
 struct Expected {
@@ -28,10 +29,10 @@ struct Expected {
     int state;
     int byte;
     int next;
-    const char *log;        // the state change's debug message, null for none
-    const char *response;   // the reply afterwards ("old" before)
-    const char *signal;     // signals in their order, joined with blanks
-    const char *queued;     // what is queued afterwards beside the one command before
+    const char *log;      // the state change's debug message, null for none
+    const char *response; // the reply afterwards ("old" before)
+    const char *signal;   // signals in their order, joined with blanks
+    const char *queued;   // what is queued afterwards beside the one command before
 };
 
 // clang-format off
@@ -154,7 +155,8 @@ void TestLink::eachByteInEachStateOfEachMode_data()
     for (int mode = Scanning; mode <= Handshake; ++mode) {
         for (int state = 0; state < stateCount; ++state) {
             for (const ByteClass &byte : bytes)
-                QTest::addRow("%s, state %d, %s", modeNames[mode], state, byte.name) << mode << state << byte.byte;
+                QTest::addRow("%s, state %d, %s", modeNames[mode], state, byte.name)
+                    << mode << state << byte.byte;
         }
     }
 }
@@ -199,7 +201,8 @@ void TestLink::eachByteInEachStateOfEachMode()
     QCOMPARE(in.response(), response);
     QCOMPARE(signalled.join(' '), QString(row.signal));
 
-    // A scan's end submits at the prompt, where the submission is taken out at once - and lost, without a port.
+    // A scan's end submits at the prompt, where the submission is taken out at once - and lost, without a
+    // port.
     QStringList messages;
     if (row.log)
         messages += row.log;
@@ -238,8 +241,8 @@ void TestLink::aNormalReply()
     QCOMPARE(response.constFirst().constFirst().toString(), QStringLiteral("<puckdata/>"));
     QCOMPARE(ready.count(), 1);
     QCOMPARE(in.state(), IN_PROMPT);
-    QCOMPARE(_log->messages(), QStringList({"D:->IN_RESPONSE_RECEIVE ", "D:->WAITING_FOR_CONSOLE_PROMPT ",
-                                            "D:->IN_PROMPT "}));
+    QCOMPARE(_log->messages(),
+             QStringList({"D:->IN_RESPONSE_RECEIVE ", "D:->WAITING_FOR_CONSOLE_PROMPT ", "D:->IN_PROMPT "}));
 }
 
 void TestLink::aPromptInsideAReplyIsText()
@@ -268,7 +271,8 @@ void TestLink::aSecondStartInsideAReply_data()
     QTest::addColumn<QByteArray>("response");
     QTest::newRow("begins anew while scanning") << true << false << QByteArray("<scan_results/>");
     QTest::newRow("begins anew while testing") << false << true << QByteArray("<scan_results/>");
-    QTest::newRow("is a byte of the reply otherwise") << false << false << QByteArray("<a/>\x02<scan_results/>");
+    QTest::newRow("is a byte of the reply otherwise")
+        << false << false << QByteArray("<a/>\x02<scan_results/>");
 }
 
 void TestLink::aSecondStartInsideAReply()
@@ -325,8 +329,9 @@ void TestLink::aReplyInManyReadsIsTheSame()
 
     // And two replies with all between them in one read.
     _log->take();
-    _pty->send("\r\n>get\r\n\x02<puckdata><name>U</name></puckdata>\x03\r\n>get\r\n\x02<puckdata><mode>M</mode>"
-               "</puckdata>\x03\r\n>");
+    _pty->send(
+        "\r\n>get\r\n\x02<puckdata><name>U</name></puckdata>\x03\r\n>get\r\n\x02<puckdata><mode>M</mode>"
+        "</puckdata>\x03\r\n>");
     QTRY_COMPARE(_tolvar->status(), QStringLiteral("M"));
     QCOMPARE(_tolvar->systemID(), QStringLiteral("U"));
     QCOMPARE(response.count(), 3);
@@ -393,7 +398,8 @@ void TestLink::aCommandGoesByteByByte()
     // 14 bytes, 10 ms after each: the call itself lasts that long, since the event loop waits too.
     QVERIFY2(clock.elapsed() >= 140, "a command is paced at 10 ms a byte");
     QCOMPARE(_pty->collected(), QByteArray("setssid caf\xe9\r\n"));
-    QCOMPARE(_log->messages(), QStringList({"D:_commState =  \"IN_PROMPT\" ", "D:--> \"setssid caf\u00e9\r\n\" "}));
+    QCOMPARE(_log->messages(),
+             QStringList({"D:_commState =  \"IN_PROMPT\" ", "D:--> \"setssid caf\u00e9\r\n\" "}));
 }
 
 void TestLink::theQueueIsLoggedWithEachSubmission_data()
@@ -436,7 +442,8 @@ void TestLink::wakingRepeatsUntilAPromptIsSeen()
     QVERIFY2(clock.elapsed() >= 1000, "the console is woken once a second");
     QCOMPARE(_pty->collected(), QByteArray("C\r\nC\r\n"));
 
-    // The prompt sends one "get"; the other waits for the prompt after the reply. The next wake-up stops the chain.
+    // The prompt sends one "get"; the other waits for the prompt after the reply. The next wake-up stops the
+    // chain.
     _pty->send(">");
     QTRY_COMPARE(_pty->collected(), QByteArray("C\r\nC\r\nget\r\n"));
     QCOMPARE(inside().queue(), QStringList{"get\r\n"});
@@ -485,8 +492,8 @@ void TestLink::whatIsReadIsLoggedRaw_data()
 {
     QTest::addColumn<QByteArray>("sent");
     QTest::addColumn<QString>("message");
-    QTest::newRow("control bytes and line ends stay") << QByteArray("get\r\n\x02<a>\x03\r\n>")
-                                                     << "W:get\r\n\x02<a>\x03\r\n> ";
+    QTest::newRow("control bytes and line ends stay")
+        << QByteArray("get\r\n\x02<a>\x03\r\n>") << "W:get\r\n\x02<a>\x03\r\n> ";
     QTest::newRow("a zero byte ends the text") << QByteArray("ab\0cd", 5) << "W:ab ";
     QTest::newRow("a byte is a character") << QByteArray("caf\xc3\xa9") << QString("W:caf\u00c3\u00a9 ");
     QTest::newRow("quotes and percent signs stay") << QByteArray("\"%s\"") << "W:\"%s\" ";

@@ -18,7 +18,8 @@ public:
     explicit SignalDiary(ZVTolvar *tolvar)
     {
         const auto text = [this, tolvar](const char *name, void (ZVTolvar::*changed)(QString)) {
-            connect(tolvar, changed, this, [this, name](const QString &value) { _lines += name + (":" + value); });
+            connect(tolvar, changed, this,
+                    [this, name](const QString &value) { _lines += name + (":" + value); });
         };
         const auto plain = [this, tolvar](const char *name, void (ZVTolvar::*signal)()) {
             connect(tolvar, signal, this, [this, name] { _lines += name; });
@@ -127,24 +128,42 @@ void TestReplies::eachStatusElement_data()
 {
     QTest::addColumn<QString>("element");
     QTest::addColumn<QString>("signal");
-    QTest::newRow("name") << "name" << "systemID";
-    QTest::newRow("mode") << "mode" << "status";
-    QTest::newRow("firmware_date is read and ignored") << "firmware_date" << "";
-    QTest::newRow("firmware_version") << "firmware_version" << "firmwareVersion";
-    QTest::newRow("network_name") << "network_name" << "network";
-    QTest::newRow("mac_address") << "mac_address" << "macAddress";
-    QTest::newRow("ip_address") << "ip_address" << "ipAddress";
-    QTest::newRow("useStaticIP") << "useStaticIP" << "useStaticIP";
-    QTest::newRow("mask") << "mask" << "mask";
-    QTest::newRow("gateway") << "gateway" << "gateway";
-    QTest::newRow("dns") << "dns" << "dns";
-    QTest::newRow("test_result") << "test_result" << "testResult";
-    QTest::newRow("upgrade_result") << "upgrade_result" << "upgradeResult";
-    QTest::newRow("ant") << "ant" << "antenna";
-    QTest::newRow("trc") << "trc" << "uartTrace";
-    QTest::newRow("sl_on") << "sl_on" << "sysLogOn";
-    QTest::newRow("sl_ip") << "sl_ip" << "sysLogServer";
-    QTest::newRow("there is no passphrase element") << "password" << "";
+    QTest::newRow("name") << "name"
+                          << "systemID";
+    QTest::newRow("mode") << "mode"
+                          << "status";
+    QTest::newRow("firmware_date is read and ignored") << "firmware_date"
+                                                       << "";
+    QTest::newRow("firmware_version") << "firmware_version"
+                                      << "firmwareVersion";
+    QTest::newRow("network_name") << "network_name"
+                                  << "network";
+    QTest::newRow("mac_address") << "mac_address"
+                                 << "macAddress";
+    QTest::newRow("ip_address") << "ip_address"
+                                << "ipAddress";
+    QTest::newRow("useStaticIP") << "useStaticIP"
+                                 << "useStaticIP";
+    QTest::newRow("mask") << "mask"
+                          << "mask";
+    QTest::newRow("gateway") << "gateway"
+                             << "gateway";
+    QTest::newRow("dns") << "dns"
+                         << "dns";
+    QTest::newRow("test_result") << "test_result"
+                                 << "testResult";
+    QTest::newRow("upgrade_result") << "upgrade_result"
+                                    << "upgradeResult";
+    QTest::newRow("ant") << "ant"
+                         << "antenna";
+    QTest::newRow("trc") << "trc"
+                         << "uartTrace";
+    QTest::newRow("sl_on") << "sl_on"
+                           << "sysLogOn";
+    QTest::newRow("sl_ip") << "sl_ip"
+                           << "sysLogServer";
+    QTest::newRow("there is no passphrase element") << "password"
+                                                    << "";
 }
 
 void TestReplies::eachStatusElement()
@@ -219,8 +238,8 @@ void TestReplies::malformedStatus_data()
     QTest::newRow("cut off in a name") << "<puckdata><name>T1</name><mo" << QStringList{"systemID:T1"};
     QTest::newRow("ends crossed") << "<puckdata><name>T1</name><mode>S</name></puckdata>"
                                   << QStringList({"systemID:T1", "status:S"});
-    QTest::newRow("an unknown entity") << "<puckdata><name>T1</name><mode>&no;</mode></puckdata>"
-                                       << QStringList{"systemID:T1"};
+    QTest::newRow("an unknown entity")
+        << "<puckdata><name>T1</name><mode>&no;</mode></puckdata>" << QStringList{"systemID:T1"};
     QTest::newRow("a child inside a value ends the reading")
         << "<puckdata><name>T1</name><mode>S<b/></mode><dns>4</dns></puckdata>"
         << QStringList({"systemID:T1", "status:S"});
@@ -268,8 +287,8 @@ void TestReplies::eachScanAttribute()
     QStringList expected = {"", "", "", "", "", "", ""};
     if (field >= 0)
         expected[field] = " \"x\" ";
-    QCOMPARE(QStringList({record.ssid, record.channel, record.adhoc, record.security, record.suites, record.wps,
-                          record.rssi}),
+    QCOMPARE(QStringList({record.ssid, record.channel, record.adhoc, record.security, record.suites,
+                          record.wps, record.rssi}),
              expected);
     QCOMPARE(_tolvar->scannedNetworks()->constBegin().key(), record.ssid);
 }
@@ -310,8 +329,10 @@ void TestReplies::eachTestResult_data()
 {
     QTest::addColumn<QString>("status");
     QTest::addColumn<QStringList>("diary");
-    QTest::newRow("0 is found") << "<status SSID=\"A\" desc=\"ok\" result=\"0\">x</status>" << QStringList{"testFound"};
-    QTest::newRow("1 is a wrong passphrase") << "<status result=\"1\"/>" << QStringList{"testPassphraseInvalid"};
+    QTest::newRow("0 is found") << "<status SSID=\"A\" desc=\"ok\" result=\"0\">x</status>"
+                                << QStringList{"testFound"};
+    QTest::newRow("1 is a wrong passphrase")
+        << "<status result=\"1\"/>" << QStringList{"testPassphraseInvalid"};
     QTest::newRow("2 is an unknown SSID") << "<status result=\"2\"/>" << QStringList{"testSsidNotFound"};
     QTest::newRow("3 is a system error") << "<status result=\"3\"/>" << QStringList{"testSystemError"};
     QTest::newRow("4 is nothing") << "<status result=\"4\"/>" << QStringList();
@@ -320,8 +341,8 @@ void TestReplies::eachTestResult_data()
     QTest::newRow("none is found") << "<status/>" << QStringList{"testFound"};
     QTest::newRow("empty is found") << "<status result=\"\"/>" << QStringList{"testFound"};
     QTest::newRow("a word is found") << "<status result=\"two\"/>" << QStringList{"testFound"};
-    QTest::newRow("one verdict a status") << "<status result=\"2\"/><status result=\"0\"/>"
-                                          << QStringList({"testSsidNotFound", "testFound"});
+    QTest::newRow("one verdict a status")
+        << "<status result=\"2\"/><status result=\"0\"/>" << QStringList({"testSsidNotFound", "testFound"});
     QTest::newRow("no status is no verdict") << "" << QStringList();
 }
 
@@ -360,10 +381,14 @@ void TestReplies::aLogIsWrittenAndItsFileClosed_data()
 {
     QTest::addColumn<QString>("document");
     QTest::addColumn<QString>("written"); // as Latin-1
-    QTest::newRow("lines") << "<log_file>one\ntwo &lt;x&gt;\n</log_file>" << "one\ntwo <x>\n";
-    QTest::newRow("CR LF from the device is one line end") << "<log_file>one\r\ntwo\r\n</log_file>" << "one\ntwo\n";
-    QTest::newRow("an empty root") << "<log_file/>" << "";
-    QTest::newRow("cut off: nothing of it can be read") << "<log_file>one\ntwo" << "";
+    QTest::newRow("lines") << "<log_file>one\ntwo &lt;x&gt;\n</log_file>"
+                           << "one\ntwo <x>\n";
+    QTest::newRow("CR LF from the device is one line end") << "<log_file>one\r\ntwo\r\n</log_file>"
+                                                           << "one\ntwo\n";
+    QTest::newRow("an empty root") << "<log_file/>"
+                                   << "";
+    QTest::newRow("cut off: nothing of it can be read") << "<log_file>one\ntwo"
+                                                        << "";
     QTest::newRow("as many bytes as characters, whatever they take")
         << QString("<log_file>caf\u00e9!\n</log_file>") << QString("caf\u00c3\u00a9!");
 }

@@ -182,7 +182,8 @@ void TestFrame::finishingQueuesExitOnTheSecondController()
     const auto controllers = _wizard->findChildren<ZVTolvar *>(QString(), Qt::FindDirectChildrenOnly);
     QCOMPARE(queue(controllers.at(0)), QStringList());
     QCOMPARE(queue(controllers.at(1)), QStringList{"exit\r\n"});
-    QVERIFY2(!log.messages().contains("D:Exiting setup mode "), "the slot that says so is connected to nothing");
+    QVERIFY2(!log.messages().contains("D:Exiting setup mode "),
+             "the slot that says so is connected to nothing");
     QVERIFY2(theConsoleWindow, "nor is the console let go");
 }
 

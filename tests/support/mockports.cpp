@@ -1,0 +1,119 @@
+#include "tests/support/mockports.h"
+
+#include <unistd.h>
+
+MockPorts::MockPorts()
+    : _bed(umockdev_testbed_new())
+{
+    if (!umockdev_in_mock_environment())
+        qFatal("this program has to run under umockdev-wrapper");
+    // Every computer has a console. Without any tty at all Qt takes udev for broken and lists the real
+    // computer's ports.
+    addConsole();
+}
+
+MockPorts::~MockPorts()
+{
+    g_object_unref(_bed);
+}
+
+QString MockPorts::plugUsb(const char *vendor, const char *product, const char *model)
+{
+    const QString name = nextName("ttyUSB");
+    const QString parent = QStringLiteral("/devices/pci0000:00/0000:00:14.0/usb1/%1").arg(name);
+    return addTty(name, parent, "E: SUBSYSTEM=usb\nE: DEVTYPE=usb_device\n",
+                  QByteArray("E: ID_BUS=usb\nE: ID_VENDOR_ID=") + vendor + "\nE: ID_MODEL_ID=" + product +
+                      "\nE: ID_MODEL=" + model + '\n');
+}
+
+QString MockPorts::plugPci()
+{
+    const QString name = nextName("ttyX");
+    return addTty(name, QStringLiteral("/devices/pci0000:00/%1").arg(name), "E: SUBSYSTEM=pci\n",
+                  "E: ID_BUS=pci\nE: ID_VENDOR_ID=0x8086\nE: ID_MODEL_ID=0x1c3d\n");
+}
+
+QString MockPorts::addPhantom()
+{
+    const QString name = nextName("ttyS");
+    return addTty(
+        name, QStringLiteral("/devices/platform/serial8250_%1").arg(name),
+        "E: SUBSYSTEM=platform\nE: DRIVER=serial8250\nL: driver=../../../bus/platform/drivers/serial8250\n",
+        "");
+}
+
+QString MockPorts::addConsole()
+{
+    const QString name = nextName("tty");
+    _paths.insert(name, QStringLiteral("/devices/virtual/tty/%1").arg(name));
+    add("P: " + _paths.value(name).toUtf8() + "\nE: SUBSYSTEM=tty\nE: DEVNAME=/dev/" + name.toUtf8() +
+        "\n\n");
+    return name;
+}
+
+void MockPorts::plugOtherUsb()
+{
+    const QByteArray name = nextName("stick").toUtf8();
+    add("P: /devices/pci0000:00/0000:00:14.0/usb1/" + name +
+        "\nE: SUBSYSTEM=usb\nE: DEVTYPE=usb_device\nE: ID_VENDOR_ID=0403\nE: ID_MODEL_ID=6001\n\n");
+}
+
+void MockPorts::unplug(const QString &name)
+{
+    // udev's "remove" carries what it still knows of the device; the tests are to see that nothing else is
+    // asked.
+    const QByteArray path = sysPath(name);
+    umockdev_testbed_uevent(_bed, path.constData(), "remove");
+    umockdev_testbed_remove_device(_bed, path.constData());
+    if (_parents.contains(name))
+        umockdev_testbed_remove_device(_bed, _parents.value(name).toUtf8().constData());
+}
+
+void MockPorts::announce(const QString &name, const char *action)
+{
+    umockdev_testbed_uevent(_bed, sysPath(name).constData(), action);
+}
+
+void MockPorts::setProperty(const QString &name, const char *property, const char *value)
+{
+    umockdev_testbed_set_property(_bed, sysPath(name).constData(), property, value);
+}
+
+int MockPorts::deviceDescriptor(const QString &name) const
+{
+    return umockdev_testbed_get_dev_fd(_bed, QByteArray("/dev/" + name.toUtf8()).constData());
+}
+
+// A lock file of Qt's serial ports is taken outside the mock environment: no two processes may use the same
+// name.
+QString MockPorts::nextName(const char *driver)
+{
+    static int count = 0;
+    return QStringLiteral("%1%2%3")
+        .arg(QLatin1String(driver))
+        .arg(::getpid())
+        .arg(count++, 3, 10, QLatin1Char('0'));
+}
+
+QString MockPorts::addTty(const QString &name, const QString &parent, const QByteArray &parentText,
+                          const QByteArray &text)
+{
+    _paths.insert(name, parent + QLatin1String("/tty/") + name);
+    _parents.insert(name, QLatin1String("/sys") + parent);
+    add("P: " + parent.toUtf8() + '\n' + parentText + '\n');
+    add("P: " + _paths.value(name).toUtf8() + "\nN: " + name.toUtf8() + "\nL: device=../../../" +
+        name.toUtf8() + "\nE: SUBSYSTEM=tty\nE: DEVNAME=/dev/" + name.toUtf8() + '\n' + text + '\n');
+    return name;
+}
+
+void MockPorts::add(const QByteArray &text)
+{
+    GError *error = nullptr;
+    if (!umockdev_testbed_add_from_string(_bed, text.constData(), &error))
+        qFatal("%s", error->message);
+}
+
+QByteArray MockPorts::sysPath(const QString &name) const
+{
+    return "/sys" + _paths.value(name).toUtf8();
+}

@@ -1,0 +1,50 @@
+#pragma once
+
+// Before Qt's headers: its own use Qt's keywords as names.
+#include <umockdev.h>
+
+#include <QHash>
+#include <QString>
+
+/// The computer's serial ports, as the test wants them: a mock /sys, /dev and udev. The program has to run
+/// under umockdev-wrapper. It must outlive the ports that are opened on it.
+class MockPorts
+{
+public:
+    /// A computer with a console and no port.
+    MockPorts();
+    ~MockPorts();
+    MockPorts(const MockPorts &) = delete;
+    MockPorts &operator=(const MockPorts &) = delete;
+
+    /// Plugs a bridge in; its name is one that no other process uses, and each time another.
+    QString plugUsb(const char *vendor, const char *product, const char *model = "FT232R_USB_UART");
+    /// Plugs a card in that has a port.
+    QString plugPci();
+    /// A port that the driver offers with nothing behind it.
+    QString addPhantom();
+    /// A virtual console, which is a tty and no port.
+    QString addConsole();
+    /// Something on USB that is no tty.
+    void plugOtherUsb();
+
+    /// Takes the port or other tty away: the system forgets it, then udev tells.
+    void unplug(const QString &name);
+    /// Has udev tell of the tty, without anything happening to it.
+    void announce(const QString &name, const char *action);
+    /// Changes what udev knows of the tty.
+    void setProperty(const QString &name, const char *property, const char *value);
+    /// The device's end of the port.
+    int deviceDescriptor(const QString &name) const;
+
+private:
+    QString nextName(const char *driver);
+    QString addTty(const QString &name, const QString &parent, const QByteArray &parentText,
+                   const QByteArray &text);
+    void add(const QByteArray &text);
+    QByteArray sysPath(const QString &name) const;
+
+    UMockdevTestbed *_bed;
+    QHash<QString, QString> _paths;   // by name, without "/sys"
+    QHash<QString, QString> _parents; // by name
+};

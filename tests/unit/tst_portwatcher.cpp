@@ -1,0 +1,219 @@
+#include "tests/support/mockports.h"
+
+#include <memory>
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include "serial/portwatcher_poll.h"
+#include "serial/portwatcher_udev.h"
+#include "serial/qextserialenumerator.h"
+
+using MakeWatcher = std::unique_ptr<PortWatcher> (*)();
+
+/// Both ways to watch the ports have to tell the same.
+class TestPortWatcher : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void anArrivalIsToldInTheWordsOfTheList_data() { watchers(); }
+    void anArrivalIsToldInTheWordsOfTheList();
+    void aRemovalIsToldInTheWordsOfTheArrival_data() { watchers(); }
+    void aRemovalIsToldInTheWordsOfTheArrival();
+    void aPortPresentFromTheStartIsToldWhenItGoes_data() { watchers(); }
+    void aPortPresentFromTheStartIsToldWhenItGoes();
+    void severalAreToldEachOnce_data() { watchers(); }
+    void severalAreToldEachOnce();
+    void whatIsNoPortIsNotToldOf_data() { watchers(); }
+    void whatIsNoPortIsNotToldOf();
+    void aPortAnnouncedAgainIsNotToldAgain_data() { watchers(); }
+    void aPortAnnouncedAgainIsNotToldAgain();
+    void anotherDeviceUnderTheSameNameReplacesTheFirst_data() { watchers(); }
+    void anotherDeviceUnderTheSameNameReplacesTheFirst();
+    void aPortThatIsGoneAgainIsNotToldOf();
+
+private:
+    static void watchers();
+};
+
+namespace
+{
+
+// A watcher that is armed, and what it has told.
+struct Watch {
+    explicit Watch(MakeWatcher make)
+        : watcher(make())
+        , arrived(watcher.get(), &PortWatcher::arrived)
+        , removed(watcher.get(), &PortWatcher::removed)
+        , armed(watcher->arm())
+    {
+    }
+
+    std::unique_ptr<PortWatcher> watcher;
+    QSignalSpy arrived;
+    QSignalSpy removed;
+    bool armed;
+};
+
+QextPortInfo toldOf(const QSignalSpy &spy, int number)
+{
+    return spy.value(number).value(0).value<QextPortInfo>();
+}
+
+QextPortInfo listed(const QString &name)
+{
+    for (const QextPortInfo &info : QextSerialEnumerator::getPorts()) {
+        if (info.portName == name)
+            return info;
+    }
+    return {};
+}
+
+} // namespace
+
+void TestPortWatcher::watchers()
+{
+    QTest::addColumn<MakeWatcher>("make");
+    QTest::newRow("udev") << MakeWatcher(
+        []() -> std::unique_ptr<PortWatcher> { return std::make_unique<UdevPortWatcher>(); });
+    QTest::newRow("once a second") << MakeWatcher(
+        []() -> std::unique_ptr<PortWatcher> { return std::make_unique<PollingPortWatcher>(); });
+}
+
+void TestPortWatcher::anArrivalIsToldInTheWordsOfTheList()
+{
+    QFETCH(MakeWatcher, make);
+    MockPorts computer;
+    computer.plugUsb("10c4", "ea60");
+    Watch watch(make);
+    QVERIFY(watch.armed);
+    const QString name = computer.plugUsb("0403", "6001");
+    QTRY_COMPARE(watch.arrived.count(), 1);
+    const QextPortInfo told = toldOf(watch.arrived, 0);
+    QCOMPARE(told.portName, name);
+    QCOMPARE(told.physName, QLatin1String("/dev/") + name);
+    QCOMPARE(told.friendName, QStringLiteral("FT232R USB UART"));
+    QCOMPARE(told.enumName, QStringLiteral("USB"));
+    QCOMPARE(told.vendorID, 0x0403);
+    QCOMPARE(told.productID, 0x6001);
+    QVERIFY(told == listed(name));
+    QCOMPARE(watch.removed.count(), 0);
+}
+
+void TestPortWatcher::aRemovalIsToldInTheWordsOfTheArrival()
+{
+    QFETCH(MakeWatcher, make);
+    MockPorts computer;
+    Watch watch(make);
+    const QString name = computer.plugUsb("067b", "2303", "USB-Serial_Controller");
+    QTRY_COMPARE(watch.arrived.count(), 1);
+    computer.unplug(name);
+    QTRY_COMPARE(watch.removed.count(), 1);
+    const QextPortInfo told = toldOf(watch.removed, 0);
+    QVERIFY(told == toldOf(watch.arrived, 0));
+    QCOMPARE(told.vendorID, 0x067b);
+    QCOMPARE(told.productID, 0x2303);
+    QCOMPARE(told.friendName, QStringLiteral("USB-Serial Controller"));
+}
+
+void TestPortWatcher::aPortPresentFromTheStartIsToldWhenItGoes()
+{
+    QFETCH(MakeWatcher, make);
+    MockPorts computer;
+    const QString name = computer.plugUsb("0403", "6001");
+    const QextPortInfo before = listed(name);
+    Watch watch(make);
+    computer.unplug(name);
+    QTRY_COMPARE(watch.removed.count(), 1);
+    QVERIFY(toldOf(watch.removed, 0) == before);
+    QCOMPARE(before.vendorID, 0x0403);
+    QCOMPARE(watch.arrived.count(), 0);
+}
+
+void TestPortWatcher::severalAreToldEachOnce()
+{
+    QFETCH(MakeWatcher, make);
+    MockPorts computer;
+    Watch watch(make);
+    const QString first = computer.plugUsb("0403", "6001");
+    const QString second = computer.plugUsb("067b", "2303");
+    QTRY_COMPARE(watch.arrived.count(), 2);
+    QCOMPARE(QSet<QString>({toldOf(watch.arrived, 0).portName, toldOf(watch.arrived, 1).portName}),
+             QSet<QString>({first, second}));
+    computer.unplug(first);
+    QTRY_COMPARE(watch.removed.count(), 1);
+    QCOMPARE(toldOf(watch.removed, 0).portName, first);
+    computer.unplug(second);
+    QTRY_COMPARE(watch.removed.count(), 2);
+    QCOMPARE(toldOf(watch.removed, 1).portName, second);
+    QCOMPARE(watch.arrived.count(), 2);
+}
+
+void TestPortWatcher::whatIsNoPortIsNotToldOf()
+{
+    QFETCH(MakeWatcher, make);
+    MockPorts computer;
+    Watch watch(make);
+    const QString phantom = computer.addPhantom();
+    const QString console = computer.addConsole();
+    computer.plugOtherUsb();
+    QVERIFY(QextSerialEnumerator::getPorts().isEmpty());
+    computer.unplug(phantom);
+    computer.unplug(console);
+    // The port that follows is told of, and it alone.
+    const QString name = computer.plugUsb("0403", "6001");
+    QTRY_COMPARE(watch.arrived.count(), 1);
+    QCOMPARE(toldOf(watch.arrived, 0).portName, name);
+    QCOMPARE(watch.removed.count(), 0);
+}
+
+void TestPortWatcher::aPortAnnouncedAgainIsNotToldAgain()
+{
+    QFETCH(MakeWatcher, make);
+    MockPorts computer;
+    const QString first = computer.plugUsb("0403", "6001");
+    Watch watch(make);
+    computer.announce(first, "add"); // as "udevadm trigger" does
+    computer.announce(first, "change");
+    const QString second = computer.plugUsb("0403", "6001");
+    QTRY_COMPARE(watch.arrived.count(), 1);
+    QCOMPARE(toldOf(watch.arrived, 0).portName, second);
+    QCOMPARE(watch.removed.count(), 0);
+}
+
+void TestPortWatcher::anotherDeviceUnderTheSameNameReplacesTheFirst()
+{
+    QFETCH(MakeWatcher, make);
+    MockPorts computer;
+    const QString name = computer.plugUsb("0403", "6001");
+    Watch watch(make);
+    QStringList order;
+    connect(watch.watcher.get(), &PortWatcher::removed, this, [&](const QextPortInfo &info) {
+        order.append(QStringLiteral("removed %1").arg(info.vendorID, 0, 16));
+    });
+    connect(watch.watcher.get(), &PortWatcher::arrived, this, [&](const QextPortInfo &info) {
+        order.append(QStringLiteral("arrived %1").arg(info.vendorID, 0, 16));
+    });
+    computer.setProperty(name, "ID_VENDOR_ID", "067b");
+    computer.announce(name, "add");
+    QTRY_COMPARE(order, QStringList({QStringLiteral("removed 403"), QStringLiteral("arrived 67b")}));
+}
+
+void TestPortWatcher::aPortThatIsGoneAgainIsNotToldOf()
+{
+    // The event loop was busy while the port came and went.
+    MockPorts computer;
+    UdevPortWatcher watcher;
+    QSignalSpy arrived(&watcher, &PortWatcher::arrived);
+    QSignalSpy removed(&watcher, &PortWatcher::removed);
+    QVERIFY(watcher.arm());
+    computer.unplug(computer.plugUsb("0403", "6001"));
+    const QString name = computer.plugUsb("067b", "2303");
+    QTRY_COMPARE(arrived.count(), 1);
+    QCOMPARE(toldOf(arrived, 0).portName, name);
+    QCOMPARE(removed.count(), 0);
+}
+
+QTEST_GUILESS_MAIN(TestPortWatcher)
+#include "tst_portwatcher.moc"

@@ -1,0 +1,254 @@
+#include "tests/support/mockports.h"
+
+#include <memory>
+
+#include <QSerialPort>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <unistd.h>
+
+#include "serial/qextserialenumerator.h"
+#include "serial/qextserialport.h"
+#include "tests/support/messagerecorder.h"
+
+/// The list of ports, and what is told of ports that come and go while others have them open.
+class TestQextSerialEnumerator : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aComputerWithoutPortsHasAnEmptyList();
+    void thePortsAreListed();
+    void nothingIsToldBeforeItIsAskedFor();
+    void askingTwiceTellsOnce();
+    void everyEnumeratorIsTold();
+    void anEnumeratorMayGoInsideASlot();
+    void anEnumeratorThatComesLaterIsTold();
+    void aRemovedPortIsClosedWhenItIsTold();
+    void anotherPortsRemovalLeavesTheLineAlone();
+    void aRefusalIsNamedAgainAfterThePortHasGone();
+};
+
+namespace
+{
+
+QextPortInfo toldOf(const QSignalSpy &spy)
+{
+    return spy.value(0).value(0).value<QextPortInfo>();
+}
+
+// Descriptors this process has on terminals, the test bed's own among them.
+int terminalDescriptors()
+{
+    int count = 0;
+    for (int descriptor = 0; descriptor < 1024; ++descriptor)
+        count += ::isatty(descriptor);
+    return count;
+}
+
+} // namespace
+
+void TestQextSerialEnumerator::aComputerWithoutPortsHasAnEmptyList()
+{
+    MockPorts computer;
+    computer.addPhantom();
+    computer.addConsole();
+    QVERIFY(QextSerialEnumerator::getPorts().isEmpty());
+}
+
+void TestQextSerialEnumerator::thePortsAreListed()
+{
+    MockPorts computer;
+    const QString pci = computer.plugPci();
+    const QString ftdi = computer.plugUsb("0403", "6001");
+    const QString prolific = computer.plugUsb("067b", "2303", "USB-Serial_Controller");
+    QHash<QString, QextPortInfo> ports;
+    for (const QextPortInfo &info : QextSerialEnumerator::getPorts())
+        ports.insert(info.portName, info);
+    QCOMPARE(ports.size(), 3);
+    const auto usb = QStringLiteral("USB");
+    const QLatin1String dev("/dev/");
+    QVERIFY(ports.value(ftdi) ==
+            (QextPortInfo{ftdi, dev + ftdi, QStringLiteral("FT232R USB UART"), usb, 0x0403, 0x6001}));
+    QVERIFY(ports.value(prolific) ==
+            (QextPortInfo{prolific, dev + prolific, QStringLiteral("USB-Serial Controller"), usb, 0x067b,
+                          0x2303}));
+    QVERIFY(ports.value(pci) == (QextPortInfo{pci, dev + pci, QString(), QString(), 0, 0}));
+}
+
+void TestQextSerialEnumerator::nothingIsToldBeforeItIsAskedFor()
+{
+    MockPorts computer;
+    QextSerialEnumerator silent;
+    QextSerialEnumerator telling;
+    QSignalSpy silence(&silent, &QextSerialEnumerator::deviceDiscovered);
+    QSignalSpy told(&telling, &QextSerialEnumerator::deviceDiscovered);
+    telling.setUpNotifications();
+    computer.plugUsb("0403", "6001");
+    QVERIFY(told.wait());
+    QCOMPARE(silence.count(), 0);
+}
+
+void TestQextSerialEnumerator::askingTwiceTellsOnce()
+{
+    MockPorts computer;
+    QextSerialEnumerator enumerator;
+    enumerator.setUpNotifications();
+    enumerator.setUpNotifications();
+    QSignalSpy told(&enumerator, &QextSerialEnumerator::deviceDiscovered);
+    computer.plugUsb("0403", "6001");
+    QVERIFY(told.wait());
+    QCOMPARE(told.count(), 1);
+}
+
+void TestQextSerialEnumerator::everyEnumeratorIsTold()
+{
+    MockPorts computer;
+    QextSerialEnumerator one;
+    QextSerialEnumerator other;
+    one.setUpNotifications();
+    other.setUpNotifications();
+    QSignalSpy oneArrived(&one, &QextSerialEnumerator::deviceDiscovered);
+    QSignalSpy otherArrived(&other, &QextSerialEnumerator::deviceDiscovered);
+    QSignalSpy oneRemoved(&one, &QextSerialEnumerator::deviceRemoved);
+    QSignalSpy otherRemoved(&other, &QextSerialEnumerator::deviceRemoved);
+
+    const QString name = computer.plugUsb("0403", "6001");
+    QTRY_COMPARE(oneArrived.count(), 1);
+    QTRY_COMPARE(otherArrived.count(), 1);
+    computer.unplug(name);
+    QTRY_COMPARE(oneRemoved.count(), 1);
+    QTRY_COMPARE(otherRemoved.count(), 1);
+    const QextPortInfo arrived = toldOf(oneArrived);
+    QCOMPARE(arrived.portName, name);
+    QVERIFY(toldOf(otherArrived) == arrived);
+    QVERIFY(toldOf(oneRemoved) == arrived);
+    QVERIFY(toldOf(otherRemoved) == arrived);
+    QCOMPARE(oneArrived.count() + otherArrived.count(), 2);
+}
+
+void TestQextSerialEnumerator::anEnumeratorMayGoInsideASlot()
+{
+    MockPorts computer;
+    auto one = std::make_unique<QextSerialEnumerator>();
+    auto other = std::make_unique<QextSerialEnumerator>();
+    one->setUpNotifications();
+    other->setUpNotifications();
+    int told = 0;
+    connect(one.get(), &QextSerialEnumerator::deviceDiscovered, this, [&] {
+        ++told;
+        other.reset();
+        one.reset();
+    });
+    computer.plugUsb("0403", "6001");
+    QTRY_COMPARE(told, 1);
+    QCoreApplication::processEvents();
+
+    QextSerialEnumerator third;
+    third.setUpNotifications();
+    QSignalSpy thirdTold(&third, &QextSerialEnumerator::deviceDiscovered);
+    computer.plugUsb("0403", "6001");
+    QVERIFY(thirdTold.wait());
+    QCOMPARE(told, 1);
+}
+
+void TestQextSerialEnumerator::anEnumeratorThatComesLaterIsTold()
+{
+    MockPorts computer;
+    QextSerialEnumerator first;
+    first.setUpNotifications();
+    QSignalSpy firstArrived(&first, &QextSerialEnumerator::deviceDiscovered);
+    const QString name = computer.plugUsb("0403", "6001");
+    QVERIFY(firstArrived.wait());
+
+    QextSerialEnumerator later;
+    later.setUpNotifications();
+    QSignalSpy laterArrived(&later, &QextSerialEnumerator::deviceDiscovered);
+    QSignalSpy laterRemoved(&later, &QextSerialEnumerator::deviceRemoved);
+    computer.unplug(name);
+    QVERIFY(laterRemoved.wait());
+    QVERIFY(toldOf(laterRemoved) == toldOf(firstArrived));
+    QCOMPARE(laterArrived.count(), 0);
+}
+
+void TestQextSerialEnumerator::aRemovedPortIsClosedWhenItIsTold()
+{
+    MessageRecorder log;
+    MockPorts computer;
+    QextSerialEnumerator one;
+    QextSerialEnumerator other;
+    one.setUpNotifications();
+    other.setUpNotifications();
+    const QString name = computer.plugUsb("0403", "6001");
+    const int before = terminalDescriptors();
+
+    QextSerialPort first(name);
+    QextSerialPort second(name);
+    QVERIFY(first.open(QIODevice::ReadWrite));
+    QVERIFY(second.open(QIODevice::ReadWrite));
+    QCOMPARE(terminalDescriptors(), before + 1);
+    QCOMPARE(::write(computer.deviceDescriptor(name), ">", 1), 1);
+    QTRY_COMPARE(second.bytesAvailable(), 1);
+
+    int told = 0;
+    for (QextSerialEnumerator *enumerator : {&one, &other}) {
+        connect(enumerator, &QextSerialEnumerator::deviceRemoved, this, [&] {
+            ++told;
+            QCOMPARE(terminalDescriptors(), before);
+            QCOMPARE(first.bytesAvailable(), 0);
+            QCOMPARE(second.bytesAvailable(), 0);
+            QCOMPARE(first.write("x"), -1);
+            QCOMPARE(second.write("x"), -1);
+        });
+    }
+    computer.announce(name, "remove"); // the test bed's end stays open, so that no hang-up closes the line
+    QTRY_COMPARE(told, 2);
+    QCOMPARE(log.messages(), QStringList());
+}
+
+void TestQextSerialEnumerator::anotherPortsRemovalLeavesTheLineAlone()
+{
+    MockPorts computer;
+    QextSerialEnumerator enumerator;
+    enumerator.setUpNotifications();
+    QSignalSpy removed(&enumerator, &QextSerialEnumerator::deviceRemoved);
+    const QString name = computer.plugUsb("0403", "6001");
+    const QString another = computer.plugUsb("0403", "6001");
+    QSignalSpy arrived(&enumerator, &QextSerialEnumerator::deviceDiscovered);
+    QTRY_COMPARE(arrived.count(), 2);
+    QextSerialPort port(name);
+    QVERIFY(port.open(QIODevice::ReadWrite));
+    computer.unplug(another);
+    QVERIFY(removed.wait());
+    QCOMPARE(toldOf(removed).portName, another);
+    QCOMPARE(port.write("x"), 1);
+    QCOMPARE(::write(computer.deviceDescriptor(name), ">", 1), 1);
+    QTRY_COMPARE(port.bytesAvailable(), 1);
+}
+
+void TestQextSerialEnumerator::aRefusalIsNamedAgainAfterThePortHasGone()
+{
+    MockPorts computer;
+    QextSerialEnumerator enumerator;
+    enumerator.setUpNotifications();
+    QSignalSpy arrived(&enumerator, &QextSerialEnumerator::deviceDiscovered);
+    QSignalSpy removed(&enumerator, &QextSerialEnumerator::deviceRemoved);
+    const QString name = computer.plugUsb("0403", "6001");
+    QVERIFY(arrived.wait());
+    QSerialPort otherProgram(name);
+    QVERIFY(otherProgram.open(QIODevice::ReadWrite));
+
+    MessageRecorder log;
+    QVERIFY(!QextSerialPort(name).open(QIODevice::ReadWrite));
+    QVERIFY(!QextSerialPort(name).open(QIODevice::ReadWrite));
+    const QStringList once{QStringLiteral("C:Opening the port %1 failed: Device or resource busy").arg(name)};
+    QCOMPARE(log.take(), once);
+    computer.announce(name, "remove");
+    QVERIFY(removed.wait());
+    QVERIFY(!QextSerialPort(name).open(QIODevice::ReadWrite));
+    QCOMPARE(log.take(), once);
+}
+
+QTEST_GUILESS_MAIN(TestQextSerialEnumerator)
+#include "tst_qextserialenumerator.moc"
