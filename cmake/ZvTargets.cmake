@@ -10,7 +10,9 @@ if(ZV_WARNINGS_AS_ERRORS)
 endif()
 if(ZV_SANITIZE)
     target_compile_options(zv_build_options INTERFACE
-        -fsanitize=${ZV_SANITIZE} -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+        -fsanitize=${ZV_SANITIZE} -fno-sanitize-recover=undefined -fno-omit-frame-pointer
+        # gcc sees uninitialized values in what the sanitizers add.
+        $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
     target_link_options(zv_build_options INTERFACE -fsanitize=${ZV_SANITIZE})
 endif()
 if(ZV_COVERAGE)
