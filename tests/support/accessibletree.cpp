@@ -9,7 +9,7 @@
 namespace
 {
 
-constexpr int answerWithin = 15000; // ms; a program under a sanitizer on a loaded machine may be slow, never this slow
+constexpr int answerWithin = 15000; // ms; far more than a sanitized program needs on a loaded machine
 
 // Numbers of the accessibility protocol.
 enum Role {
@@ -124,9 +124,9 @@ AccessibleTree::AccessibleTree()
     : _bus(QString())
     , _busName(QUuid::createUuid().toString())
 {
-    const QDBusMessage question = QDBusMessage::createMethodCall(
-        QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"), QStringLiteral("org.a11y.Bus"),
-        QStringLiteral("GetAddress"));
+    const QDBusMessage question =
+        QDBusMessage::createMethodCall(QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"),
+                                       QStringLiteral("org.a11y.Bus"), QStringLiteral("GetAddress"));
     const QDBusMessage reply = QDBusConnection::sessionBus().call(question, QDBus::Block, answerWithin);
     if (reply.type() == QDBusMessage::ReplyMessage) {
         _bus = QDBusConnection::connectToBus(reply.arguments().value(0).toString(), _busName);
@@ -166,8 +166,8 @@ bool AccessibleTree::findProgram(qint64 pid)
         return true;
     _pid = pid;
     _service = QStringLiteral("org.a11y.atspi.Registry");
-    const auto programs =
-        qdbus_cast<QList<Reference>>(answer(ask(rootPath, accessibleInterface, QStringLiteral("GetChildren"))));
+    const auto programs = qdbus_cast<QList<Reference>>(
+        answer(ask(rootPath, accessibleInterface, QStringLiteral("GetChildren"))));
     _service.clear();
     for (const Reference &program : programs) {
         if (_bus.interface()->servicePid(program.service).value() == pid)
@@ -176,7 +176,7 @@ bool AccessibleTree::findProgram(qint64 pid)
     return !_service.isEmpty();
 }
 
-Screen AccessibleTree::read(qint64 pid)
+std::optional<Screen> AccessibleTree::read(qint64 pid)
 {
     if (!_bus.isConnected() || !findProgram(pid))
         return {};
@@ -239,9 +239,11 @@ void AccessibleTree::readRectsAndTexts(Screen &screen, const QList<Object> &obje
         const QString &path = objects.at(i + 1).path;
         rects << ask(path, QStringLiteral("org.a11y.atspi.Component"), QStringLiteral("GetExtents"),
                      {screenCoordinates});
-        // Only what is known to hold text is asked for it: the program logs a warning about any other question.
+        // Only what is known to hold text is asked for it: any other question makes the program log a
+        // warning.
         if (screen.at(i).kind == WidgetKind::TextField || screen.at(i).kind == WidgetKind::TextView)
-            texts.insert(i, ask(path, QStringLiteral("org.a11y.atspi.Text"), QStringLiteral("GetText"), {0, -1}));
+            texts.insert(
+                i, ask(path, QStringLiteral("org.a11y.atspi.Text"), QStringLiteral("GetText"), {0, -1}));
     }
     for (int i = 0; i < screen.size(); ++i)
         screen[i].rect = qdbus_cast<QRect>(answer(rects.at(i)));

@@ -5,11 +5,14 @@
 #include <QDBusConnection>
 #include <QDBusObjectPath>
 
+#include <optional>
+
 /// Reads what a program shows from the accessibility bus.
 ///
-/// It speaks the bus's own protocol instead of using a client library, because such a library remembers what it once
-/// read: here every read is fresh. All questions about one level of the tree are asked before the first answer is
-/// awaited, so a program that is held up now and then is waited for a few times and not a few hundred times.
+/// It speaks the bus's own protocol instead of using a client library, because such a library remembers what
+/// it once read: here every read is fresh. All questions about one level of the tree are asked before the
+/// first answer is awaited, so a program that is held up now and then is waited for a few times and not a few
+/// hundred times.
 class AccessibleTree
 {
 public:
@@ -18,8 +21,8 @@ public:
     ~AccessibleTree();
     Q_DISABLE_COPY_MOVE(AccessibleTree)
 
-    /// What the program with process id \a pid shows now; empty while it is not on the bus or does not answer.
-    Screen read(qint64 pid);
+    /// What the program with process id \a pid shows now; null while it is not on the bus or does not answer.
+    std::optional<Screen> read(qint64 pid);
     /// Why the bus could not be reached; empty if it could.
     QString error() const { return _error; }
 
@@ -37,6 +40,6 @@ private:
     QDBusConnection _bus;
     QString _busName; ///< of this object's own connection
     QString _error;
-    qint64 _pid = 0;    ///< the program that _service belongs to
-    QString _service;   ///< the program's name on the bus
+    qint64 _pid = 0;  ///< the program that _service belongs to
+    QString _service; ///< the program's name on the bus
 };

@@ -20,7 +20,7 @@ void ProgramDriver::pause(std::chrono::milliseconds time)
 
 Screen ProgramDriver::screen()
 {
-    return isRunning() ? _tree->read(_process.processId()) : Screen();
+    return isRunning() ? _tree->read(_process.processId()).value_or(Screen()) : Screen();
 }
 
 bool ProgramDriver::waitUntil(const std::function<bool()> &condition, const QString &expectation,
@@ -77,7 +77,14 @@ bool ProgramDriver::waitFor(const WidgetQuery &query)
 
 bool ProgramDriver::waitUntilGone(const WidgetQuery &query)
 {
-    return waitUntil([&] { return !find(query); }, QStringLiteral("no ") + query.description());
+    const auto isGone = [&] {
+        if (!isRunning())
+            return true;
+        // That nothing can be seen does not mean that it is gone.
+        const std::optional<Screen> now = _tree->read(_process.processId());
+        return now && query.canTellFrom(*now) && query.allIn(*now).isEmpty();
+    };
+    return waitUntil(isGone, QStringLiteral("no ") + query.description());
 }
 
 QStringList ProgramDriver::names(const WidgetQuery &query)

@@ -13,18 +13,19 @@
 #include <memory>
 #include <optional>
 
-/// In a Qt Test function: takes a step with \a driver, and fails the test with the driver's own words if it fails.
-#define ZV_DRIVE(driver, step)                                                                                         \
-    do {                                                                                                               \
-        if (!(driver).step)                                                                                            \
-            QFAIL(qPrintable((driver).failure()));                                                                     \
+/// In a Qt Test function: takes a step with \a driver, and fails the test with the driver's own words if it
+/// fails.
+#define ZV_DRIVE(driver, step)                                                                               \
+    do {                                                                                                     \
+        if (!(driver).step)                                                                                  \
+            QFAIL(qPrintable((driver).failure()));                                                           \
     } while (false)
 
 /// Starts a program and uses it as a person does: looks at its windows, moves the mouse, types.
 ///
-/// It needs a desktop around it (the script `desktop` beside this file) and a QCoreApplication. Steps wait until what
-/// they need is on the screen, and keep the local event loop running meanwhile. A step that fails returns false (or
-/// null) and failure() says what was expected and what was there instead.
+/// It needs a desktop around it (the script `desktop` beside this file) and a QCoreApplication. Steps wait
+/// until what they need is on the screen, and keep the local event loop running meanwhile. A step that fails
+/// returns false (or null) and failure() says what was expected and what was there instead.
 class ProgramDriver
 {
 public:
@@ -70,8 +71,8 @@ public:
     /// Waits for \a query; then what a field or view holds, or the name of anything else. Null on failure.
     QString text(const WidgetQuery &query);
 
-    /// Clicks with the left button, once it can be clicked: at rest, enabled (unless the query asks for something
-    /// disabled), and not covered by another window. Rows out of sight are scrolled to.
+    /// Clicks with the left button, once it can be clicked: at rest, enabled (unless the query asks for
+    /// something disabled), and not covered by another window. Rows out of sight are scrolled to.
     bool click(const WidgetQuery &query);
     bool doubleClick(const WidgetQuery &query);
     /// Types \a text where the keyboard is; waits for the program to have it.
@@ -87,7 +88,8 @@ public:
     bool activateWindow(const QString &title);
     /// Closes the window titled \a title, as the button in its frame does.
     bool closeWindow(const QString &title);
-    /// Drags the window titled \a title by its frame until its upper left corner (inside the frame) is at \a corner.
+    /// Drags the window titled \a title by its frame until its upper left corner (inside the frame) is at \a
+    /// corner.
     bool dragWindow(const QString &title, const QPoint &corner);
 
     /// Saves a picture of the whole screen as PNG. False if it can't be written.
@@ -96,7 +98,8 @@ public:
     bool screenshot(const QString &path, const QString &title);
     /// What the program shows at this moment, as an indented list.
     QString describeScreen();
-    /// Leaves in \a folder what helps to understand a failure: screen.png, screen.txt, stdout.txt, stderr.txt.
+    /// Leaves in \a folder what helps to understand a failure: screen.png, screen.txt, stdout.txt,
+    /// stderr.txt.
     void leaveEvidence(const QString &folder);
     /// Why the last step that failed did so.
     QString failure() const { return _failure; }
@@ -136,5 +139,5 @@ private:
     QRect _lastRect; ///< of what is about to be clicked: it has to be the same twice
     QPoint _lastClickPoint{-1000, -1000};
     std::chrono::steady_clock::time_point _lastClick;
-    std::chrono::steady_clock::time_point _keyboardSeen; ///< when a window last had it, or none was there to have it
+    std::chrono::steady_clock::time_point _keyboardSeen; ///< when a window last had it, or there was none
 };

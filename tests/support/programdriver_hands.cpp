@@ -8,7 +8,7 @@ using onscreen::button;
 using onscreen::field;
 using onscreen::window;
 
-/// Waits until the program has taken in all input given so far: what is read from its screen after that tells of it.
+/// Waits until the program has taken in all input so far: what is read from its screen after that shows it.
 void ProgramDriver::settle()
 {
     const XWindow active = _display->activeWindow();
@@ -21,8 +21,8 @@ void ProgramDriver::settle()
         pause(2ms);
 }
 
-/// When a message box and the dialog below it close in one go, the window manager may leave the keyboard to no window at
-/// all. A person clicks into the program's window then; so does this, once nothing else has come of it.
+/// When a message box and the dialog below it close in one go, the window manager may leave the keyboard to
+/// no window at all. A person clicks into the program's window then; so does this, when it lasts.
 void ProgramDriver::fetchLostKeyboard()
 {
     const auto now = std::chrono::steady_clock::now();
@@ -59,7 +59,7 @@ bool ProgramDriver::bringIntoSight(const Widget &row, const Widget &list)
     return false;
 }
 
-/// Where a click would do to \a query what it should; null and why in \a obstacle while there is no such place.
+/// Where a click does to \a query what it should; null, and why in \a obstacle, while there is no such place.
 std::optional<QPoint> ProgramDriver::clickablePoint(const WidgetQuery &query, QString *obstacle)
 {
     const Screen now = screen();
@@ -157,7 +157,8 @@ bool ProgramDriver::pressKey(const QString &name)
 bool ProgramDriver::fill(const WidgetQuery &query, const QString &text)
 {
     return click(query) && waitFor(query.focused()) && pressKey(QStringLiteral("ctrl+a")) &&
-           (text.isEmpty() ? pressKey(QStringLiteral("Delete")) : typeText(text)) && waitFor(query.withText(text));
+           (text.isEmpty() ? pressKey(QStringLiteral("Delete")) : typeText(text)) &&
+           waitFor(query.withText(text));
 }
 
 bool ProgramDriver::saveAs(const QString &path)
@@ -167,7 +168,7 @@ bool ProgramDriver::saveAs(const QString &path)
         return false;
     const unsigned long dialog = _display->activeWindow().id;
     const auto isAnswered = [&] { return _display->activeWindow().id != dialog; };
-    // A list of similar files may drop down at any moment and takes one click for itself, so there may have to be more.
+    // A list of similar files may drop down at any moment; it takes a click for itself, so try again then.
     const auto end = std::chrono::steady_clock::now() + _patience;
     while (std::chrono::steady_clock::now() < end) {
         if (!click(save))
@@ -208,8 +209,8 @@ bool ProgramDriver::dragWindow(const QString &title, const QPoint &corner)
     const QPoint target = handle + corner - found->rect.topLeft();
     _input->movePointer(handle);
     _input->press();
-    // The window manager takes hold of a window only after some movement, so go on moving until it has come. It tells
-    // the program where its window is when that is let go.
+    // The window manager takes hold of a window only after some movement, so go on moving until it has come.
+    // It tells the program where its window is when that is let go.
     _input->movePointer(handle);
     _input->press();
     const auto hasCome = [&] {
@@ -222,8 +223,10 @@ bool ProgramDriver::dragWindow(const QString &title, const QPoint &corner)
         const auto now = find(window(title).active());
         return now && now->rect.topLeft() == corner;
     };
-    const QString expectation =
-        QStringLiteral("the window \"%1\" can be dragged to %2, %3").arg(title).arg(corner.x()).arg(corner.y());
+    const QString expectation = QStringLiteral("the window \"%1\" can be dragged to %2, %3")
+                                    .arg(title)
+                                    .arg(corner.x())
+                                    .arg(corner.y());
     const bool came = waitUntil(hasCome, expectation);
     _input->release();
     return came && waitUntil(isTold, expectation);

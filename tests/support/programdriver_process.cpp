@@ -21,10 +21,11 @@ ProgramDriver::ProgramDriver()
     // The program is to find its settings in the home folder it gets, and not in the caller's.
     for (const char *name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_STATE_HOME"})
         _environment.remove(QString::fromLatin1(name));
-    // Reading the screen makes Qt warn about windows that close meanwhile. Those warnings are of the driver's making
-    // and must not get into the program's own log.
+    // Reading the screen makes Qt warn about windows that close meanwhile. Those warnings are of the driver's
+    // making and must not get into the program's own log.
     QString rules = _environment.value(QStringLiteral("QT_LOGGING_RULES"));
-    rules += QStringLiteral("%1qt.accessibility.*=false").arg(rules.isEmpty() ? QString() : QStringLiteral(";"));
+    rules +=
+        QStringLiteral("%1qt.accessibility.*=false").arg(rules.isEmpty() ? QString() : QStringLiteral(";"));
     _environment.insert(QStringLiteral("QT_LOGGING_RULES"), rules);
 
     _process.setStandardInputFile(QProcess::nullDevice());
@@ -66,8 +67,9 @@ bool ProgramDriver::connectToDesktop()
         return fail(QStringLiteral("There is no X display. Run this inside tests/support/desktop."));
     auto tree = std::make_unique<AccessibleTree>();
     if (!tree->error().isEmpty())
-        return fail(QStringLiteral("There is no accessibility bus (%1). Run this inside tests/support/desktop.")
-                        .arg(tree->error()));
+        return fail(
+            QStringLiteral("There is no accessibility bus (%1). Run this inside tests/support/desktop.")
+                .arg(tree->error()));
     _display = std::move(display);
     _tree = std::move(tree);
     _input = std::make_unique<XInput>(*_display, [this] { settle(); });
@@ -131,7 +133,9 @@ QString ProgramDriver::describeScreen()
 
 bool ProgramDriver::screenshot(const QString &path)
 {
-    return connectToDesktop() && (_display->picture().save(path, "PNG") || fail(QStringLiteral("can't write ") + path));
+    if (!connectToDesktop())
+        return false;
+    return _display->picture().save(path, "PNG") || fail(QStringLiteral("%1 can't be written").arg(path));
 }
 
 bool ProgramDriver::screenshot(const QString &path, const QString &title)
@@ -140,7 +144,7 @@ bool ProgramDriver::screenshot(const QString &path, const QString &title)
         return false;
     const auto window = windowTitled(title);
     return (window && _display->picture(window->frameRect).save(path, "PNG")) ||
-           fail(QStringLiteral("can't take a picture of \"%1\" to %2").arg(title, path));
+           fail(QStringLiteral("A picture of \"%1\" can't be saved as %2").arg(title, path));
 }
 
 void ProgramDriver::leaveEvidence(const QString &folder)

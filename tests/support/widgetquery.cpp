@@ -47,7 +47,8 @@ bool WidgetQuery::isMeant(const Widget &widget) const
 
 bool WidgetQuery::isAsWanted(const Widget &widget) const
 {
-    return widget.text == _text.value_or(widget.text) && widget.enabled == _enabled.value_or(widget.enabled) &&
+    return widget.text == _text.value_or(widget.text) &&
+           widget.enabled == _enabled.value_or(widget.enabled) &&
            widget.checked == _checked.value_or(widget.checked) &&
            widget.focused == _focused.value_or(widget.focused) &&
            widget.selected == _selected.value_or(widget.selected) &&
@@ -63,6 +64,11 @@ int WidgetQuery::windowIn(const Screen &screen) const
             found = i;
     }
     return found;
+}
+
+bool WidgetQuery::canTellFrom(const Screen &screen) const
+{
+    return _kind == WidgetKind::Window || _window || windowIn(screen) >= 0;
 }
 
 QList<int> WidgetQuery::allIn(const Screen &screen) const
@@ -95,7 +101,7 @@ QList<int> WidgetQuery::allIn(const Screen &screen) const
 QList<int> WidgetQuery::nearestTo(const QString &label, int window, const QList<int> &candidates,
                                   const Screen &screen) const
 {
-    constexpr int far = 1 << 20; // beyond any screen: whatever is in the label's row is nearer than all below it
+    constexpr int far = 1 << 20; // more than any screen has: all in the label's row is nearer than all below
     int nearest = -1;
     int shortest = 2 * far;
     for (int i = 0; i < screen.size(); ++i) {
@@ -104,7 +110,8 @@ QList<int> WidgetQuery::nearestTo(const QString &label, int window, const QList<
             continue;
         for (int candidate : candidates) {
             const QRect rect = screen.at(candidate).rect;
-            const bool inRow = rect.top() <= anchor.rect.center().y() && rect.bottom() >= anchor.rect.center().y();
+            const bool inRow =
+                rect.top() <= anchor.rect.center().y() && rect.bottom() >= anchor.rect.center().y();
             const bool inColumn = rect.left() <= anchor.rect.right() && rect.right() >= anchor.rect.left();
             const int across = rect.left() - anchor.rect.right();
             const int down = rect.top() - anchor.rect.bottom();

@@ -1,7 +1,5 @@
 #include "tests/support/xdisplay.h"
 
-#include <memory>
-
 // Last: Xlib's macros collide with Qt's names.
 #include <X11/Xatom.h>
 #include <X11/Xlib.h>
@@ -16,8 +14,26 @@ int ignoreError(Display *, XErrorEvent *)
     return 0;
 }
 
-struct Freer {
-    void operator()(unsigned char *data) const { XFree(data); }
+/// A property of a window while it is looked at.
+struct Property {
+    Property(Display *display, Window window, const char *name)
+    {
+        Atom type = None;
+        unsigned long rest = 0;
+        constexpr long enough = 4096; // words
+        XGetWindowProperty(display, window, XInternAtom(display, name, False), 0, enough, False,
+                           AnyPropertyType, &type, &format, &count, &rest, &data);
+    }
+    ~Property()
+    {
+        if (data)
+            XFree(data);
+    }
+    Q_DISABLE_COPY_MOVE(Property)
+
+    int format = 0; ///< bits of an item; 0 if there is no such property
+    unsigned long count = 0;
+    unsigned char *data = nullptr;
 };
 
 } // namespace
@@ -38,32 +54,20 @@ XDisplay::~XDisplay()
 
 QList<unsigned long> XDisplay::numbers(unsigned long window, const char *property) const
 {
-    Atom type = None;
-    int format = 0;
-    unsigned long count = 0;
-    unsigned long rest = 0;
-    unsigned char *data = nullptr;
-    XGetWindowProperty(_display, window, XInternAtom(_display, property, False), 0, 4096, False, AnyPropertyType,
-                       &type, &format, &count, &rest, &data);
-    const std::unique_ptr<unsigned char, Freer> freer(data);
-    if (!data || format != 32)
+    const Property found(_display, window, property);
+    if (found.format != 32)
         return {};
-    const auto *values = reinterpret_cast<const unsigned long *>(data); // Xlib's 32 bits are a long each
-    return QList<unsigned long>(values, values + count);
+    const auto *values =
+        reinterpret_cast<const unsigned long *>(found.data); // Xlib's 32 bits are a long each
+    return QList<unsigned long>(values, values + found.count);
 }
 
 QString XDisplay::text(unsigned long window, const char *property) const
 {
-    Atom type = None;
-    int format = 0;
-    unsigned long count = 0;
-    unsigned long rest = 0;
-    unsigned char *data = nullptr;
-    XGetWindowProperty(_display, window, XInternAtom(_display, property, False), 0, 4096, False, AnyPropertyType,
-                       &type, &format, &count, &rest, &data);
-    const std::unique_ptr<unsigned char, Freer> freer(data);
-    return data && format == 8 ? QString::fromUtf8(reinterpret_cast<const char *>(data), qsizetype(count))
-                               : QString();
+    const Property found(_display, window, property);
+    return found.format == 8
+               ? QString::fromUtf8(reinterpret_cast<const char *>(found.data), qsizetype(found.count))
+               : QString();
 }
 
 XWindow XDisplay::describe(unsigned long window) const

@@ -13,9 +13,9 @@ struct XWindow {
     unsigned long id = 0;    ///< the program's own window
     unsigned long frame = 0; ///< the child of the root window it is in: the manager's frame, or itself
     QString title;
-    QRect rect;       ///< in screen coordinates, without the frame
-    QRect frameRect;  ///< in screen coordinates, with the frame
-    qint64 pid = 0;   ///< the program's process id; 0 if it does not tell
+    QRect rect;      ///< in screen coordinates, without the frame
+    QRect frameRect; ///< in screen coordinates, with the frame
+    qint64 pid = 0;  ///< the program's process id; 0 if it does not tell
 };
 
 /// The X display named by DISPLAY: its windows, and pictures of them.
@@ -35,7 +35,7 @@ public:
     QList<XWindow> windowsOf(qint64 pid) const;
     /// The window that has the keyboard; its id is 0 if none has.
     XWindow activeWindow() const;
-    /// The uppermost window at \a point: a frame, or an unmanaged window like an open menu; 0 over the bare root.
+    /// The uppermost window at \a point: a frame, or an unmanaged one like an open menu; 0 if there is none.
     unsigned long frameAt(const QPoint &point) const;
 
     /// Asks the window manager to bring the window \a id to the front, as its entry in a task bar does.

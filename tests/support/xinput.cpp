@@ -23,7 +23,8 @@ KeySym symbolOf(char32_t character)
         return XK_Return;
     if (character == U'\t')
         return XK_Tab;
-    const bool isLatin1 = (character >= 0x20 && character <= 0x7e) || (character >= 0xa0 && character <= 0xff);
+    const bool isLatin1 =
+        (character >= 0x20 && character <= 0x7e) || (character >= 0xa0 && character <= 0xff);
     return isLatin1 ? KeySym(character) : KeySym(0x01000000 | character);
 }
 
@@ -31,13 +32,13 @@ KeySym symbolOf(char32_t character)
 KeySym symbolOf(const QString &name)
 {
     static const QHash<QString, KeySym> names = {
-        {"ctrl", XK_Control_L},   {"shift", XK_Shift_L},    {"alt", XK_Alt_L},
-        {"space", XK_space},      {"backspace", XK_BackSpace}, {"pageup", XK_Page_Up},
-        {"pagedown", XK_Page_Down}};
+        {"ctrl", XK_Control_L},      {"shift", XK_Shift_L},  {"alt", XK_Alt_L},         {"space", XK_space},
+        {"backspace", XK_BackSpace}, {"pageup", XK_Page_Up}, {"pagedown", XK_Page_Down}};
     const KeySym known = names.value(name.toLower(), NoSymbol);
     if (known != NoSymbol)
         return known;
-    return name.size() == 1 ? symbolOf(char32_t(name.at(0).unicode())) : XStringToKeysym(name.toLatin1().constData());
+    return name.size() == 1 ? symbolOf(char32_t(name.at(0).unicode()))
+                            : XStringToKeysym(name.toLatin1().constData());
 }
 
 } // namespace
@@ -48,7 +49,7 @@ XInput::XInput(const XDisplay &display, std::function<void()> settle)
 {
     readKeyboard();
     XAutoRepeatOff(_display.connection()); // a late release on a busy machine must not type a letter twice
-    // The first event of the test keyboard makes programs read the keyboard anew; let it be one that does nothing.
+    // The first event of the test keyboard makes programs read the keyboard anew: let it be an idle one.
     key(_shift, true);
     key(_shift, false);
 }
@@ -86,7 +87,8 @@ void XInput::readKeyboard()
 
 void XInput::assign(unsigned char code, unsigned long symbol)
 {
-    KeySym both[] = {symbol, symbol}; // with and without shift: alone, a capital would become its small letter
+    // With and without shift: alone, a capital would become its small letter.
+    KeySym both[] = {symbol, symbol};
     XChangeKeyboardMapping(_display.connection(), code, 2, both, 1);
 }
 
@@ -162,8 +164,8 @@ void XInput::strike(const Key &stroke)
 bool XInput::typeText(const QString &text)
 {
     readKeyboard();
-    // A program looks up what a key means when it gets to it, which may be late. So all keys are lent before the first
-    // is struck, and one changes its meaning only after everything typed has arrived.
+    // A program looks up what a key means when it gets to it, which may be late. So all keys are lent before
+    // the first is struck, and one changes its meaning only after everything typed has arrived.
     QList<unsigned long> waiting;
     for (char32_t character : text.toUcs4()) {
         const unsigned long symbol = symbolOf(character);

@@ -33,7 +33,8 @@ public:
     /// Types \a text. Characters that no key has are put on unused keys for the time being.
     /// False if a character has no key and none is unused; what stands before it is typed.
     bool typeText(const QString &text);
-    /// Presses a key by its name: "Return", "Tab", "Escape", "ctrl+a", "shift+Tab". False if there is no such key.
+    /// Presses a key by its name: "Return", "Tab", "Escape", "ctrl+a", "shift+Tab". False if there is no such
+    /// key.
     bool pressKey(const QString &name);
 
 private:
