@@ -92,6 +92,8 @@ void TestProgramDriver::cleanup()
 {
     if (QTest::currentTestFailed() && _app)
         qWarning().noquote() << "The screen at the end:\n" << _app->describeScreen();
+    else if (_app)
+        QCOMPARE(_app->errorOutput().count('\n'), 4); // its own words at the start: being driven adds none
     _app.reset();
 }
 
@@ -133,6 +135,8 @@ void TestProgramDriver::aProgramSeesTheDevicesOfTheTestBed()
 void TestProgramDriver::aProgramThatCannotStartIsReported()
 {
     ProgramDriver none;
+    QVERIFY(!none.click(button("Continue")));
+    QVERIFY2(none.failure().contains("no program was started"), qPrintable(none.failure()));
     QVERIFY(!none.start("/no/such/program"));
     QVERIFY2(none.failure().contains("/no/such/program can't be started"), qPrintable(none.failure()));
     QVERIFY(!none.isRunning());

@@ -26,6 +26,8 @@ Screen ProgramDriver::screen()
 bool ProgramDriver::waitUntil(const std::function<bool()> &condition, const QString &expectation,
                               std::chrono::milliseconds patience)
 {
+    if (!_input)
+        return fail(QStringLiteral("Expected: %1. But no program was started.").arg(expectation));
     const auto end = std::chrono::steady_clock::now() + patience;
     _keyboardSeen = std::chrono::steady_clock::now();
     while (true) {

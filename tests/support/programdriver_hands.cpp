@@ -11,14 +11,19 @@ using onscreen::window;
 /// Waits until the program has taken in all input so far: what is read from its screen after that shows it.
 void ProgramDriver::settle()
 {
+    const auto end = std::chrono::steady_clock::now() + _patience;
+    // If somebody stays deaf, the next step says so better than this one could.
+    const auto awaitAnswer = [&](const std::function<bool()> &answer) {
+        while (isRunning() && !answer() && std::chrono::steady_clock::now() < end)
+            pause(2ms);
+    };
+    _display->askManager();
+    awaitAnswer([this] { return _display->hasManagerAnswered(); });
     const XWindow active = _display->activeWindow();
-    if (!isRunning() || active.pid != _process.processId())
+    if (active.pid != _process.processId())
         return;
     _display->ping(active.id);
-    // If the program stays deaf, the next step says so better than this one could.
-    for (const auto end = std::chrono::steady_clock::now() + _patience;
-         isRunning() && !_display->isPingAnswered() && std::chrono::steady_clock::now() < end;)
-        pause(2ms);
+    awaitAnswer([this] { return _display->isPingAnswered(); });
 }
 
 /// When a message box and the dialog below it close in one go, the window manager may leave the keyboard to
@@ -207,8 +212,6 @@ bool ProgramDriver::dragWindow(const QString &title, const QPoint &corner)
         return fail(QStringLiteral("The window \"%1\" is gone").arg(title));
     const QPoint handle(found->rect.center().x(), (found->frameRect.top() + found->rect.top()) / 2);
     const QPoint target = handle + corner - found->rect.topLeft();
-    _input->movePointer(handle);
-    _input->press();
     // The window manager takes hold of a window only after some movement, so go on moving until it has come.
     // It tells the program where its window is when that is let go.
     _input->movePointer(handle);

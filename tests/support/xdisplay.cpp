@@ -42,8 +42,10 @@ XDisplay::XDisplay()
     : _display(XOpenDisplay(nullptr))
 {
     XSetErrorHandler(ignoreError);
-    if (_display)
-        _root = DefaultRootWindow(_display);
+    if (!_display)
+        return;
+    _root = DefaultRootWindow(_display);
+    _own = XCreateSimpleWindow(_display, _root, 0, 0, 1, 1, 0, 0, 0);
 }
 
 XDisplay::~XDisplay()
@@ -149,6 +151,17 @@ void XDisplay::close(unsigned long id) const
 {
     constexpr long fromPager = 2;
     tell(_root, id, "_NET_CLOSE_WINDOW", SubstructureRedirectMask | SubstructureNotifyMask, {0, fromPager});
+}
+
+void XDisplay::askManager() const
+{
+    XDeleteProperty(_display, _own, XInternAtom(_display, "_NET_FRAME_EXTENTS", False));
+    tell(_root, _own, "_NET_REQUEST_FRAME_EXTENTS", SubstructureRedirectMask | SubstructureNotifyMask, {});
+}
+
+bool XDisplay::hasManagerAnswered() const
+{
+    return !numbers(_own, "_NET_FRAME_EXTENTS").isEmpty();
 }
 
 void XDisplay::ping(unsigned long id)

@@ -42,6 +42,11 @@ public:
     void activate(unsigned long id) const;
     /// Asks the window manager to close the window \a id, as the button in its frame does.
     void close(unsigned long id) const;
+    /// Asks the window manager a question. The answer follows all input given before: a click reaches a
+    /// window only when the manager has had a look at it.
+    void askManager() const;
+    /// Whether the window manager has answered.
+    bool hasManagerAnswered() const;
     /// Sends the program of the window \a id a ping. The answer follows all input sent to that window before.
     void ping(unsigned long id);
     /// Whether the last ping was answered, or cannot be any more because its window is gone.
@@ -59,6 +64,7 @@ private:
 
     _XDisplay *_display;
     unsigned long _root = 0;
+    unsigned long _own = 0; ///< a window nobody sees, to ask the window manager about
     unsigned long _pinged = 0;
     long _pingNumber = 0;
 };
