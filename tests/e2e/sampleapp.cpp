@@ -192,11 +192,16 @@ int main(int argc, char *argv[])
     QApplication application(argc, argv);
     SampleWizard wizard;
     QTimer busy;
-    QObject::connect(&busy, &QTimer::timeout, [] { QThread::msleep(400); });
+    busy.setSingleShot(true);
+    QObject::connect(&busy, &QTimer::timeout, [&busy] {
+        QThread::msleep(400);
+        busy.start(100);
+    });
     if (application.arguments().contains("--busy"))
         busy.start(100);
-    std::fprintf(stderr, "home %s\nfolder %s\nword %s\n", qPrintable(QDir::homePath()),
-                 qPrintable(QDir::currentPath()), qgetenv("SAMPLEAPP_WORD").constData());
+    std::fprintf(stderr, "home %s\nfolder %s\nword %s\ndevice %s\n", qPrintable(QDir::homePath()),
+                 qPrintable(QDir::currentPath()), qgetenv("SAMPLEAPP_WORD").constData(),
+                 QDir("/sys/devices/sample").exists() ? "yes" : "no");
     wizard.show();
     const int result = application.exec();
     say(QString("ended with %1").arg(wizard.result()));

@@ -9,8 +9,7 @@
 namespace
 {
 
-constexpr int answerWithin =
-    15000; // ms; a program under a sanitizer on a loaded machine may be slow, never this slow
+constexpr int answerWithin = 15000; // ms; far more than a sanitized program needs on a loaded machine
 
 // Numbers of the accessibility protocol.
 enum Role {
@@ -177,7 +176,7 @@ bool AccessibleTree::findProgram(qint64 pid)
     return !_service.isEmpty();
 }
 
-Screen AccessibleTree::read(qint64 pid)
+std::optional<Screen> AccessibleTree::read(qint64 pid)
 {
     if (!_bus.isConnected() || !findProgram(pid))
         return {};
@@ -240,8 +239,8 @@ void AccessibleTree::readRectsAndTexts(Screen &screen, const QList<Object> &obje
         const QString &path = objects.at(i + 1).path;
         rects << ask(path, QStringLiteral("org.a11y.atspi.Component"), QStringLiteral("GetExtents"),
                      {screenCoordinates});
-        // Only what is known to hold text is asked for it: the program logs a warning about any other
-        // question.
+        // Only what is known to hold text is asked for it: any other question makes the program log a
+        // warning.
         if (screen.at(i).kind == WidgetKind::TextField || screen.at(i).kind == WidgetKind::TextView)
             texts.insert(
                 i, ask(path, QStringLiteral("org.a11y.atspi.Text"), QStringLiteral("GetText"), {0, -1}));

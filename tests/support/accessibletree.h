@@ -5,6 +5,8 @@
 #include <QDBusConnection>
 #include <QDBusObjectPath>
 
+#include <optional>
+
 /// Reads what a program shows from the accessibility bus.
 ///
 /// It speaks the bus's own protocol instead of using a client library, because such a library remembers what
@@ -19,9 +21,8 @@ public:
     ~AccessibleTree();
     Q_DISABLE_COPY_MOVE(AccessibleTree)
 
-    /// What the program with process id \a pid shows now; empty while it is not on the bus or does not
-    /// answer.
-    Screen read(qint64 pid);
+    /// What the program with process id \a pid shows now; null while it is not on the bus or does not answer.
+    std::optional<Screen> read(qint64 pid);
     /// Why the bus could not be reached; empty if it could.
     QString error() const { return _error; }
 

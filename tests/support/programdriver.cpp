@@ -20,12 +20,14 @@ void ProgramDriver::pause(std::chrono::milliseconds time)
 
 Screen ProgramDriver::screen()
 {
-    return isRunning() ? _tree->read(_process.processId()) : Screen();
+    return isRunning() ? _tree->read(_process.processId()).value_or(Screen()) : Screen();
 }
 
 bool ProgramDriver::waitUntil(const std::function<bool()> &condition, const QString &expectation,
                               std::chrono::milliseconds patience)
 {
+    if (!_input)
+        return fail(QStringLiteral("Expected: %1. But no program was started.").arg(expectation));
     const auto end = std::chrono::steady_clock::now() + patience;
     _keyboardSeen = std::chrono::steady_clock::now();
     while (true) {
@@ -77,7 +79,14 @@ bool ProgramDriver::waitFor(const WidgetQuery &query)
 
 bool ProgramDriver::waitUntilGone(const WidgetQuery &query)
 {
-    return waitUntil([&] { return !find(query); }, QStringLiteral("no ") + query.description());
+    const auto isGone = [&] {
+        if (!isRunning())
+            return true;
+        // That nothing can be seen does not mean that it is gone.
+        const std::optional<Screen> now = _tree->read(_process.processId());
+        return now && query.canTellFrom(*now) && query.allIn(*now).isEmpty();
+    };
+    return waitUntil(isGone, QStringLiteral("no ") + query.description());
 }
 
 QStringList ProgramDriver::names(const WidgetQuery &query)

@@ -13,8 +13,7 @@
 #include <memory>
 #include <optional>
 
-/// In a Qt Test function: takes a step with \a driver, and fails the test with the driver's own words if it
-/// fails.
+/// In a Qt Test function: takes a step with \a driver; if it fails, so does the test, in the driver's words.
 #define ZV_DRIVE(driver, step)                                                                               \
     do {                                                                                                     \
         if (!(driver).step)                                                                                  \
@@ -88,8 +87,7 @@ public:
     bool activateWindow(const QString &title);
     /// Closes the window titled \a title, as the button in its frame does.
     bool closeWindow(const QString &title);
-    /// Drags the window titled \a title by its frame until its upper left corner (inside the frame) is at \a
-    /// corner.
+    /// Drags the window titled \a title by its frame until its corner (inside the frame) is at \a corner.
     bool dragWindow(const QString &title, const QPoint &corner);
 
     /// Saves a picture of the whole screen as PNG. False if it can't be written.
@@ -98,8 +96,7 @@ public:
     bool screenshot(const QString &path, const QString &title);
     /// What the program shows at this moment, as an indented list.
     QString describeScreen();
-    /// Leaves in \a folder what helps to understand a failure: screen.png, screen.txt, stdout.txt,
-    /// stderr.txt.
+    /// Leaves in \a folder what explains a failure: screen.png, screen.txt, stdout.txt, stderr.txt.
     void leaveEvidence(const QString &folder);
     /// Why the last step that failed did so.
     QString failure() const { return _failure; }
@@ -139,6 +136,5 @@ private:
     QRect _lastRect; ///< of what is about to be clicked: it has to be the same twice
     QPoint _lastClickPoint{-1000, -1000};
     std::chrono::steady_clock::time_point _lastClick;
-    std::chrono::steady_clock::time_point
-        _keyboardSeen; ///< when a window last had it, or none was there to have it
+    std::chrono::steady_clock::time_point _keyboardSeen; ///< when a window last had it, or there was none
 };

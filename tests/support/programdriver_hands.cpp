@@ -8,23 +8,26 @@ using onscreen::button;
 using onscreen::field;
 using onscreen::window;
 
-/// Waits until the program has taken in all input given so far: what is read from its screen after that tells
-/// of it.
+/// Waits until the program has taken in all input so far: what is read from its screen after that shows it.
 void ProgramDriver::settle()
 {
+    const auto end = std::chrono::steady_clock::now() + _patience;
+    // If somebody stays deaf, the next step says so better than this one could.
+    const auto awaitAnswer = [&](const std::function<bool()> &answer) {
+        while (isRunning() && !answer() && std::chrono::steady_clock::now() < end)
+            pause(2ms);
+    };
+    _display->askManager();
+    awaitAnswer([this] { return _display->hasManagerAnswered(); });
     const XWindow active = _display->activeWindow();
-    if (!isRunning() || active.pid != _process.processId())
+    if (active.pid != _process.processId())
         return;
     _display->ping(active.id);
-    // If the program stays deaf, the next step says so better than this one could.
-    for (const auto end = std::chrono::steady_clock::now() + _patience;
-         isRunning() && !_display->isPingAnswered() && std::chrono::steady_clock::now() < end;)
-        pause(2ms);
+    awaitAnswer([this] { return _display->isPingAnswered(); });
 }
 
 /// When a message box and the dialog below it close in one go, the window manager may leave the keyboard to
-/// no window at all. A person clicks into the program's window then; so does this, once nothing else has come
-/// of it.
+/// no window at all. A person clicks into the program's window then; so does this, when it lasts.
 void ProgramDriver::fetchLostKeyboard()
 {
     const auto now = std::chrono::steady_clock::now();
@@ -61,8 +64,7 @@ bool ProgramDriver::bringIntoSight(const Widget &row, const Widget &list)
     return false;
 }
 
-/// Where a click would do to \a query what it should; null and why in \a obstacle while there is no such
-/// place.
+/// Where a click does to \a query what it should; null, and why in \a obstacle, while there is no such place.
 std::optional<QPoint> ProgramDriver::clickablePoint(const WidgetQuery &query, QString *obstacle)
 {
     const Screen now = screen();
@@ -171,8 +173,7 @@ bool ProgramDriver::saveAs(const QString &path)
         return false;
     const unsigned long dialog = _display->activeWindow().id;
     const auto isAnswered = [&] { return _display->activeWindow().id != dialog; };
-    // A list of similar files may drop down at any moment and takes one click for itself, so there may have
-    // to be more.
+    // A list of similar files may drop down at any moment; it takes a click for itself, so try again then.
     const auto end = std::chrono::steady_clock::now() + _patience;
     while (std::chrono::steady_clock::now() < end) {
         if (!click(save))
@@ -211,8 +212,6 @@ bool ProgramDriver::dragWindow(const QString &title, const QPoint &corner)
         return fail(QStringLiteral("The window \"%1\" is gone").arg(title));
     const QPoint handle(found->rect.center().x(), (found->frameRect.top() + found->rect.top()) / 2);
     const QPoint target = handle + corner - found->rect.topLeft();
-    _input->movePointer(handle);
-    _input->press();
     // The window manager takes hold of a window only after some movement, so go on moving until it has come.
     // It tells the program where its window is when that is let go.
     _input->movePointer(handle);

@@ -133,8 +133,9 @@ QString ProgramDriver::describeScreen()
 
 bool ProgramDriver::screenshot(const QString &path)
 {
-    return connectToDesktop() &&
-           (_display->picture().save(path, "PNG") || fail(QStringLiteral("can't write ") + path));
+    if (!connectToDesktop())
+        return false;
+    return _display->picture().save(path, "PNG") || fail(QStringLiteral("%1 can't be written").arg(path));
 }
 
 bool ProgramDriver::screenshot(const QString &path, const QString &title)
@@ -143,7 +144,7 @@ bool ProgramDriver::screenshot(const QString &path, const QString &title)
         return false;
     const auto window = windowTitled(title);
     return (window && _display->picture(window->frameRect).save(path, "PNG")) ||
-           fail(QStringLiteral("can't take a picture of \"%1\" to %2").arg(title, path));
+           fail(QStringLiteral("A picture of \"%1\" can't be saved as %2").arg(title, path));
 }
 
 void ProgramDriver::leaveEvidence(const QString &folder)

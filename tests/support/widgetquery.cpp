@@ -66,6 +66,11 @@ int WidgetQuery::windowIn(const Screen &screen) const
     return found;
 }
 
+bool WidgetQuery::canTellFrom(const Screen &screen) const
+{
+    return _kind == WidgetKind::Window || _window || windowIn(screen) >= 0;
+}
+
 QList<int> WidgetQuery::allIn(const Screen &screen) const
 {
     const int window = windowIn(screen);
@@ -96,8 +101,7 @@ QList<int> WidgetQuery::allIn(const Screen &screen) const
 QList<int> WidgetQuery::nearestTo(const QString &label, int window, const QList<int> &candidates,
                                   const Screen &screen) const
 {
-    constexpr int far =
-        1 << 20; // beyond any screen: whatever is in the label's row is nearer than all below it
+    constexpr int far = 1 << 20; // more than any screen has: all in the label's row is nearer than all below
     int nearest = -1;
     int shortest = 2 * far;
     for (int i = 0; i < screen.size(); ++i) {

@@ -16,8 +16,7 @@ public:
 
     /// Only where the name begins with \a start.
     WidgetQuery startingWith(const QString &start) const;
-    /// Only the nearest thing to the right of the label named \a label or, if its row has none, the nearest
-    /// below it.
+    /// Only the nearest to the right of the label named \a label; if its row has none, the nearest below it.
     WidgetQuery beside(const QString &label) const;
     /// Only the \a number th of these from the top, and from the left in one row; the first is 1. Rows of a
     /// list count in the list's order.
@@ -40,6 +39,8 @@ public:
 
     /// Indexes in \a screen of all that fit, from top to bottom.
     QList<int> allIn(const Screen &screen) const;
+    /// False if \a screen does not say whether something fits, because the window to look in has yet to show.
+    bool canTellFrom(const Screen &screen) const;
     /// Whether the query itself asks for something disabled.
     bool wantsDisabled() const { return _enabled == false; }
     WidgetKind kind() const { return _kind; }

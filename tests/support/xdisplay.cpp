@@ -1,7 +1,5 @@
 #include "tests/support/xdisplay.h"
 
-#include <memory>
-
 // Last: Xlib's macros collide with Qt's names.
 #include <X11/Xatom.h>
 #include <X11/Xlib.h>
@@ -16,8 +14,26 @@ int ignoreError(Display *, XErrorEvent *)
     return 0;
 }
 
-struct Freer {
-    void operator()(unsigned char *data) const { XFree(data); }
+/// A property of a window while it is looked at.
+struct Property {
+    Property(Display *display, Window window, const char *name)
+    {
+        Atom type = None;
+        unsigned long rest = 0;
+        constexpr long enough = 4096; // words
+        XGetWindowProperty(display, window, XInternAtom(display, name, False), 0, enough, False,
+                           AnyPropertyType, &type, &format, &count, &rest, &data);
+    }
+    ~Property()
+    {
+        if (data)
+            XFree(data);
+    }
+    Q_DISABLE_COPY_MOVE(Property)
+
+    int format = 0; ///< bits of an item; 0 if there is no such property
+    unsigned long count = 0;
+    unsigned char *data = nullptr;
 };
 
 } // namespace
@@ -26,8 +42,10 @@ XDisplay::XDisplay()
     : _display(XOpenDisplay(nullptr))
 {
     XSetErrorHandler(ignoreError);
-    if (_display)
-        _root = DefaultRootWindow(_display);
+    if (!_display)
+        return;
+    _root = DefaultRootWindow(_display);
+    _own = XCreateSimpleWindow(_display, _root, 0, 0, 1, 1, 0, 0, 0);
 }
 
 XDisplay::~XDisplay()
@@ -38,32 +56,20 @@ XDisplay::~XDisplay()
 
 QList<unsigned long> XDisplay::numbers(unsigned long window, const char *property) const
 {
-    Atom type = None;
-    int format = 0;
-    unsigned long count = 0;
-    unsigned long rest = 0;
-    unsigned char *data = nullptr;
-    XGetWindowProperty(_display, window, XInternAtom(_display, property, False), 0, 4096, False,
-                       AnyPropertyType, &type, &format, &count, &rest, &data);
-    const std::unique_ptr<unsigned char, Freer> freer(data);
-    if (!data || format != 32)
+    const Property found(_display, window, property);
+    if (found.format != 32)
         return {};
-    const auto *values = reinterpret_cast<const unsigned long *>(data); // Xlib's 32 bits are a long each
-    return QList<unsigned long>(values, values + count);
+    const auto *values =
+        reinterpret_cast<const unsigned long *>(found.data); // Xlib's 32 bits are a long each
+    return QList<unsigned long>(values, values + found.count);
 }
 
 QString XDisplay::text(unsigned long window, const char *property) const
 {
-    Atom type = None;
-    int format = 0;
-    unsigned long count = 0;
-    unsigned long rest = 0;
-    unsigned char *data = nullptr;
-    XGetWindowProperty(_display, window, XInternAtom(_display, property, False), 0, 4096, False,
-                       AnyPropertyType, &type, &format, &count, &rest, &data);
-    const std::unique_ptr<unsigned char, Freer> freer(data);
-    return data && format == 8 ? QString::fromUtf8(reinterpret_cast<const char *>(data), qsizetype(count))
-                               : QString();
+    const Property found(_display, window, property);
+    return found.format == 8
+               ? QString::fromUtf8(reinterpret_cast<const char *>(found.data), qsizetype(found.count))
+               : QString();
 }
 
 XWindow XDisplay::describe(unsigned long window) const
@@ -145,6 +151,17 @@ void XDisplay::close(unsigned long id) const
 {
     constexpr long fromPager = 2;
     tell(_root, id, "_NET_CLOSE_WINDOW", SubstructureRedirectMask | SubstructureNotifyMask, {0, fromPager});
+}
+
+void XDisplay::askManager() const
+{
+    XDeleteProperty(_display, _own, XInternAtom(_display, "_NET_FRAME_EXTENTS", False));
+    tell(_root, _own, "_NET_REQUEST_FRAME_EXTENTS", SubstructureRedirectMask | SubstructureNotifyMask, {});
+}
+
+bool XDisplay::hasManagerAnswered() const
+{
+    return !numbers(_own, "_NET_FRAME_EXTENTS").isEmpty();
 }
 
 void XDisplay::ping(unsigned long id)

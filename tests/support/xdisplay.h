@@ -35,14 +35,18 @@ public:
     QList<XWindow> windowsOf(qint64 pid) const;
     /// The window that has the keyboard; its id is 0 if none has.
     XWindow activeWindow() const;
-    /// The uppermost window at \a point: a frame, or an unmanaged window like an open menu; 0 over the bare
-    /// root.
+    /// The uppermost window at \a point: a frame, or an unmanaged one like an open menu; 0 if there is none.
     unsigned long frameAt(const QPoint &point) const;
 
     /// Asks the window manager to bring the window \a id to the front, as its entry in a task bar does.
     void activate(unsigned long id) const;
     /// Asks the window manager to close the window \a id, as the button in its frame does.
     void close(unsigned long id) const;
+    /// Asks the window manager a question. The answer follows all input given before: a click reaches a
+    /// window only when the manager has had a look at it.
+    void askManager() const;
+    /// Whether the window manager has answered.
+    bool hasManagerAnswered() const;
     /// Sends the program of the window \a id a ping. The answer follows all input sent to that window before.
     void ping(unsigned long id);
     /// Whether the last ping was answered, or cannot be any more because its window is gone.
@@ -60,6 +64,7 @@ private:
 
     _XDisplay *_display;
     unsigned long _root = 0;
+    unsigned long _own = 0; ///< a window nobody sees, to ask the window manager about
     unsigned long _pinged = 0;
     long _pingNumber = 0;
 };

@@ -49,8 +49,7 @@ XInput::XInput(const XDisplay &display, std::function<void()> settle)
 {
     readKeyboard();
     XAutoRepeatOff(_display.connection()); // a late release on a busy machine must not type a letter twice
-    // The first event of the test keyboard makes programs read the keyboard anew; let it be one that does
-    // nothing.
+    // The first event of the test keyboard makes programs read the keyboard anew: let it be an idle one.
     key(_shift, true);
     key(_shift, false);
 }
@@ -88,8 +87,8 @@ void XInput::readKeyboard()
 
 void XInput::assign(unsigned char code, unsigned long symbol)
 {
-    KeySym both[] = {symbol,
-                     symbol}; // with and without shift: alone, a capital would become its small letter
+    // With and without shift: alone, a capital would become its small letter.
+    KeySym both[] = {symbol, symbol};
     XChangeKeyboardMapping(_display.connection(), code, 2, both, 1);
 }
 
