@@ -66,6 +66,7 @@ private Q_SLOTS:
     void theOpeningIsRetriedEverySecond();
     void unpluggedWhileOpeningFails();
 
+    void aRemovalResetsEverything_data();
     void aRemovalResetsEverything();
     void theSignalsOfARemovalComeInTheirOrder();
     void theRemovalOfAnotherPortChangesNothing();
@@ -247,15 +248,23 @@ void TestDiscovery::unpluggedWhileOpeningFails()
     QCOMPARE(inside().port(), nullptr); // no attempt after the removal
 }
 
+void TestDiscovery::aRemovalResetsEverything_data()
+{
+    QTest::addColumn<int>("state");
+    for (int state = NOT_CONNECTED; state <= IN_RESPONSE_RECEIVE; ++state)
+        QTest::addRow("in state %d", state) << state;
+}
+
 void TestDiscovery::aRemovalResetsEverything()
 {
+    QFETCH(int, state);
     const ZVTolvarInspector in = inside();
     Pty pty;
     QextSerialPort port(pty.name());
     QVERIFY(port.open(QIODevice::ReadWrite));
     in.port() = &port;
     in.portName() = "ttyX";
-    in.state() = IN_RESPONSE_RECEIVE;
+    in.state() = static_cast<CommState>(state);
     in.queue() = QStringList{"get\r\n"};
     in.response() = "half a rep";
     in.currentCommand() = "scan\r\n";
