@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 #include <fcntl.h>
@@ -17,6 +18,8 @@ PseudoTerminal::PseudoTerminal()
         ::ptsname_r(_device, name, sizeof name) != 0)
         qFatal("no pseudo-terminal to be had");
     _path = QString::fromLocal8Bit(name);
+    if (!QFile::link(_path, portName()))
+        qFatal("no link to the pseudo-terminal");
     // A device does not echo, and its bytes are not a user's typing.
     termios settings;
     ::tcgetattr(_device, &settings);

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QTemporaryDir>
 
 /// A pseudo-terminal: the test holds the device's end, its other end is a serial port of this computer.
 class PseudoTerminal
@@ -14,8 +15,9 @@ public:
 
     /// The port's node, such as "/dev/pts/7".
     QString path() const { return _path; }
-    /// The port's name, such as "pts/7".
-    QString portName() const { return _path.mid(5); }
+    /// A name to open the port by, a link of its own to the node. The node's number goes to the next process
+    /// that asks as soon as the terminal closes, a moment before the lock file by that name is gone.
+    QString portName() const { return _folder.filePath(QStringLiteral("port")); }
     /// The descriptor of the device's end, which never blocks.
     int device() const { return _device; }
 
@@ -32,4 +34,5 @@ public:
 private:
     int _device = -1;
     QString _path;
+    QTemporaryDir _folder;
 };
