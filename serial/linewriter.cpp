@@ -11,11 +11,7 @@
 #include <unistd.h>
 #endif
 
-// A bridge empties its largest packet in some 20 ms at 115200 baud: one that takes nothing for this long is
-// stuck, and the caller's event loop waits meanwhile.
-static constexpr int patienceMs = 200;
-
-qint64 writeByPort(QSerialPort &port, const char *data, qint64 size)
+qint64 writeByPort(QSerialPort &port, const char *data, qint64 size, int patienceMs)
 {
     if (port.write(data, size) < 0)
         return -1;
@@ -31,7 +27,7 @@ qint64 writeByPort(QSerialPort &port, const char *data, qint64 size)
 
 // Straight to the descriptor: Qt's port would keep what the system does not take at once, and reports a full
 // buffer with the same error as a line that is gone.
-static qint64 writeByDescriptor(int descriptor, const char *data, qint64 size)
+static qint64 writeByDescriptor(int descriptor, const char *data, qint64 size, int patienceMs)
 {
     qint64 taken = 0;
     QElapsedTimer sinceProgress;
@@ -52,16 +48,16 @@ static qint64 writeByDescriptor(int descriptor, const char *data, qint64 size)
     return taken;
 }
 
-qint64 writeThrough(QSerialPort &port, const char *data, qint64 size)
+qint64 writeThrough(QSerialPort &port, const char *data, qint64 size, int patienceMs)
 {
-    return writeByDescriptor(port.handle(), data, size);
+    return writeByDescriptor(port.handle(), data, size, patienceMs);
 }
 
 #else
 
-qint64 writeThrough(QSerialPort &port, const char *data, qint64 size)
+qint64 writeThrough(QSerialPort &port, const char *data, qint64 size, int patienceMs)
 {
-    return writeByPort(port, data, size);
+    return writeByPort(port, data, size, patienceMs);
 }
 
 #endif

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <utility>
 
 #include <QSet>
 
@@ -126,12 +125,12 @@ qint64 QextSerialPort::writeData(const char *data, qint64 maxSize)
 void QextSerialPort::take(const QByteArray &bytes)
 {
     _received += bytes;
-    _hasNews = true;
 }
 
 void QextSerialPort::tell()
 {
-    if (std::exchange(_hasNews, false))
+    // Nothing is left for who has just joined, and for who has read it all meanwhile.
+    if (!_received.isEmpty())
         Q_EMIT readyRead();
 }
 
@@ -139,5 +138,4 @@ void QextSerialPort::lineClosed()
 {
     _line = nullptr;
     _received.clear();
-    _hasNews = false;
 }

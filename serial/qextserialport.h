@@ -63,7 +63,7 @@ protected:
     /// Takes from the received bytes; -1 when there are none and the line is gone.
     qint64 readData(char *data, qint64 maxSize) override;
     /// Has handed the bytes to the system when it returns: fewer than asked for when the system takes none
-    /// for 0.2 s, -1 when the line is gone.
+    /// for a second, -1 when the line is gone.
     qint64 writeData(const char *data, qint64 maxSize) override;
 
 private:
@@ -82,5 +82,4 @@ private:
     const std::unique_ptr<LineSettings> _settings;
     SerialLine *_line = nullptr; // null when closed, and when dead
     QByteArray _received;
-    bool _hasNews = false; // bytes have come that readyRead() has not told of
 };

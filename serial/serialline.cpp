@@ -19,6 +19,10 @@
 // A line that fails this often without a byte in between is as good as gone.
 static constexpr int mostEmptyReads = 100;
 
+// At 115200 baud a bridge empties its largest packet in some 20 ms, and even a busy computer gets to it
+// within this time: a line that takes nothing for so long is stuck. The caller's event loop waits meanwhile.
+static constexpr int patienceMs = 1000;
+
 // The open lines by port name. Lives to the end on purpose: port objects may be destroyed with the statics.
 static QHash<QString, SerialLine *> &openLines()
 {
@@ -60,6 +64,10 @@ SerialLine *SerialLine::join(const QString &portName, QextSerialPort *user, QStr
         line = fresh.release();
         connect(&line->_port, &QSerialPort::readyRead, line, &SerialLine::onReceived);
         connect(&line->_port, &QSerialPort::errorOccurred, line, &SerialLine::onError);
+        connect(&line->_hangUpWatch, &HangUpWatch::hungUp, line, &SerialLine::close);
+#ifdef Q_OS_UNIX
+        line->_hangUpWatch.start(line->_port.handle());
+#endif
         openLines().insert(name, line);
     }
     line->_users.append(user);
@@ -100,7 +108,10 @@ void SerialLine::apply(const LineSettings &settings)
 
 qint64 SerialLine::write(const char *data, qint64 size)
 {
-    return writeThrough(_port, data, size);
+    // A stuck line is waited for once, not again for each byte of what follows.
+    const qint64 taken = writeThrough(_port, data, size, _stuck ? 0 : patienceMs);
+    _stuck = taken < size;
+    return taken;
 }
 
 void SerialLine::onReceived()
@@ -158,6 +169,7 @@ void SerialLine::letGo()
     openLines().remove(_port.portName());
     for (QextSerialPort *user : std::exchange(_users, {}))
         user->lineClosed();
+    _hangUpWatch.stop();
     _port.disconnect(this);
     _port.close();
 }

@@ -4,6 +4,8 @@
 #include <QObject>
 #include <QSerialPort>
 
+#include "serial/hangupwatch.h"
+
 class QextSerialPort;
 struct LineSettings;
 
@@ -39,7 +41,9 @@ private:
     void letGo();
 
     QSerialPort _port;
+    HangUpWatch _hangUpWatch;
     QList<QextSerialPort *> _users;
     bool _tellingIsDue = false;
+    bool _stuck = false; // the last write gave up waiting
     int _emptyReads = 0; // in a row
 };

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <memory>
+
+#include "serial/qextserialport.h"
+#include "tests/support/pty.h"
+
+using PortPointer = std::unique_ptr<QextSerialPort>;
+
+/// A port object that has the terminal open.
+inline PortPointer openedPort(const Pty &terminal)
+{
+    auto port = std::make_unique<QextSerialPort>(terminal.portName());
+    if (!port->open(QIODevice::ReadWrite))
+        qFatal("the port did not open");
+    return port;
+}

@@ -1,0 +1,194 @@
+#include <QAbstractEventDispatcher>
+#include <QDir>
+#include <QEventLoop>
+#include <QFile>
+#include <QProcess>
+#include <QSignalSpy>
+#include <QSocketNotifier>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include "serial/qextserialenumerator.h"
+#include "tests/support/messagerecorder.h"
+#include "tests/support/openedport.h"
+
+/// Devices that go away, and processes that end, while ports are open.
+class TestQextSerialPortEnds : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aHangUpLeavesTheObjectsDead();
+    void aHangUpDoesNotSpin();
+    void aPortThatComesUnderTheSameNameIsANewLine();
+    void aByteThatAnotherProgramTookIsNoHangUp();
+    void aProcessEndsInOrderWithItsPortsOpen();
+};
+
+void TestQextSerialPortEnds::aHangUpLeavesTheObjectsDead()
+{
+    MessageRecorder log;
+    Pty terminal;
+    const PortPointer first = openedPort(terminal);
+    const PortPointer second = openedPort(terminal);
+    qint64 toldOf = 0;
+    connect(second.get(), &QIODevice::readyRead, this, [&] { toldOf = second->bytesAvailable(); });
+    terminal.send("mostly unread");
+    QTRY_COMPARE(toldOf, 13);
+    QCOMPARE(second->read(7), QByteArray("mostly "));
+    QSignalSpy told(first.get(), &QIODevice::readyRead);
+
+    terminal.hangUp();
+    QCOMPARE(first->write("x"), -1); // even before the event loop has seen it
+    QTRY_COMPARE(terminal.openDescriptors(), 0);
+    for (QextSerialPort *port : {first.get(), second.get()}) {
+        QCOMPARE(port->bytesAvailable(), 0);
+        QCOMPARE(port->read(100), QByteArray());
+        QCOMPARE(port->readAll(), QByteArray());
+        QCOMPARE(port->write("get\r\n"), -1);
+        port->setDtr(true);
+        port->setBaudRate(BAUD9600);
+    }
+    QCOMPARE(told.count(), 0);
+    QCOMPARE(log.messages(), QStringList());
+}
+
+void TestQextSerialPortEnds::aHangUpDoesNotSpin()
+{
+    Pty terminal;
+    const PortPointer port = openedPort(terminal);
+    terminal.send("a");
+    QTRY_COMPARE(port->bytesAvailable(), 1);
+    int turns = 0;
+    QEventLoop loop;
+    connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake, &loop,
+            [&turns] { ++turns; });
+    terminal.hangUp();
+    QTimer::singleShot(300, &loop, &QEventLoop::quit);
+    loop.exec();
+    QVERIFY2(turns > 0 && turns < 20, qPrintable(QString::number(turns)));
+    QCOMPARE(terminal.openDescriptors(), 0);
+}
+
+void TestQextSerialPortEnds::aPortThatComesUnderTheSameNameIsANewLine()
+{
+    // The name stays the same while the terminal behind it changes.
+    QTemporaryDir folder;
+    const QString name = folder.filePath(QStringLiteral("port"));
+    Pty terminal;
+    QVERIFY(QFile::link(terminal.name(), name));
+    QextSerialPort old(name);
+    QVERIFY(old.open(QIODevice::ReadWrite));
+    terminal.hangUp();
+    QTRY_COMPARE(terminal.openDescriptors(), 0);
+
+    Pty replug;
+    QVERIFY(QFile::remove(name));
+    QVERIFY(QFile::link(replug.name(), name));
+    QextSerialPort fresh(name);
+    QVERIFY(fresh.open(QIODevice::ReadWrite));
+    replug.send("hello");
+    QTRY_COMPARE(fresh.bytesAvailable(), 5);
+    QCOMPARE(fresh.readAll(), QByteArray("hello"));
+    QCOMPARE(old.bytesAvailable(), 0);
+    QCOMPARE(old.write("x"), -1);
+    QVERIFY(old.open(QIODevice::ReadWrite)); // a dead object may be opened again
+    QCOMPARE(old.write("x"), 1);
+    QCOMPARE(replug.received(), QByteArray("x"));
+}
+
+void TestQextSerialPortEnds::aByteThatAnotherProgramTookIsNoHangUp()
+{
+    Pty terminal;
+    const int thief =
+        ::open(terminal.name().toLocal8Bit().constData(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+    QVERIFY(thief >= 0);
+    int stolen = 0;
+    QSocketNotifier notifier(thief,
+                             QSocketNotifier::Read); // stands before the port's own, and so is told before it
+    connect(&notifier, &QSocketNotifier::activated, this, [&] {
+        char byte;
+        if (::read(thief, &byte, 1) == 1)
+            ++stolen;
+    });
+    const PortPointer port = openedPort(terminal);
+    for (int i = 1; i <= 5; ++i) {
+        terminal.send("s");
+        QTRY_COMPARE(stolen, i);
+        QCoreApplication::processEvents();
+    }
+    notifier.setEnabled(false);
+    ::close(thief);
+    QCOMPARE(port->write("x"), 1);
+    terminal.send("mine");
+    QTRY_COMPARE(port->bytesAvailable(), 4);
+    QCOMPARE(port->readAll(), QByteArray("mine"));
+}
+
+// The lock file that Qt holds for the open port, in whichever folder it found fit.
+static QString lockFile(const Pty &terminal)
+{
+    const QString name =
+        QLatin1String("LCK..") + terminal.portName().replace(QLatin1Char('/'), QLatin1Char('_'));
+    for (const char *folder :
+         {"/var/lock", "/run/lock", "/var/spool/locks", "/var/spool/uucp", "/tmp", "/var/tmp"}) {
+        const QString path = QDir(QLatin1String(folder)).filePath(name);
+        if (QFile::exists(path))
+            return path;
+    }
+    return QString();
+}
+
+// What a process does that drops its ports, as the device's controller does: it ends with ports open, dead
+// and refused. Gives its exit code.
+static int leavePortsOpen()
+{
+    static Pty terminal;
+    static Pty gone;
+    static QextSerialPort staticPort(terminal.portName()); // outlives the application
+    static QextSerialEnumerator enumerator;
+    {
+        int noArguments = 0;
+        QCoreApplication application(noArguments, nullptr);
+        enumerator.setUpNotifications();
+        auto *dead = new QextSerialPort(gone.portName());
+        auto *refused = new QextSerialPort(QStringLiteral("/nowhere/port"));
+        auto *open = new QextSerialPort(terminal.portName());
+        if (!dead->open(QIODevice::ReadWrite) || !open->open(QIODevice::ReadWrite) ||
+            !staticPort.open(QIODevice::ReadWrite) || refused->open(QIODevice::ReadWrite))
+            return 1;
+        gone.hangUp();
+        terminal.send("unread");
+        while (open->bytesAvailable() == 0 || gone.openDescriptors() > 0)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        if (lockFile(terminal).isEmpty())
+            return 2;
+    }
+    return lockFile(terminal).isEmpty() ? 0 : 3;
+}
+
+void TestQextSerialPortEnds::aProcessEndsInOrderWithItsPortsOpen()
+{
+    QProcess process;
+    process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("leave-ports-open")});
+    QVERIFY(process.waitForFinished(60000));
+    const QByteArray said = process.readAllStandardError();
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    QVERIFY2(process.exitCode() == 0, said + " exit code " + QByteArray::number(process.exitCode()));
+    QCOMPARE(said, QByteArray("Opening the port /nowhere/port failed: No such file or directory\n"));
+}
+
+int main(int argc, char *argv[])
+{
+    if (argc == 2 && qstrcmp(argv[1], "leave-ports-open") == 0)
+        return leavePortsOpen();
+    QCoreApplication application(argc, argv);
+    TestQextSerialPortEnds test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_qextserialport_ends.moc"
