@@ -67,11 +67,9 @@ void PortWatcher::portCame(const QString &portName)
 
 void PortWatcher::portWent(const QString &portName)
 {
-    const auto known = _known.constFind(portName);
-    if (known == _known.cend())
+    if (!_known.contains(portName))
         return;
-    const QextPortInfo info = *known;
-    _known.erase(known);
+    const QextPortInfo info = _known.take(portName);
     SerialLine::portGone(portName);
     Q_EMIT removed(info);
 }

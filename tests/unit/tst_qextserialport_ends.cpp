@@ -25,6 +25,7 @@ private Q_SLOTS:
     void aHangUpLeavesTheObjectsDead();
     void aHangUpDoesNotSpin();
     void aPortThatComesUnderTheSameNameIsANewLine();
+    void aDeadObjectMayBeOpenedAgain();
     void aByteThatAnotherProgramTookIsNoHangUp();
     void aProcessEndsInOrderWithItsPortsOpen();
 };
@@ -96,8 +97,30 @@ void TestQextSerialPortEnds::aPortThatComesUnderTheSameNameIsANewLine()
     QCOMPARE(fresh.readAll(), QByteArray("hello"));
     QCOMPARE(old.bytesAvailable(), 0);
     QCOMPARE(old.write("x"), -1);
-    QVERIFY(old.open(QIODevice::ReadWrite)); // a dead object may be opened again
-    QCOMPARE(old.write("x"), 1);
+}
+
+void TestQextSerialPortEnds::aDeadObjectMayBeOpenedAgain()
+{
+    QTemporaryDir folder;
+    const QString name = folder.filePath(QStringLiteral("port"));
+    Pty terminal;
+    QVERIFY(QFile::link(terminal.name(), name));
+    QextSerialPort port(name);
+    QVERIFY(port.open(QIODevice::ReadWrite));
+    terminal.hangUp();
+    QTRY_COMPARE(terminal.openDescriptors(), 0);
+    QVERIFY(port.isOpen());
+
+    QVERIFY(QFile::remove(name));
+    MessageRecorder log;
+    QVERIFY(!port.open(QIODevice::ReadWrite));
+    QVERIFY(!port.isOpen());
+    QCOMPARE(log.take().size(), 1);
+
+    Pty replug;
+    QVERIFY(QFile::link(replug.name(), name));
+    QVERIFY(port.open(QIODevice::ReadWrite));
+    QCOMPARE(port.write("x"), 1);
     QCOMPARE(replug.received(), QByteArray("x"));
 }
 
