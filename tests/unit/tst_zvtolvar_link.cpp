@@ -103,6 +103,7 @@ private Q_SLOTS:
     void wakingRepeatsUntilAPromptIsSeen();
     void wakingStopsInAnyOtherState_data();
     void wakingStopsInAnyOtherState();
+    void wakingStopsForGood();
     void wakingWithoutAPortQueuesNothing();
 
     void readingWithoutAPortOrBytesDoesNothing();
@@ -469,6 +470,25 @@ void TestLink::wakingStopsInAnyOtherState()
     QCOMPARE(_pty->collected(), QByteArray());
     QVERIFY(inside().queue().isEmpty());
     QVERIFY(_log->messages().isEmpty());
+}
+
+void TestLink::wakingStopsForGood()
+{
+    openPort();
+    inside().state() = CANDIDATE_DEVICE_FOUND;
+    _tolvar->onTimerKickOffTlovarConsole();
+    QTRY_COMPARE(_pty->collected(), QByteArray("C\r\n"));
+    inside().state() =
+        IN_PROMPT; // a prompt was seen: the timer under way fires once more, and ends the chain
+    QTimer aTurnLater;
+    aTurnLater.setSingleShot(true);
+    aTurnLater.start(1200);
+    QTRY_VERIFY(!aTurnLater.isActive());
+    inside().state() = INITIAL_WAITING_FOR_CONSOLE_PROMPT; // a timer that still ran would wake again
+    aTurnLater.start(1200);
+    QTRY_VERIFY(!aTurnLater.isActive());
+    QCOMPARE(_pty->collected(), QByteArray("C\r\n"));
+    QCOMPARE(inside().queue(), QStringList{"get\r\n"});
 }
 
 void TestLink::wakingWithoutAPortQueuesNothing()

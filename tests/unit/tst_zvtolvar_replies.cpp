@@ -1,5 +1,9 @@
+#include <csignal>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <QFile>
-#include <QMetaMethod>
 #include <QPointer>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -102,6 +106,8 @@ private Q_SLOTS:
 
     void deepNestingIsSkipped();
     void aDocumentAfterAnotherIsNotRead();
+    void aForeignRootHoldsTheDispatcher_data();
+    void aForeignRootHoldsTheDispatcher();
 
 private:
     void reply(const QString &document) { _tolvar->onResponseReceived(document); }
@@ -438,6 +444,39 @@ void TestReplies::aDocumentAfterAnotherIsNotRead()
 {
     reply(puckdata("<name>T1</name>") + puckdata("<name>T2</name>"));
     QCOMPARE(_tolvar->systemID(), QStringLiteral("T1"));
+}
+
+void TestReplies::aForeignRootHoldsTheDispatcher_data()
+{
+    QTest::addColumn<QString>("document");
+    QTest::addColumn<bool>("returns");
+    QTest::newRow("a known root is read and left") << "<puckdata/>" << true;
+    QTest::newRow("an unknown root") << "<uptime/>" << false;
+    QTest::newRow("a known name in other letters") << "<PuckData/>" << false;
+}
+
+void TestReplies::aForeignRootHoldsTheDispatcher()
+{
+    QFETCH(QString, document);
+    QFETCH(bool, returns);
+    const pid_t child = ::fork();
+    QVERIFY(child >= 0);
+    if (child == 0) {
+        reply(document);
+        ::_exit(0);
+    }
+    const auto hasReturned = [child] { return ::waitpid(child, nullptr, WNOHANG) == child; };
+    bool returned = false;
+    // One that returns does so when it gets round to it; for one that doesn't, half a second is long enough.
+    for (int turns = returns ? 2000 : 50; turns > 0 && !returned; --turns) {
+        QTest::qWait(10);
+        returned = hasReturned();
+    }
+    if (!returned) {
+        ::kill(child, SIGKILL);
+        ::waitpid(child, nullptr, 0);
+    }
+    QCOMPARE(returned, returns);
 }
 
 QTEST_GUILESS_MAIN(TestReplies)
