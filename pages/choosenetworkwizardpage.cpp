@@ -183,7 +183,7 @@ void ChooseNetworkWizardPage::OnAdvancedButtonClicked()
 {
     zvDebug() << "Advanced Button Clicked";
     ZVTolvar *tolvar = wizardController(this);
-    const int firmware = tolvar->firmwareVersion().mid(1).toInt();
+    const int firmware = tolvar->firmwareVersionAsInt();
     zvDebug() << "Firmware:" << firmware;
 
     if (firmware > lastFirmwareWithoutAntenna) {
