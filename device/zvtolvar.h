@@ -29,7 +29,7 @@ using QCoreXmlStreamReader = QXmlStreamReader;
 class ZVTolvar : public QObject
 {
     Q_OBJECT
-    // kept: no NOTIFY. The change signals are ordinary signals.
+    // kept: no NOTIFY. The change signals are ordinary signals. clazy:excludeall=qproperty-without-notify
     Q_PROPERTY(QString systemID READ systemID WRITE setSystemID)
     Q_PROPERTY(QString status READ status WRITE setStatus)
     Q_PROPERTY(QString firmwareVersion READ firmwareVersion WRITE setFirmwareVersion)

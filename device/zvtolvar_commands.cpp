@@ -4,7 +4,7 @@
 
 namespace
 {
-const QString LineEnd = QStringLiteral("\r\n");
+constexpr QLatin1String LineEnd("\r\n");
 } // namespace
 
 void ZVTolvar::startScan()

@@ -63,7 +63,7 @@ constexpr void (ZVTolvar::*verdicts[])() = {
 /// Reads the text of the element that the reader stands on and steps past its end.
 QString readElement(QCoreXmlStreamReader &reader)
 {
-    const QString text = reader.readElementText();
+    QString text = reader.readElementText();
     if (reader.isEndElement())
         reader.readNext();
     return text;
@@ -118,7 +118,7 @@ void ZVTolvar::onResponseReceived(const QString &aResponse)
 void ZVTolvar::parseResponsePuckData(QCoreXmlStreamReader &reader)
 {
     const auto take = [this, &reader] {
-        const auto known =
+        const auto *const known =
             std::find_if(std::begin(statusElements), std::end(statusElements),
                          [&](const auto &entry) { return reader.name() == QLatin1String(entry.element); });
         if (known == std::end(statusElements))

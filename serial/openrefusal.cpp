@@ -57,7 +57,7 @@ static QString owningGroup(const QString &path)
 {
     const QFileInfo node(path);
     if (!node.exists())
-        return QString();
+        return {};
     const QString name = node.group();
     return name.isEmpty() ? QString::number(node.groupId()) : name;
 }

@@ -80,7 +80,7 @@ bool PluggedPort::waitUntil(const std::function<bool()> &holds, int milliseconds
         return true;
     QEventLoop loop;
     bool held = false;
-    connect(this, &PluggedPort::changed, &loop, [&] {
+    connect(this, &PluggedPort::changed, &loop, [this, &loop, &held, &holds] {
         held = held || holds();
         if (held)
             loop.quit();
@@ -119,16 +119,16 @@ bool PluggedTolvar::waitFor(const std::function<bool(const TolvarState &)> &hold
 ForeignPort::ForeignPort(UsbTestbed &bed, const UsbBridge &bridge)
     : PluggedPort(bed, bridge)
 {
-    connect(
-        pump(), &PortPump::received, this,
-        [this](const QByteArray &bytes) {
-            {
-                const QMutexLocker lock(&_guard);
-                _received += bytes;
-            }
-            Q_EMIT changed();
-        },
-        Qt::DirectConnection);
+    connect(pump(), &PortPump::received, this, &ForeignPort::take, Qt::DirectConnection);
+}
+
+void ForeignPort::take(const QByteArray &bytes)
+{
+    {
+        const QMutexLocker lock(&_guard);
+        _received += bytes;
+    }
+    Q_EMIT changed();
 }
 
 ForeignPort::~ForeignPort()

@@ -108,6 +108,8 @@ public:
     QByteArray received() const;
 
 private:
+    void take(const QByteArray &bytes);
+
     mutable QMutex _guard;
     QByteArray _received;
 };

@@ -108,18 +108,18 @@ void SampleWizard::addButtons(QBoxLayout *layout)
     auto *status = new QLabel("idle");
     status->setObjectName("label_status");
     auto *refresh = new QPushButton("Look for Networks...");
-    connect(refresh, &QPushButton::clicked, [this, status] {
+    connect(refresh, &QPushButton::clicked, this, [this, status] {
         status->setText("looking");
         QTimer::singleShot(300, this, [status] { status->setText("found & done"); });
     });
     auto *details = new QPushButton("View Details...");
     connect(details, &QPushButton::clicked, this, &SampleWizard::openDetails);
     auto *save = new QPushButton("Save Log");
-    connect(save, &QPushButton::clicked, [this, status] {
+    connect(save, &QPushButton::clicked, this, [this, status] {
         status->setText("saved " + QFileDialog::getSaveFileName(this, "Save the Log", "start.txt"));
     });
     auto *ask = new QPushButton("Ask");
-    connect(ask, &QPushButton::clicked, [this, status] {
+    connect(ask, &QPushButton::clicked, this, [this, status] {
         const auto answer = QMessageBox::question(this, "Question", "Is \"this\" it?\nReally?");
         status->setText(answer == QMessageBox::Yes ? "answered yes" : "answered no");
     });
@@ -197,13 +197,13 @@ int main(int argc, char *argv[])
         QThread::msleep(400);
         busy.start(100);
     });
-    if (application.arguments().contains("--busy"))
+    if (QApplication::arguments().contains("--busy"))
         busy.start(100);
     std::fprintf(stderr, "home %s\nfolder %s\nword %s\ndevice %s\n", qPrintable(QDir::homePath()),
                  qPrintable(QDir::currentPath()), qgetenv("SAMPLEAPP_WORD").constData(),
                  QDir("/sys/devices/sample").exists() ? "yes" : "no");
     wizard.show();
-    const int result = application.exec();
+    const int result = QApplication::exec();
     say(QString("ended with %1").arg(wizard.result()));
     return result == 0 && wizard.result() == QDialog::Accepted ? 0 : 3;
 }

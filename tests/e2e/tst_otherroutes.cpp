@@ -8,7 +8,7 @@ using namespace onscreen;
 
 namespace
 {
-const QString wizardTitle = QStringLiteral("ZV Tolvar Setup v2.3");
+constexpr QLatin1String wizardTitle("ZV Tolvar Setup v2.3");
 
 QByteArray contents(const QString &path)
 {

@@ -11,8 +11,14 @@ using namespace onscreen;
 
 namespace
 {
-const QByteArray ssid = "The name with thirty-two letters";
-const QByteArray passphrase = "as long as it may be";
+QByteArray ssid()
+{
+    return "The name with thirty-two letters";
+}
+QByteArray passphrase()
+{
+    return "as long as it may be";
+}
 
 /// One message of the session log: its prefix and its text, which may span lines.
 struct Message {
@@ -63,7 +69,7 @@ namespace
 /// From the choose-network page on.
 bool choosesAndSaves(Scenario &s)
 {
-    return s.user.seesTheNetworks() && s.user.picks(ssid) && s.user.typesPassphrase(passphrase) &&
+    return s.user.seesTheNetworks() && s.user.picks(ssid()) && s.user.typesPassphrase(passphrase()) &&
            s.user.goesOn() && s.user.sees("Successfully tested connection to network\n") && s.user.saves() &&
            s.user.finishes();
 }
@@ -80,10 +86,10 @@ bool walksThrough(Scenario &s)
     do {                                                                                                     \
         QCOMPARE((scenario).screen.exitCode(), 0);                                                           \
         const QList<QByteArray> lines = (scenario).receivedSinceStatus();                                    \
-        QCOMPARE(lines, typicalLines(ssid, passphrase));                                                     \
+        QCOMPARE(lines, typicalLines(ssid(), passphrase()));                                                 \
         const TolvarState state = (scenario).tolvar.state();                                                 \
-        QCOMPARE(state.saved.network, ssid);                                                                 \
-        QCOMPARE(state.saved.passphrase, passphrase);                                                        \
+        QCOMPARE(state.saved.network, ssid());                                                               \
+        QCOMPARE(state.saved.passphrase, passphrase());                                                      \
         QCOMPARE(state.saved.antenna, QByteArray("0"));                                                      \
         QCOMPARE(state.saved.useStaticIP, QByteArray("N"));                                                  \
         QVERIFY2(state.exited, "the device was expected to be told to leave its setup mode");                \
@@ -186,8 +192,8 @@ void TestTypicalRun::commandsArePacedAtTenMillisecondsAByte()
     ZV_STEP(s, s.user.seesTheDevice());
     ZV_STEP(s, s.user.goesToTheNetworks());
     ZV_STEP(s, s.user.seesTheNetworks());
-    ZV_STEP(s, s.user.picks(ssid));
-    ZV_STEP(s, s.user.typesPassphrase(passphrase));
+    ZV_STEP(s, s.user.picks(ssid()));
+    ZV_STEP(s, s.user.typesPassphrase(passphrase()));
     const qint64 beforeTheClick = std::chrono::steady_clock::now().time_since_epoch().count();
     ZV_STEP(s, s.user.goesOn());
     ZV_STEP(s, s.user.sees("Successfully tested connection to network\n"));
@@ -211,7 +217,7 @@ void TestTypicalRun::commandsArePacedAtTenMillisecondsAByte()
 
     // The three commands of the test follow each other from the click on. A byte is seen at its time or
     // later, so counted from the click none of them may be through before its bytes' time.
-    const qsizetype firstLine = state.lineTexts().indexOf("setssid " + ssid);
+    const qsizetype firstLine = state.lineTexts().indexOf("setssid " + ssid());
     const qsizetype firstByte = state.lines.at(firstLine).firstByte;
     for (qsizetype line = firstLine; line < firstLine + 3; ++line) {
         const TolvarLine &command = state.lines.at(line);
@@ -279,15 +285,16 @@ void TestTypicalRun::theSessionLogLineByLine()
     submitted({"setuarttrace y", "save", "scan"});
     expected += QStringList{"->IN_RESPONSE_RECEIVE and Scanning ", "->IN_PROMPT - end scaning "};
     submitted({"setuarttrace n"});
-    expected += QStringList{"Password Edit: \"" + passphrase + "\" "};
-    submitted({"setssid " + ssid, "setpass " + passphrase, "test"});
+    expected += QStringList{"Password Edit: \"" + passphrase() + "\" "};
+    submitted({"setssid " + ssid(), "setpass " + passphrase(), "test"});
     expected += QStringList{"->IN_RESPONSE_RECEIVE and testing ", "->IN_PROMPT - end testing "};
-    submitted({"ant_select 0", "setssid " + ssid, "setpass " + passphrase, "setstaticip N", "save", "exit"});
+    submitted(
+        {"ant_select 0", "setssid " + ssid(), "setpass " + passphrase(), "setstaticip N", "save", "exit"});
     QCOMPARE(told, expected);
 
-    for (const QString &query :
-         {QString("Sysid: \"\" "), QString("Sysid: \"TOLVAR-4711\" "),
-          QString("nextId \"" + passphrase + "\" "), QString("\"Workshop\" "), QString("\"" + ssid + "\" ")})
+    for (const QString &query : {QString("Sysid: \"\" "), QString("Sysid: \"TOLVAR-4711\" "),
+                                 QString("nextId \"" + passphrase() + "\" "), QString("\"Workshop\" "),
+                                 QString("\"" + ssid() + "\" ")})
         QVERIFY2(queries.contains(query), qPrintable("expected in the session log: " + query));
 }
 

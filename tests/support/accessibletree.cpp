@@ -35,8 +35,8 @@ enum State {
     StateShowing = 25
 };
 
-const QString accessibleInterface = QStringLiteral("org.a11y.atspi.Accessible");
-const QString rootPath = QStringLiteral("/org/a11y/atspi/accessible/root");
+constexpr QLatin1String accessibleInterface("org.a11y.atspi.Accessible");
+constexpr QLatin1String rootPath("/org/a11y/atspi/accessible/root");
 
 /// Where an object of the tree lives: a program's bus name and a path in it.
 struct Reference {

@@ -44,7 +44,7 @@ QString MockPorts::addPhantom()
 
 QString MockPorts::addConsole()
 {
-    const QString name = nextName("tty");
+    QString name = nextName("tty");
     _paths.insert(name, QStringLiteral("/devices/virtual/tty/%1").arg(name));
     add("P: " + _paths.value(name).toUtf8() + "\nE: SUBSYSTEM=tty\nE: DEVNAME=/dev/" + name.toUtf8() +
         "\n\n");

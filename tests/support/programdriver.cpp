@@ -102,7 +102,7 @@ QString ProgramDriver::text(const WidgetQuery &query)
 {
     const std::optional<Widget> found = await(query, _patience);
     if (!found)
-        return QString();
+        return {};
     return found->text.isNull() ? QStringLiteral("") : found->text;
 }
 

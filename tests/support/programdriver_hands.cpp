@@ -46,7 +46,7 @@ QString ProgramDriver::coverOf(const Widget &window, const QPoint &point) const
     const unsigned long frame = _display->frameAt(point);
     for (const XWindow &own : _display->windowsOf(_process.processId())) {
         if (own.rect == window.rect && own.frame == frame)
-            return QString();
+            return {};
     }
     return QStringLiteral("is covered by another window");
 }
@@ -159,11 +159,11 @@ bool ProgramDriver::pressKey(const QString &name)
     return true;
 }
 
-bool ProgramDriver::fill(const WidgetQuery &query, const QString &text)
+bool ProgramDriver::fill(const WidgetQuery &field, const QString &text)
 {
-    return click(query) && waitFor(query.focused()) && pressKey(QStringLiteral("ctrl+a")) &&
+    return click(field) && waitFor(field.focused()) && pressKey(QStringLiteral("ctrl+a")) &&
            (text.isEmpty() ? pressKey(QStringLiteral("Delete")) : typeText(text)) &&
-           waitFor(query.withText(text));
+           waitFor(field.withText(text));
 }
 
 bool ProgramDriver::saveAs(const QString &path)

@@ -29,9 +29,9 @@ ProgramDriver::ProgramDriver()
     _environment.insert(QStringLiteral("QT_LOGGING_RULES"), rules);
 
     _process.setStandardInputFile(QProcess::nullDevice());
-    QObject::connect(&_process, &QProcess::readyReadStandardOutput,
+    QObject::connect(&_process, &QProcess::readyReadStandardOutput, &_process,
                      [this] { _output += _process.readAllStandardOutput(); });
-    QObject::connect(&_process, &QProcess::readyReadStandardError,
+    QObject::connect(&_process, &QProcess::readyReadStandardError, &_process,
                      [this] { _errorOutput += _process.readAllStandardError(); });
 }
 

@@ -8,9 +8,16 @@
 #include <unistd.h>
 
 static termios lastAsked;
-static QList<int> switched;
 
-// These two stand before the C library's for the whole program.
+// Control lines that were switched, in order; negative for off.
+static QList<int> &switched()
+{
+    static QList<int> lines;
+    return lines;
+}
+
+// These two stand before the C library's for the whole program. Its headers' own parameter names are reserved
+// ones. NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
 extern "C" int tcsetattr(int descriptor, int when, const termios *settings)
 {
     using Function = int (*)(int, int, const termios *);
@@ -26,16 +33,17 @@ extern "C" int ioctl(int descriptor, unsigned long request, ...)
     void *argument = va_arg(arguments, void *);
     va_end(arguments);
     if (request == TIOCMBIS)
-        switched.append(*static_cast<int *>(argument));
+        switched().append(*static_cast<int *>(argument));
     else if (request == TIOCMBIC)
-        switched.append(-*static_cast<int *>(argument));
+        switched().append(-*static_cast<int *>(argument));
     return static_cast<int>(::syscall(SYS_ioctl, descriptor, request, argument));
 }
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
 
 void TtyCalls::clear()
 {
     lastAsked = {};
-    switched.clear();
+    switched().clear();
 }
 
 termios TtyCalls::lastSettings()
@@ -45,5 +53,5 @@ termios TtyCalls::lastSettings()
 
 QList<int> TtyCalls::modemLines()
 {
-    return switched;
+    return switched();
 }

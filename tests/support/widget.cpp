@@ -14,8 +14,8 @@ QString subtree(const Screen &screen, int parent, int depth)
         // What only holds other things together tells the reader nothing: its contents take its place.
         const bool worthALine = screen.at(i).kind != WidgetKind::Other || !screen.at(i).name.isEmpty();
         if (worthALine)
-            lines += QString(depth * 2, u' ') + screen.at(i).description() + u'\n';
-        lines += subtree(screen, i, depth + worthALine);
+            lines += QString(qsizetype{2} * depth, u' ') + screen.at(i).description() + u'\n';
+        lines += subtree(screen, i, worthALine ? depth + 1 : depth);
     }
     return lines;
 }

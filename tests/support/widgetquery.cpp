@@ -94,7 +94,7 @@ QList<int> WidgetQuery::allIn(const Screen &screen) const
         found = found.mid(*_number - 1, 1);
     // Last: a field must not become the nearest because it happens to be in the wanted state.
     const auto isOtherwise = [&](int i) { return !isAsWanted(screen.at(i)); };
-    found.erase(std::remove_if(found.begin(), found.end(), isOtherwise), found.end());
+    found.removeIf(isOtherwise);
     return found;
 }
 

@@ -61,7 +61,7 @@ QList<unsigned long> XDisplay::numbers(unsigned long window, const char *propert
         return {};
     const auto *values =
         reinterpret_cast<const unsigned long *>(found.data); // Xlib's 32 bits are a long each
-    return QList<unsigned long>(values, values + found.count);
+    return {values, values + found.count};
 }
 
 QString XDisplay::text(unsigned long window, const char *property) const

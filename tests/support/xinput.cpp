@@ -4,6 +4,7 @@
 
 #include <QStringList>
 
+#include <cstddef>
 #include <utility>
 
 // Last: Xlib's macros collide with Qt's names.
@@ -69,7 +70,7 @@ void XInput::readKeyboard()
     XDisplayKeycodes(_display.connection(), &first, &last);
     KeySym *symbols = XGetKeyboardMapping(_display.connection(), KeyCode(first), last - first + 1, &columns);
     for (int code = last; code >= first; --code) {
-        const KeySym *columnsOfKey = symbols + (code - first) * columns;
+        const KeySym *columnsOfKey = symbols + std::ptrdiff_t{code - first} * columns;
         bool isSpare = true;
         for (int column = 0; column < columns; ++column)
             isSpare &= columnsOfKey[column] == NoSymbol;

@@ -243,7 +243,8 @@ void tst_TolvarSim::showsTheConversation()
     QVERIFY(brief.out.contains("] > get_log_file\n"));
     QVERIFY(brief.out.contains("] > setssid \u00E9\\x01\n")); // no UTF-8, so it is read as Latin-1
     QVERIFY(brief.out.contains("] * left setup mode\n"));
-    QVERIFY(QRegularExpression("\\] < <log_file> \\d+ bytes\n").match(brief.out).hasMatch());
+    static const QRegularExpression sentLog("\\] < <log_file> \\d+ bytes\n");
+    QVERIFY(sentLog.match(brief.out).hasMatch());
     QVERIFY(!brief.out.contains("cold start"));
 
     Simulator verbose;
@@ -351,7 +352,7 @@ void tst_TolvarSim::scansAtOnceOrNot()
     const auto timeOfScan = [](const QStringList &options) {
         Simulator simulator;
         simulator.run(options, tells("C\\r\\nscan\\r\\n"));
-        const QRegularExpression times("\\[tolvar +([0-9.]+)\\] (> scan|< <scan_results>)");
+        static const QRegularExpression times("\\[tolvar +([0-9.]+)\\] (> scan|< <scan_results>)");
         QList<double> found;
         for (auto all = times.globalMatch(simulator.out); all.hasNext();)
             found += all.next().captured(1).toDouble();
@@ -375,11 +376,12 @@ void tst_TolvarSim::signalsEndTheProgram()
     Simulator simulator;
     simulator.start({"--tty", freshTty(), "--", "/bin/sh", "-c", "echo up $$; exec sleep 60"});
     QVERIFY(simulator.hasSaid("up "));
+    static const QRegularExpression childUp("up (\\d+)\n");
     QVERIFY(QTest::qWaitFor([&] {
         simulator.out += simulator.process.readAllStandardOutput();
-        return QRegularExpression("up \\d+\n").match(simulator.out).hasMatch();
+        return childUp.match(simulator.out).hasMatch();
     }));
-    const int child = QRegularExpression("up (\\d+)\n").match(simulator.out).captured(1).toInt();
+    const int child = childUp.match(simulator.out).captured(1).toInt();
     kill(static_cast<pid_t>(simulator.process.processId()), number);
     simulator.finish();
     QCOMPARE(simulator.process.exitCode(), 128 + SIGTERM);

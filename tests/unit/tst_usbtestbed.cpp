@@ -341,7 +341,7 @@ void tst_UsbTestbed::bedsOneAfterAnother()
         PluggedTolvar tolvar(bed);
         QVERIFY(tolvar.plug());
         QCOMPARE(QSerialPortInfo::availablePorts().size(), 1);
-        QCOMPARE(QSerialPortInfo::availablePorts().first().portName().toLatin1(), tolvar.ttyName());
+        QCOMPARE(QSerialPortInfo::availablePorts().constFirst().portName().toLatin1(), tolvar.ttyName());
         const PlainTty line(tolvar.ttyName());
         QVERIFY(line.write("C\r\n"));
         QCOMPARE(line.readUntil(">"), QByteArray("\r\n>"));
@@ -385,7 +385,8 @@ void tst_UsbTestbed::hostMayBlock()
     constexpr int pause = 10;
     QElapsedTimer clock;
     clock.start();
-    for (const char byte : QByteArray("scan\r\n")) {
+    const QByteArray command = "scan\r\n";
+    for (const char byte : command) {
         QVERIFY(line.write(QByteArray(1, byte)));
         QTest::qSleep(pause);
     }
