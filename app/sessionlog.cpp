@@ -30,6 +30,12 @@ const char *prefix(QtMsgType type)
     }
 }
 
+/// Whether the log's file could be opened. The toolkit remarks on each write to one that couldn't.
+bool isOpen(const QTextStream &log)
+{
+    return log.device() && log.device()->isOpen();
+}
+
 void forwardMessage(QtMsgType type, const QMessageLogContext &, const QString &message)
 {
     zvMessageOutput(type, message.toLocal8Bit().constData());
@@ -52,7 +58,8 @@ void installMessageHandler()
 
 void zvMessageOutput(QtMsgType type, const char *msg)
 {
-    if (const char *level = prefix(type))
+    const char *level = prefix(type);
+    if (level && isOpen(theSessionLog))
         theSessionLog << level << msg << "\n";
     theSessionLog.flush();
 
