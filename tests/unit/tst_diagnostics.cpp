@@ -11,6 +11,7 @@ class TestDiagnostics : public QObject
 private Q_SLOTS:
     void eachItemIsFollowedByOneBlank();
     void aLiteralStandsBare();
+    void deviceOutputIsOneCharacterAByteUpToTheFirstZero();
     void aTextStandsInQuotesAsItIs_data();
     void aTextStandsInQuotesAsItIs();
     void bytesStandInQuotesAsTheyAre();
@@ -36,6 +37,14 @@ void TestDiagnostics::aLiteralStandsBare()
     zvDebug() << "";
     zvDebug() << "100 %s %1";
     QCOMPARE(log.messages(), QStringList({"D: OK ", "D: ", "D:100 %s %1 "}));
+}
+
+void TestDiagnostics::deviceOutputIsOneCharacterAByteUpToTheFirstZero()
+{
+    MessageRecorder log;
+    const QByteArray received("\x02<a>\xc3\xa9\xff</a>\x03\r\n\0>", 16);
+    zvWarning() << received.constData();
+    QCOMPARE(log.messages(), QStringList{QString::fromLatin1("W:\x02<a>\xc3\xa9\xff</a>\x03\r\n ")});
 }
 
 void TestDiagnostics::aTextStandsInQuotesAsItIs_data()

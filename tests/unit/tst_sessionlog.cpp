@@ -1,7 +1,12 @@
+#include <csignal>
 #include <cstdio>
+#include <memory>
+
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <QFile>
+#include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTextBrowser>
 #include <QTextStream>
@@ -9,6 +14,9 @@
 
 #include "app/diagnostics.h"
 #include "app/sessionlog.h"
+#include "app/zvtolvarsetupwizard.h"
+#include "pages/pageid.h"
+#include "tests/support/messagerecorder.h"
 
 namespace
 {
@@ -56,26 +64,41 @@ class TestSessionLog : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
     void init();
     void cleanup();
 
     void eachLevelGoesWhereItBelongs_data();
     void eachLevelGoesWhereItBelongs();
-    void withoutAConsoleNothingIsInserted();
-    void theTraceFlagBringsDebugMessagesToTheConsole();
+    void everyMessageWritesTheLogToTheDisk_data() { levels(); }
+    void everyMessageWritesTheLogToTheDisk();
+    void aMessageIsNoFormat();
+    void aWarningAloneLeavesNoLineBreakInTheConsole();
     void theConsoleIsLaidOutByTheDevicesLineEnds();
-    void theConsoleFollowsItsEnd();
+    void theConsoleTakesMarkupForText();
+    void theConsoleIsWrittenAtItsCursor();
+    void theConsoleFollowsItsCursor();
     void eachRunStartsAnew();
     void aLogThatCantBeOpenedIsNoHindrance();
+    void beforeTheLogIsOpenedNothingIsWritten();
     void bytesBeyondAscii();
     void everyMessageOfTheProgramPasses();
+    void aFatalMessageIsRecordedBeforeTheProgramEnds();
 
 private:
+    static void levels();
     QString logPath() const { return _home->filePath("zvinstall.log"); }
 
     std::unique_ptr<QTemporaryDir> _home;
     std::unique_ptr<QTextBrowser> _console;
 };
+
+void TestSessionLog::initTestCase()
+{
+    QVERIFY2(!theConsoleWindow, "there is no console at first");
+    QVERIFY2(!theTraceDebugFlag, "the trace flag starts false");
+    QVERIFY2(!theSessionLog.device(), "the log goes nowhere at first");
+}
 
 void TestSessionLog::init()
 {
@@ -93,23 +116,78 @@ void TestSessionLog::cleanup()
     _console.reset();
 }
 
+namespace
+{
+struct Level {
+    const char *name;
+    QtMsgType type;
+    const char *logged; // of the message "abc"
+};
+constexpr Level allLevels[] = {
+    {"debug", QtDebugMsg, "D:abc\n"},     {"info", QtInfoMsg, ""},
+    {"warning", QtWarningMsg, "W:abc\n"}, {"critical", QtCriticalMsg, "C:abc\n"},
+    {"fatal", QtFatalMsg, "F:abc\n"},
+};
+
+using Deed = void (*)(ZVTolvarSetupWizard &wizard);
+
+struct ConsoleState {
+    const char *name;
+    Deed deed; // what is done to the wizard before the message comes
+    bool getsDebugMessages;
+    bool getsOthers;
+};
+const ConsoleState consoleStates[] = {
+    // clang-format off
+    {"with a console",                   [](auto &) {},                                           false, true},
+    {"with a console and the trace flag", [](auto &) { theTraceDebugFlag = true; },               true,  true},
+    {"after the wizard's OnFinished",    [](auto &wizard) { wizard.OnFinished(0); },              false, false},
+    {"after OnFinished with the flag",   [](auto &wizard) { wizard.OnFinished(0);
+                                                            theTraceDebugFlag = true; },          false, false},
+    {"after the choose-network page",    [](auto &wizard) { delete wizard.page(ChooseNetworkPageId); }, false, false},
+    // clang-format on
+};
+} // namespace
+
+void TestSessionLog::levels()
+{
+    QTest::addColumn<int>("type");
+    for (const Level &level : allLevels)
+        QTest::newRow(level.name) << int(level.type);
+}
+
 void TestSessionLog::eachLevelGoesWhereItBelongs_data()
 {
     QTest::addColumn<int>("type");
-    QTest::addColumn<QByteArray>("line");
-    QTest::addColumn<QString>("console");
-    QTest::newRow("debug: log and output only") << int(QtDebugMsg) << QByteArray("D:abc\n") << "";
-    QTest::newRow("warning: all three") << int(QtWarningMsg) << QByteArray("W:abc\n") << "abc";
-    QTest::newRow("critical: all three") << int(QtCriticalMsg) << QByteArray("C:abc\n") << "abc";
-    QTest::newRow("fatal: all three") << int(QtFatalMsg) << QByteArray("F:abc\n") << "abc";
-    QTest::newRow("info has no prefix: not in the log") << int(QtInfoMsg) << QByteArray() << "abc";
+    QTest::addColumn<QByteArray>("logged");
+    QTest::addColumn<bool>("early");
+    QTest::addColumn<Deed>("deed");
+    QTest::addColumn<bool>("inConsole");
+    for (const Level &level : allLevels) {
+        const auto row = [&level](const char *when) -> QTestData & {
+            return QTest::addRow("%s %s", level.name, when) << int(level.type) << QByteArray(level.logged);
+        };
+        row("before there is a console") << true << Deed([](auto &) {}) << false;
+        for (const ConsoleState &state : consoleStates) {
+            row(state.name) << false << state.deed
+                            << (level.type == QtDebugMsg ? state.getsDebugMessages : state.getsOthers);
+        }
+    }
 }
 
 void TestSessionLog::eachLevelGoesWhereItBelongs()
 {
     QFETCH(int, type);
-    QFETCH(QByteArray, line);
-    QFETCH(QString, console);
+    QFETCH(QByteArray, logged);
+    QFETCH(bool, early);
+    QFETCH(Deed, deed);
+    QFETCH(bool, inConsole);
+    theConsoleWindow = nullptr;
+    std::unique_ptr<ZVTolvarSetupWizard> wizard;
+    if (!early) {
+        wizard = std::make_unique<ZVTolvarSetupWizard>();
+        deed(*wizard);
+    }
     openSessionLog();
     QByteArray output;
     {
@@ -117,46 +195,91 @@ void TestSessionLog::eachLevelGoesWhereItBelongs()
         zvMessageOutput(static_cast<QtMsgType>(type), "abc");
         output = captured.written();
     }
-    QCOMPARE(contents(logPath()), line);
+    QCOMPARE(contents(logPath()), logged);
     QCOMPARE(output, QByteArray("abc\n"));
-    QCOMPARE(_console->toPlainText(), console);
+    if (early)
+        wizard = std::make_unique<ZVTolvarSetupWizard>(); // nothing has been kept for it
+    QCOMPARE(wizard->findChild<QTextBrowser *>("textBrowser_log_console")->toPlainText(),
+             QString(inConsole ? "abc" : ""));
 }
 
-void TestSessionLog::withoutAConsoleNothingIsInserted()
+void TestSessionLog::everyMessageWritesTheLogToTheDisk()
+{
+    QFETCH(int, type);
+    openSessionLog();
+    theSessionLog << "still in memory\n";
+    QCOMPARE(contents(logPath()), QByteArray());
+    zvMessageOutput(static_cast<QtMsgType>(type), "abc");
+    QVERIFY2(contents(logPath()).startsWith("still in memory\n"), contents(logPath()));
+}
+
+void TestSessionLog::aMessageIsNoFormat()
 {
     openSessionLog();
-    theConsoleWindow = nullptr;
+    QByteArray output;
+    {
+        CapturedOutput captured(_home->filePath("output"));
+        zvMessageOutput(QtWarningMsg, "100 % %s %n %1");
+        output = captured.written();
+    }
+    QCOMPARE(output, QByteArray("100 % %s %n %1\n"));
+    QCOMPARE(contents(logPath()), QByteArray("W:100 % %s %n %1\n"));
+    QCOMPARE(_console->toPlainText(), QStringLiteral("100 % %s %n %1"));
+}
+
+void TestSessionLog::aWarningAloneLeavesNoLineBreakInTheConsole()
+{
+    openSessionLog();
     zvMessageOutput(QtWarningMsg, "abc");
-    QCOMPARE(_console->toPlainText(), QString());
-    QCOMPARE(contents(logPath()), QByteArray("W:abc\n"));
-}
-
-void TestSessionLog::theTraceFlagBringsDebugMessagesToTheConsole()
-{
-    openSessionLog();
-    QVERIFY2(!theTraceDebugFlag, "the flag starts false");
-    theTraceDebugFlag = true;
-    zvMessageOutput(QtDebugMsg, "abc");
     QCOMPARE(_console->toPlainText(), QStringLiteral("abc"));
+    QCOMPARE(_console->document()->blockCount(), 1);
 }
 
 void TestSessionLog::theConsoleIsLaidOutByTheDevicesLineEnds()
 {
     openSessionLog();
     zvMessageOutput(QtWarningMsg, "abc");
-    zvMessageOutput(QtWarningMsg, " <b>d</b>\nef");
-    QCOMPARE(_console->toPlainText(), QStringLiteral("abc <b>d</b>\nef"));
+    zvMessageOutput(QtCriticalMsg, " d\nef");
+    zvMessageOutput(QtWarningMsg, "g\r\n> ");
+    QCOMPARE(_console->toPlainText(), QStringLiteral("abc d\nefg\n> "));
 }
 
-void TestSessionLog::theConsoleFollowsItsEnd()
+void TestSessionLog::theConsoleTakesMarkupForText()
+{
+    openSessionLog();
+    zvMessageOutput(QtWarningMsg, "<puckdata><b>1</b>&amp;</puckdata>");
+    QCOMPARE(_console->toPlainText(), QStringLiteral("<puckdata><b>1</b>&amp;</puckdata>"));
+}
+
+void TestSessionLog::theConsoleIsWrittenAtItsCursor()
+{
+    openSessionLog();
+    zvMessageOutput(QtWarningMsg, "ad");
+    _console->moveCursor(QTextCursor::PreviousCharacter); // as a user's click does
+    zvMessageOutput(QtWarningMsg, "b");
+    zvMessageOutput(QtWarningMsg, "c");
+    QCOMPARE(_console->toPlainText(), QStringLiteral("abcd"));
+}
+
+void TestSessionLog::theConsoleFollowsItsCursor()
 {
     openSessionLog();
     _console->resize(200, 100);
     _console->show();
     QVERIFY(QTest::qWaitForWindowExposed(_console.get()));
+    const auto cursorIsInView = [this] {
+        return _console->viewport()->rect().contains(_console->cursorRect());
+    };
     for (int i = 0; i < 100; ++i)
         zvMessageOutput(QtWarningMsg, "line\n");
-    QVERIFY2(_console->viewport()->rect().intersects(_console->cursorRect()), "the newest line is in view");
+    QScrollBar *scroll = _console->verticalScrollBar();
+    QVERIFY2(scroll->value() > 0 && cursorIsInView(), "the newest line is in view");
+
+    _console->moveCursor(QTextCursor::Start);
+    scroll->setValue(scroll->maximum());
+    QVERIFY(!cursorIsInView());
+    zvMessageOutput(QtWarningMsg, "first line\n");
+    QVERIFY2(cursorIsInView(), "the view goes to where the text is inserted");
 }
 
 void TestSessionLog::eachRunStartsAnew()
@@ -165,6 +288,7 @@ void TestSessionLog::eachRunStartsAnew()
     zvMessageOutput(QtDebugMsg, "first run ");
     QCOMPARE(contents(logPath()), QByteArray("D:first run \n"));
     openSessionLog();
+    QCOMPARE(contents(logPath()), QByteArray());
     zvMessageOutput(QtWarningMsg, "second run");
     QCOMPARE(contents(logPath()), QByteArray("W:second run\n"));
 }
@@ -172,6 +296,7 @@ void TestSessionLog::eachRunStartsAnew()
 void TestSessionLog::aLogThatCantBeOpenedIsNoHindrance()
 {
     qputenv("HOME", QFile::encodeName(_home->filePath("no/such/folder")));
+    MessageRecorder toolkit;
     openSessionLog();
     QByteArray output;
     {
@@ -181,6 +306,20 @@ void TestSessionLog::aLogThatCantBeOpenedIsNoHindrance()
     }
     QCOMPARE(output, QByteArray("abc\n"));
     QCOMPARE(_console->toPlainText(), QStringLiteral("abc"));
+    QCOMPARE(toolkit.messages(), QStringList()); // nobody is told
+    QVERIFY2(!QFile::exists(_home->filePath("no")), "no folder is made for the log");
+}
+
+void TestSessionLog::beforeTheLogIsOpenedNothingIsWritten()
+{
+    theSessionLog.setDevice(nullptr);
+    MessageRecorder toolkit;
+    zvMessageOutput(QtWarningMsg, "abc");
+    QCOMPARE(_console->toPlainText(), QStringLiteral("abc"));
+    openSessionLog();
+    zvMessageOutput(QtWarningMsg, "def");
+    QCOMPARE(contents(logPath()), QByteArray("W:def\n"));
+    QCOMPARE(toolkit.messages(), QStringList());
 }
 
 void TestSessionLog::bytesBeyondAscii()
@@ -208,6 +347,23 @@ void TestSessionLog::everyMessageOfTheProgramPasses()
     qCritical("no port");
     QCOMPARE(contents(logPath()), QByteArray("D:->IN_PROMPT \nD:--> \"get\r\n\" \nW:abc \nC:no port\n"));
     QCOMPARE(_console->toPlainText(), QStringLiteral("abc no port"));
+}
+
+void TestSessionLog::aFatalMessageIsRecordedBeforeTheProgramEnds()
+{
+    openSessionLog();
+    const pid_t program = ::fork();
+    if (program == 0) {
+        std::signal(SIGABRT, SIG_DFL);
+        if (!std::freopen("/dev/null", "w", stdout))
+            ::_exit(1);
+        installMessageHandler();
+        qFatal("no way on");
+    }
+    int status = 0;
+    QCOMPARE(::waitpid(program, &status, 0), program);
+    QVERIFY2(WIFSIGNALED(status), "the toolkit was expected to end the program");
+    QCOMPARE(contents(logPath()), QByteArray("F:no way on\n"));
 }
 
 QTEST_MAIN(TestSessionLog)
