@@ -5,7 +5,6 @@
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QTextBrowser>
-#include <QTranslator>
 #include <QtTest>
 
 #include "app/console_dialog.h"
@@ -14,6 +13,7 @@
 #include "pages/wepwarningwizardpage.h"
 #include "tests/pages/forminspection.h"
 #include "tests/pages/formtables.h"
+#include "tests/support/markingtranslator.h"
 
 namespace
 {
@@ -31,39 +31,6 @@ QString signature(const QMetaMethod &method)
                           .trimmed();
     return QStringLiteral("%1(%2)").arg(QLatin1String(method.name()), parameters.join(QLatin1String(", ")));
 }
-
-/// Keeps what is asked for in one context, and hands each text back with a mark, as a catalogue would.
-class MarkingTranslator : public QTranslator
-{
-public:
-    explicit MarkingTranslator(const char *context)
-        : _context(context)
-    {
-        QCoreApplication::installTranslator(this);
-    }
-    ~MarkingTranslator() override { QCoreApplication::removeTranslator(this); }
-
-    QString translate(const char *context, const char *source, const char *comment, int) const override
-    {
-        if (_context != context)
-            return {};
-        _sources += QString::fromUtf8(source);
-        if (comment)
-            _comments += QString::fromUtf8(comment);
-        return QLatin1Char('*') + QString::fromUtf8(source);
-    }
-    bool isEmpty() const override { return false; }
-
-    QStringList sources() const { return _sources; }
-    QStringList comments() const { return _comments; }
-
-private:
-    QByteArray _context;
-    mutable QStringList _sources;
-    mutable QStringList _comments;
-};
-
-const QStringList noTexts;
 } // namespace
 
 /// That each page and dialog is made as its table has it, and that nothing else was touched.
@@ -182,18 +149,18 @@ void TestForms::everythingIsShownUnlessHiddenAtFirst()
 
 void TestForms::textsAreTranslatedInTheFormsContext()
 {
-    const MarkingTranslator translator(form().name);
+    const MarkingTranslator translator;
     const std::unique_ptr<QWidget> widget = form().make();
 
-    QStringList sources;
+    QStringList expected;
     for (const FormText &row : form().texts) {
         const QString source = QString::fromUtf8(row.source);
-        sources += source;
+        const QString marked = QLatin1String(form().name) + "||" + source;
+        expected += marked;
         if (source != QLatin1String("TextLabel")) // a placeholder, which a constructor may have filled
-            QCOMPARE(find(widget.get(), row.object)->property(row.property).toString(), '*' + source);
+            QCOMPARE(find(widget.get(), row.object)->property(row.property).toString(), marked);
     }
-    QCOMPARE(translator.sources(), sources);
-    QCOMPARE(translator.comments(), noTexts);
+    QCOMPARE(translator.asked(form().name), expected);
 }
 
 void TestForms::theMetaObjectHasTheseSlotsAndNothingElse()
