@@ -15,6 +15,7 @@
 #include "pages/tolvarnotfoundwizardpage.h"
 #include "pages/wepwarningwizardpage.h"
 #include "pages/wizardcontroller.h"
+#include "tests/support/markingtranslator.h"
 #include "tests/support/messagerecorder.h"
 #include "tests/support/zvtolvarinspector.h"
 
@@ -29,9 +30,14 @@ private Q_SLOTS:
     void cleanup() { _wizard.reset(); }
 
     void thePagesStandUnderTheirIds();
+    void theConnectPageStaysTheFirstWhateverPageIsAdded();
     void theOptionsAreTheseAndNoOthers();
     void thePictureStandsInThreeRoles();
     void nameTitleAndSize();
+    void theSizeFitsTheContents();
+    void aNameGivenEarlierIsKept();
+    void aParentIsAccepted();
+    void theTextsAreTranslatedInTheWizardsContext();
     void thePagesUseTheSecondOfTwoControllers();
     void theFirstPageIsTheConnectPageWithoutBack();
     void noButtonIsTheDefault();
@@ -42,9 +48,11 @@ private Q_SLOTS:
     void finishingQueuesExitOnTheSecondController_data();
     void finishingQueuesExitOnTheSecondController();
     void closingTheWindowIsACancel();
+    void theWizardsSignalsReachNobodyElse();
     void onFinishedLeavesSetupModeAndLetsTheConsoleGo();
     void theSlotsStandInTheirOrder();
-    void afterThePagesTheConsoleIsLeftAlone();
+    void theConsoleIsNotWrittenToOnceTheChooseNetworkPageIsGone();
+    void theConsoleIsLetGoWithTheWizard();
 
 private:
     QStringList queue(ZVTolvar *tolvar) const { return ZVTolvarInspector{*tolvar}.queue(); }
@@ -61,6 +69,12 @@ void TestFrame::thePagesStandUnderTheirIds()
     QVERIFY(qobject_cast<ChooseNetworkWizardPage *>(_wizard->page(3)));
     QVERIFY(qobject_cast<TestNetworkWizardPage *>(_wizard->page(4)));
     QVERIFY(qobject_cast<WEPWarningWizardPage *>(_wizard->page(6)));
+    QCOMPARE(_wizard->startId(), 0);
+}
+
+void TestFrame::theConnectPageStaysTheFirstWhateverPageIsAdded()
+{
+    _wizard->setPage(-2, new QWizardPage);
     QCOMPARE(_wizard->startId(), 0);
 }
 
@@ -89,6 +103,50 @@ void TestFrame::nameTitleAndSize()
     QCOMPARE(_wizard->windowTitle(), QStringLiteral("ZV Tolvar Setup v2.3"));
     QCOMPARE(_wizard->minimumSize(), QSize(750, 580));
     QVERIFY(!_wizard->isModal());
+}
+
+void TestFrame::theSizeFitsTheContents()
+{
+    const QSize before = _wizard->size();
+    _wizard->adjustSize();
+    QCOMPARE(before, _wizard->size());
+    QVERIFY2(before.width() >= 750 && before.height() >= 580, "the minimum holds");
+}
+
+void TestFrame::aNameGivenEarlierIsKept()
+{
+    // A parent that names its children as soon as they come.
+    class NamingParent : public QWidget
+    {
+    protected:
+        void childEvent(QChildEvent *event) override
+        {
+            if (event->added())
+                event->child()->setObjectName(QStringLiteral("named by its parent"));
+        }
+    };
+    NamingParent parent;
+    const ZVTolvarSetupWizard wizard(&parent);
+    QCOMPARE(wizard.objectName(), QStringLiteral("named by its parent"));
+}
+
+void TestFrame::aParentIsAccepted()
+{
+    QVERIFY2(!_wizard->parent(), "by itself it has none");
+    QWidget parent;
+    const ZVTolvarSetupWizard wizard(&parent);
+    QCOMPARE(wizard.parentWidget(), &parent);
+    QVERIFY2(wizard.isWindow(), "it stays a window of its own");
+}
+
+void TestFrame::theTextsAreTranslatedInTheWizardsContext()
+{
+    const MarkingTranslator catalogue;
+    const ZVTolvarSetupWizard wizard;
+    QCOMPARE(wizard.windowTitle(), QStringLiteral("ZVTolvarSetupWizard||ZV Tolvar Setup v2.3"));
+    QCOMPARE(wizard.buttonText(QWizard::CustomButton1), QStringLiteral("ZVTolvarSetupWizard||&Console"));
+    QCOMPARE(wizard.findChild<console_dialog *>()->windowTitle(),
+             QStringLiteral("console_dialog||Console Log"));
 }
 
 void TestFrame::thePagesUseTheSecondOfTwoControllers()
@@ -194,6 +252,18 @@ void TestFrame::closingTheWindowIsACancel()
     QCOMPARE(queue(_wizard->_tolvar), QStringList{"exit\r\n"});
 }
 
+void TestFrame::theWizardsSignalsReachNobodyElse()
+{
+    struct Peek : QObject {
+        using QObject::receivers;
+    };
+    const auto listeners = [this](const char *signal) { return ((*_wizard).*(&Peek::receivers))(signal); };
+    QCOMPARE(listeners(SIGNAL(finished(int))), 1);
+    QCOMPARE(listeners(SIGNAL(customButtonClicked(int))), 1);
+    QCOMPARE(listeners(SIGNAL(accepted())), 0);
+    QCOMPARE(listeners(SIGNAL(rejected())), 0);
+}
+
 void TestFrame::onFinishedLeavesSetupModeAndLetsTheConsoleGo()
 {
     MessageRecorder log;
@@ -214,13 +284,19 @@ void TestFrame::theSlotsStandInTheirOrder()
     QCOMPARE(meta.method(meta.methodOffset() + 1).methodSignature(), QByteArray("consoleButtonClicked()"));
 }
 
-void TestFrame::afterThePagesTheConsoleIsLeftAlone()
+void TestFrame::theConsoleIsNotWrittenToOnceTheChooseNetworkPageIsGone()
 {
     QVERIFY(theConsoleWindow);
     delete _wizard->page(3);
     QCOMPARE(theConsoleWindow, nullptr);
     zvMessageOutput(QtWarningMsg, "abc");
     QCOMPARE(_wizard->findChild<console_dialog *>()->console_textBrowser()->toPlainText(), QString());
+}
+
+void TestFrame::theConsoleIsLetGoWithTheWizard()
+{
+    _wizard.reset();
+    QCOMPARE(theConsoleWindow, nullptr);
 }
 
 QTEST_MAIN(TestFrame)
