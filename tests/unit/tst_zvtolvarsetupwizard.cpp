@@ -108,6 +108,7 @@ void TestFrame::nameTitleAndSize()
 void TestFrame::theSizeFitsTheContents()
 {
     const QSize before = _wizard->size();
+    QVERIFY2(_wizard->testAttribute(Qt::WA_Resized), "the size is settled before the window is shown");
     _wizard->adjustSize();
     QCOMPARE(before, _wizard->size());
     QVERIFY2(before.width() >= 750 && before.height() >= 580, "the minimum holds");
