@@ -7,13 +7,41 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-static termios lastAsked;
-
-// Control lines that were switched, in order; negative for off.
-static QList<int> &switched()
+namespace
 {
-    static QList<int> lines;
-    return lines;
+struct Record {
+    termios lastSettings = {};
+    QList<int> modemLines;
+    QStringList order;
+    int unreadPretences = 0;
+    int unreadQuestions = 0;
+};
+} // namespace
+
+static Record &record()
+{
+    static auto *const theRecord = new Record; // lives to the end: so do the calls
+    return *theRecord;
+}
+
+// In which settings the two differ.
+static QStringList differences(const termios &one, const termios &other)
+{
+    const auto flags = [&one, &other](tcflag_t control, tcflag_t input) {
+        return ((one.c_cflag ^ other.c_cflag) & control) != 0 || ((one.c_iflag ^ other.c_iflag) & input) != 0;
+    };
+    QStringList names;
+    if (cfgetospeed(&one) != cfgetospeed(&other))
+        names += QStringLiteral("baud rate");
+    if (flags(CRTSCTS, IXON | IXOFF))
+        names += QStringLiteral("flow control");
+    if (flags(PARENB | PARODD | CMSPAR, 0))
+        names += QStringLiteral("parity");
+    if (flags(CSIZE, 0))
+        names += QStringLiteral("data bits");
+    if (flags(CSTOPB, 0))
+        names += QStringLiteral("stop bits");
+    return names;
 }
 
 // These two stand before the C library's for the whole program. Its headers' own parameter names are reserved
@@ -22,7 +50,10 @@ extern "C" int tcsetattr(int descriptor, int when, const termios *settings)
 {
     using Function = int (*)(int, int, const termios *);
     static const auto original = reinterpret_cast<Function>(::dlsym(RTLD_NEXT, "tcsetattr"));
-    lastAsked = *settings;
+    termios present = {};
+    ::tcgetattr(descriptor, &present);
+    record().order += differences(present, *settings);
+    record().lastSettings = *settings;
     return original(descriptor, when, settings);
 }
 
@@ -32,26 +63,45 @@ extern "C" int ioctl(int descriptor, unsigned long request, ...)
     va_start(arguments, request);
     void *argument = va_arg(arguments, void *);
     va_end(arguments);
-    if (request == TIOCMBIS)
-        switched().append(*static_cast<int *>(argument));
-    else if (request == TIOCMBIC)
-        switched().append(-*static_cast<int *>(argument));
+    if (request == TIOCMBIS || request == TIOCMBIC) {
+        const int line = *static_cast<int *>(argument);
+        record().modemLines.append(request == TIOCMBIS ? line : -line);
+        record().order += line == TIOCM_DTR ? QStringLiteral("DTR") : QStringLiteral("RTS");
+    }
+    if (request == FIONREAD && ++record().unreadQuestions <= record().unreadPretences) {
+        *static_cast<int *>(argument) = 1;
+        return 0;
+    }
     return static_cast<int>(::syscall(SYS_ioctl, descriptor, request, argument));
 }
 // NOLINTEND(readability-inconsistent-declaration-parameter-name)
 
 void TtyCalls::clear()
 {
-    lastAsked = {};
-    switched().clear();
+    record() = {};
 }
 
 termios TtyCalls::lastSettings()
 {
-    return lastAsked;
+    return record().lastSettings;
 }
 
 QList<int> TtyCalls::modemLines()
 {
-    return switched();
+    return record().modemLines;
+}
+
+QStringList TtyCalls::order()
+{
+    return record().order;
+}
+
+void TtyCalls::pretendUnread(int times)
+{
+    record().unreadPretences = times;
+}
+
+int TtyCalls::questionsForUnread()
+{
+    return record().unreadQuestions;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QList>
+#include <QStringList>
 
 #include <termios.h>
 
@@ -9,11 +10,19 @@
 namespace TtyCalls
 {
 
-/// Forgets what was asked so far.
+/// Forgets what was asked so far, and pretends nothing any more.
 void clear();
 /// The settings last asked for, with tcsetattr().
 termios lastSettings();
 /// The modem lines switched on and off so far: a line's bit (TIOCM_DTR) for on, its negative for off.
 QList<int> modemLines();
+/// What was asked to be other than it is so far, in order: "baud rate", "flow control", "parity", "data
+/// bits", "stop bits", "DTR", "RTS".
+QStringList order();
+
+/// Has the ttys say, the first \a times that they are asked since clear(), that they hold a byte to be read.
+void pretendUnread(int times);
+/// How often a tty was asked for that since clear().
+int questionsForUnread();
 
 } // namespace TtyCalls
