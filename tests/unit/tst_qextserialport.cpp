@@ -24,6 +24,10 @@ private Q_SLOTS:
     void aSlotMayRunAnEventLoop();
     void theLastToLeaveClosesTheLine();
     void anOpenPortIsNotOpenedAgain();
+    void whatWasNotReadIsLostWhenThePortIsClosed();
+    void aPortIsAStreamOfBytes();
+    void aPortGoesWithItsParent();
+    void aClosedPortHasNoLine();
 };
 
 void TestQextSerialPort::receivedBytesAreToldOf_data()
@@ -68,6 +72,12 @@ void TestQextSerialPort::linesAreReadOneByOne()
     QCOMPARE(port->readLine(), QByteArray("two\r\n"));
     QVERIFY(!port->canReadLine());
     QCOMPARE(port->readAll(), QByteArray(">"));
+
+    terminal.send("three\r\n");
+    QTRY_COMPARE(port->bytesAvailable(), 7);
+    QCOMPARE(port->peek(100), QByteArray("three\r\n"));
+    QVERIFY2(port->canReadLine(), "what was looked at is still there to be read");
+    QCOMPARE(port->readLine(), QByteArray("three\r\n"));
 }
 
 void TestQextSerialPort::everyObjectGetsEveryByteBeforeTheFirstIsTold()
@@ -241,6 +251,64 @@ void TestQextSerialPort::anOpenPortIsNotOpenedAgain()
     terminal.send("a");
     QTRY_VERIFY(port->bytesAvailable() > 0);
     QCOMPARE(port->readAll(), QByteArray("a")); // once, not twice
+}
+
+void TestQextSerialPort::whatWasNotReadIsLostWhenThePortIsClosed()
+{
+    Pty terminal;
+    const PortPointer closing = openedPort(terminal);
+    const PortPointer staying = openedPort(terminal);
+    terminal.send("unread");
+    QTRY_COMPARE(closing->bytesAvailable(), 6);
+    closing->close();
+    QCOMPARE(closing->bytesAvailable(), 0);
+    QVERIFY(closing->open(QIODevice::ReadWrite));
+    QCOMPARE(closing->bytesAvailable(), 0);
+    QCOMPARE(staying->readAll(), QByteArray("unread")); // its own buffer
+}
+
+void TestQextSerialPort::aPortIsAStreamOfBytes()
+{
+    Pty terminal;
+    const PortPointer port = openedPort(terminal);
+    QVERIFY(port->isSequential());
+    char bytes[4] = "";
+    QCOMPARE(port->read(bytes, 1), 0); // nothing yet, and not the end
+    terminal.send("abcdef");
+    QTRY_COMPARE(port->bytesAvailable(), 6);
+    QCOMPARE(port->read(bytes, 4), 4);
+    QCOMPARE(QByteArray(bytes, 4), QByteArray("abcd"));
+    QCOMPARE(port->read(bytes, 4), 2);
+    QCOMPARE(QByteArray(bytes, 2), QByteArray("ef"));
+    QCOMPARE(port->read(bytes, 4), 0);
+}
+
+void TestQextSerialPort::aPortGoesWithItsParent()
+{
+    Pty terminal;
+    auto parent = std::make_unique<QObject>();
+    auto *port = new QextSerialPort(terminal.portName(), QextSerialPort::EventDriven, parent.get());
+    QVERIFY(port->open(QIODevice::ReadWrite));
+    QCOMPARE(terminal.openDescriptors(), 1);
+    parent.reset();
+    QCOMPARE(terminal.openDescriptors(), 0);
+}
+
+void TestQextSerialPort::aClosedPortHasNoLine()
+{
+    Pty terminal;
+    QextSerialPort port(terminal.portName());
+    QVERIFY(!port.isOpen());
+    QCOMPARE(terminal.openDescriptors(), 0);
+    port.close(); // which does nothing
+    QVERIFY(port.open(QIODevice::ReadWrite));
+    QVERIFY(port.isOpen());
+    port.close();
+    port.setBaudRate(BAUD19200); // for the next time
+    QCOMPARE(terminal.openDescriptors(), 0);
+    QVERIFY(port.open(QIODevice::ReadWrite));
+    const termios settings = terminal.settings();
+    QCOMPARE(cfgetospeed(&settings), speed_t(B19200));
 }
 
 QTEST_GUILESS_MAIN(TestQextSerialPort)

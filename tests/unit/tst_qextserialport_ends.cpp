@@ -47,7 +47,10 @@ void TestQextSerialPortEnds::aHangUpLeavesTheObjectsDead()
     QCOMPARE(first->write("x"), -1); // even before the event loop has seen it
     QTRY_COMPARE(terminal.openDescriptors(), 0);
     for (QextSerialPort *port : {first.get(), second.get()}) {
+        QVERIFY2(port->isOpen(), "dead, and open as far as its user knows");
         QCOMPARE(port->bytesAvailable(), 0);
+        char byte;
+        QCOMPARE(port->read(&byte, 1), -1);
         QCOMPARE(port->read(100), QByteArray());
         QCOMPARE(port->readAll(), QByteArray());
         QCOMPARE(port->write("get\r\n"), -1);

@@ -26,6 +26,8 @@ private Q_SLOTS:
     void aRefusalIsNamedOnce();
     void aRefusalToAnOrdinaryUserNamesTheReason_data();
     void aRefusalToAnOrdinaryUserNamesTheReason();
+    void aClosedPortOfAnUnnamedGroupIsToldByTheGroupsNumber();
+    void aClosedFolderOnTheWayNamesNoGroup();
 };
 
 void TestQextSerialPortRefusals::aRefusalNamesTheReason_data()
@@ -177,6 +179,34 @@ void TestQextSerialPortRefusals::aRefusalToAnOrdinaryUserNamesTheReason()
         QSKIP("this system does not let the test hide folders");
     const QString message = QStringLiteral("C:Opening the port %1 failed: %2").arg(name, reason);
     QCOMPARE(messages, QStringList{message});
+}
+
+void TestQextSerialPortRefusals::aClosedPortOfAnUnnamedGroupIsToldByTheGroupsNumber()
+{
+    if (::geteuid() != 0)
+        QSKIP("only root can try it as another user");
+    constexpr gid_t unnamed = 54321;
+    if (::getgrgid(unnamed))
+        QSKIP("this system has a name for the group");
+    Pty terminal;
+    const QByteArray node = terminal.name().toLocal8Bit();
+    QCOMPARE(::chown(node.constData(), 0, unnamed), 0);
+    QCOMPARE(::chmod(node.constData(), 0660), 0);
+    QCOMPARE(attemptAsNobody(terminal.portName(), 0),
+             QStringList{"C:Opening the port " + terminal.portName() +
+                         " failed: Permission denied; the port belongs to the group \"54321\""});
+}
+
+void TestQextSerialPortRefusals::aClosedFolderOnTheWayNamesNoGroup()
+{
+    if (::geteuid() != 0)
+        QSKIP("only root can try it as another user");
+    Pty terminal;
+    QTemporaryDir folder; // which its owner alone may look into
+    const QString name = folder.filePath(QStringLiteral("port"));
+    QVERIFY(QFile::link(terminal.name(), name));
+    QCOMPARE(attemptAsNobody(name, 0),
+             QStringList{"C:Opening the port " + name + " failed: Permission denied"});
 }
 
 QTEST_GUILESS_MAIN(TestQextSerialPortRefusals)

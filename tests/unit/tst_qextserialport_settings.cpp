@@ -14,6 +14,8 @@ class TestQextSerialPortSettings : public QObject
 private Q_SLOTS:
     void settingsTakeEffect_data();
     void settingsTakeEffect();
+    void settingsAreMadeInTheOrderOfTheDevice();
+    void settingOneThingLeavesTheOthersAlone();
     void theDevicesSettingsLeaveNoMessage();
 };
 
@@ -85,6 +87,9 @@ void TestQextSerialPortSettings::settingsTakeEffect_data()
     row(
         "1 stop bit", [](auto &p) { p.setStopBits(STOP_1); }, [](auto &t) { return !(t.c_cflag & CSTOPB); });
     row(
+        "1.5 stop bits, which the system has not, are left out", [](auto &p) { p.setStopBits(STOP_1_5); },
+        [](auto &t) { return !(t.c_cflag & CSTOPB); });
+    row(
         "2 stop bits", [](auto &p) { p.setStopBits(STOP_2); },
         [](auto &t) { return (t.c_cflag & CSTOPB) != 0; });
     modemRow(
@@ -131,6 +136,40 @@ void TestQextSerialPortSettings::settingsTakeEffect()
         QCOMPARE(TtyCalls::modemLines(), modemLines);
     }
     QCOMPARE(log.messages(), QStringList());
+}
+
+void TestQextSerialPortSettings::settingsAreMadeInTheOrderOfTheDevice()
+{
+    Pty terminal;
+    QextSerialPort port(terminal.portName());
+    port.setRts(false);
+    port.setDtr(false);
+    port.setStopBits(STOP_2);
+    port.setDataBits(DATA_7);
+    port.setParity(PAR_ODD);
+    port.setFlowControl(FLOW_XONXOFF);
+    port.setBaudRate(BAUD19200);
+    TtyCalls::clear();
+    QVERIFY(port.open(QIODevice::ReadWrite));
+    const QStringList order{"baud rate", "flow control", "parity", "data bits", "stop bits", "DTR", "RTS"};
+    const QStringList made = TtyCalls::order();
+    // What opening itself sets comes first.
+    QCOMPARE(made.mid(made.size() - order.size()), order);
+}
+
+void TestQextSerialPortSettings::settingOneThingLeavesTheOthersAlone()
+{
+    Pty terminal;
+    QextSerialPort first(terminal.portName());
+    first.setBaudRate(BAUD9600);
+    QVERIFY(first.open(QIODevice::ReadWrite));
+    const PortPointer second = openedPort(terminal);
+    second->setBaudRate(BAUD57600);
+    TtyCalls::clear();
+    first.setStopBits(STOP_2);
+    QCOMPARE(TtyCalls::order(), QStringList{"stop bits"});
+    const termios asked = TtyCalls::lastSettings();
+    QCOMPARE(cfgetospeed(&asked), speed_t(B57600));
 }
 
 void TestQextSerialPortSettings::theDevicesSettingsLeaveNoMessage()
