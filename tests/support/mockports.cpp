@@ -26,6 +26,15 @@ QString MockPorts::plugUsb(const char *vendor, const char *product, const char *
                       "\nE: ID_MODEL=" + model + '\n');
 }
 
+QString MockPorts::plugOnBus(const char *subsystem, const char *vendor, const char *product)
+{
+    const QString name = nextName("ttyB");
+    const QByteArray bus = subsystem ? subsystem : "unknown";
+    return addTty(name, QStringLiteral("/devices/somewhere/%1").arg(name), "E: SUBSYSTEM=" + bus + '\n',
+                  QByteArray("E: ID_VENDOR_ID=") + vendor + "\nE: ID_MODEL_ID=" + product + '\n',
+                  subsystem ? Linked : Unlinked);
+}
+
 QString MockPorts::plugPci()
 {
     const QString name = nextName("ttyX");
@@ -96,13 +105,14 @@ QString MockPorts::nextName(const char *driver)
 }
 
 QString MockPorts::addTty(const QString &name, const QString &parent, const QByteArray &parentText,
-                          const QByteArray &text)
+                          const QByteArray &text, Link link)
 {
     _paths.insert(name, parent + QLatin1String("/tty/") + name);
     _parents.insert(name, QLatin1String("/sys") + parent);
+    const QByteArray toParent = link == Linked ? "\nL: device=../../../" + name.toUtf8() : QByteArray();
     add("P: " + parent.toUtf8() + '\n' + parentText + '\n');
-    add("P: " + _paths.value(name).toUtf8() + "\nN: " + name.toUtf8() + "\nL: device=../../../" +
-        name.toUtf8() + "\nE: SUBSYSTEM=tty\nE: DEVNAME=/dev/" + name.toUtf8() + '\n' + text + '\n');
+    add("P: " + _paths.value(name).toUtf8() + "\nN: " + name.toUtf8() + toParent +
+        "\nE: SUBSYSTEM=tty\nE: DEVNAME=/dev/" + name.toUtf8() + '\n' + text + '\n');
     return name;
 }
 

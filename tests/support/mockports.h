@@ -19,6 +19,9 @@ public:
 
     /// Plugs a bridge in; its name is one that no other process uses, and each time another.
     QString plugUsb(const char *vendor, const char *product, const char *model = "FT232R_USB_UART");
+    /// The same on the bus \a subsystem, such as the one that the bridges' drivers make; null for a port
+    /// whose bus the system doesn't name.
+    QString plugOnBus(const char *subsystem, const char *vendor, const char *product);
     /// Plugs a card in that has a port.
     QString plugPci();
     /// A port that the driver offers with nothing behind it.
@@ -38,9 +41,11 @@ public:
     int deviceDescriptor(const QString &name) const;
 
 private:
+    enum Link { Linked, Unlinked }; // whether the tty leads to its device, whose bus tells where it is
+
     QString nextName(const char *driver);
     QString addTty(const QString &name, const QString &parent, const QByteArray &parentText,
-                   const QByteArray &text);
+                   const QByteArray &text, Link link = Linked);
     void add(const QByteArray &text);
     QByteArray sysPath(const QString &name) const;
 

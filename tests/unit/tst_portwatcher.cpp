@@ -4,10 +4,12 @@
 
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 
 #include "serial/portwatcher_poll.h"
 #include "serial/portwatcher_udev.h"
 #include "serial/qextserialenumerator.h"
+#include "tests/support/udevcalls.h"
 
 using MakeWatcher = std::unique_ptr<PortWatcher> (*)();
 
@@ -17,6 +19,8 @@ class TestPortWatcher : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void cleanup() { UdevCalls::fail(UdevCalls::None); }
+
     void anArrivalIsToldInTheWordsOfTheList_data() { watchers(); }
     void anArrivalIsToldInTheWordsOfTheList();
     void aRemovalIsToldInTheWordsOfTheArrival_data() { watchers(); }
@@ -32,6 +36,11 @@ private Q_SLOTS:
     void anotherDeviceUnderTheSameNameReplacesTheFirst_data() { watchers(); }
     void anotherDeviceUnderTheSameNameReplacesTheFirst();
     void aPortThatIsGoneAgainIsNotToldOf();
+    void eventsThatWereLostAreMadeUpFor();
+    void whereUdevCantBeHeardTheWatcherSaysSo_data();
+    void whereUdevCantBeHeardTheWatcherSaysSo();
+    void whereUdevCantBeHeardTheListIsComparedOnceASecond();
+    void theWatcherIsSharedWhileSomebodyHoldsIt();
 
 private:
     static void watchers();
@@ -213,6 +222,83 @@ void TestPortWatcher::aPortThatIsGoneAgainIsNotToldOf()
     QTRY_COMPARE(arrived.count(), 1);
     QCOMPARE(toldOf(arrived, 0).portName, name);
     QCOMPARE(removed.count(), 0);
+}
+
+void TestPortWatcher::eventsThatWereLostAreMadeUpFor()
+{
+    MockPorts computer;
+    const QString gone = computer.plugUsb("0403", "6001");
+    const QString stays = computer.plugUsb("0403", "6001");
+    UdevPortWatcher watcher;
+    QSignalSpy arrived(&watcher, &PortWatcher::arrived);
+    QSignalSpy removed(&watcher, &PortWatcher::removed);
+    QVERIFY(watcher.arm());
+    UdevCalls::fail(UdevCalls::EventsLost);
+    computer.unplug(gone);
+    const QString come = computer.plugUsb("067b", "2303");
+    QTRY_COMPARE(removed.count(), 1);
+    QTRY_COMPARE(arrived.count(), 1);
+    QCOMPARE(toldOf(removed, 0).portName, gone);
+    QCOMPARE(toldOf(arrived, 0).portName, come);
+
+    UdevCalls::fail(UdevCalls::None); // and then all is as before
+    computer.unplug(stays);
+    QTRY_COMPARE(removed.count(), 2);
+    QCOMPARE(toldOf(removed, 1).portName, stays);
+    QCOMPARE(arrived.count(), 1);
+}
+
+void TestPortWatcher::whereUdevCantBeHeardTheWatcherSaysSo_data()
+{
+    QTest::addColumn<int>("failure");
+    QTest::addColumn<bool>("arms");
+    QTest::newRow("udev can be heard") << int(UdevCalls::None) << true;
+    QTest::newRow("udev can't be had") << int(UdevCalls::NoContext) << false;
+    QTest::newRow("nobody tells") << int(UdevCalls::NoMonitor) << false;
+    QTest::newRow("there is no filter") << int(UdevCalls::NoFilter) << false;
+    QTest::newRow("the socket can't be heard") << int(UdevCalls::NoReceiving) << false;
+}
+
+void TestPortWatcher::whereUdevCantBeHeardTheWatcherSaysSo()
+{
+    QFETCH(int, failure);
+    QFETCH(bool, arms);
+    MockPorts computer;
+    UdevCalls::fail(static_cast<UdevCalls::Failure>(failure));
+    UdevPortWatcher watcher;
+    QCOMPARE(watcher.arm(), arms);
+}
+
+void TestPortWatcher::whereUdevCantBeHeardTheListIsComparedOnceASecond()
+{
+    MockPorts computer;
+    UdevCalls::fail(UdevCalls::NoReceiving);
+    // Timers of one thread come in the order in which they are due, however late all of them are.
+    bool told = false;
+    bool toldEarly = false;
+    bool late = false;
+    QTimer::singleShot(800, Qt::PreciseTimer, this, [&] { toldEarly = told; });
+    const std::shared_ptr<PortWatcher> watcher = PortWatcher::shared();
+    QTimer::singleShot(1500, Qt::PreciseTimer, this, [&] { late = true; });
+    QSignalSpy arrived(watcher.get(), &PortWatcher::arrived);
+    connect(watcher.get(), &PortWatcher::arrived, this, [&] { told = true; });
+    const QString name = computer.plugUsb("0403", "6001");
+    QVERIFY(arrived.wait());
+    QCOMPARE(toldOf(arrived, 0).portName, name);
+    QVERIFY2(!toldEarly, "not before 0.8 seconds");
+    QVERIFY2(!late, "before 1.5 seconds");
+}
+
+void TestPortWatcher::theWatcherIsSharedWhileSomebodyHoldsIt()
+{
+    MockPorts computer;
+    std::shared_ptr<PortWatcher> one = PortWatcher::shared();
+    QVERIFY(qobject_cast<UdevPortWatcher *>(one.get()));
+    QCOMPARE(PortWatcher::shared(), one);
+    QSignalSpy gone(one.get(), &QObject::destroyed);
+    one.reset();
+    QCOMPARE(gone.count(), 0); // its last holder may be one of its own slots
+    QVERIFY(gone.wait());
 }
 
 QTEST_GUILESS_MAIN(TestPortWatcher)

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include <QSerialPort>
+#include <QSerialPortInfo>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -20,12 +21,16 @@ class TestQextSerialEnumerator : public QObject
 private Q_SLOTS:
     void aComputerWithoutPortsHasAnEmptyList();
     void thePortsAreListed();
+    void thePortsAreListedInTheSystemsOrder();
+    void idsAreUsbIdsByTheBus_data();
+    void idsAreUsbIdsByTheBus();
     void nothingIsToldBeforeItIsAskedFor();
     void askingTwiceTellsOnce();
     void everyEnumeratorIsTold();
     void anEnumeratorMayGoInsideASlot();
     void anEnumeratorThatComesLaterIsTold();
     void aRemovedPortIsClosedWhenItIsTold();
+    void aPortOpenedInsideTheRemovalStaysOpen();
     void anotherPortsRemovalLeavesTheLineAlone();
     void aRefusalIsNamedAgainAfterThePortHasGone();
 };
@@ -75,6 +80,50 @@ void TestQextSerialEnumerator::thePortsAreListed()
             (QextPortInfo{prolific, dev + prolific, QStringLiteral("USB-Serial Controller"), usb, 0x067b,
                           0x2303}));
     QVERIFY(ports.value(pci) == (QextPortInfo{pci, dev + pci, QString(), QString(), 0, 0}));
+}
+
+void TestQextSerialEnumerator::thePortsAreListedInTheSystemsOrder()
+{
+    MockPorts computer;
+    for (int i = 0; i < 5; ++i)
+        computer.plugUsb("0403", "6001");
+    QStringList systems;
+    const QList<QSerialPortInfo> available = QSerialPortInfo::availablePorts();
+    for (const QSerialPortInfo &info : available)
+        systems += info.portName();
+    QCOMPARE(systems.size(), 5);
+    QStringList listed;
+    const QList<QextPortInfo> ports = QextSerialEnumerator::getPorts();
+    for (const QextPortInfo &info : ports)
+        listed += info.portName;
+    QCOMPARE(listed, systems);
+}
+
+void TestQextSerialEnumerator::idsAreUsbIdsByTheBus_data()
+{
+    QTest::addColumn<QByteArray>("bus");
+    QTest::addColumn<QByteArray>("product");
+    QTest::addColumn<bool>("isUsb");
+    QTest::newRow("a port on USB") << QByteArray("usb") << QByteArray("6001") << true;
+    QTest::newRow("a port that a bridge's driver made")
+        << QByteArray("usb-serial") << QByteArray("6001") << true;
+    QTest::newRow("a port on another bus") << QByteArray("pnp") << QByteArray("6001") << false;
+    QTest::newRow("a port on a bus that isn't named") << QByteArray() << QByteArray("6001") << true;
+    QTest::newRow("a port on USB without a product id") << QByteArray("usb") << QByteArray() << false;
+}
+
+void TestQextSerialEnumerator::idsAreUsbIdsByTheBus()
+{
+    QFETCH(QByteArray, bus);
+    QFETCH(QByteArray, product);
+    QFETCH(bool, isUsb);
+    MockPorts computer;
+    computer.plugOnBus(bus.isEmpty() ? nullptr : bus.constData(), "0403", product.constData());
+    const QList<QextPortInfo> ports = QextSerialEnumerator::getPorts();
+    QCOMPARE(ports.size(), 1);
+    QCOMPARE(ports.first().enumName, isUsb ? QStringLiteral("USB") : QString());
+    QCOMPARE(ports.first().vendorID, isUsb ? 0x0403 : 0);
+    QCOMPARE(ports.first().productID, isUsb ? 0x6001 : 0);
 }
 
 void TestQextSerialEnumerator::nothingIsToldBeforeItIsAskedFor()
@@ -205,6 +254,25 @@ void TestQextSerialEnumerator::aRemovedPortIsClosedWhenItIsTold()
     computer.announce(name, "remove"); // the test bed's end stays open, so that no hang-up closes the line
     QTRY_COMPARE(told, 2);
     QCOMPARE(log.messages(), QStringList());
+}
+
+void TestQextSerialEnumerator::aPortOpenedInsideTheRemovalStaysOpen()
+{
+    // The next device may have the name already when the second enumerator tells of the first one's end.
+    MockPorts computer;
+    QextSerialEnumerator one;
+    QextSerialEnumerator other;
+    one.setUpNotifications();
+    other.setUpNotifications();
+    const QString name = computer.plugUsb("0403", "6001");
+    QSignalSpy arrived(&one, &QextSerialEnumerator::deviceDiscovered);
+    QVERIFY(arrived.wait());
+    QextSerialPort port(name);
+    connect(&one, &QextSerialEnumerator::deviceRemoved, &port, [&port] { port.open(QIODevice::ReadWrite); });
+    QSignalSpy otherRemoved(&other, &QextSerialEnumerator::deviceRemoved);
+    computer.announce(name, "remove");
+    QVERIFY(otherRemoved.wait());
+    QCOMPARE(port.write("x"), 1);
 }
 
 void TestQextSerialEnumerator::anotherPortsRemovalLeavesTheLineAlone()

@@ -17,6 +17,8 @@ private Q_SLOTS:
     void aWriteHasReachedTheDeviceWhenItReturns();
     void everyByteOfALargeWriteArrives_data() { writers(); }
     void everyByteOfALargeWriteArrives();
+    void aDeviceThatIsGoneTakesNothing_data() { writers(); }
+    void aDeviceThatIsGoneTakesNothing();
     void aDeviceThatTakesNothingDoesNotHoldTheWriter_data() { writers(); }
     void aDeviceThatTakesNothingDoesNotHoldTheWriter();
     void aStuckDeviceIsWaitedForOnce();
@@ -78,6 +80,18 @@ void TestQextSerialPortWriting::everyByteOfALargeWriteArrives()
     device.join();
     QCOMPARE(written, sent.size());
     QVERIFY(arrived == sent);
+}
+
+void TestQextSerialPortWriting::aDeviceThatIsGoneTakesNothing()
+{
+    QFETCH(Writer, writer);
+    Pty terminal;
+    QSerialPort port(terminal.portName());
+    QVERIFY(port.open(QIODevice::ReadWrite));
+    terminal.hangUp();
+    QCOMPARE(writer(port, "x", 1, patienceMs), -1);
+    port.close();
+    QCOMPARE(writer(port, "x", 1, patienceMs), -1);
 }
 
 void TestQextSerialPortWriting::aDeviceThatTakesNothingDoesNotHoldTheWriter()

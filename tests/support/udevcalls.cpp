@@ -1,0 +1,60 @@
+#include "tests/support/udevcalls.h"
+
+#include <cerrno>
+
+#include <dlfcn.h>
+#include <libudev.h>
+
+static UdevCalls::Failure wanted = UdevCalls::None;
+
+template <typename Function>
+static Function *original(const char *name)
+{
+    return reinterpret_cast<Function *>(::dlsym(RTLD_NEXT, name));
+}
+
+// These stand before udev's own for the whole program.
+extern "C" udev *udev_new(void)
+{
+    return wanted == UdevCalls::NoContext ? nullptr : original<decltype(udev_new)>("udev_new")();
+}
+
+extern "C" udev_monitor *udev_monitor_new_from_netlink(udev *context, const char *name)
+{
+    if (wanted == UdevCalls::NoMonitor)
+        return nullptr;
+    return original<decltype(udev_monitor_new_from_netlink)>("udev_monitor_new_from_netlink")(context, name);
+}
+
+extern "C" int udev_monitor_filter_add_match_subsystem_devtype(udev_monitor *monitor, const char *subsystem,
+                                                               const char *type)
+{
+    if (wanted == UdevCalls::NoFilter)
+        return -ENOMEM;
+    return original<decltype(udev_monitor_filter_add_match_subsystem_devtype)>(
+        "udev_monitor_filter_add_match_subsystem_devtype")(monitor, subsystem, type);
+}
+
+extern "C" int udev_monitor_enable_receiving(udev_monitor *monitor)
+{
+    if (wanted == UdevCalls::NoReceiving)
+        return -EPERM;
+    return original<decltype(udev_monitor_enable_receiving)>("udev_monitor_enable_receiving")(monitor);
+}
+
+extern "C" udev_device *udev_monitor_receive_device(udev_monitor *monitor)
+{
+    const auto receive = original<decltype(udev_monitor_receive_device)>("udev_monitor_receive_device");
+    udev_device *device = receive(monitor);
+    if (wanted != UdevCalls::EventsLost)
+        return device;
+    for (; device; device = receive(monitor))
+        udev_device_unref(device);
+    errno = ENOBUFS;
+    return nullptr;
+}
+
+void UdevCalls::fail(Failure failure)
+{
+    wanted = failure;
+}
