@@ -4,9 +4,9 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <QDir>
-#include <QFileInfo>
 #include <QtGlobal>
+
+#include "tests/support/descriptors.h"
 
 Pty::Pty()
 {
@@ -64,16 +64,5 @@ void Pty::hangUp()
 
 int Pty::openDescriptors() const
 {
-    int count = 0;
-    const QFileInfoList descriptors = QDir(QStringLiteral("/proc/self/fd"))
-                                          .entryInfoList(QDir::Files | QDir::System | QDir::NoDotAndDotDot);
-    for (const QFileInfo &descriptor : descriptors) {
-        char target[256];
-        const QByteArray link = descriptor.absoluteFilePath().toLocal8Bit();
-        const ssize_t length = ::readlink(link.constData(), target, sizeof target);
-        // A node that is gone is shown with " (deleted)" behind its name.
-        if (length > 0 && QByteArray(target, length).replace(" (deleted)", "") == _name.toLocal8Bit())
-            ++count;
-    }
-    return count;
+    return static_cast<int>(::openDescriptors().count(_name));
 }

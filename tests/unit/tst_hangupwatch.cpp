@@ -1,4 +1,3 @@
-#include <QDir>
 #include <QFile>
 #include <QSignalSpy>
 #include <QTest>
@@ -7,6 +6,7 @@
 #include <unistd.h>
 
 #include "serial/hangupwatch.h"
+#include "tests/support/descriptors.h"
 #include "tests/support/messagerecorder.h"
 #include "tests/support/pty.h"
 #include "tests/support/ttycalls.h"
@@ -32,11 +32,6 @@ public:
 private:
     int _descriptor;
 };
-
-qsizetype descriptorsOfThisProcess()
-{
-    return QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::AllEntries | QDir::System).size();
-}
 } // namespace
 
 /// The watch on an open port's other end.
@@ -175,18 +170,18 @@ void TestHangUpWatch::aWatchGivesBackWhatItTook()
     OpenTerminal port;
     QFile file(QStringLiteral("/proc/self/status"));
     QVERIFY(file.open(QIODevice::ReadOnly));
-    const qsizetype before = descriptorsOfThisProcess();
+    const qsizetype before = openDescriptors().size();
     {
         HangUpWatch watch;
         watch.start(port.descriptor());
-        QCOMPARE(descriptorsOfThisProcess(), before + 1);
+        QCOMPARE(openDescriptors().size(), before + 1);
         watch.start(file.handle());
-        QCOMPARE(descriptorsOfThisProcess(), before + 1);
+        QCOMPARE(openDescriptors().size(), before + 1);
         watch.stop();
-        QCOMPARE(descriptorsOfThisProcess(), before);
+        QCOMPARE(openDescriptors().size(), before);
         watch.start(port.descriptor());
     }
-    QCOMPARE(descriptorsOfThisProcess(), before);
+    QCOMPARE(openDescriptors().size(), before);
 }
 
 void TestHangUpWatch::aWatchMayBeStoppedByWhomItTells()

@@ -13,6 +13,7 @@
 #include <unistd.h>
 
 #include "serial/qextserialenumerator.h"
+#include "tests/support/descriptors.h"
 #include "tests/support/messagerecorder.h"
 #include "tests/support/openedport.h"
 
@@ -27,6 +28,7 @@ private Q_SLOTS:
     void aPortThatComesUnderTheSameNameIsANewLine();
     void aDeadObjectMayBeOpenedAgain();
     void aByteThatAnotherProgramTookIsNoHangUp();
+    void anOpenPortIsWatchedUntilItIsClosed();
     void aProcessEndsInOrderWithItsPortsOpen();
 };
 
@@ -195,6 +197,21 @@ void TestQextSerialPortEnds::aByteThatAnotherProgramTookIsNoHangUp()
     }
     QVERIFY(thief.steal(100));
     QVERIFY2(!isAlive(), "a line that brings nothing a hundred times is given up");
+}
+
+void TestQextSerialPortEnds::anOpenPortIsWatchedUntilItIsClosed()
+{
+    // Some versions of Qt tell of a hang-up and some don't: the line has a watch of its own in any case.
+    const auto watches = [] { return openDescriptors().count(QStringLiteral("anon_inode:[eventpoll]")); };
+    Pty terminal;
+    const qsizetype before = watches();
+    const PortPointer first = openedPort(terminal);
+    const PortPointer second = openedPort(terminal);
+    QCOMPARE(watches(), before + 1);
+    first->close();
+    QCOMPARE(watches(), before + 1);
+    second->close();
+    QCOMPARE(watches(), before);
 }
 
 // The lock file that Qt holds for the open port, in whichever folder it found fit.

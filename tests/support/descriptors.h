@@ -1,0 +1,6 @@
+#pragma once
+
+#include <QStringList>
+
+/// What this process's open descriptors lead to, one entry each: a path, or such as "anon_inode:[eventpoll]".
+QStringList openDescriptors();
