@@ -3,18 +3,13 @@
 #include <QtTest>
 
 #include "tests/e2e/scenario.h"
+#include "tests/support/filecontents.h"
 
 using namespace onscreen;
 
 namespace
 {
 constexpr QLatin1String wizardTitle("ZV Tolvar Setup v2.3");
-
-QByteArray contents(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : "cannot be read: " + file.errorString().toUtf8();
-}
 
 /// Starts the program with the device plugged in and waits until it is found.
 bool findsTheDevice(Scenario &s)

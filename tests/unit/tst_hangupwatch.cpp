@@ -32,6 +32,20 @@ public:
 private:
     int _descriptor;
 };
+
+/// A terminal that is watched, and what the watch has told.
+struct WatchedTerminal : OpenTerminal {
+    WatchedTerminal() { watch.start(descriptor()); }
+    /// Lets the device go away; returns whether that is told.
+    bool tellsOfItsEnd()
+    {
+        terminal.hangUp();
+        return hungUp.wait();
+    }
+
+    HangUpWatch watch;
+    QSignalSpy hungUp{&watch, &HangUpWatch::hungUp};
+};
 } // namespace
 
 /// The watch on an open port's other end.
@@ -56,29 +70,18 @@ private Q_SLOTS:
 
 void TestHangUpWatch::aHangUpIsToldOf()
 {
-    OpenTerminal port;
-    HangUpWatch watch;
-    QSignalSpy hungUp(&watch, &HangUpWatch::hungUp);
-    watch.start(port.descriptor());
-    port.terminal.hangUp();
-    QVERIFY(hungUp.wait());
+    WatchedTerminal port;
+    QVERIFY(port.tellsOfItsEnd());
 }
 
 void TestHangUpWatch::receivedBytesAreNoHangUp()
 {
-    OpenTerminal talking;
-    OpenTerminal silent;
-    HangUpWatch watch;
-    HangUpWatch other;
-    QSignalSpy hungUp(&watch, &HangUpWatch::hungUp);
-    QSignalSpy otherHungUp(&other, &HangUpWatch::hungUp);
-    watch.start(talking.descriptor());
-    other.start(silent.descriptor());
+    WatchedTerminal talking;
+    WatchedTerminal silent;
     talking.terminal.send("the device is there");
-    silent.terminal.hangUp();
-    QVERIFY(otherHungUp.wait());
-    QCOMPARE(hungUp.count(), 0);
-    QCOMPARE(TtyCalls::questionsForUnread(), 1); // it was not even woken
+    QVERIFY(silent.tellsOfItsEnd());
+    QCOMPARE(talking.hungUp.count(), 0);
+    QCOMPARE(TtyCalls::questionsForUnread(), 1); // the other was not even woken
 }
 
 void TestHangUpWatch::theLastWordsAreReadFirst_data()
@@ -114,54 +117,40 @@ void TestHangUpWatch::theLastWordsAreReadFirst()
 
 void TestHangUpWatch::aStoppedWatchTellsNothing()
 {
-    OpenTerminal port;
-    HangUpWatch stopped;
-    HangUpWatch watching;
-    QSignalSpy stoppedHungUp(&stopped, &HangUpWatch::hungUp);
-    QSignalSpy hungUp(&watching, &HangUpWatch::hungUp);
-    stopped.start(port.descriptor());
-    watching.start(port.descriptor());
-    stopped.stop();
-    stopped.stop(); // twice is once
+    WatchedTerminal stopped;
+    WatchedTerminal watched;
+    stopped.watch.stop();
+    stopped.watch.stop(); // twice is once
     MessageRecorder log;
     QCoreApplication::processEvents();
     QCOMPARE(log.messages(), QStringList()); // the toolkit finds nothing amiss either
-    port.terminal.hangUp();
-    QVERIFY(hungUp.wait());
-    QCOMPARE(stoppedHungUp.count(), 0);
+    stopped.terminal.hangUp();
+    QVERIFY(watched.tellsOfItsEnd());
+    QCOMPARE(stopped.hungUp.count(), 0);
 }
 
 void TestHangUpWatch::aWatchStartedAnewLeavesTheFirstPort()
 {
-    OpenTerminal first;
-    OpenTerminal second;
-    HangUpWatch watch;
-    HangUpWatch other;
-    QSignalSpy hungUp(&watch, &HangUpWatch::hungUp);
-    QSignalSpy firstHungUp(&other, &HangUpWatch::hungUp);
-    watch.start(first.descriptor());
-    watch.start(second.descriptor());
-    other.start(first.descriptor());
+    WatchedTerminal first;
+    WatchedTerminal second;
+    WatchedTerminal third;
+    first.watch.start(second.descriptor());
     first.terminal.hangUp();
-    QVERIFY(firstHungUp.wait());
-    QCOMPARE(hungUp.count(), 0);
+    QVERIFY(third.tellsOfItsEnd());
+    QCOMPARE(first.hungUp.count(), 0);
     second.terminal.hangUp();
-    QVERIFY(hungUp.wait());
+    QVERIFY(first.hungUp.wait());
 }
 
 void TestHangUpWatch::whatCantBeWatchedIsLeftAlone()
 {
     QFile file(QStringLiteral("/proc/self/status"));
     QVERIFY(file.open(QIODevice::ReadOnly));
-    OpenTerminal port;
     HangUpWatch watch;
-    HangUpWatch other;
     QSignalSpy hungUp(&watch, &HangUpWatch::hungUp);
-    QSignalSpy otherHungUp(&other, &HangUpWatch::hungUp);
     watch.start(file.handle());
-    other.start(port.descriptor());
-    port.terminal.hangUp();
-    QVERIFY(otherHungUp.wait());
+    WatchedTerminal port;
+    QVERIFY(port.tellsOfItsEnd());
     QCOMPARE(hungUp.count(), 0);
 }
 
@@ -186,21 +175,12 @@ void TestHangUpWatch::aWatchGivesBackWhatItTook()
 
 void TestHangUpWatch::aWatchMayBeStoppedByWhomItTells()
 {
-    OpenTerminal port;
-    auto watch = std::make_unique<HangUpWatch>();
-    int told = 0;
-    connect(watch.get(), &HangUpWatch::hungUp, this, [&] {
-        ++told;
-        watch->stop();
-    });
-    watch->start(port.descriptor());
-    port.terminal.hangUp();
-    QTRY_COMPARE(told, 1);
-    HangUpWatch other; // comes after whatever the first would still have to tell
-    QSignalSpy otherHungUp(&other, &HangUpWatch::hungUp);
-    other.start(port.descriptor());
-    QVERIFY(otherHungUp.wait());
-    QCOMPARE(told, 1);
+    WatchedTerminal port;
+    WatchedTerminal other;
+    connect(&port.watch, &HangUpWatch::hungUp, &port.watch, &HangUpWatch::stop);
+    QVERIFY(port.tellsOfItsEnd());
+    QVERIFY(other.tellsOfItsEnd()); // after whatever the first would still have to tell
+    QCOMPARE(port.hungUp.count(), 1);
 }
 
 QTEST_GUILESS_MAIN(TestHangUpWatch)

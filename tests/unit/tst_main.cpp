@@ -9,15 +9,10 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include "tests/support/filecontents.h"
+
 namespace
 {
-QByteArray contents(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll()
-                                          : QByteArray("there is no file " + path.toLocal8Bit());
-}
-
 bool write(const QString &path, const QByteArray &text)
 {
     QFile file(path);

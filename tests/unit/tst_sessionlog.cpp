@@ -16,46 +16,27 @@
 #include "app/sessionlog.h"
 #include "app/zvtolvarsetupwizard.h"
 #include "pages/pageid.h"
+#include "tests/support/filecontents.h"
 #include "tests/support/messagerecorder.h"
 
 namespace
 {
-QByteArray contents(const QString &path)
+/// Hands the message to the handler; gives what has reached standard output when the handler returns.
+QByteArray outputOf(QtMsgType type, const char *message)
 {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("output");
+    std::fflush(stdout);
+    const int earlier = ::dup(STDOUT_FILENO);
+    if (!std::freopen(QFile::encodeName(path).constData(), "w", stdout))
+        qFatal("standard output can't be captured");
+    zvMessageOutput(type, message);
+    QByteArray output = contents(path); // without a flush of our own: what the handler wrote, it has flushed
+    std::fflush(stdout);
+    ::dup2(earlier, STDOUT_FILENO);
+    ::close(earlier);
+    return output;
 }
-
-/// Sends standard output into a file while it lives.
-class CapturedOutput
-{
-public:
-    explicit CapturedOutput(const QString &path)
-        : _path(path)
-        , _earlier(::dup(STDOUT_FILENO))
-    {
-        std::fflush(stdout);
-        if (!std::freopen(QFile::encodeName(path).constData(), "w", stdout))
-            qFatal("standard output can't be captured");
-    }
-    ~CapturedOutput() { restore(); }
-    QByteArray written()
-    {
-        // Without a flush of our own: what the handler wrote, it has flushed.
-        return contents(_path);
-    }
-
-private:
-    void restore()
-    {
-        std::fflush(stdout);
-        ::dup2(_earlier, STDOUT_FILENO);
-        ::close(_earlier);
-    }
-
-    QString _path;
-    int _earlier;
-};
 } // namespace
 
 /// The session log, standard output and the console view: who gets which message.
@@ -189,12 +170,7 @@ void TestSessionLog::eachLevelGoesWhereItBelongs()
         deed(*wizard);
     }
     openSessionLog();
-    QByteArray output;
-    {
-        CapturedOutput captured(_home->filePath("output"));
-        zvMessageOutput(static_cast<QtMsgType>(type), "abc");
-        output = captured.written();
-    }
+    const QByteArray output = outputOf(static_cast<QtMsgType>(type), "abc");
     QCOMPARE(contents(logPath()), logged);
     QCOMPARE(output, QByteArray("abc\n"));
     if (early)
@@ -216,12 +192,7 @@ void TestSessionLog::everyMessageWritesTheLogToTheDisk()
 void TestSessionLog::aMessageIsNoFormat()
 {
     openSessionLog();
-    QByteArray output;
-    {
-        CapturedOutput captured(_home->filePath("output"));
-        zvMessageOutput(QtWarningMsg, "100 % %s %n %1");
-        output = captured.written();
-    }
+    const QByteArray output = outputOf(QtWarningMsg, "100 % %s %n %1");
     QCOMPARE(output, QByteArray("100 % %s %n %1\n"));
     QCOMPARE(contents(logPath()), QByteArray("W:100 % %s %n %1\n"));
     QCOMPARE(_console->toPlainText(), QStringLiteral("100 % %s %n %1"));
@@ -298,12 +269,7 @@ void TestSessionLog::aLogThatCantBeOpenedIsNoHindrance()
     qputenv("HOME", QFile::encodeName(_home->filePath("no/such/folder")));
     MessageRecorder toolkit;
     openSessionLog();
-    QByteArray output;
-    {
-        CapturedOutput captured(_home->filePath("output"));
-        zvMessageOutput(QtWarningMsg, "abc");
-        output = captured.written();
-    }
+    const QByteArray output = outputOf(QtWarningMsg, "abc");
     QCOMPARE(output, QByteArray("abc\n"));
     QCOMPARE(_console->toPlainText(), QStringLiteral("abc"));
     QCOMPARE(toolkit.messages(), QStringList()); // nobody is told
@@ -325,12 +291,7 @@ void TestSessionLog::beforeTheLogIsOpenedNothingIsWritten()
 void TestSessionLog::bytesBeyondAscii()
 {
     openSessionLog();
-    QByteArray output;
-    {
-        CapturedOutput captured(_home->filePath("output"));
-        zvMessageOutput(QtWarningMsg, "caf\xc3\xa9");
-        output = captured.written();
-    }
+    const QByteArray output = outputOf(QtWarningMsg, "caf\xc3\xa9");
     QCOMPARE(contents(logPath()), QByteArray("W:caf\xc3\xa9\n"));
     QCOMPARE(output, QByteArray("caf\xc3\xa9\n"));
     QCOMPARE(_console->toPlainText(),
