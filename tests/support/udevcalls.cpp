@@ -19,11 +19,11 @@ extern "C" udev *udev_new(void)
     return wanted == UdevCalls::NoContext ? nullptr : original<decltype(udev_new)>("udev_new")();
 }
 
-extern "C" udev_monitor *udev_monitor_new_from_netlink(udev *context, const char *name)
+extern "C" udev_monitor *udev_monitor_new_from_netlink(struct udev *udev, const char *name)
 {
     if (wanted == UdevCalls::NoMonitor)
         return nullptr;
-    return original<decltype(udev_monitor_new_from_netlink)>("udev_monitor_new_from_netlink")(context, name);
+    return original<decltype(udev_monitor_new_from_netlink)>("udev_monitor_new_from_netlink")(udev, name);
 }
 
 extern "C" int udev_monitor_filter_add_match_subsystem_devtype(udev_monitor *monitor, const char *subsystem,

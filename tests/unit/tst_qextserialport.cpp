@@ -7,6 +7,14 @@
 
 #include "tests/support/openedport.h"
 
+static std::vector<PortPointer> threePorts(const Pty &terminal)
+{
+    std::vector<PortPointer> ports(3);
+    for (PortPointer &port : ports)
+        port = openedPort(terminal);
+    return ports;
+}
+
 /// Received bytes, and ports that several objects share.
 class TestQextSerialPort : public QObject
 {
@@ -83,9 +91,7 @@ void TestQextSerialPort::linesAreReadOneByOne()
 void TestQextSerialPort::everyObjectGetsEveryByteBeforeTheFirstIsTold()
 {
     Pty terminal;
-    std::vector<PortPointer> ports;
-    for (int i = 0; i < 3; ++i)
-        ports.push_back(openedPort(terminal));
+    const std::vector<PortPointer> ports = threePorts(terminal);
     QCOMPARE(terminal.openDescriptors(), 1);
 
     int toldOf = 0;
@@ -171,9 +177,7 @@ void TestQextSerialPort::anObjectMayGoInsideASlot()
     QFETCH(Deed, deed);
     QFETCH(QList<int>, survivors);
     Pty terminal;
-    std::vector<PortPointer> ports;
-    for (int i = 0; i < 3; ++i)
-        ports.push_back(openedPort(terminal));
+    std::vector<PortPointer> ports = threePorts(terminal);
     int toldOfNothing = 0;
     for (const PortPointer &port : ports) {
         connect(port.get(), &QIODevice::readyRead, this, [&toldOfNothing, each = port.get()] {

@@ -221,11 +221,11 @@ static QString lockFile(const Pty &terminal)
         QLatin1String("LCK..") + terminal.portName().replace(QLatin1Char('/'), QLatin1Char('_'));
     for (const char *folder :
          {"/var/lock", "/run/lock", "/var/spool/locks", "/var/spool/uucp", "/tmp", "/var/tmp"}) {
-        const QString path = QDir(QLatin1String(folder)).filePath(name);
+        QString path = QDir(QLatin1String(folder)).filePath(name);
         if (QFile::exists(path))
             return path;
     }
-    return QString();
+    return {};
 }
 
 // What a process does that drops its ports, as the device's controller does: it ends with ports open, dead
