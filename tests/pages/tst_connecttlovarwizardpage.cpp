@@ -4,7 +4,9 @@
 #include <QtTest>
 
 #include "pages/connecttlovarwizardpage.h"
+#include "tests/support/markingtranslator.h"
 #include "tests/support/messagerecorder.h"
+#include "tests/support/steprecorder.h"
 #include "tests/support/wizardfixture.h"
 
 /// The start page: waiting until the device has told its system ID.
@@ -25,17 +27,23 @@ private Q_SLOTS:
     }
 
     void searchingAtFirst();
+    void theStepsOfAnEntryComeInTheirOrder();
     void aCandidateWithoutASystemIDStaysAtGettingStatus();
     void aSystemIDIdentifiesTheDevice();
     void anotherSystemIDLeavesItIdentified();
     void withoutASystemIDAgainTheSearchIsBack();
-    void aCandidateAfterIdentificationChangesNothing();
+    void aCandidateAfterIdentificationIsIdentifiedAtOnce();
     void theLabelStaysWhileTheBarIsVisible();
     void beforeTheWindowIsShownTheBarCountsAsHidden();
     void aDeviceThatIsThereAtTheStartKeepsItsText();
+    void everyQuestionWhetherItIsCompleteIsLogged();
     void backFromTheNextPageSearchesNoSecondTime();
     void theNextPageIsTheFoundPage();
-    void enteringAgainDoublesItsConnections();
+    void theTextsAreTranslated_data();
+    void theTextsAreTranslated();
+    void everyEntryConnectsOnceMore_data();
+    void everyEntryConnectsOnceMore();
+    void eachConnectionAsksOnce();
 
 private:
     QString label() const { return _f->widget<QLabel>("label_progress")->text(); }
@@ -47,11 +55,28 @@ private:
 
 void TestConnectPage::searchingAtFirst()
 {
+    QCOMPARE(_f->wizard.currentId(), 0);
     QCOMPARE(label(), QStringLiteral("Looking for ZV Tolvar"));
     QVERIFY(barVisible());
     QVERIFY(!_f->canGoOn());
     QVERIFY(_log->messages().contains("D:List of ports: "));
     QVERIFY(_log->messages().contains("D:Sysid: \"\" "));
+}
+
+void TestConnectPage::theStepsOfAnEntryComeInTheirOrder()
+{
+    Q_EMIT _f->tolvar.candidateDeviceFound();
+    StepRecorder steps(_f->wizard.currentPage());
+    _f->tolvar.connected = [&steps](const QString &signal) { steps.note(signal + " has a listener more"); };
+    _log->tellOf([&steps](const QString &message) {
+        if (message == QLatin1String("D:List of ports: "))
+            steps.note("the search begins");
+    });
+    _f->wizard.restart();
+    QCOMPARE(steps.take().mid(0, 4),
+             QStringList({R"(label_progress says "Looking for ZV Tolvar")",
+                          "systemIDChanged(QString) has a listener more",
+                          "candidateDeviceFound() has a listener more", "the search begins"}));
 }
 
 void TestConnectPage::aCandidateWithoutASystemIDStaysAtGettingStatus()
@@ -78,11 +103,14 @@ void TestConnectPage::aSystemIDIdentifiesTheDevice()
 void TestConnectPage::anotherSystemIDLeavesItIdentified()
 {
     _f->status("<name>TOLVAR-1</name>");
-    _log->take();
-    _f->status("<name>TOLVAR-2</name>");
-    QCOMPARE(label(), QStringLiteral("***** A Tolvar has been found *****"));
-    QVERIFY(_f->canGoOn());
-    QVERIFY(_log->messages().contains("D:Sysid: \"TOLVAR-2\" "));
+    for (const char *name : {"TOLVAR-2", "TOLVAR-3"}) {
+        _log->take();
+        _f->tolvar.setSystemID(name);
+        QCOMPARE(label(), QStringLiteral("***** A Tolvar has been found *****"));
+        QVERIFY(!barVisible());
+        QVERIFY(_f->canGoOn());
+        QVERIFY(_log->messages().contains("D:Sysid: \"" + QLatin1String(name) + "\" "));
+    }
 }
 
 void TestConnectPage::withoutASystemIDAgainTheSearchIsBack()
@@ -94,11 +122,15 @@ void TestConnectPage::withoutASystemIDAgainTheSearchIsBack()
     QVERIFY(!_f->canGoOn());
 }
 
-void TestConnectPage::aCandidateAfterIdentificationChangesNothing()
+void TestConnectPage::aCandidateAfterIdentificationIsIdentifiedAtOnce()
 {
     _f->status("<name>TOLVAR-1</name>");
+    StepRecorder steps(_f->wizard.currentPage());
+    _log->tellOf([&steps](const QString &) { steps.note("asks whether it is complete"); });
     Q_EMIT _f->tolvar.candidateDeviceFound();
-    QCOMPARE(label(), QStringLiteral("***** A Tolvar has been found *****"));
+    QCOMPARE(steps.take().mid(0, 3),
+             QStringList({R"(label_progress says "Getting status")", "asks whether it is complete",
+                          R"(label_progress says "***** A Tolvar has been found *****")"}));
     QVERIFY(!barVisible());
     QVERIFY(_f->canGoOn());
 }
@@ -106,24 +138,30 @@ void TestConnectPage::aCandidateAfterIdentificationChangesNothing()
 void TestConnectPage::theLabelStaysWhileTheBarIsVisible()
 {
     auto *text = _f->widget<QLabel>("label_progress");
-    text->setText("as it was");
-    QVERIFY(!_f->wizard.currentPage()->isComplete());
-    QCOMPARE(label(), QStringLiteral("as it was"));
-    _f->widget<QProgressBar>("connectionProgressBar")->hide();
-    QVERIFY(!_f->wizard.currentPage()->isComplete());
-    QCOMPARE(label(), QStringLiteral("Looking for ZV Tolvar"));
-    QVERIFY(barVisible());
+    for (const char *before : {"as it was", "Getting status"}) {
+        text->setText(before);
+        QVERIFY(!_f->wizard.currentPage()->isComplete());
+        QCOMPARE(label(), QLatin1String(before));
+        _f->widget<QProgressBar>("connectionProgressBar")->hide();
+        QVERIFY(!_f->wizard.currentPage()->isComplete());
+        QCOMPARE(label(), QStringLiteral("Looking for ZV Tolvar"));
+        QVERIFY(barVisible());
+    }
 }
 
 void TestConnectPage::beforeTheWindowIsShownTheBarCountsAsHidden()
 {
     ZVTolvarSetupWizard wizard;
-    QWizardPage *page = wizard.page(0);
+    const QWizardPage *page = wizard.page(0);
     auto *text = page->findChild<QLabel *>("label_progress");
+    auto *bar = page->findChild<QProgressBar *>("connectionProgressBar");
     QCOMPARE(text->text(), QStringLiteral("TextLabel"));
     QVERIFY(!page->isComplete());
     QCOMPARE(text->text(), QStringLiteral("Looking for ZV Tolvar"));
-    QVERIFY(!page->findChild<QProgressBar *>("connectionProgressBar")->isHidden());
+    QVERIFY(!bar->isHidden());
+    bar->hide();
+    QVERIFY(!page->isComplete());
+    QVERIFY(!bar->isHidden());
 }
 
 void TestConnectPage::aDeviceThatIsThereAtTheStartKeepsItsText()
@@ -136,6 +174,18 @@ void TestConnectPage::aDeviceThatIsThereAtTheStartKeepsItsText()
     QWizardPage *page = wizard.currentPage();
     QCOMPARE(page->findChild<QLabel *>("label_progress")->text(), QStringLiteral("Getting status"));
     QVERIFY(page->findChild<QProgressBar *>("connectionProgressBar")->isVisible());
+}
+
+void TestConnectPage::everyQuestionWhetherItIsCompleteIsLogged()
+{
+    for (const char *systemID : {"", "TOLVAR-1"}) {
+        _f->tolvar.setSystemID(systemID);
+        _log->take();
+        _f->wizard.currentPage()->isComplete();
+        _f->wizard.currentPage()->isComplete();
+        const QString line = "D:Sysid: \"" + QLatin1String(systemID) + "\" ";
+        QCOMPARE(_log->messages(), QStringList({line, line}));
+    }
 }
 
 void TestConnectPage::backFromTheNextPageSearchesNoSecondTime()
@@ -156,20 +206,60 @@ void TestConnectPage::theNextPageIsTheFoundPage()
     QCOMPARE(_f->wizard.currentPage()->nextId(), 1);
 }
 
-void TestConnectPage::enteringAgainDoublesItsConnections()
+void TestConnectPage::theTextsAreTranslated_data()
 {
-    QSignalSpy complete(_f->wizard.currentPage(), &QWizardPage::completeChanged);
+    QTest::addColumn<QString>("systemID");
+    QTest::addColumn<bool>("candidate");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("the search") << "" << false
+                                << "ConnectTlovarWizardPage|Progress bar label|Looking for ZV Tolvar";
+    QTest::newRow("a candidate") << "" << true << "ConnectTlovarWizardPage|Progress bar label|Getting status";
+    QTest::newRow("a device")
+        << "TOLVAR-1" << false
+        << "ConnectTlovarWizardPage|Progress bar label|***** A Tolvar has been found *****";
+}
+
+void TestConnectPage::theTextsAreTranslated()
+{
+    QFETCH(QString, systemID);
+    QFETCH(bool, candidate);
+    QFETCH(QString, shown);
+    const MarkingTranslator translator;
+    _f->wizard.restart();
+    if (candidate)
+        Q_EMIT _f->tolvar.candidateDeviceFound();
+    _f->tolvar.setSystemID(systemID);
+    QCOMPARE(label(), shown);
+    if (!systemID.isEmpty())
+        return;
+    // The text that comes back while nothing is found is the same.
+    _f->widget<QProgressBar>("connectionProgressBar")->hide();
+    QVERIFY(!_f->wizard.currentPage()->isComplete());
+    QCOMPARE(label(), QStringLiteral("ConnectTlovarWizardPage|Progress bar label|Looking for ZV Tolvar"));
+}
+
+void TestConnectPage::everyEntryConnectsOnceMore_data()
+{
+    QTest::addColumn<QByteArray>("signal");
+    QTest::newRow("the system ID's change") << QByteArray("systemIDChanged(QString)");
+    QTest::newRow("the candidate") << QByteArray("candidateDeviceFound()");
+}
+
+void TestConnectPage::everyEntryConnectsOnceMore()
+{
+    QFETCH(QByteArray, signal);
+    QCOMPARE(_f->listeners("the controller", signal), 1);
+    _f->wizard.restart();
+    QCOMPARE(_f->listeners("the controller", signal), 2);
+}
+
+void TestConnectPage::eachConnectionAsksOnce()
+{
+    const QSignalSpy complete(_f->wizard.currentPage(), &QWizardPage::completeChanged);
     Q_EMIT _f->tolvar.candidateDeviceFound();
     QCOMPARE(complete.count(), 1);
     _f->tolvar.setSystemID("TOLVAR-1");
     QCOMPARE(complete.count(), 2);
-
-    _f->wizard.restart();
-    complete.clear();
-    Q_EMIT _f->tolvar.candidateDeviceFound();
-    QCOMPARE(complete.count(), 2);
-    _f->tolvar.setSystemID("TOLVAR-2");
-    QCOMPARE(complete.count(), 4);
 }
 
 QTEST_MAIN(TestConnectPage)

@@ -1,107 +1,45 @@
-#include <QDate>
-#include <QDir>
-#include <QFile>
-#include <QFileDialog>
 #include <QLabel>
-#include <QLineEdit>
-#include <QLocale>
-#include <QMessageBox>
 #include <QPushButton>
-#include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include "pages/tolvarfoundwizardpage.h"
-#include "tests/support/messagerecorder.h"
-#include "tests/support/modalanswers.h"
+#include "tests/support/markingtranslator.h"
 #include "tests/support/wizardfixture.h"
 
-/// The device-found page: what the device reported, and the download of its log.
+/// The device-found page: what the device reported. Its log has a test of its own.
 class TestFoundPage : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { QApplication::setAttribute(Qt::AA_DontUseNativeDialogs); }
-    void init();
-    void cleanup();
+    void init()
+    {
+        _f = std::make_unique<WizardFixture>();
+        _f->goTo(1);
+    }
+    void cleanup() { _f.reset(); }
 
     void theValuesStandThereOnEntry();
+    void theConnectionsComeInTheirOrderBeforeTheValues();
     void theLabelsFollowTheDevice_data();
     void theLabelsFollowTheDevice();
     void theAddressLine_data();
     void theAddressLine();
-    void theDeviceTypeStaysUnknown();
+    void theAddressFollowsItsOwnSignalAlone();
+    void theAntennaSlotIgnoresItsArgument();
+    void theDeviceTypeReadsUnknownWhateverTheDeviceReports();
     void theNextPageIsTheChoosePage();
-
-    void oldFirmwareGivesNoLog_data();
-    void oldFirmwareGivesNoLog();
-    void theFirstNameIsTodays();
-    void theMonthIsInTheSystemsLanguage();
-    void theChosenNameIsOfferedAgain();
-    void aCancelledDialogStartsAnew();
-    void aDownload();
-    void aFileThatCantBeOpenedLeavesTheButtonOff();
-    void enteringAgainDoublesItsConnections();
+    void theTextsOfTheAddressLineAreNotTranslated_data();
+    void theTextsOfTheAddressLineAreNotTranslated();
+    void everyEntryConnectsOnceMore_data();
+    void everyEntryConnectsOnceMore();
+    void afterASecondEntryTheProgressSlotsRunTwice();
 
 private:
     QString text(const char *label) const { return _f->widget<QLabel>(label)->text(); }
-    QPushButton *button() const { return _f->widget<QPushButton>("pushButton_viewLog"); }
-    void click() const { QTest::mouseClick(button(), Qt::LeftButton); }
-    static QString defaultName();
 
-    /// Notes the name that the save dialog offers, then cancels it, or chooses \a path.
-    ModalAnswers::Answer chooseFile(const QString &path);
-
-    std::unique_ptr<QTemporaryDir> _folder;
-    std::unique_ptr<MessageRecorder> _log;
     std::unique_ptr<WizardFixture> _f;
-    QString _offered;
-    QString _caption;
 };
-
-void TestFoundPage::init()
-{
-    _folder = std::make_unique<QTemporaryDir>();
-    QVERIFY(QDir::setCurrent(_folder->path()));
-    _log = std::make_unique<MessageRecorder>();
-    _f = std::make_unique<WizardFixture>();
-    _f->goTo(1);
-}
-
-void TestFoundPage::cleanup()
-{
-    _f.reset();
-    _log.reset();
-    QDir::setCurrent(QDir::rootPath());
-}
-
-QString TestFoundPage::defaultName()
-{
-    static const char *months[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
-                                   "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-    const QDate today = QDate::currentDate();
-    return QString("zvtolvar_log_%1%2%3.txt")
-        .arg(today.day(), 2, 10, QChar('0'))
-        .arg(months[today.month() - 1])
-        .arg(today.year() % 100, 2, 10, QChar('0'));
-}
-
-ModalAnswers::Answer TestFoundPage::chooseFile(const QString &path)
-{
-    return [this, path](QDialog *dialog) {
-        auto *chooser = qobject_cast<QFileDialog *>(dialog);
-        QVERIFY2(chooser, "a save dialog was expected");
-        _offered = chooser->selectedFiles().value(0);
-        _caption = chooser->windowTitle();
-        QCOMPARE(chooser->parentWidget(), &_f->wizard);
-        QCOMPARE(chooser->acceptMode(), QFileDialog::AcceptSave);
-        if (path.isEmpty())
-            return chooser->reject();
-        chooser->findChild<QLineEdit *>("fileNameEdit")->setText(path);
-        dialog->accept(); // as its button does
-    };
-}
 
 void TestFoundPage::theValuesStandThereOnEntry()
 {
@@ -122,6 +60,24 @@ void TestFoundPage::theValuesStandThereOnEntry()
     QCOMPARE(label("label_LogWrite_progress"), QString());
     QVERIFY(f.widget<QPushButton>("pushButton_viewLog")->isEnabled());
     QVERIFY(f.canGoOn());
+}
+
+void TestFoundPage::theConnectionsComeInTheirOrderBeforeTheValues()
+{
+    WizardFixture f;
+    f.status("<name>T-7</name>");
+    QStringList order;
+    f.tolvar.connected = [&](const QString &signal) {
+        order += signal;
+        QCOMPARE(f.page<TolvarFoundWizardPage>()->findChild<QLabel *>("label_SystemId")->text(),
+                 QStringLiteral("Unknown"));
+    };
+    f.goTo(1);
+    QCOMPARE(order, QStringList({"networkChanged(QString)", "systemIDChanged(QString)",
+                                 "statusChanged(QString)", "firmwareVersionChanged(QString)",
+                                 "ipAddressChanged(QString)", "macAddressChanged(QString)",
+                                 "antennaChanged(QString)", "startingToWriteLog()", "finishedWriteLog()"}));
+    QCOMPARE(f.widget<QLabel>("label_SystemId")->text(), QStringLiteral("T-7"));
 }
 
 void TestFoundPage::theLabelsFollowTheDevice_data()
@@ -186,7 +142,23 @@ void TestFoundPage::theAddressLine()
     QCOMPARE(text("label_IPAddress"), shown);
 }
 
-void TestFoundPage::theDeviceTypeStaysUnknown()
+void TestFoundPage::theAddressFollowsItsOwnSignalAlone()
+{
+    _f->tolvar.setIPAddress("10.0.0.7");
+    _f->tolvar.setUseStaticIP("Y");
+    QCOMPARE(text("label_IPAddress"), QStringLiteral("DHCP"));
+    _f->tolvar.setIPAddress("10.0.0.8");
+    QCOMPARE(text("label_IPAddress"), QStringLiteral("Static:10.0.0.8"));
+}
+
+void TestFoundPage::theAntennaSlotIgnoresItsArgument()
+{
+    _f->tolvar.setAntenna("1");
+    QVERIFY(QMetaObject::invokeMethod(_f->wizard.currentPage(), "OnAntennaChanged", Q_ARG(QString, "0")));
+    QCOMPARE(text("label_ExternalAntenna"), QStringLiteral("External"));
+}
+
+void TestFoundPage::theDeviceTypeReadsUnknownWhateverTheDeviceReports()
 {
     _f->status("<name>T-8</name><mode>M</mode><device_type>Tolvar</device_type>");
     QCOMPARE(text("label_DeviceType"), QStringLiteral("Unknown"));
@@ -198,150 +170,61 @@ void TestFoundPage::theNextPageIsTheChoosePage()
     QVERIFY(_f->wizard.currentPage()->isComplete());
 }
 
-void TestFoundPage::oldFirmwareGivesNoLog_data()
+void TestFoundPage::theTextsOfTheAddressLineAreNotTranslated_data()
 {
-    QTest::addColumn<QString>("version");
-    QTest::newRow("A059") << "A059";
-    QTest::newRow("no version") << "";
-    QTest::newRow("a negative number") << "A-60";
+    QTest::addColumn<QString>("flag");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("a static address") << "Y"
+                                      << "Static:10.0.0.7";
+    QTest::newRow("any other") << "N"
+                               << "DHCP";
 }
 
-void TestFoundPage::oldFirmwareGivesNoLog()
+void TestFoundPage::theTextsOfTheAddressLineAreNotTranslated()
 {
-    QFETCH(QString, version);
-    _f->tolvar.setFirmwareVersion(version);
-    ModalAnswers answers({[](QDialog *dialog) {
-        auto *box = qobject_cast<QMessageBox *>(dialog);
-        QVERIFY2(box, "a message box was expected");
-        QCOMPARE(box->text(), QStringLiteral("Tolvar Log file only available on Firmware A060 or later"));
-        QCOMPARE(box->parentWidget(), nullptr);
-        QCOMPARE(box->windowTitle(), QString());
-        QCOMPARE(box->icon(), QMessageBox::NoIcon);
-        QCOMPARE(box->standardButtons(), QMessageBox::Ok);
-        box->accept();
-    }});
-    click();
-    QCOMPARE(answers.opened(), 1);
-    QVERIFY(button()->isEnabled());
-    QVERIFY(_f->inside.queue().isEmpty());
-    QCOMPARE(text("label_LogWrite_progress"), QString());
+    QFETCH(QString, flag);
+    QFETCH(QString, shown);
+    const MarkingTranslator translator;
+    _f->tolvar.setUseStaticIP(flag);
+    _f->tolvar.setIPAddress("10.0.0.7");
+    QCOMPARE(text("label_IPAddress"), shown);
 }
 
-void TestFoundPage::theFirstNameIsTodays()
+void TestFoundPage::everyEntryConnectsOnceMore_data()
 {
-    ModalAnswers answers({chooseFile(QString())});
-    click();
-    QCOMPARE(answers.opened(), 1);
-    QCOMPARE(_offered, _folder->filePath(defaultName()));
-    QCOMPARE(_caption, QStringLiteral("Save Log to File"));
-    QVERIFY(button()->isEnabled());
-    QVERIFY(_f->inside.queue().isEmpty());
+    QTest::addColumn<QByteArray>("signal");
+    QTest::newRow("the network") << QByteArray("networkChanged(QString)");
+    QTest::newRow("the system ID") << QByteArray("systemIDChanged(QString)");
+    QTest::newRow("the status") << QByteArray("statusChanged(QString)");
+    QTest::newRow("the firmware version") << QByteArray("firmwareVersionChanged(QString)");
+    QTest::newRow("the IP address") << QByteArray("ipAddressChanged(QString)");
+    QTest::newRow("the MAC address") << QByteArray("macAddressChanged(QString)");
+    QTest::newRow("the antenna") << QByteArray("antennaChanged(QString)");
+    QTest::newRow("the log's begin") << QByteArray("startingToWriteLog()");
+    QTest::newRow("the log's end") << QByteArray("finishedWriteLog()");
 }
 
-void TestFoundPage::theMonthIsInTheSystemsLanguage()
+void TestFoundPage::everyEntryConnectsOnceMore()
 {
-    // Run once more with a Japanese locale, whose months never look like English ones.
-    if (QLocale::system().language() != QLocale::Japanese)
-        QSKIP("the system speaks no Japanese in this run");
-    ModalAnswers answers({chooseFile(QString())});
-    click();
-    const QDate today = QDate::currentDate();
-    QCOMPARE(_offered, _folder->filePath(QString::fromUtf8("zvtolvar_log_%1%2\xe6\x9c\x88%3.txt")
-                                             .arg(today.day(), 2, 10, QChar('0'))
-                                             .arg(today.month())
-                                             .arg(today.year() % 100, 2, 10, QChar('0'))));
+    QFETCH(QByteArray, signal);
+    WizardFixture f;
+    const int before = f.listeners("the controller", signal);
+    QVERIFY2(before >= 0, "the controller has no such signal");
+    f.goTo(1);
+    QCOMPARE(f.listeners("the controller", signal), before + 1);
+    f.goBackAndEnterAgain();
+    QCOMPARE(f.listeners("the controller", signal), before + 2);
 }
 
-void TestFoundPage::theChosenNameIsOfferedAgain()
+void TestFoundPage::afterASecondEntryTheProgressSlotsRunTwice()
 {
-    const QString path = _folder->filePath("x.txt");
-    ModalAnswers answers({chooseFile(path), chooseFile(QString()), chooseFile(QString())});
-    click();
-    _f->reply("<log_file>one</log_file>");
-    _offered.clear();
-    click();
-    QCOMPARE(_offered, path);
-    click(); // after a cancel, today's name again
-    QCOMPARE(_offered, _folder->filePath(defaultName()));
-    QCOMPARE(answers.left(), 0);
-}
-
-void TestFoundPage::aCancelledDialogStartsAnew()
-{
-    ModalAnswers answers({chooseFile(QString()), chooseFile(QString())});
-    click();
-    QVERIFY(button()->isEnabled());
-    QCOMPARE(text("label_LogWrite_progress"), QString());
-    _offered.clear();
-    click();
-    QCOMPARE(_offered, _folder->filePath(defaultName()));
-}
-
-void TestFoundPage::aDownload()
-{
-    const QString path = _folder->filePath("tolvar.txt");
-    ModalAnswers answers({chooseFile(path)});
-    _log->take();
-    click();
-    QCOMPARE(_log->messages().constFirst(), "D:Opening file: \"" + path + "\" ");
-    QCOMPARE(_f->inside.queue(), QStringList{"get_log_file\r\n"});
-    QVERIFY(!button()->isEnabled());
-    QCOMPARE(text("label_LogWrite_progress"), "Writing log file to: " + path);
-    _f->reply("<log_file>one\ntwo\n</log_file>");
-    QVERIFY(button()->isEnabled());
-    QCOMPARE(text("label_LogWrite_progress"), "Log file written to: " + path);
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(file.readAll(), QByteArray("one\ntwo\n"));
-}
-
-void TestFoundPage::aFileThatCantBeOpenedLeavesTheButtonOff()
-{
-    const QString path = _folder->filePath("no/such/folder.txt");
-    // The save dialog itself refuses a folder that isn't there; the folder goes away behind its back instead.
-    QVERIFY(QDir(_folder->path()).mkpath("no/such"));
-    QString shown;
-    ModalAnswers answers({[&](QDialog *dialog) {
-                              chooseFile(path)(dialog);
-                              QVERIFY(QDir(_folder->filePath("no")).removeRecursively());
-                          },
-                          [&](QDialog *dialog) {
-                              auto *box = qobject_cast<QMessageBox *>(dialog);
-                              QVERIFY2(box, "a message box was expected");
-                              shown = box->text();
-                              QCOMPARE(box->parentWidget(), nullptr);
-                              QVERIFY2(!button()->isEnabled(), "the button is off before the file is opened");
-                              QCOMPARE(text("label_LogWrite_progress"), "Opening file: " + path);
-                              box->accept();
-                          }});
-    click();
-    QCOMPARE(shown, "Couldn't open file: " + path + ": No such file or directory");
-    QVERIFY2(!button()->isEnabled(), "it stays off for the rest of the run");
-    QCOMPARE(text("label_LogWrite_progress"), "Opening file: " + path);
-    QVERIFY(_f->inside.queue().isEmpty());
-    QCOMPARE(_f->inside.logFile(), nullptr);
-}
-
-void TestFoundPage::enteringAgainDoublesItsConnections()
-{
-    const char *const signalNames[] = {
-        SIGNAL(networkChanged(QString)),   SIGNAL(systemIDChanged(QString)),
-        SIGNAL(statusChanged(QString)),    SIGNAL(firmwareVersionChanged(QString)),
-        SIGNAL(ipAddressChanged(QString)), SIGNAL(macAddressChanged(QString)),
-        SIGNAL(antennaChanged(QString)),   SIGNAL(startingToWriteLog()),
-        SIGNAL(finishedWriteLog())};
-    QList<int> before;
-    for (const char *name : signalNames)
-        before += _f->listeners(name);
-    _f->wizard.back();
-    _f->wizard.next();
-    QCOMPARE(_f->wizard.currentId(), 1);
-    for (size_t i = 0; i < std::size(signalNames); ++i)
-        QVERIFY2(_f->listeners(signalNames[i]) == before.at(qsizetype(i)) + 1, signalNames[i]);
+    _f->goBackAndEnterAgain();
+    const MarkingTranslator translator;
     Q_EMIT _f->tolvar.startingToWriteLog();
-    QVERIFY(!button()->isEnabled());
     Q_EMIT _f->tolvar.finishedWriteLog();
-    QVERIFY(button()->isEnabled());
+    const QString writing = "TolvarFoundWizardPage|Progress String|Writing log file to: %1";
+    const QString written = "TolvarFoundWizardPage|Progress String|Log file written to: %1";
+    QCOMPARE(translator.asked("TolvarFoundWizardPage"), QStringList({writing, writing, written, written}));
 }
 
 QTEST_MAIN(TestFoundPage)

@@ -44,7 +44,10 @@ void MessageRecorder::record(QtMsgType type, const QMessageLogContext &, const Q
         const char *prefix;
     } prefixes[] = {{QtDebugMsg, "D:"}, {QtInfoMsg, "I:"}, {QtWarningMsg, "W:"}, {QtCriticalMsg, "C:"}};
     for (const auto &entry : prefixes) {
-        if (entry.type == type)
-            theRecorder->_messages += QLatin1String(entry.prefix) + message;
+        if (entry.type != type)
+            continue;
+        theRecorder->_messages += QLatin1String(entry.prefix) + message;
+        if (theRecorder->_heard)
+            theRecorder->_heard(theRecorder->_messages.constLast());
     }
 }

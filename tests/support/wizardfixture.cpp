@@ -6,9 +6,10 @@
 #include "pages/pageid.h"
 
 WizardFixture::WizardFixture()
-    : tolvar(*wizard._tolvar)
+    : tolvar(*new WatchedTolvar(&wizard))
     , inside{tolvar}
 {
+    wizard._tolvar = &tolvar;
     wizard.show();
     wizard.activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(&wizard)); // keys go to the active window's fields only
@@ -53,12 +54,25 @@ void WizardFixture::goTo(int id)
     QCOMPARE(wizard.currentId(), id);
 }
 
-int WizardFixture::listeners(const char *signal) const
+void WizardFixture::goBackAndEnterAgain()
+{
+    const int id = wizard.currentId();
+    wizard.back();
+    QVERIFY(wizard.currentId() != id);
+    wizard.next();
+    QCOMPARE(wizard.currentId(), id);
+}
+
+int WizardFixture::listeners(const QByteArray &sender, const QByteArray &signal) const
 {
     struct Peek : QObject {
         using QObject::receivers;
     };
-    return (tolvar.*(&Peek::receivers))(signal);
+    const QObject *object =
+        sender == "the controller" ? &tolvar : wizard.findChild<QObject *>(QLatin1String(sender));
+    if (!object || object->metaObject()->indexOfSignal(signal) < 0)
+        return -1;
+    return (object->*(&Peek::receivers))('2' + signal); // as SIGNAL() writes it
 }
 
 bool WizardFixture::canGoOn() const
