@@ -1,10 +1,13 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QtTest>
 
-#include "pages/testnetworkwizardpage.h"
+#include "tests/support/markingtranslator.h"
+#include "tests/support/messagerecorder.h"
+#include "tests/support/steprecorder.h"
 #include "tests/support/wizardfixture.h"
 
 /// The last page: the test's verdict, and saving.
@@ -21,19 +24,28 @@ private Q_SLOTS:
     }
     void cleanup() { _f.reset(); }
 
-    void aTestStartsOnEntry();
+    void theTestStartsOnEntry();
+    void theStepsOfAnEntryComeInTheirOrder();
     void withoutAVerdictItStaysBusy();
     void eachVerdict_data();
     void eachVerdict();
+    void theStepsOfEachVerdictComeInTheirOrder_data();
+    void theStepsOfEachVerdictComeInTheirOrder();
     void aSystemErrorIsTerminal();
     void aVerdictAloneLetsNobodyFinish();
     void aSaveLetsTheUserFinish();
-    void savingAnywayKeepsTheButtonsText();
+    void theStepsOfASaveComeInTheirOrder();
+    void afterAWrongPassphraseASaveKeepsTheButtonsText();
     void savingAgainSavesAgain();
     void aLaterVerdictLeavesFinishAsItIs();
-    void itIsTheLastPage();
-    void enteringAgainDoublesItsConnections();
+    void aSecondEntryStartsOver();
+    void afterASecondEntryOneReleaseSavesTwice();
     void theSaveComesWithTheRelease();
+    void itIsTheLastPage();
+    void theTextsAreTranslated_data();
+    void theTextsAreTranslated();
+    void everyEntryConnectsOnceMore_data();
+    void everyEntryConnectsOnceMore();
 
 private:
     QString label() const { return _f->widget<QLabel>("label")->text(); }
@@ -49,23 +61,45 @@ const QStringList saveLines = {"ant_select \r\n", "setssid Home\r\n", "setpass \
                                "save\r\n"};
 }
 
-void TestTestPage::aTestStartsOnEntry()
+void TestTestPage::theTestStartsOnEntry()
 {
     WizardFixture f;
+    QVERIFY2(f.wizard.page(4)->isComplete(), "no test has begun yet");
     f.goTo(3);
     f.finishScan();
     f.inside.queue().clear();
-    bool ready = false;
-    connect(&f.tolvar, &ZVTolvar::networkTestStarted, this, [&] {
-        // All that the page shows stands before the test begins.
-        auto *page = f.page<TestNetworkWizardPage>();
-        ready = !page->findChild<QPushButton *>("pushButton")->isEnabled() && !page->isComplete() &&
-                page->findChild<QLabel *>("label")->text().contains("Home");
-    });
     f.wizard.next();
     QCOMPARE(f.wizard.currentId(), 4);
-    QVERIFY(ready);
+    QVERIFY(!f.wizard.page(4)->isComplete());
     QCOMPARE(f.inside.queue(), QStringList({"setssid Home\r\n", "setpass \r\n", "test\r\n"}));
+}
+
+void TestTestPage::theStepsOfAnEntryComeInTheirOrder()
+{
+    _f->finishTest("0");
+    QTest::mouseClick(button(), Qt::LeftButton);
+    StepRecorder steps(_f->wizard.currentPage());
+    steps.tellAlso([this] {
+        return QStringLiteral("%1 for the button, %2")
+            .arg(_f->listeners("pushButton", "released()"))
+            .arg(_f->wizard.page(4)->isComplete() ? "complete" : "not complete");
+    });
+    _f->tolvar.connected = [&steps](const QString &signal) { steps.note(signal); };
+    connect(&_f->tolvar, &ZVTolvar::networkTestStarted, &steps, [&steps] { steps.note("the test begins"); });
+    steps.take();
+    _f->goBackAndEnterAgain();
+    // The button was enabled, and the bar hidden, by the test before.
+    QCOMPARE(
+        steps.take(),
+        QStringList({"networkTestFound(), 1 for the button, complete",
+                     "networkTestPassphraseInvalid(), 1 for the button, complete",
+                     "networkTestSsidNotFound(), 1 for the button, complete",
+                     "networkTestSystemError(), 1 for the button, complete",
+                     "pushButton is disabled, 2 for the button, complete",
+                     "progressBar is shown, 2 for the button, complete",
+                     "label says \"Please wait while ZV Tolvar tests the connection to network: Home\n\", "
+                     "2 for the button, not complete",
+                     "the test begins, 2 for the button, not complete"}));
 }
 
 void TestTestPage::withoutAVerdictItStaysBusy()
@@ -119,12 +153,54 @@ void TestTestPage::eachVerdict()
     QVERIFY2(complete.isEmpty(), "a verdict alone changes nothing about finishing");
 }
 
+void TestTestPage::theStepsOfEachVerdictComeInTheirOrder_data()
+{
+    QTest::addColumn<QString>("result");
+    QTest::addColumn<QStringList>("expected");
+    QTest::newRow("found") << "0"
+                           << QStringList({R"(label says "Successfully tested connection to network)",
+                                           "pushButton is enabled",
+                                           R"(pushButton says "Save network configuration)",
+                                           "progressBar is hidden"});
+    QTest::newRow("wrong passphrase")
+        << "1"
+        << QStringList({R"(label says "The network was found, but the passphrase was invalid)",
+                        R"(pushButton says "Save network configuration anyway?)", "pushButton is enabled",
+                        "progressBar is hidden"});
+    QTest::newRow("unknown SSID") << "2"
+                                  << QStringList({R"(label says "The network was not found)",
+                                                  R"(pushButton says "Save network configuration anyway?)",
+                                                  "pushButton is enabled", "progressBar is hidden"});
+    QTest::newRow("system error")
+        << "3"
+        << QStringList(
+               {R"(label says "There was an unexpected system error. Please power off and then power on )"
+                "the Tolvar and restart this utility",
+                "progressBar is hidden"});
+}
+
+void TestTestPage::theStepsOfEachVerdictComeInTheirOrder()
+{
+    QFETCH(QString, result);
+    QFETCH(QStringList, expected);
+    StepRecorder steps(_f->wizard.currentPage());
+    _f->finishTest(result);
+    QStringList seen = steps.take();
+    // A text's line break and the quote after it are another test's business.
+    for (QString &step : seen)
+        step.remove(QRegularExpression("\n?\"$"));
+    QCOMPARE(seen, expected);
+}
+
 void TestTestPage::aSystemErrorIsTerminal()
 {
     _f->finishTest("3");
+    QVERIFY(!button()->isEnabled());
+    QCOMPARE(button()->text(), QStringLiteral("Save Network Configuration"));
     QTest::mouseClick(button(), Qt::LeftButton);
     QVERIFY(_f->inside.queue().isEmpty());
     QVERIFY(!_f->canFinish());
+    QVERIFY2(_f->wizard.button(QWizard::CancelButton)->isEnabled(), "only Cancel remains");
 }
 
 void TestTestPage::aVerdictAloneLetsNobodyFinish()
@@ -148,7 +224,31 @@ void TestTestPage::aSaveLetsTheUserFinish()
     QCOMPARE(button()->text(), QStringLiteral("Save network configuration"));
 }
 
-void TestTestPage::savingAnywayKeepsTheButtonsText()
+void TestTestPage::theStepsOfASaveComeInTheirOrder()
+{
+    _f->finishTest("0");
+    _f->inside.queue().clear();
+    StepRecorder steps(_f->wizard.currentPage());
+    steps.tellAlso([this] {
+        return QStringLiteral("%1 commands, %2")
+            .arg(_f->inside.queue().size())
+            .arg(_f->wizard.page(4)->isComplete() ? "complete" : "not complete");
+    });
+    connect(_f->wizard.currentPage(), &QWizardPage::completeChanged, &steps,
+            [&steps] { steps.note("it tells the wizard"); });
+    MessageRecorder messages;
+    messages.tellOf([&steps](const QString &) { steps.note("a command is queued"); });
+    Q_EMIT button()->released();
+    QCOMPARE(steps.take(), QStringList({"a command is queued, 1 commands, not complete",
+                                        "a command is queued, 2 commands, not complete",
+                                        "a command is queued, 3 commands, not complete",
+                                        "a command is queued, 4 commands, not complete",
+                                        "a command is queued, 5 commands, not complete",
+                                        "label says \"Configuration saved\n\", 5 commands, complete",
+                                        "it tells the wizard, 5 commands, complete"}));
+}
+
+void TestTestPage::afterAWrongPassphraseASaveKeepsTheButtonsText()
 {
     _f->finishTest("1");
     QTest::mouseClick(button(), Qt::LeftButton);
@@ -184,16 +284,23 @@ void TestTestPage::itIsTheLastPage()
     QVERIFY(_f->wizard.button(QWizard::BackButton)->isEnabled());
 }
 
-void TestTestPage::enteringAgainDoublesItsConnections()
+void TestTestPage::aSecondEntryStartsOver()
 {
     _f->finishTest("0");
-    _f->wizard.back();
-    QCOMPARE(_f->wizard.currentId(), 3);
+    QTest::mouseClick(button(), Qt::LeftButton);
+    QVERIFY(_f->canFinish());
     _f->inside.queue().clear();
-    _f->wizard.next();
+    _f->goBackAndEnterAgain();
     QCOMPARE(_f->inside.queue(), QStringList({"setssid Home\r\n", "setpass \r\n", "test\r\n"}));
+    QCOMPARE(label(), QStringLiteral("Please wait while ZV Tolvar tests the connection to network: Home\n"));
     QVERIFY(barVisible());
     QVERIFY(!button()->isEnabled());
+    QVERIFY(!_f->canFinish());
+}
+
+void TestTestPage::afterASecondEntryOneReleaseSavesTwice()
+{
+    _f->goBackAndEnterAgain();
     _f->finishTest("0");
     _f->inside.queue().clear();
     QTest::mouseClick(button(), Qt::LeftButton);
@@ -210,6 +317,78 @@ void TestTestPage::theSaveComesWithTheRelease()
     QTest::mouseMove(button(), QPoint(-50, -50));
     QTest::mouseRelease(button(), Qt::LeftButton, {}, QPoint(-50, -50));
     QCOMPARE(_f->inside.queue().isEmpty(), false);
+}
+
+void TestTestPage::theTextsAreTranslated_data()
+{
+    QTest::addColumn<QString>("result");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("buttonText");
+    const QString formsButton = "Save Network Configuration"; // it was shown before the catalogue came
+    const QString save = "TestNetworkWizardPage|push button text|Save network configuration";
+    const QString saveAnyway = "TestNetworkWizardPage|push button text|Save network configuration anyway?";
+    QTest::newRow("no verdict yet")
+        << ""
+        << "TestNetworkWizardPage||Please wait while ZV Tolvar tests the connection to network: Home\n"
+        << formsButton;
+    QTest::newRow("found")
+        << "0"
+        << "TestNetworkWizardPage|Progress Text|Successfully tested connection to network\n"
+        << save;
+    QTest::newRow("wrong passphrase")
+        << "1"
+        << "TestNetworkWizardPage|Progress Text|The network was found, but the passphrase was invalid\n"
+        << saveAnyway;
+    QTest::newRow("unknown SSID") << "2"
+                                  << "TestNetworkWizardPage|Progress Text|The network was not found\n"
+                                  << saveAnyway;
+    QTest::newRow("system error")
+        << "3"
+        << "TestNetworkWizardPage|Progress Text|There was an unexpected system error. Please power off and "
+           "then power on the Tolvar and restart this utility\n"
+        << formsButton;
+    QTest::newRow("saved") << "save"
+                           << "TestNetworkWizardPage|Progress Text|Configuration saved\n"
+                           << formsButton;
+}
+
+void TestTestPage::theTextsAreTranslated()
+{
+    QFETCH(QString, result);
+    QFETCH(QString, text);
+    QFETCH(QString, buttonText);
+    const MarkingTranslator translator;
+    _f->goBackAndEnterAgain();
+    if (result == "save")
+        Q_EMIT button()->released();
+    else if (!result.isEmpty())
+        _f->finishTest(result);
+    QCOMPARE(label(), text);
+    QCOMPARE(button()->text(), buttonText);
+}
+
+void TestTestPage::everyEntryConnectsOnceMore_data()
+{
+    QTest::addColumn<QByteArray>("sender");
+    QTest::addColumn<QByteArray>("signal");
+    const QByteArray controller = "the controller";
+    QTest::newRow("found") << controller << QByteArray("networkTestFound()");
+    QTest::newRow("wrong passphrase") << controller << QByteArray("networkTestPassphraseInvalid()");
+    QTest::newRow("unknown SSID") << controller << QByteArray("networkTestSsidNotFound()");
+    QTest::newRow("system error") << controller << QByteArray("networkTestSystemError()");
+    QTest::newRow("the save button's release") << QByteArray("pushButton") << QByteArray("released()");
+}
+
+void TestTestPage::everyEntryConnectsOnceMore()
+{
+    QFETCH(QByteArray, sender);
+    QFETCH(QByteArray, signal);
+    WizardFixture f;
+    QCOMPARE(f.listeners(sender, signal), 0);
+    f.goTo(4);
+    QCOMPARE(f.listeners(sender, signal), 1);
+    f.goBackAndEnterAgain();
+    QCOMPARE(f.listeners(sender, signal), 2);
 }
 
 QTEST_MAIN(TestTestPage)
