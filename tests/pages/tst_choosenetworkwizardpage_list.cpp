@@ -1,0 +1,176 @@
+#include <QProgressBar>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QtTest>
+
+#include "tests/pages/choosepagefixture.h"
+#include "tests/support/markingtranslator.h"
+#include "tests/support/steprecorder.h"
+
+/// The choose-network page's list: scanning, and picking a network.
+class TestNetworkList : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { _f = std::make_unique<ChoosePageFixture>(); }
+    void cleanup() { _f.reset(); }
+
+    void theEndOfAScan();
+    void theStepsOfAScanComeInTheirOrder();
+    void aScanWithoutNetworksEmptiesTheList();
+    void theListIsRebuiltFromTheTable();
+    void anUnplugEmptiesTheList();
+    void aPlaceholderRowCanBePicked_data();
+    void aPlaceholderRowCanBePicked();
+    void thePlaceholderRowsAreNotTranslated();
+    void aClickPicksTheNetwork();
+    void aClickOnNothingPicksNothing();
+    void theRefreshButtonScans();
+    void theRefreshSlotScans();
+    void afterASecondEntryTheRefreshButtonScansTwice();
+
+private:
+    std::unique_ptr<ChoosePageFixture> _f;
+};
+
+void TestNetworkList::theEndOfAScan()
+{
+    QSignalSpy complete(_f->page(), &QWizardPage::completeChanged);
+    _f->wizard.finishScan(threeNetworks);
+    QVERIFY(!_f->widget<QProgressBar>("progressBar")->isVisible());
+    QVERIFY(_f->widget<QPushButton>("refreshButton")->isEnabled());
+    QVERIFY(_f->widget<QPushButton>("viewDetailsButton")->isEnabled());
+    QCOMPARE(complete.count(), 1);
+    QVERIFY(_f->wizard.canGoOn());
+}
+
+void TestNetworkList::theStepsOfAScanComeInTheirOrder()
+{
+    _f->wizard.finishScan();
+    StepRecorder steps(_f->page());
+    connect(_f->page(), &QWizardPage::completeChanged, &steps,
+            [&steps] { steps.note("it tells the wizard"); });
+    _f->tolvar().startScan();
+    QCOMPARE(steps.take(), QStringList({"refreshButton is disabled", "viewDetailsButton is disabled",
+                                        "progressBar is shown", "it tells the wizard"}));
+    _f->wizard.finishScan();
+    QCOMPARE(steps.take(), QStringList({"refreshButton is enabled", "viewDetailsButton is enabled",
+                                        "progressBar is hidden", "it tells the wizard"}));
+}
+
+void TestNetworkList::aScanWithoutNetworksEmptiesTheList()
+{
+    _f->name()->clear();
+    _f->wizard.finishScan();
+    QCOMPARE(_f->rows(), QStringList());
+    QVERIFY(!_f->wizard.canGoOn());
+    _f->name()->setFocus();
+    QTest::keyClicks(_f->name(), "Typed");
+    QTest::keyClick(_f->name(), Qt::Key_Tab);
+    QVERIFY2(_f->wizard.canGoOn(), "a typed name is enough");
+}
+
+void TestNetworkList::theListIsRebuiltFromTheTable()
+{
+    _f->log.take();
+    _f->wizard.finishScan(threeNetworks);
+    QStringList shown = _f->rows();
+    QCOMPARE(shown, _f->tolvar().scannedNetworks()->keys()); // the table's own order
+    shown.sort();
+    QCOMPARE(shown, QStringList({"Home", "Old", "Open"}));
+    // One rebuild an insertion, and each names every row: 1 + 2 + 3 lines.
+    QStringList names;
+    for (const QString &message : _f->log.messages("D:\"")) {
+        if (message == "D:\"Home\" " || message == "D:\"Old\" " || message == "D:\"Open\" ")
+            names += message;
+    }
+    // isComplete() names the field's text, "Home", once more when the scan is over.
+    QVERIFY2(names.size() >= 7, qPrintable(names.join(',')));
+    QCOMPARE(names.count("D:\"Open\" "), 1);
+    QCOMPARE(names.count("D:\"Old\" "), 2);
+}
+
+void TestNetworkList::anUnplugEmptiesTheList()
+{
+    _f->wizard.finishScan(threeNetworks);
+    QextPortInfo info; // its name equals the controller's: none
+    _f->tolvar().onDeviceRemoved(info);
+    QCOMPARE(_f->rows(), QStringList());
+    QCOMPARE(_f->name()->text(), QString());
+}
+
+void TestNetworkList::aPlaceholderRowCanBePicked_data()
+{
+    QTest::addColumn<QString>("row");
+    QTest::newRow("the upper") << "Scanning for Networks";
+    QTest::newRow("the lower") << "Please Wait....";
+}
+
+void TestNetworkList::aPlaceholderRowCanBePicked()
+{
+    QFETCH(QString, row);
+    QCOMPARE(_f->rows(), QStringList({"Scanning for Networks", "Please Wait...."}));
+    _f->click(row);
+    QCOMPARE(_f->tolvar().network(), row);
+    QCOMPARE(_f->name()->text(), row);
+    QVERIFY2(!_f->wizard.canGoOn(), "Next stays disabled while the scan runs");
+}
+
+void TestNetworkList::thePlaceholderRowsAreNotTranslated()
+{
+    const MarkingTranslator translator;
+    _f->wizard.goBackAndEnterAgain();
+    QCOMPARE(_f->rows(), QStringList({"Scanning for Networks", "Please Wait...."}));
+}
+
+void TestNetworkList::aClickPicksTheNetwork()
+{
+    _f->wizard.finishScan(threeNetworks);
+    _f->click("Open");
+    QCOMPARE(_f->tolvar().network(), QStringLiteral("Open"));
+    QCOMPARE(_f->name()->text(), QStringLiteral("Open"));
+}
+
+void TestNetworkList::aClickOnNothingPicksNothing()
+{
+    QVERIFY(QMetaObject::invokeMethod(_f->page(), "OnNetworkListClicked", Q_ARG(QModelIndex, QModelIndex())));
+    QCOMPARE(_f->tolvar().network(), QString());
+}
+
+void TestNetworkList::theRefreshButtonScans()
+{
+    _f->wizard.finishScan(threeNetworks);
+    const QStringList before = _f->rows();
+    _f->queue().clear();
+    QSignalSpy started(&_f->tolvar(), &ZVTolvar::scanStarted);
+    QTest::mouseClick(_f->widget<QPushButton>("refreshButton"), Qt::LeftButton);
+    QCOMPARE(started.count(), 1);
+    QCOMPARE(_f->queue().size(), 3);
+    QCOMPARE(_f->rows(), before); // the old rows stay until the reply
+    QVERIFY(!_f->wizard.canGoOn());
+    _f->wizard.finishScan("<scan SSID=\"New\"/>");
+    QCOMPARE(_f->rows(), QStringList{"New"});
+}
+
+void TestNetworkList::theRefreshSlotScans()
+{
+    _f->wizard.finishScan();
+    QSignalSpy started(&_f->tolvar(), &ZVTolvar::scanStarted);
+    _f->call("OnRefreshButtonClicked");
+    QCOMPARE(started.count(), 1);
+}
+
+void TestNetworkList::afterASecondEntryTheRefreshButtonScansTwice()
+{
+    _f->wizard.finishScan(threeNetworks);
+    _f->wizard.goBackAndEnterAgain();
+    QCOMPARE(_f->rows(), QStringList({"Scanning for Networks", "Please Wait...."}));
+    _f->wizard.finishScan(threeNetworks);
+    const QSignalSpy started(&_f->tolvar(), &ZVTolvar::scanStarted);
+    QTest::mouseClick(_f->widget<QPushButton>("refreshButton"), Qt::LeftButton);
+    QCOMPARE(started.count(), 2);
+}
+
+QTEST_MAIN(TestNetworkList)
+#include "tst_choosenetworkwizardpage_list.moc"
