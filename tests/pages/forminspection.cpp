@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QMetaEnum>
+#include <QMetaMethod>
 #include <QMetaProperty>
 #include <QProgressBar>
 #include <QPushButton>
@@ -90,6 +91,63 @@ bool same(const QVariant &one, const QVariant &other)
     return one == other || (!one.metaType().isEqualityComparable() && shown(one) == shown(other));
 }
 
+/// Each property of \a object that can be written and whose value differs from \a expected's.
+QStringList differences(const QObject *object, const QObject *expected, const QByteArrayList &except)
+{
+    QStringList wrong;
+    const QMetaObject *meta = expected->metaObject();
+    for (int i = 0; i < meta->propertyCount(); ++i) {
+        const QMetaProperty property = meta->property(i);
+        if (!property.isWritable() || except.contains(property.name()) ||
+            property.metaType().flags() & QMetaType::PointerToQObject)
+            continue;
+        const QVariant is = property.read(object);
+        const QVariant shouldBe = property.read(expected);
+        if (!same(is, shouldBe))
+            wrong +=
+                QStringLiteral("%1.%2 is %3, not %4")
+                    .arg(object->objectName(), QLatin1String(property.name()), shown(is), shown(shouldBe));
+    }
+    return wrong;
+}
+
+/// A new layout of the same class as \a layout, on \a widget or inside a layout there.
+QLayout *untouchedLike(const QLayout *layout, QWidget *widget)
+{
+    QLayout *made = nullptr;
+    if (qobject_cast<const QFormLayout *>(layout))
+        made = new QFormLayout;
+    else if (qobject_cast<const QGridLayout *>(layout))
+        made = new QGridLayout;
+    else
+        made = new QBoxLayout(qobject_cast<const QBoxLayout *>(layout)->direction());
+    if (qobject_cast<const QWidget *>(layout->parent()))
+        widget->setLayout(made);
+    else
+        (new QVBoxLayout(widget))->addLayout(made);
+    return made;
+}
+
+QStringList stretches(const QGridLayout *grid)
+{
+    QStringList wrong;
+    for (int row = 0; row < grid->rowCount(); ++row)
+        if (grid->rowStretch(row) || grid->rowMinimumHeight(row))
+            wrong += QStringLiteral("%1 stretches row %2").arg(grid->objectName()).arg(row);
+    for (int column = 0; column < grid->columnCount(); ++column)
+        if (grid->columnStretch(column) || grid->columnMinimumWidth(column))
+            wrong += QStringLiteral("%1 stretches column %2").arg(grid->objectName()).arg(column);
+    return wrong;
+}
+
+int listeners(const QObject *object, const QMetaMethod &signal)
+{
+    struct Peek : QObject {
+        using QObject::receivers;
+    };
+    return (object->*(&Peek::receivers))('2' + signal.methodSignature());
+}
+
 /// What \a form gives to \a object, given to \a widget. A text covers nothing that the constructor gave.
 void give(const Form &form, const QString &object, QWidget *widget, QStringList *wrong)
 {
@@ -150,18 +208,42 @@ QStringList deviations(const Form &form, const QWidget *widget, const QString &o
 
     QStringList wrong;
     give(form, object, expected.get(), &wrong);
-    const QMetaObject *meta = expected->metaObject();
-    for (int i = 0; i < meta->propertyCount(); ++i) {
-        const QMetaProperty property = meta->property(i);
-        if (!property.isWritable() || elsewhere.contains(property.name()) ||
-            property.metaType().flags() & QMetaType::PointerToQObject)
-            continue;
-        const QVariant is = property.read(widget);
-        const QVariant shouldBe = property.read(expected.get());
-        if (!same(is, shouldBe))
-            wrong +=
-                QStringLiteral("%1.%2 is %3, not %4")
-                    .arg(widget->objectName(), QLatin1String(property.name()), shown(is), shown(shouldBe));
-    }
+    return wrong + differences(widget, expected.get(), elsewhere);
+}
+
+QStringList layoutDeviations(QLayout *layout)
+{
+    QWidget widget;
+    const QLayout *expected = untouchedLike(layout, &widget);
+    QStringList wrong = differences(layout, expected, {"objectName"});
+    if (layout->contentsMargins() != expected->contentsMargins())
+        wrong += layout->objectName() + " has margins of its own";
+    if (layout->alignment())
+        wrong += layout->objectName() + " is aligned";
+    if (const auto *grid = qobject_cast<const QGridLayout *>(layout))
+        wrong += stretches(grid);
+    for (int i = 0; i < layout->count(); ++i)
+        if (QLayout *inner = layout->itemAt(i)->layout())
+            wrong += layoutDeviations(inner);
     return wrong;
+}
+
+QStringList connectionsBeyond(const Form &form, const QWidget *widget)
+{
+    QStringList connected;
+    const auto compare = [&connected](const QWidget *made, const char *toolkitClass) {
+        const std::unique_ptr<QWidget> expected = untouched(toolkitClass);
+        const QMetaObject *meta = expected->metaObject();
+        for (int i = 0; i < meta->methodCount(); ++i) {
+            const QMetaMethod signal = meta->method(i);
+            // A layout listens to the end of what it holds.
+            if (signal.methodType() == QMetaMethod::Signal && !(signal.attributes() & QMetaMethod::Cloned) &&
+                signal.name() != "destroyed" && listeners(made, signal) > listeners(expected.get(), signal))
+                connected += made->objectName() + '.' + QString::fromLatin1(signal.methodSignature());
+        }
+    };
+    compare(widget, form.base);
+    for (const QWidget *child : widgetsOf(widget))
+        compare(child, child->metaObject()->className());
+    return connected;
 }

@@ -19,3 +19,11 @@ QWidgetList widgetsOf(const QWidget *widget);
 /// that was given what the tables have, and no more; a sentence each.
 QStringList deviations(const Form &form, const QWidget *widget, const QString &object,
                        const char *toolkitClass);
+
+/// The properties in which \a layout and the layouts in it are other than new ones, a sentence each: margins,
+/// spacing, the way a form layout treats its rows and fields, and the stretch of rows and columns.
+QStringList layoutDeviations(QLayout *layout);
+
+/// The signals of \a widget and of what the form has made on it that have more listeners than the toolkit's
+/// own classes bring along, as "name.signal()", in the widgets' order.
+QStringList connectionsBeyond(const Form &form, const QWidget *widget);

@@ -180,7 +180,8 @@ QVBoxLayout verticalLayout_2
         {{itself, "subTitle", ""},
          {"label", "font", bold()},
          {"label_LogWrite_progress", "text", ""},
-         {"label_LogWrite_progress", "wordWrap", true}}};
+         {"label_LogWrite_progress", "wordWrap", true}},
+        {"pushButton_viewLog.clicked(bool)"}};
 }
 
 Form notFoundPage()
@@ -376,7 +377,8 @@ QVBoxLayout verticalLayout
          {"checkBox_syslog", "enabled", false},
          {"lineEdit_syslogServer", "enabled", false},
          {"buttonBox", "orientation", QVariant::fromValue(Qt::Horizontal)},
-         {"buttonBox", "standardButtons", okCancel()}}};
+         {"buttonBox", "standardButtons", okCancel()}},
+        {"AdvancedDialog.accepted()", "buttonBox.accepted()", "buttonBox.rejected()"}};
 }
 
 Form details()
@@ -440,7 +442,8 @@ QVBoxLayout verticalLayout
          {"label_8", "wordWrap", true},
          {"label_9", "wordWrap", true},
          {"buttonBox", "orientation", QVariant::fromValue(Qt::Horizontal)},
-         {"buttonBox", "standardButtons", okCancel()}}};
+         {"buttonBox", "standardButtons", okCancel()}},
+        {"buttonBox.accepted()", "buttonBox.rejected()"}};
 }
 // clang-format on
 } // namespace

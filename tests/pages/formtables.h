@@ -40,6 +40,7 @@ struct Form {
     const char *outline;   ///< layouts, spacers and widgets, from top to bottom; grid and form cells first
     QList<FormText> texts; ///< in the order in which the form asks for them
     QList<FormProperty> properties; ///< whatever is not here is as the toolkit has it
+    QStringList connected = {};     ///< the signals that someone listens to from the start
 };
 
 /// Every page and dialog, and the console view. Ask once there is an application.

@@ -7,6 +7,7 @@
 
 #include "device/zvtolvar.h"
 #include "pages/advanceddialog.h"
+#include "tests/support/zvtolvarinspector.h"
 
 /// The advanced settings: read from the controller when it opens, written back on OK.
 class TestAdvancedDialog : public QObject
@@ -16,15 +17,22 @@ class TestAdvancedDialog : public QObject
 private Q_SLOTS:
     void init() { _tolvar = std::make_unique<ZVTolvar>(); }
 
-    void theFlags_data();
-    void theFlags();
+    void theValuesAreShownWhenItOpens_data();
+    void theValuesAreShownWhenItOpens();
+    void aSwitchThatIsOffLeavesItsFieldToThePlaceholder();
+    void theSwitchesEnableAndDisableNothing();
+    void eachOpeningReadsTheControllerAfresh();
     void okWritesEverythingBackInOrder();
-    void uncheckedSwitchesStayAsTheyWere();
+    void theStaticAddressIsNeverSwitchedOff();
+    void theSyslogServerIsNeverSwitchedOff();
     void anAddressWithoutItsSwitchIsDropped();
+    void theAntennaIsWrittenAsOneOrZero_data();
+    void theAntennaIsWrittenAsOneOrZero();
     void okWithoutAChangeTellsOfNothing();
     void cancelChangesNothing_data();
     void cancelChangesNothing();
     void textsAreStoredAsTyped();
+    void itSendsNothingToTheDevice();
 
 private:
     std::unique_ptr<ZVTolvar> _tolvar;
@@ -44,7 +52,7 @@ void press(AdvancedDialog &dialog, QDialogButtonBox::StandardButton which)
 }
 } // namespace
 
-void TestAdvancedDialog::theFlags_data()
+void TestAdvancedDialog::theValuesAreShownWhenItOpens_data()
 {
     QTest::addColumn<QString>("flag");
     QTest::addColumn<QString>("antenna");
@@ -62,7 +70,7 @@ void TestAdvancedDialog::theFlags_data()
                                                 << "Y" << false << false;
 }
 
-void TestAdvancedDialog::theFlags()
+void TestAdvancedDialog::theValuesAreShownWhenItOpens()
 {
     QFETCH(QString, flag);
     QFETCH(QString, antenna);
@@ -88,6 +96,40 @@ void TestAdvancedDialog::theFlags()
     QVERIFY(!in<QLineEdit>(dialog, "lineEdit_syslogServer")->isEnabled());
 }
 
+void TestAdvancedDialog::aSwitchThatIsOffLeavesItsFieldToThePlaceholder()
+{
+    _tolvar->setUseStaticIP("N");
+    _tolvar->setIPAddress("10.0.0.7");
+    _tolvar->setSysLogOn("N");
+    _tolvar->setSysLogServer("10.0.0.9");
+    AdvancedDialog dialog(_tolvar.get(), nullptr);
+    for (const char *name : {"lineEdit_ipAddress", "lineEdit_syslogServer"}) {
+        QCOMPARE(in<QLineEdit>(dialog, name)->text(), QString());
+        QVERIFY(!in<QLineEdit>(dialog, name)->placeholderText().isEmpty());
+    }
+}
+
+void TestAdvancedDialog::theSwitchesEnableAndDisableNothing()
+{
+    AdvancedDialog dialog(_tolvar.get(), nullptr);
+    for (const bool on : {true, false}) {
+        in<QCheckBox>(dialog, "checkBox_useStaticIP")->setChecked(on);
+        in<QCheckBox>(dialog, "checkBox_syslog")->setChecked(on);
+        QVERIFY(in<QLineEdit>(dialog, "lineEdit_ipAddress")->isEnabled());
+        QVERIFY(!in<QCheckBox>(dialog, "checkBox_syslog")->isEnabled());
+        QVERIFY(!in<QLineEdit>(dialog, "lineEdit_syslogServer")->isEnabled());
+    }
+}
+
+void TestAdvancedDialog::eachOpeningReadsTheControllerAfresh()
+{
+    for (const char *name : {"Home", "Elsewhere"}) {
+        _tolvar->setNetwork(name);
+        AdvancedDialog dialog(_tolvar.get(), nullptr);
+        QCOMPARE(in<QLineEdit>(dialog, "lineEdit_network")->text(), QLatin1String(name));
+    }
+}
+
 void TestAdvancedDialog::okWritesEverythingBackInOrder()
 {
     QStringList order;
@@ -105,6 +147,7 @@ void TestAdvancedDialog::okWritesEverythingBackInOrder()
     connect(_tolvar.get(), &ZVTolvar::passwordChanged, this,
             [&](const QString &s) { order += "password " + s; });
     AdvancedDialog dialog(_tolvar.get(), nullptr);
+    QVERIFY2(order.isEmpty(), "opening it changes nothing");
     in<QCheckBox>(dialog, "checkBox_ExternalAntenna")->setChecked(true);
     in<QCheckBox>(dialog, "checkBox_useStaticIP")->setChecked(true);
     in<QLineEdit>(dialog, "lineEdit_ipAddress")->setText("10.0.0.7");
@@ -121,20 +164,30 @@ void TestAdvancedDialog::okWritesEverythingBackInOrder()
                                  "network N", "password P"}));
 }
 
-void TestAdvancedDialog::uncheckedSwitchesStayAsTheyWere()
+void TestAdvancedDialog::theStaticAddressIsNeverSwitchedOff()
 {
     _tolvar->setUseStaticIP("Y");
     _tolvar->setIPAddress("10.0.0.7");
-    _tolvar->setSysLogOn("Y");
-    _tolvar->setSysLogServer("10.0.0.9");
     AdvancedDialog dialog(_tolvar.get(), nullptr);
     in<QCheckBox>(dialog, "checkBox_useStaticIP")->setChecked(false);
     in<QLineEdit>(dialog, "lineEdit_ipAddress")->setText("1.1.1.1");
-    in<QCheckBox>(dialog, "checkBox_syslog")->setChecked(false);
-    in<QLineEdit>(dialog, "lineEdit_syslogServer")->setText("2.2.2.2");
     press(dialog, QDialogButtonBox::Ok);
     QCOMPARE(_tolvar->useStaticIP(), QStringLiteral("Y"));
     QCOMPARE(_tolvar->ipAddress(), QStringLiteral("10.0.0.7"));
+    // The save sends the device the address that it had.
+    const ZVTolvarInspector inside{*_tolvar};
+    _tolvar->saveNetworkConfig();
+    QVERIFY2(inside.queue().contains("setstaticip Y 10.0.0.7\r\n"), qPrintable(inside.queue().join(' ')));
+}
+
+void TestAdvancedDialog::theSyslogServerIsNeverSwitchedOff()
+{
+    _tolvar->setSysLogOn("Y");
+    _tolvar->setSysLogServer("10.0.0.9");
+    AdvancedDialog dialog(_tolvar.get(), nullptr);
+    in<QCheckBox>(dialog, "checkBox_syslog")->setChecked(false);
+    in<QLineEdit>(dialog, "lineEdit_syslogServer")->setText("2.2.2.2");
+    press(dialog, QDialogButtonBox::Ok);
     QCOMPARE(_tolvar->sysLogOn(), QStringLiteral("Y"));
     QCOMPARE(_tolvar->sysLogServer(), QStringLiteral("10.0.0.9"));
 }
@@ -143,10 +196,35 @@ void TestAdvancedDialog::anAddressWithoutItsSwitchIsDropped()
 {
     AdvancedDialog dialog(_tolvar.get(), nullptr);
     in<QLineEdit>(dialog, "lineEdit_ipAddress")->setText("1.1.1.1");
+    in<QLineEdit>(dialog, "lineEdit_syslogServer")->setText("2.2.2.2");
     press(dialog, QDialogButtonBox::Ok);
     QCOMPARE(_tolvar->useStaticIP(), QString());
     QCOMPARE(_tolvar->ipAddress(), QString());
-    QCOMPARE(_tolvar->antenna(), QStringLiteral("0"));
+    QCOMPARE(_tolvar->sysLogOn(), QString());
+    QCOMPARE(_tolvar->sysLogServer(), QString());
+}
+
+void TestAdvancedDialog::theAntennaIsWrittenAsOneOrZero_data()
+{
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<bool>("external");
+    QTest::addColumn<QString>("after");
+    QTest::newRow("1 stays 1") << "1" << true << "1";
+    QTest::newRow("7 becomes 1") << "7" << true << "1";
+    QTest::newRow("1 becomes 0") << "1" << false << "0";
+    QTest::newRow("nothing becomes 0") << "" << false << "0";
+}
+
+void TestAdvancedDialog::theAntennaIsWrittenAsOneOrZero()
+{
+    QFETCH(QString, before);
+    QFETCH(bool, external);
+    QFETCH(QString, after);
+    _tolvar->setAntenna(before);
+    AdvancedDialog dialog(_tolvar.get(), nullptr);
+    in<QCheckBox>(dialog, "checkBox_ExternalAntenna")->setChecked(external);
+    press(dialog, QDialogButtonBox::Ok);
+    QCOMPARE(_tolvar->antenna(), after);
 }
 
 void TestAdvancedDialog::okWithoutAChangeTellsOfNothing()
@@ -207,6 +285,16 @@ void TestAdvancedDialog::textsAreStoredAsTyped()
     press(dialog, QDialogButtonBox::Ok);
     QCOMPARE(_tolvar->ipAddress(), QStringLiteral(" not an address "));
     QCOMPARE(_tolvar->network(), QString());
+}
+
+void TestAdvancedDialog::itSendsNothingToTheDevice()
+{
+    AdvancedDialog dialog(_tolvar.get(), nullptr);
+    in<QCheckBox>(dialog, "checkBox_useStaticIP")->setChecked(true);
+    in<QCheckBox>(dialog, "checkBox_ExternalAntenna")->setChecked(true);
+    press(dialog, QDialogButtonBox::Ok);
+    QCOMPARE(_tolvar->antenna(), QStringLiteral("1"));
+    QCOMPARE(ZVTolvarInspector{*_tolvar}.queue(), QStringList());
 }
 
 QTEST_MAIN(TestAdvancedDialog)

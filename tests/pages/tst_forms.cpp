@@ -9,8 +9,6 @@
 
 #include "app/console_dialog.h"
 #include "pages/choosenetworkwizardpage.h"
-#include "pages/viewdetailsdialog.h"
-#include "pages/wepwarningwizardpage.h"
 #include "tests/pages/forminspection.h"
 #include "tests/pages/formtables.h"
 #include "tests/support/markingtranslator.h"
@@ -47,6 +45,12 @@ private Q_SLOTS:
     void widgetsAreMadeFromTopToBottom();
     void nothingButTheGivenPropertiesIsSet_data() { eachForm(); }
     void nothingButTheGivenPropertiesIsSet();
+    void layoutsAreAsTheToolkitMakesThem_data() { eachForm(); }
+    void layoutsAreAsTheToolkitMakesThem();
+    void tabsGoFromTopToBottom_data() { eachForm(); }
+    void tabsGoFromTopToBottom();
+    void onlyTheseWidgetsAreConnected_data() { eachForm(); }
+    void onlyTheseWidgetsAreConnected();
     void everythingIsShownUnlessHiddenAtFirst_data() { eachForm(); }
     void everythingIsShownUnlessHiddenAtFirst();
     void textsAreTranslatedInTheFormsContext_data() { eachForm(); }
@@ -54,11 +58,9 @@ private Q_SLOTS:
     void theMetaObjectHasTheseSlotsAndNothingElse_data() { eachForm(); }
     void theMetaObjectHasTheseSlotsAndNothingElse();
 
-    void theLinkAndItsTextAreOneAddress();
     void theRefreshButtonIsNoAutoDefault();
     void okAcceptsAndCancelRejects_data();
     void okAcceptsAndCancelRejects();
-    void emptyDetailsLeaveTheValuesEmpty();
     void theConsolesTextIsTheFormsBrowser();
 
 private:
@@ -131,6 +133,33 @@ void TestForms::nothingButTheGivenPropertiesIsSet()
         QVERIFY2(!field->validator(), qPrintable(field->objectName()));
 }
 
+void TestForms::layoutsAreAsTheToolkitMakesThem()
+{
+    const std::unique_ptr<QWidget> widget = form().make();
+    const QStringList wrong = layoutDeviations(widget->layout());
+    QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join('\n')));
+}
+
+void TestForms::tabsGoFromTopToBottom()
+{
+    const std::unique_ptr<QWidget> widget = form().make();
+    const QWidgetList made = widgetsOf(widget.get());
+    QStringList expected;
+    for (const QWidget *child : made)
+        expected += child->objectName();
+    QStringList visited;
+    for (auto *next = widget->nextInFocusChain(); next != widget.get(); next = next->nextInFocusChain())
+        if (made.contains(next))
+            visited += next->objectName();
+    QCOMPARE(visited.join(' '), expected.join(' '));
+}
+
+void TestForms::onlyTheseWidgetsAreConnected()
+{
+    const std::unique_ptr<QWidget> widget = form().make();
+    QCOMPARE(connectionsBeyond(form(), widget.get()).join(' '), form().connected.join(' '));
+}
+
 void TestForms::everythingIsShownUnlessHiddenAtFirst()
 {
     const std::unique_ptr<QWidget> widget = form().make();
@@ -182,17 +211,6 @@ void TestForms::theMetaObjectHasTheseSlotsAndNothingElse()
     QCOMPARE(methods, form().methods);
 }
 
-void TestForms::theLinkAndItsTextAreOneAddress()
-{
-    const WEPWarningWizardPage page;
-    const QString text = page.findChild<QLabel *>("label_4")->text();
-    static const QRegularExpression whole(
-        "^See <a href=\"(https?://[^\"]+)\">([^<]+)</a> for more details\\.$");
-    const QRegularExpressionMatch match = whole.match(text);
-    QVERIFY2(match.hasMatch(), qPrintable(text));
-    QCOMPARE(match.captured(2), match.captured(1));
-}
-
 void TestForms::theRefreshButtonIsNoAutoDefault()
 {
     // A push button in a dialog is auto-default unless it was told otherwise.
@@ -228,15 +246,6 @@ void TestForms::okAcceptsAndCancelRejects()
         QVERIFY(!widget->isVisible());
     }
     QCOMPARE(boxes, 2);
-}
-
-void TestForms::emptyDetailsLeaveTheValuesEmpty()
-{
-    ZVScanResult nothing;
-    const ViewDetailsDialog dialog(&nothing, nullptr);
-    for (const char *name : {"label_network", "label_channel", "label_adhoc", "label_security",
-                             "label_suites", "label_wps", "label_rssi"})
-        QCOMPARE(dialog.findChild<QLabel *>(name)->text(), QString());
 }
 
 void TestForms::theConsolesTextIsTheFormsBrowser()

@@ -23,7 +23,8 @@ private Q_SLOTS:
 void TestViewDetailsDialog::eachFieldStandsAsItCame_data()
 {
     QTest::addColumn<QStringList>("fields");
-    QTest::newRow("all filled, the strength as text")
+    QTest::newRow("all filled") << QStringList({"Home", "6", "N", "WPA2 (PSK)", "U-AES M-AES", "Y", "-60"});
+    QTest::newRow("a strength outside the advice, as the device sent it")
         << QStringList({"Home", "6", "N", "WPA2 (PSK)", "U-AES M-AES", "Y", "-75"});
     QTest::newRow("all empty") << QStringList({"", "", "", "", "", "", ""});
     QTest::newRow("an unknown network") << QStringList({"Not Found", "", "", "", "", "", ""});

@@ -1,0 +1,53 @@
+#include <QtTest>
+
+#include "tests/support/wizardfixture.h"
+
+/// The device-not-found page, which the user never sees.
+class TestNotFoundPage : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void nextNeverLeadsToIt();
+    void noPageNamesItAsTheNext();
+    void itLeadsToTheChoosePageAtOnce();
+    void startingThereDoesNoHarm();
+};
+
+void TestNotFoundPage::nextNeverLeadsToIt()
+{
+    WizardFixture f;
+    f.goTo(4);
+    QVERIFY(!f.wizard.hasVisitedPage(2));
+    QCOMPARE(f.wizard.visitedIds(), QList<int>({0, 1, 3, 4}));
+}
+
+void TestNotFoundPage::noPageNamesItAsTheNext()
+{
+    const WizardFixture f;
+    for (const int id : {0, 1, 3, 4, 6})
+        QVERIFY2(f.wizard.page(id)->nextId() != 2, qPrintable(QString::number(id)));
+}
+
+void TestNotFoundPage::itLeadsToTheChoosePageAtOnce()
+{
+    const WizardFixture f;
+    const QWizardPage *page = f.wizard.page(2);
+    QVERIFY(page->isComplete());
+    QCOMPARE(page->nextId(), 3);
+    QVERIFY(!page->isFinalPage());
+}
+
+void TestNotFoundPage::startingThereDoesNoHarm()
+{
+    WizardFixture f;
+    f.wizard.setStartId(2);
+    f.wizard.restart();
+    QCOMPARE(f.wizard.currentId(), 2);
+    QVERIFY(f.canGoOn());
+    f.wizard.next();
+    QCOMPARE(f.wizard.currentId(), 3);
+}
+
+QTEST_MAIN(TestNotFoundPage)
+#include "tst_tolvarnotfoundwizardpage.moc"
