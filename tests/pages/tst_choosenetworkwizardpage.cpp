@@ -33,6 +33,7 @@ private Q_SLOTS:
     void theWayOn();
     void aNameThatIsNotInTheListLeadsToTheTestPage();
     void goingOnHandsBothTextsOver();
+    void everyQuestionForTheNextPageIsLogged();
     void theConsoleIsLetGoBeforeThePageIs();
     void everyEntryConnectsOnceMore_data();
     void everyEntryConnectsOnceMore();
@@ -244,6 +245,15 @@ void TestChoosePage::goingOnHandsBothTextsOver()
     QCOMPARE(order, QStringList({"network", "password"}));
     QCOMPARE(_f->tolvar().network(), QStringLiteral("Open"));
     QCOMPARE(_f->tolvar().password(), QStringLiteral("p w"));
+}
+
+void TestChoosePage::everyQuestionForTheNextPageIsLogged()
+{
+    _f->wizard.finishScan(threeNetworks);
+    _f->log.take();
+    _f->page()->nextId();
+    _f->page()->nextId();
+    QCOMPARE(_f->log.messages(), QStringList({"D:nextId \"\" ", "D:nextId \"\" "}));
 }
 
 void TestChoosePage::theConsoleIsLetGoBeforeThePageIs()

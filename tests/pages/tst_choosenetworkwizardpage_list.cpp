@@ -20,6 +20,7 @@ private Q_SLOTS:
     void theStepsOfAScanComeInTheirOrder();
     void aScanWithoutNetworksEmptiesTheList();
     void theListIsRebuiltFromTheTable();
+    void theListIsOfTheTableThatTheSignalCarries();
     void anUnplugEmptiesTheList();
     void aPlaceholderRowCanBePicked_data();
     void aPlaceholderRowCanBePicked();
@@ -89,6 +90,14 @@ void TestNetworkList::theListIsRebuiltFromTheTable()
     QVERIFY2(names.size() >= 7, qPrintable(names.join(',')));
     QCOMPARE(names.count("D:\"Open\" "), 1);
     QCOMPARE(names.count("D:\"Old\" "), 2);
+}
+
+void TestNetworkList::theListIsOfTheTableThatTheSignalCarries()
+{
+    _f->wizard.finishScan(threeNetworks);
+    QHash<QString, ZVScanResult> another = {{"Another", {}}};
+    Q_EMIT _f->tolvar().scannedNetworkListChanged(&another);
+    QCOMPARE(_f->rows(), QStringList{"Another"});
 }
 
 void TestNetworkList::anUnplugEmptiesTheList()

@@ -16,8 +16,8 @@ private Q_SLOTS:
     void eachFieldStandsAsItCame();
     void longTextsAreNotWrapped();
     void theRecordMayGo();
-    void bothButtonsClose_data();
-    void bothButtonsClose();
+    void bothButtonsCloseAndChangeNothing_data();
+    void bothButtonsCloseAndChangeNothing();
 };
 
 void TestViewDetailsDialog::eachFieldStandsAsItCame_data()
@@ -68,7 +68,7 @@ void TestViewDetailsDialog::theRecordMayGo()
     QCOMPARE(dialog.findChild<QLabel *>("label_network")->text(), QStringLiteral("Home"));
 }
 
-void TestViewDetailsDialog::bothButtonsClose_data()
+void TestViewDetailsDialog::bothButtonsCloseAndChangeNothing_data()
 {
     QTest::addColumn<int>("button");
     QTest::addColumn<int>("result");
@@ -76,17 +76,19 @@ void TestViewDetailsDialog::bothButtonsClose_data()
     QTest::newRow("Cancel rejects") << int(QDialogButtonBox::Cancel) << int(QDialog::Rejected);
 }
 
-void TestViewDetailsDialog::bothButtonsClose()
+void TestViewDetailsDialog::bothButtonsCloseAndChangeNothing()
 {
     QFETCH(int, button);
     QFETCH(int, result);
     ZVScanResult record;
+    record.ssid = "Home";
     ViewDetailsDialog dialog(&record, nullptr);
     dialog.show();
     const auto *buttons = dialog.findChild<QDialogButtonBox *>("buttonBox");
     QTest::mouseClick(buttons->button(static_cast<QDialogButtonBox::StandardButton>(button)), Qt::LeftButton);
     QVERIFY(!dialog.isVisible());
     QCOMPARE(dialog.result(), result);
+    QCOMPARE(record.ssid, QStringLiteral("Home"));
 }
 
 QTEST_MAIN(TestViewDetailsDialog)
