@@ -39,7 +39,10 @@ QString spacerLine(QSpacerItem *spacer)
 QString cell(const QLayout *layout, int index)
 {
     if (const auto *grid = qobject_cast<const QGridLayout *>(layout)) {
-        int row, column, rows, columns;
+        int row = 0;
+        int column = 0;
+        int rows = 0;
+        int columns = 0;
         grid->getItemPosition(index, &row, &column, &rows, &columns);
         return QStringLiteral("%1,%2 %3x%4 ").arg(row).arg(column).arg(rows).arg(columns);
     }
@@ -172,7 +175,7 @@ QString kindAndName(const QObject *object)
 
 QString outlineOf(QLayout *layout, int depth)
 {
-    const QString indent(2 * (depth + 1), QLatin1Char(' '));
+    const QString indent = QStringLiteral("  ").repeated(depth + 1);
     QString lines = kindAndName(layout) + QLatin1Char('\n');
     for (int i = 0; i < layout->count(); ++i) {
         QLayoutItem *item = layout->itemAt(i);

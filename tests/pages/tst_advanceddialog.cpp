@@ -15,7 +15,11 @@ class TestAdvancedDialog : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { _tolvar = std::make_unique<ZVTolvar>(); }
+    void init()
+    {
+        _tolvar = std::make_unique<ZVTolvar>();
+        _order.clear();
+    }
 
     void theValuesAreShownWhenItOpens_data();
     void theValuesAreShownWhenItOpens();
@@ -36,6 +40,7 @@ private Q_SLOTS:
 
 private:
     std::unique_ptr<ZVTolvar> _tolvar;
+    QStringList _order; ///< the changes that the controller has told of, where a test asks for them
 };
 
 namespace
@@ -132,22 +137,19 @@ void TestAdvancedDialog::eachOpeningReadsTheControllerAfresh()
 
 void TestAdvancedDialog::okWritesEverythingBackInOrder()
 {
-    QStringList order;
-    connect(_tolvar.get(), &ZVTolvar::antennaChanged, this,
-            [&](const QString &s) { order += "antenna " + s; });
-    connect(_tolvar.get(), &ZVTolvar::useStaticIPChanged, this,
-            [&](const QString &s) { order += "static " + s; });
-    connect(_tolvar.get(), &ZVTolvar::ipAddressChanged, this, [&](const QString &s) { order += "ip " + s; });
-    connect(_tolvar.get(), &ZVTolvar::sysLogOnChanged, this,
-            [&](const QString &s) { order += "syslog " + s; });
-    connect(_tolvar.get(), &ZVTolvar::sysLogServerChanged, this,
-            [&](const QString &s) { order += "server " + s; });
-    connect(_tolvar.get(), &ZVTolvar::networkChanged, this,
-            [&](const QString &s) { order += "network " + s; });
-    connect(_tolvar.get(), &ZVTolvar::passwordChanged, this,
-            [&](const QString &s) { order += "password " + s; });
+    const ZVTolvar *tolvar = _tolvar.get();
+    connect(tolvar, &ZVTolvar::antennaChanged, this, [this](const QString &s) { _order += "antenna " + s; });
+    connect(tolvar, &ZVTolvar::useStaticIPChanged, this,
+            [this](const QString &s) { _order += "static " + s; });
+    connect(tolvar, &ZVTolvar::ipAddressChanged, this, [this](const QString &s) { _order += "ip " + s; });
+    connect(tolvar, &ZVTolvar::sysLogOnChanged, this, [this](const QString &s) { _order += "syslog " + s; });
+    connect(tolvar, &ZVTolvar::sysLogServerChanged, this,
+            [this](const QString &s) { _order += "server " + s; });
+    connect(tolvar, &ZVTolvar::networkChanged, this, [this](const QString &s) { _order += "network " + s; });
+    connect(tolvar, &ZVTolvar::passwordChanged, this,
+            [this](const QString &s) { _order += "password " + s; });
     AdvancedDialog dialog(_tolvar.get(), nullptr);
-    QVERIFY2(order.isEmpty(), "opening it changes nothing");
+    QVERIFY2(_order.isEmpty(), "opening it changes nothing");
     in<QCheckBox>(dialog, "checkBox_ExternalAntenna")->setChecked(true);
     in<QCheckBox>(dialog, "checkBox_useStaticIP")->setChecked(true);
     in<QLineEdit>(dialog, "lineEdit_ipAddress")->setText("10.0.0.7");
@@ -156,12 +158,12 @@ void TestAdvancedDialog::okWritesEverythingBackInOrder()
     in<QLineEdit>(dialog, "lineEdit_network")->setText("N");
     in<QLineEdit>(dialog, "lineEdit_passphrase")->setText("P");
     QSignalSpy accepted(&dialog, &QDialog::accepted);
-    QVERIFY(order.isEmpty());
+    QVERIFY(_order.isEmpty());
     press(dialog, QDialogButtonBox::Ok);
     QCOMPARE(accepted.count(), 1);
     QCOMPARE(dialog.result(), int(QDialog::Accepted));
-    QCOMPARE(order, QStringList({"antenna 1", "static Y", "ip 10.0.0.7", "syslog Y", "server 10.0.0.9",
-                                 "network N", "password P"}));
+    QCOMPARE(_order, QStringList({"antenna 1", "static Y", "ip 10.0.0.7", "syslog Y", "server 10.0.0.9",
+                                  "network N", "password P"}));
 }
 
 void TestAdvancedDialog::theStaticAddressIsNeverSwitchedOff()

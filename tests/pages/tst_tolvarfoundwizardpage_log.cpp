@@ -356,19 +356,16 @@ void TestLogDownload::theTextsAreTranslated()
     shown += text("label_LogWrite_progress");
     click();
     shown += text("label_LogWrite_progress");
-    QCOMPARE(
-        shown,
-        QStringList(
-            {"TolvarFoundWizardPage|Save Log Message Box|Tolvar Log file only available on Firmware A060 or "
-             "later",
-             "TolvarFoundWizardPage|save log file Message Box|Save Log to File",
-             "TolvarFoundWizardPage|Progress String|Writing log file to: " + good,
-             "TolvarFoundWizardPage|Progress String|Log file written to: " + good,
-             "TolvarFoundWizardPage|Message Box. File name and error string from QT translations|Couldn't "
-             "open "
-             "file: " +
-                 path + ": QIODevice||No such file or directory",
-             "TolvarFoundWizardPage||Opening file: " + path}));
+    const QString page = "TolvarFoundWizardPage|";
+    const QString refused = "Tolvar Log file only available on Firmware A060 or later";
+    const QString failed =
+        "Message Box. File name and error string from QT translations|Couldn't open file: ";
+    QCOMPARE(shown, QStringList({page + "Save Log Message Box|" + refused,
+                                 page + "save log file Message Box|Save Log to File",
+                                 page + "Progress String|Writing log file to: " + good,
+                                 page + "Progress String|Log file written to: " + good,
+                                 page + failed + path + ": QIODevice||No such file or directory",
+                                 page + "|Opening file: " + path}));
 }
 
 QTEST_MAIN(TestLogDownload)

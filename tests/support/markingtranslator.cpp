@@ -13,8 +13,8 @@ MarkingTranslator::MarkingTranslator()
 QString MarkingTranslator::translate(const char *context, const char *sourceText, const char *disambiguation,
                                      int) const
 {
-    const QString marked = QString::fromUtf8(context) + QLatin1Char('|') + QString::fromUtf8(disambiguation) +
-                           QLatin1Char('|') + QString::fromUtf8(sourceText);
+    QString marked = QString::fromUtf8(context) + QLatin1Char('|') + QString::fromUtf8(disambiguation) +
+                     QLatin1Char('|') + QString::fromUtf8(sourceText);
     _asked += marked;
     return marked;
 }

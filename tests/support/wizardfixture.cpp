@@ -32,7 +32,8 @@ void WizardFixture::finishTest(const QString &result) const
 
 void WizardFixture::feed(const QString &bytes) const
 {
-    for (const char byte : bytes.toLatin1())
+    const QByteArray latin1 = bytes.toLatin1();
+    for (const char byte : latin1)
         tolvar.handleReceived(byte);
     // The link is at the prompt now and would take each line out of the queue, for the port that isn't there.
     inside.state() = NOT_CONNECTED;
