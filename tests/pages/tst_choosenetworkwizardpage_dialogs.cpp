@@ -1,5 +1,6 @@
 #include <QCheckBox>
 #include <QLabel>
+#include <QListView>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QtTest>
@@ -20,6 +21,7 @@ private Q_SLOTS:
     void cleanup() { _f.reset(); }
 
     void aDoubleClickOpensTheDetails();
+    void theDoubleClickPicksTheNetworkItself();
     void theDetailsButtonOpensTheDetailsOnce();
     void theDetailsAreOfTheNameInTheField();
     void theUnknownNetworkIsNotTranslated();
@@ -52,6 +54,22 @@ void TestChoosePageDialogs::aDoubleClickOpensTheDetails()
     const QStringList messages = _f->log.messages();
     QVERIFY(messages.contains("D:View Details Button Clicked "));
     QCOMPARE(messages.constLast(), QStringLiteral("D: OK "));
+}
+
+void TestChoosePageDialogs::theDoubleClickPicksTheNetworkItself()
+{
+    // With a mouse, the click before it has picked the network already.
+    _f->wizard.finishScan("<scan SSID=\"Old\" sec=\"WEP\"/>");
+    QCOMPARE(_f->tolvar().network(), QStringLiteral("Home"));
+    QString network;
+    ModalAnswers answers({[&network](QDialog *dialog) {
+        network = dialog->findChild<QLabel *>("label_network")->text();
+        dialog->accept();
+    }});
+    const QModelIndex row = _f->widget<QListView>("networkListView")->model()->index(0, 0);
+    QVERIFY(QMetaObject::invokeMethod(_f->page(), "OnNetworkListDoubleClicked", Q_ARG(QModelIndex, row)));
+    QCOMPARE(_f->tolvar().network(), QStringLiteral("Old"));
+    QCOMPARE(network, QStringLiteral("Old"));
 }
 
 void TestChoosePageDialogs::theDetailsButtonOpensTheDetailsOnce()
