@@ -17,4 +17,11 @@ struct ZVTolvarInspector {
     bool &testing() const { return tolvar._testing; }
     bool &connected() const { return tolvar._connected; }
     bool &eotHandshake() const { return tolvar._eotHandshake; }
+
+    /// The readers of the reply documents, each called with the XML reader on its root.
+    void parseStatus(QCoreXmlStreamReader &reader) const { tolvar.parseResponsePuckData(reader); }
+    void parseScan(QCoreXmlStreamReader &reader) const { tolvar.parseResponseScanResults(reader); }
+    void parseTest(QCoreXmlStreamReader &reader) const { tolvar.parseNetworkTestResults(reader); }
+    void parseLog(QCoreXmlStreamReader &reader) const { tolvar.parseLogFile(reader); }
+    void skipUnknown(QCoreXmlStreamReader &reader) const { tolvar.skipUnknownElement(reader); }
 };
