@@ -1,0 +1,211 @@
+#include <QtTest>
+
+#include "tests/support/linkbench.h"
+#include "tests/support/messagewitness.h"
+
+namespace
+{
+enum Mode { Scanning, ScanningAndTesting, Testing, Normal, Handshake };
+constexpr const char *modeNames[] = {"scanning", "scanning and testing", "testing", "no mode",
+                                     "the handshake"};
+
+constexpr struct {
+    const char *name;
+    char byte;
+} bytes[] = {{"STX", 0x02}, {"ETX", 0x03}, {"EOT", 0x04},     {"the prompt", '>'}, {"CR", '\r'},
+             {"LF", '\n'},  {"NUL", '\0'}, {"a letter", 'x'}, {"a blank", ' '},    {"byte E9", '\xE9'}};
+
+constexpr auto BeyondTheLast = static_cast<CommState>(7);
+
+/// What a byte does to the link. Before it the reply is "old", and the commands "first" and "second" are
+/// queued; no port is there, so that a command that is sent is lost.
+struct Outcome {
+    char sign;
+    int next;           // the state afterwards, -1 for the same
+    const char *reply;  // what is collected afterwards; '+' stands for the byte
+    const char *events; // messages and signals in their order, each with the state and the modes at that time
+    const char *current; // the command sent
+    const char *queue;   // those still queued
+};
+
+// clang-format off
+constexpr Outcome outcomes[] = {
+    // nothing
+    { '.', -1, "old", "", "", "first,second" },
+    // the byte is part of the reply
+    { '+', -1, "old+", "", "", "first,second" },
+    // a reply begins: of a scan, of a test, of a command
+    { 's', IN_RESPONSE_RECEIVE, "", "6*:->IN_RESPONSE_RECEIVE and Scanning ", "", "first,second" },
+    { 't', IN_RESPONSE_RECEIVE, "", "6*:->IN_RESPONSE_RECEIVE and testing ", "", "first,second" },
+    { 'n', IN_RESPONSE_RECEIVE, "", "6*:->IN_RESPONSE_RECEIVE ", "", "first,second" },
+    // a reply ends: of a scan, of a scan during a test, of a test, of a command
+    { 'S', IN_PROMPT, "old",
+      "5 scanning:->IN_PROMPT - end scaning |5 scanning:responseReceived old|5:_commState =  \"IN_PROMPT\" |5:scanFinished",
+      "first", "second,setuarttrace n\r\n" },
+    { 'B', IN_PROMPT, "old",
+      "5 scanning testing:->IN_PROMPT - end scaning |5 scanning testing:responseReceived old|"
+      "5 testing:_commState =  \"IN_PROMPT\" |5 testing:scanFinished",
+      "first", "second,setuarttrace n\r\n" },
+    { 'T', IN_PROMPT, "old",
+      "5 testing:->IN_PROMPT - end testing |5 testing:responseReceived old|5:networkTestFinished",
+      "", "first,second" },
+    { 'N', WAITING_FOR_CONSOLE_PROMPT, "old", "4:->WAITING_FOR_CONSOLE_PROMPT |4:responseReceived old", "", "first,second" },
+    // the prompt: the oldest command is sent
+    { 'p', IN_PROMPT, "old", "5:->IN_PROMPT |5:readyForCommand", "first", "second" },
+    // the handshake's sign that a prompt is due
+    { 'h', WAITING_FOR_CONSOLE_PROMPT, "old", "4:-> Controller: WAITING_FOR_CONSOLE_PROMPT2 ", "", "first,second" },
+};
+
+/// The outcome of each byte, by its sign, in the order in which the bytes stand above.
+constexpr struct {
+    Mode mode;
+    CommState state;
+    const char *signs;
+} table[] = {
+    //                                                           STX EOT CR  NUL blank
+    //                                                             ETX '>' LF  x   E9
+    { Scanning,            NOT_CONNECTED,                       "s . . . . . . . . ." },
+    { Scanning,            CANDIDATE_DEVICE_FOUND,              "s . . . . . . . . ." },
+    { Scanning,            WAITING_FOR_STATUS,                  "s . . . . . . . . ." },
+    { Scanning,            INITIAL_WAITING_FOR_CONSOLE_PROMPT,  "s . . . . . . . . ." },
+    { Scanning,            WAITING_FOR_CONSOLE_PROMPT,          "s . . . . . . . . ." },
+    { Scanning,            IN_PROMPT,                           "s . . . . . . . . ." },
+    { Scanning,            IN_RESPONSE_RECEIVE,                 "s S + + + + + + + +" },
+    { Scanning,            BeyondTheLast,                       "s . . . . . . . . ." },
+
+    { ScanningAndTesting,  NOT_CONNECTED,                       "s . . . . . . . . ." },
+    { ScanningAndTesting,  CANDIDATE_DEVICE_FOUND,              "s . . . . . . . . ." },
+    { ScanningAndTesting,  WAITING_FOR_STATUS,                  "s . . . . . . . . ." },
+    { ScanningAndTesting,  INITIAL_WAITING_FOR_CONSOLE_PROMPT,  "s . . . . . . . . ." },
+    { ScanningAndTesting,  WAITING_FOR_CONSOLE_PROMPT,          "s . . . . . . . . ." },
+    { ScanningAndTesting,  IN_PROMPT,                           "s . . . . . . . . ." },
+    { ScanningAndTesting,  IN_RESPONSE_RECEIVE,                 "s B + + + + + + + +" },
+    { ScanningAndTesting,  BeyondTheLast,                       "s . . . . . . . . ." },
+
+    { Testing,             NOT_CONNECTED,                       "t . . . . . . . . ." },
+    { Testing,             CANDIDATE_DEVICE_FOUND,              "t . . . . . . . . ." },
+    { Testing,             WAITING_FOR_STATUS,                  "t . . . . . . . . ." },
+    { Testing,             INITIAL_WAITING_FOR_CONSOLE_PROMPT,  "t . . . . . . . . ." },
+    { Testing,             WAITING_FOR_CONSOLE_PROMPT,          "t . . . . . . . . ." },
+    { Testing,             IN_PROMPT,                           "t . . . . . . . . ." },
+    { Testing,             IN_RESPONSE_RECEIVE,                 "t T + + + + + + + +" },
+    { Testing,             BeyondTheLast,                       "t . . . . . . . . ." },
+
+    { Normal,              NOT_CONNECTED,                       ". . . . . . . . . ." },
+    { Normal,              CANDIDATE_DEVICE_FOUND,              ". . . . . . . . . ." },
+    { Normal,              WAITING_FOR_STATUS,                  ". . . . . . . . . ." },
+    { Normal,              INITIAL_WAITING_FOR_CONSOLE_PROMPT,  ". . . p . . . . . ." },
+    { Normal,              WAITING_FOR_CONSOLE_PROMPT,          ". . . p . . . . . ." },
+    { Normal,              IN_PROMPT,                           "n . . . . . . . . ." },
+    { Normal,              IN_RESPONSE_RECEIVE,                 "+ N + + + + + + + +" },
+    { Normal,              BeyondTheLast,                       ". . . . . . . . . ." },
+
+    { Handshake,           NOT_CONNECTED,                       ". . . . . . . . . ." },
+    { Handshake,           CANDIDATE_DEVICE_FOUND,              ". . . . . . . . . ." },
+    { Handshake,           WAITING_FOR_STATUS,                  ". . . . . . . . . ." },
+    { Handshake,           INITIAL_WAITING_FOR_CONSOLE_PROMPT,  ". . h . . . . . . ." },
+    { Handshake,           WAITING_FOR_CONSOLE_PROMPT,          ". . . p . . . . . ." },
+    { Handshake,           IN_PROMPT,                           "n . . . . . . . . ." },
+    { Handshake,           IN_RESPONSE_RECEIVE,                 "+ N + + + + + + + +" },
+    { Handshake,           BeyondTheLast,                       ". . . . . . . . . ." },
+};
+// clang-format on
+
+const Outcome &outcomeOf(char sign)
+{
+    for (const Outcome &outcome : outcomes) {
+        if (outcome.sign == sign)
+            return outcome;
+    }
+    qFatal("the table has no outcome '%c'", sign);
+}
+} // namespace
+
+/// What each byte does in each state of each mode.
+class TestLinkTable : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { _bench = std::make_unique<LinkBench>(); } // one for all rows, made ready by each
+    void cleanupTestCase() { _bench.reset(); }
+
+    void eachByteInEachStateOfEachMode_data();
+    void eachByteInEachStateOfEachMode();
+
+private:
+    static QString modesOf(const ZVTolvarInspector &inside);
+
+    std::unique_ptr<LinkBench> _bench;
+};
+
+void TestLinkTable::eachByteInEachStateOfEachMode_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<CommState>("state");
+    QTest::addColumn<char>("byte");
+    QTest::addColumn<char>("sign");
+    QCOMPARE(int(std::size(table)), 5 * 8);
+    for (const auto &row : table) {
+        const char *sign = row.signs;
+        for (const auto &byte : bytes) {
+            QTest::addRow("%s, state %d, %s", modeNames[row.mode], row.state, byte.name)
+                << int(row.mode) << row.state << byte.byte << *sign;
+            sign += 2;
+        }
+    }
+}
+
+QString TestLinkTable::modesOf(const ZVTolvarInspector &inside)
+{
+    return QLatin1String(inside.scanning() ? " scanning" : "") +
+           QLatin1String(inside.testing() ? " testing" : "");
+}
+
+void TestLinkTable::eachByteInEachStateOfEachMode()
+{
+    QFETCH(int, mode);
+    QFETCH(CommState, state);
+    QFETCH(char, byte);
+    QFETCH(char, sign);
+    const Outcome &outcome = outcomeOf(sign);
+
+    const ZVTolvarInspector &in = _bench->inside;
+    in.scanning() = mode == Scanning || mode == ScanningAndTesting;
+    in.testing() = mode == Testing || mode == ScanningAndTesting;
+    in.eotHandshake() = mode == Handshake;
+    in.state() = state;
+    in.response() = "old";
+    in.queue() = QStringList{"first", "second"};
+    in.currentCommand().clear();
+    _bench->log->take();
+    const QString modesBefore = modesOf(in);
+
+    QStringList events;
+    const auto note = [&](const QString &event) {
+        events += QString::number(in.state()) + modesOf(in) + ':' + event;
+    };
+    const MessageWitness witness(note);
+    const ZVTolvar *tolvar = &_bench->tolvar;
+    QObject row; // ends the connections
+    connect(tolvar, &ZVTolvar::readyForCommand, &row, [&] { note("readyForCommand"); });
+    connect(tolvar, &ZVTolvar::responseReceived, &row,
+            [&](const QString &response) { note("responseReceived " + response); });
+    connect(tolvar, &ZVTolvar::scanFinished, &row, [&] { note("scanFinished"); });
+    connect(tolvar, &ZVTolvar::networkTestFinished, &row, [&] { note("networkTestFinished"); });
+
+    _bench->tolvar.handleReceived(byte);
+
+    QCOMPARE(int(in.state()), outcome.next < 0 ? int(state) : outcome.next);
+    QCOMPARE(in.response(), QString(outcome.reply).replace('+', QLatin1Char(byte)));
+    QCOMPARE(events.join('|'), QString(outcome.events).replace('*', modesBefore));
+    QCOMPARE(in.currentCommand(), QString(outcome.current));
+    QCOMPARE(in.queue().join(','), QString(outcome.queue));
+    QCOMPARE(_bench->log->messages("D:"), _bench->log->messages()); // each a debug message
+    QCOMPARE(in.eotHandshake(), mode == Handshake);
+    if (!strchr("SBT", sign))
+        QCOMPARE(modesOf(in), modesBefore);
+}
+
+QTEST_GUILESS_MAIN(TestLinkTable)
+#include "tst_zvtolvar_link_table.moc"
