@@ -1,8 +1,10 @@
-#include <QFile>
-#include <QSignalSpy>
+#include <QTemporaryFile>
 #include <QtTest>
 
-#include "tests/support/zvtolvarinspector.h"
+#include "tests/support/linkbench.h"
+#include "tests/support/markingtranslator.h"
+#include "tests/support/messagewitness.h"
+#include "tests/support/signaldiary.h"
 
 /// What the device can be told: the lines, their order, and the signals between them. No device is there, so
 /// that the lines stay in the queue.
@@ -12,41 +14,55 @@ class TestCommands : public QObject
 
 private Q_SLOTS:
     void init() { _tolvar = std::make_unique<ZVTolvar>(); }
-    void aScan();
+
+    void aScanQueuesThreeLinesAndIsToldOfAfterTheSecond();
+    void aScanIsUnderWayFromItsFirstLineOn();
     void aNetworkTestSendsNameAndPassphraseAsTheyAre_data();
     void aNetworkTestSendsNameAndPassphraseAsTheyAre();
-    void savingTheConfiguration_data();
-    void savingTheConfiguration();
-    void theAntennaAlone();
-    void theLog();
-    void leavingSetupMode();
+    void aNetworkTestIsToldOfBeforeItsFirstLine();
     void aScanAndATestMayRunTogether();
+    void savingTheConfigurationQueuesFiveLines_data();
+    void savingTheConfigurationQueuesFiveLines();
+    void theAntennaIsSentAsItIsStored_data();
+    void theAntennaIsSentAsItIsStored();
+    void theStaticAddressIsSentAloneToo();
+    void aLogIsToldOfBeforeItsLineIsQueued();
+    void aLaterLogFileTakesTheEarlierOnesPlace();
+    void leavingSetupModeIsOneLine();
+    void atThePromptEachLineGoesOutAtOnce();
+
     void theFirmwareVersionAsANumber_data();
     void theFirmwareVersionAsANumber();
     void theAntennaInWords_data();
     void theAntennaInWords();
 
 private:
-    QStringList queue() const { return ZVTolvarInspector{*_tolvar}.queue(); }
+    QStringList queue() const { return inside().queue(); }
+    ZVTolvarInspector inside() const { return {*_tolvar}; }
 
     std::unique_ptr<ZVTolvar> _tolvar;
 };
 
-void TestCommands::aScan()
+void TestCommands::aScanQueuesThreeLinesAndIsToldOfAfterTheSecond()
 {
+    SignalDiary diary(_tolvar.get());
     QStringList queuedWhenStarted;
-    bool scanningWhenStarted = false;
-    connect(_tolvar.get(), &ZVTolvar::scanStarted, this, [&] {
-        queuedWhenStarted = queue();
-        scanningWhenStarted = _tolvar->scanning();
-    });
-    QSignalSpy started(_tolvar.get(), &ZVTolvar::scanStarted);
+    connect(_tolvar.get(), &ZVTolvar::scanStarted, this, [&] { queuedWhenStarted = queue(); });
     _tolvar->startScan();
     QCOMPARE(queue(), QStringList({"setuarttrace y\r\n", "save\r\n", "scan\r\n"}));
     QCOMPARE(queuedWhenStarted, QStringList({"setuarttrace y\r\n", "save\r\n"}));
-    QCOMPARE(started.count(), 1);
-    QVERIFY(scanningWhenStarted);
+    QCOMPARE(diary.take(), QStringList{"scanStarted"});
     QVERIFY(_tolvar->scanning());
+    QVERIFY(!inside().testing());
+}
+
+void TestCommands::aScanIsUnderWayFromItsFirstLineOn()
+{
+    const MessageRecorder log;
+    QList<bool> scanning;
+    const MessageWitness witness([&](const QString &) { scanning += _tolvar->scanning(); });
+    _tolvar->startScan();
+    QCOMPARE(scanning, QList<bool>({true, true, true})); // one message a line
 }
 
 void TestCommands::aNetworkTestSendsNameAndPassphraseAsTheyAre_data()
@@ -67,23 +83,39 @@ void TestCommands::aNetworkTestSendsNameAndPassphraseAsTheyAre()
     QFETCH(QString, password);
     _tolvar->setNetwork(network);
     _tolvar->setPassword(password);
-    bool queuedNothingYet = false;
-    bool testingAlready = false;
-    connect(_tolvar.get(), &ZVTolvar::networkTestStarted, this, [&] {
-        queuedNothingYet = queue().isEmpty();
-        testingAlready = ZVTolvarInspector{*_tolvar}.testing();
-    });
-    QSignalSpy started(_tolvar.get(), &ZVTolvar::networkTestStarted);
+    SignalDiary diary(_tolvar.get());
     _tolvar->startNetworkTest();
     QCOMPARE(queue(),
              QStringList({"setssid " + network + "\r\n", "setpass " + password + "\r\n", "test\r\n"}));
-    QVERIFY2(queuedNothingYet, "the test is announced before its first line is queued");
-    QVERIFY(testingAlready);
-    QCOMPARE(started.count(), 1);
-    QVERIFY(ZVTolvarInspector{*_tolvar}.testing());
+    QCOMPARE(diary.take(), QStringList{"networkTestStarted"});
+    QVERIFY(inside().testing());
+    QVERIFY(!_tolvar->scanning());
 }
 
-void TestCommands::savingTheConfiguration_data()
+void TestCommands::aNetworkTestIsToldOfBeforeItsFirstLine()
+{
+    QStringList queuedWhenStarted = {"not told of"};
+    bool testingWhenStarted = false;
+    connect(_tolvar.get(), &ZVTolvar::networkTestStarted, this, [&] {
+        queuedWhenStarted = queue();
+        testingWhenStarted = inside().testing();
+    });
+    _tolvar->startNetworkTest();
+    QCOMPARE(queuedWhenStarted, QStringList());
+    QVERIFY(testingWhenStarted);
+}
+
+void TestCommands::aScanAndATestMayRunTogether()
+{
+    _tolvar->startScan();
+    _tolvar->startNetworkTest();
+    QVERIFY(_tolvar->scanning());
+    QVERIFY(inside().testing());
+    QCOMPARE(queue(), QStringList({"setuarttrace y\r\n", "save\r\n", "scan\r\n", "setssid \r\n",
+                                   "setpass \r\n", "test\r\n"}));
+}
+
+void TestCommands::savingTheConfigurationQueuesFiveLines_data()
 {
     QTest::addColumn<QString>("useStaticIP");
     QTest::addColumn<QString>("ipAddress");
@@ -108,7 +140,7 @@ void TestCommands::savingTheConfiguration_data()
                                         << "setstaticip N\r\n";
 }
 
-void TestCommands::savingTheConfiguration()
+void TestCommands::savingTheConfigurationQueuesFiveLines()
 {
     QFETCH(QString, useStaticIP);
     QFETCH(QString, ipAddress);
@@ -118,54 +150,93 @@ void TestCommands::savingTheConfiguration()
     _tolvar->setAntenna("1");
     _tolvar->setUseStaticIP(useStaticIP);
     _tolvar->setIPAddress(ipAddress);
+    SignalDiary diary(_tolvar.get());
     _tolvar->saveNetworkConfig();
     QCOMPARE(queue(), QStringList({"ant_select 1\r\n", "setssid My Home\r\n", "setpass open sesame\r\n",
                                    staticIPLine, "save\r\n"}));
+    QCOMPARE(diary.take(), QStringList());
     QVERIFY(!_tolvar->scanning());
-    QVERIFY(!ZVTolvarInspector{*_tolvar}.testing());
+    QVERIFY(!inside().testing());
 }
 
-void TestCommands::theAntennaAlone()
+void TestCommands::theAntennaIsSentAsItIsStored_data()
 {
-    _tolvar->commitAntennaSetting();
-    _tolvar->setAntenna("2");
-    _tolvar->commitAntennaSetting();
-    QCOMPARE(queue(), QStringList({"ant_select \r\n", "ant_select 2\r\n"}));
+    QTest::addColumn<QString>("antenna");
+    QTest::addColumn<QString>("line");
+    QTest::newRow("a number") << "2"
+                              << "ant_select 2\r\n";
+    QTest::newRow("any text") << " x y"
+                              << "ant_select  x y\r\n";
+    QTest::newRow("nothing keeps the blank") << ""
+                                             << "ant_select \r\n";
 }
 
-void TestCommands::theLog()
+void TestCommands::theAntennaIsSentAsItIsStored()
 {
-    QFile first;
-    QFile second;
-    const ZVTolvarInspector inside{*_tolvar};
-    bool queuedNothingYet = false;
+    QFETCH(QString, antenna);
+    QFETCH(QString, line);
+    _tolvar->setAntenna(antenna);
+    _tolvar->commitAntennaSetting();
+    QCOMPARE(queue(), QStringList{line});
+}
+
+void TestCommands::theStaticAddressIsSentAloneToo()
+{
+    _tolvar->setUseStaticIP("Y");
+    _tolvar->setIPAddress("10.0.0.7");
+    _tolvar->setMask("255.0.0.0");
+    _tolvar->setGateway("10.0.0.1");
+    _tolvar->setDns("10.0.0.2");
+    _tolvar->commitStaticIPSetting();
+    _tolvar->setUseStaticIP("N");
+    _tolvar->commitStaticIPSetting();
+    QCOMPARE(queue(), QStringList({"setstaticip Y 10.0.0.7\r\n", "setstaticip N\r\n"}));
+}
+
+void TestCommands::aLogIsToldOfBeforeItsLineIsQueued()
+{
+    QFile file;
+    QStringList queuedWhenStarted = {"not told of"};
     const QFile *fileWhenStarted = nullptr;
     connect(_tolvar.get(), &ZVTolvar::startingToWriteLog, this, [&] {
-        queuedNothingYet = queue().isEmpty();
-        fileWhenStarted = inside.logFile();
+        queuedWhenStarted = queue();
+        fileWhenStarted = inside().logFile();
     });
-    _tolvar->getLogFileTo(&first);
+    SignalDiary diary(_tolvar.get());
+    _tolvar->getLogFileTo(&file);
     QCOMPARE(queue(), QStringList({"get_log_file\r\n"}));
-    QVERIFY2(queuedNothingYet, "the log is announced before its line is queued");
-    QCOMPARE(fileWhenStarted, &first);
-    _tolvar->getLogFileTo(&second);
-    QCOMPARE(inside.logFile(), &second);
-    inside.logFile() = nullptr;
+    QCOMPARE(queuedWhenStarted, QStringList());
+    QCOMPARE(fileWhenStarted, &file);
+    QCOMPARE(diary.take(), QStringList{"startingToWriteLog"});
 }
 
-void TestCommands::leavingSetupMode()
+void TestCommands::aLaterLogFileTakesTheEarlierOnesPlace()
+{
+    QTemporaryFile first;
+    QTemporaryFile second;
+    QVERIFY(first.open());
+    _tolvar->getLogFileTo(&first);
+    _tolvar->getLogFileTo(&second);
+    QCOMPARE(inside().logFile(), &second);
+    QVERIFY2(first.isOpen(), "the earlier file is left as it is");
+}
+
+void TestCommands::leavingSetupModeIsOneLine()
 {
     _tolvar->exitSetupMode();
     QCOMPARE(queue(), QStringList({"exit\r\n"}));
 }
 
-void TestCommands::aScanAndATestMayRunTogether()
+void TestCommands::atThePromptEachLineGoesOutAtOnce()
 {
-    _tolvar->startScan();
-    _tolvar->startNetworkTest();
-    QVERIFY(_tolvar->scanning());
-    QVERIFY(ZVTolvarInspector{*_tolvar}.testing());
-    QCOMPARE(queue().size(), 6);
+    LinkBench bench;
+    bench.connectPort();
+    bench.inside.state() = IN_PROMPT;
+    QByteArray sentWhenStarted;
+    connect(&bench.tolvar, &ZVTolvar::scanStarted, this, [&] { sentWhenStarted = bench.pty.collected(); });
+    bench.tolvar.startScan();
+    QCOMPARE(sentWhenStarted, QByteArray("setuarttrace y\r\nsave\r\n"));
+    QCOMPARE(bench.pty.collected(), QByteArray("setuarttrace y\r\nsave\r\nscan\r\n"));
 }
 
 void TestCommands::theFirmwareVersionAsANumber_data()
@@ -179,6 +250,8 @@ void TestCommands::theFirmwareVersionAsANumber_data()
     QTest::newRow("not all digits is 0") << "A06b" << 0;
     QTest::newRow("a negative number stays one") << "A-61" << -61;
     QTest::newRow("a letter alone is 0") << "A" << 0;
+    QTest::newRow("a leading zero is no octal") << "A010" << 10;
+    QTest::newRow("hexadecimal digits are none") << "A0x3C" << 0;
     QTest::newRow("empty is 0") << "" << 0;
 }
 
@@ -195,18 +268,20 @@ void TestCommands::theAntennaInWords_data()
 {
     QTest::addColumn<QString>("antenna");
     QTest::addColumn<QString>("words");
-    QTest::newRow("0 is internal") << "0"
-                                   << "Internal";
-    QTest::newRow("empty is internal") << ""
-                                       << "Internal";
-    QTest::newRow("Y is no number and internal") << "Y"
-                                                 << "Internal";
-    QTest::newRow("1 is external") << "1"
-                                   << "External";
-    QTest::newRow("2 is external") << "2"
-                                   << "External";
-    QTest::newRow("-1 is external") << "-1"
-                                    << "External";
+    const auto internal = [](const char *row, const QString &antenna) {
+        QTest::newRow(row) << antenna << "Internal";
+    };
+    const auto external = [](const char *row, const QString &antenna) {
+        QTest::newRow(row) << antenna << "External";
+    };
+    internal("0 is internal", "0");
+    internal("00 is internal", "00");
+    internal("empty is internal", "");
+    internal("Y is no number and internal", "Y");
+    internal("0x1 is no decimal number and internal", "0x1");
+    external("1 is external", "1");
+    external("2 is external", "2");
+    external("-1 is external", "-1");
 }
 
 void TestCommands::theAntennaInWords()
@@ -215,6 +290,9 @@ void TestCommands::theAntennaInWords()
     QFETCH(QString, words);
     _tolvar->setAntenna(antenna);
     QCOMPARE(_tolvar->antennaDescription(), words);
+
+    MarkingTranslator translator;
+    QCOMPARE(_tolvar->antennaDescription(), "ZVTolvar|Antenna selection label|" + words);
 }
 
 QTEST_GUILESS_MAIN(TestCommands)

@@ -1,40 +1,22 @@
-#include <termios.h>
-
-#include <QElapsedTimer>
-#include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include "serial/qextserialport.h"
 #include "simulator/pluggedport.h"
 #include "simulator/usbtestbed.h"
 #include "tests/support/messagerecorder.h"
-#include "tests/support/pty.h"
+#include "tests/support/portinfos.h"
+#include "tests/support/signaldiary.h"
+#include "tests/support/singleshots.h"
 #include "tests/support/zvtolvarinspector.h"
 
 namespace
 {
-constexpr int Ftdi = 0x0403;
-constexpr int Ft232 = 0x6001;
-
-QextPortInfo bridge(const QString &portName, int vendorID = Ftdi, int productID = Ft232)
+/// What is logged of a port of the bed, its ids as they are shown.
+QStringList described(const QextPortInfo &info, const QString &vendor, const QString &product)
 {
-    QextPortInfo info;
-    info.portName = portName;
-    info.physName = "/dev/" + portName;
-    info.friendName = "USB \"UART\"";
-    info.enumName = "USB";
-    info.vendorID = vendorID;
-    info.productID = productID;
-    return info;
-}
-
-QStringList description(const QString &portName, const QString &vendor = "403",
-                        const QString &product = "6001")
-{
-    return {"D:port name: \"" + portName + "\" ",
-            "D:friendly name: \"USB \"UART\"\" ",
-            "D:physical name: \"/dev/" + portName + "\" ",
+    return {"D:port name: \"" + info.portName + "\" ",
+            "D:friendly name: \"" + info.friendName + "\" ",
+            "D:physical name: \"/dev/" + info.portName + "\" ",
             "D:enumerator name: \"USB\" ",
             "D:vendor ID: \"" + vendor + "\" ",
             "D:product ID: \"" + product + "\" ",
@@ -42,7 +24,7 @@ QStringList description(const QString &portName, const QString &vendor = "403",
 }
 } // namespace
 
-/// Finding the device's port, following it, and opening it.
+/// Finding the device's port among the computer's, and following it as it comes and goes.
 class TestDiscovery : public QObject
 {
     Q_OBJECT
@@ -58,23 +40,19 @@ private Q_SLOTS:
 
     void onlyTheTwoBridgesAreADevice_data();
     void onlyTheTwoBridgesAreADevice();
-    void aFoundDeviceIsOpenedASecondLaterAndWokenHalfASecondAfter();
-    void theLineIsSetUpForTheConsole();
+    void theNameOfAPortPlaysNoPart();
+    void aRecognisedDeviceIsToldOfBeforeItsOpeningIsDue();
+    void anArrivalPastNotConnectedIsLoggedAndIgnored_data();
     void anArrivalPastNotConnectedIsLoggedAndIgnored();
-    void theLaterOfTwoArrivalsWins();
-    void unpluggedBeforeTheOpening();
-    void theOpeningIsRetriedEverySecond();
-    void unpluggedWhileOpeningFails();
 
-    void aRemovalResetsEverything_data();
-    void aRemovalResetsEverything();
-    void theSignalsOfARemovalComeInTheirOrder();
-    void theRemovalOfAnotherPortChangesNothing();
+    void withoutPortsTheListIsItsHeadingAlone();
+    void ofTwoRecognisedPortsOnlyTheFirstIsUsedAndLogged();
+    void foreignPortsAreListedAsNotFound();
+    void theListIsAskedForEachTime();
+
+    void arrivalsAndRemovalsAreHeardOf();
+    void aPortThatIsThereAlreadyIsNotAnArrival();
     void aRepluggedDeviceIsOpenedAnew();
-
-    void noPortsAreListed();
-    void theFirstRecognisedPortWins();
-    void foreignPortsAreLeftAlone();
     void bothControllersOpenADevicePluggedInLater();
 
 private:
@@ -108,239 +86,214 @@ void TestDiscovery::onlyTheTwoBridgesAreADevice_data()
 {
     QTest::addColumn<int>("vendor");
     QTest::addColumn<int>("product");
+    QTest::addColumn<QString>("shownVendor");
+    QTest::addColumn<QString>("shownProduct");
     QTest::addColumn<bool>("device");
-    QTest::newRow("0403:6001") << 0x0403 << 0x6001 << true;
-    QTest::newRow("067b:2303") << 0x067B << 0x2303 << true;
-    QTest::newRow("0403:6015") << 0x0403 << 0x6015 << false;
-    QTest::newRow("0403:6000") << 0x0403 << 0x6000 << false;
-    QTest::newRow("0403:2303, the other's product") << 0x0403 << 0x2303 << false;
-    QTest::newRow("067b:6001, the other's product") << 0x067B << 0x6001 << false;
-    QTest::newRow("067b:2304") << 0x067B << 0x2304 << false;
-    QTest::newRow("1a86:7523") << 0x1A86 << 0x7523 << false;
-    QTest::newRow("not on USB") << 0 << 0 << false;
+    QTest::newRow("0403:6001 is") << 0x0403 << 0x6001 << "403"
+                                  << "6001" << true;
+    QTest::newRow("067b:2303 is") << 0x067B << 0x2303 << "67b"
+                                  << "2303" << true;
+    QTest::newRow("0403:6015 is none") << 0x0403 << 0x6015 << "403"
+                                       << "6015" << false;
+    QTest::newRow("0403:6000 is none") << 0x0403 << 0x6000 << "403"
+                                       << "6000" << false;
+    QTest::newRow("0403:6002 is none") << 0x0403 << 0x6002 << "403"
+                                       << "6002" << false;
+    QTest::newRow("0402:6001 is none") << 0x0402 << 0x6001 << "402"
+                                       << "6001" << false;
+    QTest::newRow("0404:6001 is none") << 0x0404 << 0x6001 << "404"
+                                       << "6001" << false;
+    QTest::newRow("0403:2303 is none, the product is the other's") << 0x0403 << 0x2303 << "403"
+                                                                   << "2303" << false;
+    QTest::newRow("067b:6001 is none, the product is the other's") << 0x067B << 0x6001 << "67b"
+                                                                   << "6001" << false;
+    QTest::newRow("067b:2302 is none") << 0x067B << 0x2302 << "67b"
+                                       << "2302" << false;
+    QTest::newRow("067b:2304 is none") << 0x067B << 0x2304 << "67b"
+                                       << "2304" << false;
+    QTest::newRow("067a:2303 is none") << 0x067A << 0x2303 << "67a"
+                                       << "2303" << false;
+    QTest::newRow("067c:2303 is none") << 0x067C << 0x2303 << "67c"
+                                       << "2303" << false;
+    QTest::newRow("1a86:7523 is none") << 0x1A86 << 0x7523 << "1a86"
+                                       << "7523" << false;
+    QTest::newRow("a port that is not on USB is none") << 0 << 0 << "0"
+                                                       << "0" << false;
 }
 
 void TestDiscovery::onlyTheTwoBridgesAreADevice()
 {
     QFETCH(int, vendor);
     QFETCH(int, product);
+    QFETCH(QString, shownVendor);
+    QFETCH(QString, shownProduct);
     QFETCH(bool, device);
-    QSignalSpy candidate(_tolvar.get(), &ZVTolvar::candidateDeviceFound);
-    _tolvar->onDeviceDiscovered(bridge("ttyX", vendor, product));
-    QCOMPARE(candidate.count(), device ? 1 : 0);
+    const SingleShots timers;
+    SignalDiary diary(_tolvar.get());
+    _tolvar->onDeviceDiscovered(PortInfos::bridge("ttyX", vendor, product));
+    QCOMPARE(diary.take(), device ? QStringList{"candidateDeviceFound"} : QStringList());
+    QCOMPARE(timers.underWay(), device ? QList<int>{1000} : QList<int>());
     QCOMPARE(inside().portName(), device ? "ttyX" : "");
-    QCOMPARE(inside().state(), NOT_CONNECTED);
-    QCOMPARE(_log->messages(),
-             QStringList{"D:****Device DISCOVERED: "} +
-                 description("ttyX", QString::number(vendor, 16), QString::number(product, 16)));
+    QCOMPARE(inside().state(), NOT_CONNECTED); // until the port is open
+    QCOMPARE(_log->messages(), QStringList{"D:****Device DISCOVERED: "} +
+                                   PortInfos::description("ttyX", shownVendor, shownProduct));
 }
 
-void TestDiscovery::aFoundDeviceIsOpenedASecondLaterAndWokenHalfASecondAfter()
+void TestDiscovery::theNameOfAPortPlaysNoPart()
 {
-    Pty pty;
-    QElapsedTimer clock;
-    clock.start();
-    _tolvar->onDeviceDiscovered(bridge(pty.name()));
-    QCOMPARE(inside().port(), nullptr);
-    QTRY_COMPARE(inside().state(), CANDIDATE_DEVICE_FOUND);
-    const qint64 opened = clock.elapsed();
-    QVERIFY2(opened >= 1000, "a device is opened 1000 ms after it is recognised");
-    QTRY_COMPARE(pty.collected(), QByteArray("C\r\n"));
-    const qint64 woken = clock.elapsed();
-    QVERIFY2(woken - opened >= 495,
-             "a console is woken 500 ms after its port is opened"); // both ends seen late
-    QVERIFY2(woken >= 1500, "a console is woken 1500 ms after its device is recognised");
-    pty.send(">");
-    QTRY_COMPARE(pty.collected(), QByteArray("C\r\nget\r\n")); // what comes from the port reaches the link
+    _tolvar->onDeviceDiscovered(PortInfos::bridge("Bluetooth"));
+    QCOMPARE(inside().portName(), QStringLiteral("Bluetooth"));
 }
 
-void TestDiscovery::theLineIsSetUpForTheConsole()
+void TestDiscovery::aRecognisedDeviceIsToldOfBeforeItsOpeningIsDue()
 {
-    Pty pty;
-    _tolvar->onDeviceDiscovered(bridge(pty.name()));
-    QTRY_COMPARE(inside().state(), CANDIDATE_DEVICE_FOUND);
-    const termios line = pty.settings();
-    QCOMPARE(cfgetospeed(&line), speed_t(B115200));
-    QCOMPARE(cfgetispeed(&line), speed_t(B115200));
-    QCOMPARE(line.c_cflag & CSIZE, tcflag_t(CS8));
-    QCOMPARE(line.c_cflag & (PARENB | CSTOPB | CRTSCTS), tcflag_t(0));
-    QCOMPARE(line.c_iflag & (IXON | IXOFF), tcflag_t(0));
-    QVERIFY(inside().port()->openMode() & QIODevice::ReadWrite);
+    const SingleShots timers;
+    QString nameWhenTold;
+    QList<int> timersWhenTold = {-1};
+    qsizetype loggedWhenTold = 0;
+    connect(_tolvar.get(), &ZVTolvar::candidateDeviceFound, this, [&] {
+        nameWhenTold = inside().portName();
+        timersWhenTold = timers.underWay();
+        loggedWhenTold = _log->messages().size();
+    });
+    _tolvar->onDeviceDiscovered(PortInfos::bridge("ttyX"));
+    QCOMPARE(nameWhenTold, QStringLiteral("ttyX"));
+    QCOMPARE(timersWhenTold, QList<int>());
+    QCOMPARE(loggedWhenTold, 8);
+    QCOMPARE(timers.underWay(), QList<int>{1000});
+}
+
+void TestDiscovery::anArrivalPastNotConnectedIsLoggedAndIgnored_data()
+{
+    QTest::addColumn<CommState>("state");
+    for (int state = CANDIDATE_DEVICE_FOUND; state <= IN_RESPONSE_RECEIVE; ++state)
+        QTest::addRow("in state %d", state) << static_cast<CommState>(state);
 }
 
 void TestDiscovery::anArrivalPastNotConnectedIsLoggedAndIgnored()
 {
-    inside().state() = CANDIDATE_DEVICE_FOUND;
-    QSignalSpy candidate(_tolvar.get(), &ZVTolvar::candidateDeviceFound);
-    _tolvar->onDeviceDiscovered(bridge("ttyX"));
-    QVERIFY(candidate.isEmpty());
-    QCOMPARE(inside().portName(), QString());
-    QCOMPARE(_log->messages(), QStringList{"D:****Device DISCOVERED: "} + description("ttyX"));
+    QFETCH(CommState, state);
+    inside().state() = state;
+    inside().portName() = "ttyX";
+    const SingleShots timers;
+    SignalDiary diary(_tolvar.get());
+    _tolvar->onDeviceDiscovered(PortInfos::bridge("ttyY"));
+    QCOMPARE(diary.take(), QStringList());
+    QCOMPARE(timers.underWay(), QList<int>());
+    QCOMPARE(inside().portName(), QStringLiteral("ttyX"));
+    QCOMPARE(inside().state(), state);
+    QCOMPARE(_log->messages(), QStringList{"D:****Device DISCOVERED: "} + PortInfos::description("ttyY"));
 }
 
-void TestDiscovery::theLaterOfTwoArrivalsWins()
+void TestDiscovery::withoutPortsTheListIsItsHeadingAlone()
 {
-    Pty first;
-    Pty second;
-    QSignalSpy candidate(_tolvar.get(), &ZVTolvar::candidateDeviceFound);
-    _tolvar->onDeviceDiscovered(bridge(first.name()));
-    _tolvar->onDeviceDiscovered(bridge(second.name()));
-    QCOMPARE(candidate.count(), 2);
-    QCOMPARE(inside().portName(), second.name());
-
-    // Each timer opens it once. Both chains wake the console, and the first prompt ends both.
-    QTRY_COMPARE(second.collected(), QByteArray("C\r\nC\r\n"));
-    QCOMPARE(first.collected(), QByteArray());
-    QCOMPARE(inside().queue(), QStringList({"get\r\n", "get\r\n"}));
-    second.send(">");
-    QTRY_COMPARE(second.collected(), QByteArray("C\r\nC\r\nget\r\n"));
-    second.send("\x02<puckdata><name>T</name></puckdata>\x03");
-    QTRY_COMPARE(_tolvar->systemID(), QStringLiteral("T")); // read once, though two port objects tell of it
-}
-
-void TestDiscovery::unpluggedBeforeTheOpening()
-{
-    Pty pty;
-    _tolvar->onDeviceDiscovered(bridge(pty.name()));
-    _tolvar->onDeviceRemoved(bridge(pty.name()));
-    // Another arrival would be opened by now: the first one's timer has fired before.
-    Pty later;
-    _tolvar->onDeviceDiscovered(bridge(later.name()));
-    _tolvar->onDeviceRemoved(bridge(later.name()));
-    QTimer fired;
-    fired.setSingleShot(true);
-    fired.start(1100);
-    QTRY_VERIFY(!fired.isActive());
-    QCOMPARE(inside().port(), nullptr);
-    QCOMPARE(inside().state(), NOT_CONNECTED);
-}
-
-void TestDiscovery::theOpeningIsRetriedEverySecond()
-{
-    // The port is not there yet; its name is, by a link that comes to life.
-    QTemporaryDir folder;
-    const QString name = folder.filePath("tty");
-    QElapsedTimer clock;
-    clock.start();
-    _tolvar->onDeviceDiscovered(bridge(name));
-    QTRY_VERIFY(inside().port());
-    QCOMPARE(inside().state(), NOT_CONNECTED);
-    const QextSerialPort *firstAttempt = inside().port();
-
-    Pty pty;
-    QVERIFY(QFile::link(pty.name(), name));
-    QTRY_COMPARE(inside().state(), CANDIDATE_DEVICE_FOUND);
-    QVERIFY2(clock.elapsed() >= 2000, "a failed opening is tried again 1000 ms later");
-    QVERIFY(inside().port() != firstAttempt);
-}
-
-void TestDiscovery::unpluggedWhileOpeningFails()
-{
-    const QString name = "/dev/no-such-tty";
-    _tolvar->onDeviceDiscovered(bridge(name));
-    QTRY_VERIFY(inside().port());
-    _tolvar->onDeviceRemoved(bridge(name));
-    QCOMPARE(inside().port(), nullptr);
-    QTimer fired;
-    fired.setSingleShot(true);
-    fired.start(1100);
-    QTRY_VERIFY(!fired.isActive());
-    QCOMPARE(inside().port(), nullptr); // no attempt after the removal
-}
-
-void TestDiscovery::aRemovalResetsEverything_data()
-{
-    QTest::addColumn<int>("state");
-    for (int state = NOT_CONNECTED; state <= IN_RESPONSE_RECEIVE; ++state)
-        QTest::addRow("in state %d", state) << state;
-}
-
-void TestDiscovery::aRemovalResetsEverything()
-{
-    QFETCH(int, state);
-    const ZVTolvarInspector in = inside();
-    Pty pty;
-    QextSerialPort port(pty.name());
-    QVERIFY(port.open(QIODevice::ReadWrite));
-    in.port() = &port;
-    in.portName() = "ttyX";
-    in.state() = static_cast<CommState>(state);
-    in.queue() = QStringList{"get\r\n"};
-    in.response() = "half a rep";
-    in.currentCommand() = "scan\r\n";
-    in.scanning() = in.testing() = in.connected() = true;
-    _tolvar->onResponseReceived(
-        "<puckdata><name>T</name><mode>M</mode><firmware_version>A060</firmware_version>"
-        "<network_name>N</network_name><ip_address>1.2.3.4</ip_address><ant>1</ant>"
-        "</puckdata>");
-    _tolvar->onResponseReceived("<scan_results><scan SSID=\"A\"/></scan_results>");
-    _tolvar->setPassword("P");
+    // A port that was there and is gone: on a bed that never had one Qt lists the real computer's.
+    ForeignPort foreign(*_bed);
+    QVERIFY(foreign.plug());
+    QTRY_COMPARE(_log->messages().count("D:****Device DISCOVERED: "), 1);
+    foreign.unplug();
+    QTRY_COMPARE(_log->messages().count("D:****Device REMOVED: "), 1);
     _log->take();
-
-    _tolvar->onDeviceRemoved(bridge("ttyX"));
-
-    QCOMPARE(_log->messages(),
-             QStringList{"D:****Device REMOVED: "} + description("ttyX") + QStringList{"D:\"ttyX\" "});
-    QCOMPARE(in.port(), nullptr);
-    QVERIFY2(port.isOpen(), "the port object is left as it is");
-    QVERIFY(in.queue().isEmpty());
-    QCOMPARE(in.portName(), QString());
-    QCOMPARE(in.state(), NOT_CONNECTED);
-    for (const QString &value : {_tolvar->systemID(), _tolvar->status(), _tolvar->firmwareVersion(),
-                                 _tolvar->network(), _tolvar->password()})
-        QCOMPARE(value, QString());
-    QCOMPARE(_tolvar->ipAddress(), QStringLiteral("1.2.3.4"));
-    QCOMPARE(_tolvar->antenna(), QStringLiteral("1"));
-    QVERIFY(_tolvar->scannedNetworks()->isEmpty());
-    QVERIFY(!in.connected() && !in.scanning() && !in.testing());
-    QCOMPARE(in.response(), QStringLiteral("half a rep"));
-    QCOMPARE(in.currentCommand(), QStringLiteral("scan\r\n"));
+    SignalDiary diary(_tolvar.get());
+    _tolvar->findTolvar();
+    QCOMPARE(_log->messages(), QStringList{"D:List of ports: "});
+    QCOMPARE(diary.take(), QStringList());
 }
 
-void TestDiscovery::theSignalsOfARemovalComeInTheirOrder()
+void TestDiscovery::ofTwoRecognisedPortsOnlyTheFirstIsUsedAndLogged()
 {
-    const ZVTolvarInspector in = inside();
-    in.portName() = "ttyX";
-    in.scanning() = true;
-    _tolvar->setSystemID("T");
-    _tolvar->setStatus("M");
-    _tolvar->setFirmwareVersion("A060");
-    _tolvar->setNetwork("N");
-    _tolvar->setPassword("P");
-    QStringList order;
-    connect(_tolvar.get(), &ZVTolvar::systemIDChanged, this, [&] {
-        order += "systemID";
-        QCOMPARE(in.portName(), QString()); // the link is reset before the pages hear of it
-        QCOMPARE(in.state(), NOT_CONNECTED);
-    });
-    connect(_tolvar.get(), &ZVTolvar::statusChanged, this, [&] { order += "status"; });
-    connect(_tolvar.get(), &ZVTolvar::firmwareVersionChanged, this, [&] { order += "firmware"; });
-    connect(_tolvar.get(), &ZVTolvar::networkChanged, this, [&] { order += "network"; });
-    connect(_tolvar.get(), &ZVTolvar::passwordChanged, this, [&] { order += "password"; });
-    connect(_tolvar.get(), &ZVTolvar::scannedNetworkListChanged, this, [&] {
-        order += "table";
-        QVERIFY2(in.scanning(), "the modes end last");
-    });
-    _tolvar->onDeviceRemoved(bridge("ttyX"));
-    QCOMPARE(order, QStringList({"systemID", "status", "firmware", "network", "password", "table"}));
+    ForeignPort foreign(*_bed);
+    PluggedTolvar first(*_bed, TolvarSetup(), UsbBridge::prolific());
+    PluggedTolvar second(*_bed);
+    QVERIFY(foreign.plug());
+    QVERIFY(first.plug());
+    QVERIFY(second.plug());
+    ZVTolvar late; // it sees what is present, not what arrived before
+    SignalDiary diary(&late);
+    const QList<QextPortInfo> ports = QextSerialEnumerator::getPorts();
+    QCOMPARE(ports.size(), 3);
+    _log->take();
+    late.findTolvar();
+
+    QStringList expected = {"D:List of ports: "};
+    QString found;
+    for (const QextPortInfo &info : ports) {
+        if (info.productID == 0x6015) {
+            expected += described(info, "403", "6015") + QStringList{"D:Not Found "};
+            continue;
+        }
+        const bool prolific = info.vendorID == 0x067B;
+        const QStringList description = described(info, prolific ? "67b" : "403", prolific ? "2303" : "6001");
+        expected += description + QStringList({"D:Found! ", "D:****Device DISCOVERED: "}) + description;
+        found = info.portName;
+        break; // the ones after it are never logged
+    }
+    QCOMPARE(_log->messages(), expected);
+    QCOMPARE(diary.take(), QStringList{"candidateDeviceFound"});
+    QCOMPARE(ZVTolvarInspector{late}.portName(), found);
 }
 
-void TestDiscovery::theRemovalOfAnotherPortChangesNothing()
+void TestDiscovery::foreignPortsAreListedAsNotFound()
 {
-    const ZVTolvarInspector in = inside();
-    in.portName() = "ttyX";
-    in.state() = IN_PROMPT;
-    in.queue() = QStringList{"get\r\n"};
-    _tolvar->setSystemID("T");
-    QSignalSpy table(_tolvar.get(), &ZVTolvar::scannedNetworkListChanged);
-    _tolvar->onDeviceRemoved(bridge("ttyY"));
+    ForeignPort ftdi(*_bed);
+    ForeignPort ch340(*_bed, UsbBridge::foreignCh340());
+    QVERIFY(ftdi.plug());
+    QVERIFY(ch340.plug());
+    QTRY_COMPARE(_log->messages().count("D:****Device DISCOVERED: "), 2);
+    const QList<QextPortInfo> ports = QextSerialEnumerator::getPorts();
+    QCOMPARE(ports.size(), 2);
+    _log->take();
+    SignalDiary diary(_tolvar.get());
+    _tolvar->findTolvar();
+
+    QStringList expected = {"D:List of ports: "};
+    for (const QextPortInfo &info : ports) {
+        const bool isFtdi = info.vendorID == 0x0403;
+        expected += described(info, isFtdi ? "403" : "1a86", isFtdi ? "6015" : "7523");
+        expected += "D:Not Found ";
+    }
+    QCOMPARE(_log->messages(), expected);
+    QCOMPARE(diary.take(), QStringList());
+    QCOMPARE(inside().portName(), QString());
+}
+
+void TestDiscovery::theListIsAskedForEachTime()
+{
+    _tolvar->findTolvar();
+    ForeignPort foreign(*_bed);
+    QVERIFY(foreign.plug());
+    QTRY_COMPARE(_log->messages().count("D:****Device DISCOVERED: "), 1);
+    _log->take();
+    _tolvar->findTolvar();
+    QCOMPARE(_log->messages().count("D:Not Found "), 1);
+}
+
+void TestDiscovery::arrivalsAndRemovalsAreHeardOf()
+{
+    ForeignPort foreign(*_bed);
+    QVERIFY(foreign.plug());
+    QTRY_COMPARE(_log->messages().count("D:****Device DISCOVERED: "), 1);
+    const QextPortInfo info = QextSerialEnumerator::getPorts().value(0);
+    QCOMPARE(_log->take(), QStringList{"D:****Device DISCOVERED: "} + described(info, "403", "6015"));
+    foreign.unplug();
+    QTRY_COMPARE(_log->messages().count("D:****Device REMOVED: "), 1);
     QCOMPARE(_log->messages(),
-             QStringList{"D:****Device REMOVED: "} + description("ttyY") + QStringList{"D:\"ttyX\" "});
-    QCOMPARE(in.portName(), QStringLiteral("ttyX"));
-    QCOMPARE(in.state(), IN_PROMPT);
-    QCOMPARE(in.queue().size(), 1);
-    QCOMPARE(_tolvar->systemID(), QStringLiteral("T"));
-    QVERIFY(table.isEmpty());
+             QStringList{"D:****Device REMOVED: "} + described(info, "403", "6015") + QStringList{"D:\"\" "});
+}
+
+void TestDiscovery::aPortThatIsThereAlreadyIsNotAnArrival()
+{
+    PluggedTolvar device(*_bed);
+    QVERIFY(device.plug());
+    QTRY_COMPARE(_log->messages().count("D:****Device DISCOVERED: "), 1); // by the controller from before
+    _tolvar.reset();
+    _log->take();
+    ZVTolvar late;
+    ForeignPort foreign(*_bed);
+    QVERIFY(foreign.plug());
+    QTRY_COMPARE(_log->messages().count("D:****Device DISCOVERED: "), 1); // and of nothing before it
+    QVERIFY(_log->messages().contains("D:product ID: \"6015\" "));
+    QCOMPARE(ZVTolvarInspector{late}.portName(), QString());
 }
 
 void TestDiscovery::aRepluggedDeviceIsOpenedAnew()
@@ -355,70 +308,7 @@ void TestDiscovery::aRepluggedDeviceIsOpenedAnew()
     QVERIFY(device.plug());
     QTRY_COMPARE(_tolvar->systemID(), QStringLiteral("TOLVAR-4711"));
     QVERIFY(inside().portName() != firstName);
-    QCOMPARE(inside().state() == NOT_CONNECTED, false);
-}
-
-void TestDiscovery::noPortsAreListed()
-{
-    _tolvar->findTolvar();
-    QCOMPARE(_log->messages(), QStringList{"D:List of ports: "});
-}
-
-void TestDiscovery::theFirstRecognisedPortWins()
-{
-    ForeignPort foreign(*_bed);
-    PluggedTolvar first(*_bed, TolvarSetup(), UsbBridge::prolific());
-    PluggedTolvar second(*_bed);
-    QVERIFY(foreign.plug());
-    QVERIFY(first.plug());
-    QVERIFY(second.plug());
-    ZVTolvar late; // it sees what is present, not what arrived before
-    QSignalSpy candidate(&late, &ZVTolvar::candidateDeviceFound);
-    const QList<QextPortInfo> ports = QextSerialEnumerator::getPorts();
-    QCOMPARE(ports.size(), 3);
-    _log->take();
-    late.findTolvar();
-
-    QStringList expected = {"D:List of ports: "};
-    const auto describe = [&expected](const QextPortInfo &info) {
-        expected += "D:port name: \"" + info.portName + "\" ";
-        expected += "D:friendly name: \"" + info.friendName + "\" ";
-        expected += "D:physical name: \"/dev/" + info.portName + "\" ";
-        expected += "D:enumerator name: \"USB\" ";
-        expected += "D:vendor ID: \"" + QString::number(info.vendorID, 16) + "\" ";
-        expected += "D:product ID: \"" + QString::number(info.productID, 16) + "\" ";
-        expected += "D:=================================== ";
-    };
-    QString found;
-    for (const QextPortInfo &info : ports) {
-        describe(info);
-        if (info.productID == 0x6015) {
-            expected += "D:Not Found ";
-            continue;
-        }
-        expected += "D:Found! ";
-        expected += "D:****Device DISCOVERED: ";
-        describe(info);
-        found = info.portName;
-        break; // the ones after it are never logged
-    }
-    QCOMPARE(_log->messages(), expected);
-    QCOMPARE(candidate.count(), 1);
-    QCOMPARE(ZVTolvarInspector{late}.portName(), found);
-}
-
-void TestDiscovery::foreignPortsAreLeftAlone()
-{
-    ForeignPort ftdi(*_bed);
-    ForeignPort ch340(*_bed, UsbBridge::foreignCh340());
-    QVERIFY(ftdi.plug());
-    QVERIFY(ch340.plug());
-    QTRY_COMPARE(_log->messages().count("D:****Device DISCOVERED: "), 2);
-    _log->take();
-    _tolvar->findTolvar();
-    QCOMPARE(_log->messages().count("D:Not Found "), 2);
-    QVERIFY(!_log->messages().contains("D:Found! "));
-    QCOMPARE(inside().portName(), QString());
+    QVERIFY(inside().state() != NOT_CONNECTED);
 }
 
 void TestDiscovery::bothControllersOpenADevicePluggedInLater()

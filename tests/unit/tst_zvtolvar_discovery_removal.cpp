@@ -1,0 +1,209 @@
+#include <QPointer>
+#include <QtTest>
+
+#include "tests/support/linkbench.h"
+#include "tests/support/messagewitness.h"
+#include "tests/support/portinfos.h"
+#include "tests/support/signaldiary.h"
+#include "tests/support/singleshots.h"
+
+/// The device's port goes, or another one.
+class TestRemoval : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup() { _bench.reset(); }
+
+    void theLinkIsResetInAnyState_data();
+    void theLinkIsResetInAnyState();
+    void whatTheDeviceSaidOfItselfIsForgottenInAnyState_data() { theLinkIsResetInAnyState_data(); }
+    void whatTheDeviceSaidOfItselfIsForgottenInAnyState();
+    void everythingElseStays();
+    void thePortObjectIsLeftAsItIs();
+    void theRemovalIsLoggedBeforeAnythingIsReset();
+    void theLinkIsResetBeforeTheFirstSignal();
+    void theModesEndAfterTheLastSignal();
+    void theTableIsToldOfEvenWhenItWasEmpty();
+    void theRemovalOfAnotherPortChangesNothing();
+    void theRemovalOfAnyPortIsLoggedWhenNoDeviceIsKnown();
+
+private:
+    ZVTolvarInspector inside() const { return _bench->inside; }
+    void remove(const QString &portName) { _tolvar->onDeviceRemoved(PortInfos::bridge(portName)); }
+
+    std::unique_ptr<LinkBench> _bench;
+    ZVTolvar *_tolvar = nullptr;
+};
+
+// A device at ttyX in the middle of everything.
+void TestRemoval::init()
+{
+    _bench = std::make_unique<LinkBench>();
+    _tolvar = &_bench->tolvar;
+    _bench->connectPort();
+    _tolvar->onResponseReceived(
+        "<puckdata><name>T</name><mode>M</mode><firmware_version>A060</firmware_version>"
+        "<network_name>N</network_name><ip_address>1.2.3.4</ip_address><useStaticIP>Y</useStaticIP>"
+        "<mask>5</mask><gateway>6</gateway><dns>7</dns><mac_address>8</mac_address>"
+        "<test_result>9</test_result><upgrade_result>10</upgrade_result><ant>1</ant><trc>11</trc>"
+        "<sl_on>12</sl_on><sl_ip>13</sl_ip></puckdata>");
+    _tolvar->onResponseReceived("<scan_results><scan SSID=\"A\"/></scan_results>");
+    _tolvar->setPassword("P");
+    const ZVTolvarInspector in = inside();
+    in.portName() = "ttyX";
+    in.state() = IN_PROMPT;
+    in.queue() = QStringList{"get\r\n"};
+    in.response() = "half a rep";
+    in.currentCommand() = "scan\r\n";
+    in.scanning() = in.testing() = in.connected() = true;
+}
+
+void TestRemoval::theLinkIsResetInAnyState_data()
+{
+    QTest::addColumn<CommState>("state");
+    for (int state = NOT_CONNECTED; state <= IN_RESPONSE_RECEIVE; ++state)
+        QTest::addRow("in state %d", state) << static_cast<CommState>(state);
+}
+
+void TestRemoval::theLinkIsResetInAnyState()
+{
+    QFETCH(CommState, state);
+    inside().state() = state;
+    const SingleShots timers;
+    remove("ttyX");
+    QCOMPARE(inside().port(), nullptr);
+    QCOMPARE(inside().queue(), QStringList());
+    QCOMPARE(inside().portName(), QString());
+    QCOMPARE(inside().state(), NOT_CONNECTED);
+    QVERIFY(!inside().connected());
+    QVERIFY(!inside().scanning());
+    QVERIFY(!inside().testing());
+    QCOMPARE(timers.underWay(), QList<int>());
+}
+
+void TestRemoval::whatTheDeviceSaidOfItselfIsForgottenInAnyState()
+{
+    QFETCH(CommState, state);
+    inside().state() = state;
+    SignalDiary diary(_tolvar);
+    remove("ttyX");
+    QCOMPARE(diary.take(),
+             QStringList({"systemIDChanged:", "statusChanged:", "firmwareVersionChanged:", "networkChanged:",
+                          "passwordChanged:", "scannedNetworkListChanged:0"}));
+    QCOMPARE(_tolvar->systemID(), QString());
+    QCOMPARE(_tolvar->status(), QString());
+    QCOMPARE(_tolvar->firmwareVersion(), QString());
+    QCOMPARE(_tolvar->network(), QString());
+    QCOMPARE(_tolvar->password(), QString());
+    QVERIFY(_tolvar->scannedNetworks()->isEmpty());
+}
+
+void TestRemoval::everythingElseStays()
+{
+    remove("ttyX");
+    QCOMPARE(inside().response(), QStringLiteral("half a rep"));
+    QCOMPARE(inside().currentCommand(), QStringLiteral("scan\r\n"));
+    QCOMPARE(
+        QStringList({_tolvar->ipAddress(), _tolvar->useStaticIP(), _tolvar->mask(), _tolvar->gateway(),
+                     _tolvar->dns(), _tolvar->macAddress(), _tolvar->testResult(), _tolvar->upgradeResult(),
+                     _tolvar->antenna(), _tolvar->uartTrace(), _tolvar->sysLogOn(), _tolvar->sysLogServer()}),
+        QStringList({"1.2.3.4", "Y", "5", "6", "7", "8", "9", "10", "1", "11", "12", "13"}));
+}
+
+void TestRemoval::thePortObjectIsLeftAsItIs()
+{
+    const QPointer<QextSerialPort> port = inside().port();
+    remove("ttyX");
+    QVERIFY(port);
+    QVERIFY(port->isOpen());
+    // What it still receives is not the controller's any more.
+    _bench->log->take();
+    _bench->pty.send(">");
+    QTRY_VERIFY(port->bytesAvailable() > 0);
+    QCOMPARE(_bench->log->messages(), QStringList());
+    QCOMPARE(inside().state(), NOT_CONNECTED);
+}
+
+void TestRemoval::theRemovalIsLoggedBeforeAnythingIsReset()
+{
+    bool isReset = false;
+    const MessageWitness witness([&](const QString &) {
+        isReset = isReset || !inside().port() || inside().queue().isEmpty() ||
+                  inside().portName().isEmpty() || inside().state() != IN_PROMPT;
+    });
+    SignalDiary diary(_tolvar);
+    remove("ttyX");
+    QCOMPARE(_bench->log->messages(), QStringList{"D:****Device REMOVED: "} + PortInfos::description("ttyX") +
+                                          QStringList{"D:\"ttyX\" "});
+    QVERIFY(!isReset);
+}
+
+void TestRemoval::theLinkIsResetBeforeTheFirstSignal()
+{
+    bool told = false;
+    connect(_tolvar, &ZVTolvar::systemIDChanged, this, [&] {
+        told = true;
+        QCOMPARE(inside().port(), nullptr);
+        QCOMPARE(inside().queue(), QStringList());
+        QCOMPARE(inside().portName(), QString());
+        QCOMPARE(inside().state(), NOT_CONNECTED);
+        QCOMPARE(_tolvar->systemID(), QString());
+        QCOMPARE(_tolvar->status(), QStringLiteral("M")); // whose turn comes
+    });
+    remove("ttyX");
+    QVERIFY(told);
+}
+
+void TestRemoval::theModesEndAfterTheLastSignal()
+{
+    bool told = false;
+    connect(_tolvar, &ZVTolvar::scannedNetworkListChanged, this, [&] {
+        told = true;
+        QVERIFY(inside().connected());
+        QVERIFY(inside().scanning());
+        QVERIFY(inside().testing());
+        QCOMPARE(_tolvar->password(), QString());
+    });
+    remove("ttyX");
+    QVERIFY(told);
+}
+
+void TestRemoval::theTableIsToldOfEvenWhenItWasEmpty()
+{
+    remove("ttyX");
+    inside().portName() = "ttyY";
+    SignalDiary diary(_tolvar);
+    remove("ttyY");
+    QCOMPARE(diary.take(), QStringList{"scannedNetworkListChanged:0"}); // and of nothing that was empty
+}
+
+void TestRemoval::theRemovalOfAnotherPortChangesNothing()
+{
+    SignalDiary diary(_tolvar);
+    QextSerialPort *port = inside().port();
+    remove("ttyY");
+    QCOMPARE(_bench->log->messages(), QStringList{"D:****Device REMOVED: "} + PortInfos::description("ttyY") +
+                                          QStringList{"D:\"ttyX\" "});
+    QCOMPARE(diary.take(), QStringList());
+    QCOMPARE(inside().portName(), QStringLiteral("ttyX"));
+    QCOMPARE(inside().port(), port);
+    QCOMPARE(inside().state(), IN_PROMPT);
+    QCOMPARE(inside().queue(), QStringList{"get\r\n"});
+    QVERIFY(inside().connected() && inside().scanning() && inside().testing());
+    QCOMPARE(_tolvar->systemID(), QStringLiteral("T"));
+}
+
+void TestRemoval::theRemovalOfAnyPortIsLoggedWhenNoDeviceIsKnown()
+{
+    inside().portName().clear();
+    SignalDiary diary(_tolvar);
+    remove("ttyX");
+    QCOMPARE(_bench->log->messages(),
+             QStringList{"D:****Device REMOVED: "} + PortInfos::description("ttyX") + QStringList{"D:\"\" "});
+    QCOMPARE(diary.take(), QStringList());
+}
+
+QTEST_GUILESS_MAIN(TestRemoval)
+#include "tst_zvtolvar_discovery_removal.moc"
