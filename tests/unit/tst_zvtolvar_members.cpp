@@ -180,7 +180,8 @@ void TestMembers::eachMemberIsReachedByItsIndex()
     call(bench.tolvar, index);
 
     QStringList effect = diary.take();
-    for (const QString &message : bench.log->messages()) {
+    const QStringList messages = bench.log->messages();
+    for (const QString &message : messages) {
         if (!message.startsWith("D:_commState")) {
             effect += message;
             break;

@@ -1,0 +1,187 @@
+#include <QFile>
+#include <QTemporaryDir>
+#include <QtTest>
+#include <QXmlStreamReader>
+
+#include "tests/support/signaldiary.h"
+#include "tests/support/zvtolvarinspector.h"
+
+namespace
+{
+/// A log's file that tells what is done to it.
+class WatchedFile : public QFile
+{
+public:
+    WatchedFile(const QString &path, QStringList &steps)
+        : QFile(path)
+        , _steps(steps)
+    {
+    }
+    ~WatchedFile() override { _steps += "deleted"; }
+
+    void close() override
+    {
+        _steps += "closed";
+        QFile::close();
+    }
+
+protected:
+    qint64 writeData(const char *data, qint64 size) override
+    {
+        _steps += "written:" + QString::fromLatin1(data, size);
+        return QFile::writeData(data, size);
+    }
+
+private:
+    Q_DISABLE_COPY_MOVE(WatchedFile)
+
+    QStringList &_steps;
+};
+} // namespace
+
+/// The reply that carries the device's log.
+class TestLog : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void theLogIsWritten_data();
+    void theLogIsWritten();
+    void theFileIsWrittenClosedAndDeletedBeforeItsEndIsToldOf();
+    void anEmptyRootWritesNothingAndStillFinishes();
+    void aFileThatTakesNothingIsDeletedAllTheSame();
+    void onlyTheFirstLogIsWritten();
+    void aLogThatNobodyWaitsForIsIgnored();
+    void whatStandsBeforeTheLogIsSteppedOver();
+
+private:
+    void reply(const QString &document) { _tolvar->onResponseReceived(document); }
+    QFile *logFile() const { return ZVTolvarInspector{*_tolvar}.logFile(); }
+    QString path() const { return _folder.filePath("log.txt"); }
+    /// Has the controller wait for a log.
+    void waitForLog(QIODevice::OpenMode mode = QIODevice::WriteOnly | QIODevice::Text);
+    /// What is in the file now, as Latin-1.
+    QString written() const;
+
+    QTemporaryDir _folder;
+    QStringList _steps;
+    std::unique_ptr<ZVTolvar> _tolvar;
+    std::unique_ptr<SignalDiary> _diary;
+};
+
+void TestLog::init()
+{
+    _tolvar = std::make_unique<ZVTolvar>();
+    _diary = std::make_unique<SignalDiary>(_tolvar.get());
+    _steps.clear();
+    QFile::remove(path());
+}
+
+void TestLog::cleanup()
+{
+    _diary.reset();
+    _tolvar.reset();
+}
+
+void TestLog::waitForLog(QIODevice::OpenMode mode)
+{
+    auto *file = new WatchedFile(path(), _steps);
+    if (mode & QIODevice::ReadOnly)
+        QVERIFY(QFile(path()).open(QIODevice::WriteOnly));
+    QVERIFY(file->open(mode));
+    _tolvar->getLogFileTo(file);
+    _diary->take();
+}
+
+QString TestLog::written() const
+{
+    QFile file(path());
+    if (!file.open(QIODevice::ReadOnly))
+        return "cannot be read: " + file.errorString();
+    return QString::fromLatin1(file.readAll());
+}
+
+void TestLog::theLogIsWritten_data()
+{
+    QTest::addColumn<QString>("document");
+    QTest::addColumn<QString>("log"); // as Latin-1
+    QTest::newRow("line by line") << "<log_file>one\ntwo &lt;x&gt;\n</log_file>"
+                                  << "one\ntwo <x>\n";
+    QTest::newRow("CR LF from the device is one line end") << "<log_file>one\r\ntwo\r\n</log_file>"
+                                                           << "one\ntwo\n";
+    QTest::newRow("as many bytes as characters, whatever they take")
+        << QString("<log_file>caf\u00e9!\n</log_file>") << QString("caf\u00c3\u00a9!");
+    QTest::newRow("cut off: nothing of it can be read") << "<log_file>one\ntwo"
+                                                        << "";
+}
+
+void TestLog::theLogIsWritten()
+{
+    QFETCH(QString, document);
+    QFETCH(QString, log);
+    waitForLog();
+    reply(document);
+    QCOMPARE(written(), log);
+    QCOMPARE(logFile(), nullptr);
+    QCOMPARE(_diary->take(), QStringList{"finishedWriteLog"});
+}
+
+void TestLog::theFileIsWrittenClosedAndDeletedBeforeItsEndIsToldOf()
+{
+    waitForLog();
+    connect(_tolvar.get(), &ZVTolvar::finishedWriteLog, this,
+            [this] { _steps += logFile() ? "told too early" : "told"; });
+    reply("<log_file>one</log_file>");
+    QCOMPARE(_steps, QStringList({"written:one", "closed", "deleted", "told"}));
+}
+
+void TestLog::anEmptyRootWritesNothingAndStillFinishes()
+{
+    waitForLog();
+    reply("<log_file/>");
+    _steps.removeOne("written:"); // of no byte
+    QCOMPARE(_steps, QStringList({"closed", "deleted"}));
+    QCOMPARE(written(), QString());
+    QCOMPARE(logFile(), nullptr);
+    QCOMPARE(_diary->take(), QStringList{"finishedWriteLog"});
+}
+
+void TestLog::aFileThatTakesNothingIsDeletedAllTheSame()
+{
+    waitForLog(QIODevice::ReadOnly);
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("ReadOnly device"));
+    reply("<log_file>one</log_file>");
+    QCOMPARE(_steps, QStringList({"closed", "deleted"}));
+    QCOMPARE(_diary->take(), QStringList{"finishedWriteLog"});
+}
+
+void TestLog::onlyTheFirstLogIsWritten()
+{
+    waitForLog();
+    reply("<log_file>one</log_file><log_file>two</log_file>");
+    QCOMPARE(written(), QStringLiteral("one"));
+    QCOMPARE(_diary->take(), QStringList{"finishedWriteLog"});
+}
+
+void TestLog::aLogThatNobodyWaitsForIsIgnored()
+{
+    reply("<log_file>one\ntwo\n</log_file>");
+    QCOMPARE(_diary->take(), QStringList{"finishedWriteLog"});
+    reply("<puckdata><name>T1</name></puckdata>");
+    QCOMPARE(_diary->take(), QStringList{"systemIDChanged:T1"});
+}
+
+void TestLog::whatStandsBeforeTheLogIsSteppedOver()
+{
+    waitForLog();
+    QXmlStreamReader reader("<?xml version=\"1.0\"?><!-- the log --><log_file>one</log_file>");
+    reader.readNext();
+    ZVTolvarInspector{*_tolvar}.parseLog(reader);
+    QCOMPARE(written(), QStringLiteral("one"));
+}
+
+QTEST_GUILESS_MAIN(TestLog)
+#include "tst_zvtolvar_replies_log.moc"
