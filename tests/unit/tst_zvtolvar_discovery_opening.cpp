@@ -5,11 +5,11 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include "tests/support/lapse.h"
 #include "tests/support/linkbench.h"
 #include "tests/support/portinfos.h"
 #include "tests/support/signaldiary.h"
 #include "tests/support/singleshots.h"
-#include "tests/support/timeprobe.h"
 #include "tests/support/ttycalls.h"
 
 /// Opening a recognised device's port, and what is waited for on the way.
@@ -59,34 +59,26 @@ void TestOpening::init()
 void TestOpening::aDeviceIsOpenedASecondAfterItIsRecognised()
 {
     const auto isOpen = [this] { return inside().state() != NOT_CONNECTED; };
-    const TimeProbe tooEarly(999, isOpen);
-    QElapsedTimer clock;
-    clock.start();
+    Lapse lapse(1000, isOpen);
     _tolvar->onDeviceDiscovered(PortInfos::bridge(_bench->pty.name()));
-    const TimeProbe lateEnough(1001, isOpen);
+    lapse.hasBegun();
     QCOMPARE(inside().port(), nullptr);
     QVERIFY(_timers->underWay().contains(1000));
-    QTRY_VERIFY(lateEnough.hasLooked());
-    QVERIFY2(!tooEarly.sawIt(), "the port is opened too early");
-    QVERIFY2(lateEnough.sawIt(), "the port is opened too late");
-    QVERIFY(clock.elapsed() >= 1000);
+    QTRY_VERIFY(lapse.isOver());
+    QCOMPARE(lapse.verdict(), "in time");
     QCOMPARE(inside().state(), CANDIDATE_DEVICE_FOUND);
 }
 
 void TestOpening::theConsoleIsWokenHalfASecondAfterTheOpening()
 {
     const auto isWoken = [this] { return inside().state() != CANDIDATE_DEVICE_FOUND; };
-    const TimeProbe tooEarly(499, isWoken);
-    QElapsedTimer clock;
-    clock.start();
+    Lapse lapse(500, isWoken);
     open(_bench->pty.name());
-    const TimeProbe lateEnough(501, isWoken);
+    lapse.hasBegun();
     QCOMPARE(inside().state(), CANDIDATE_DEVICE_FOUND);
     QVERIFY(_timers->underWay().contains(500));
-    QTRY_VERIFY(lateEnough.hasLooked());
-    QVERIFY2(!tooEarly.sawIt(), "the console is woken too early");
-    QVERIFY2(lateEnough.sawIt(), "the console is woken too late");
-    QVERIFY(clock.elapsed() >= 500);
+    QTRY_VERIFY(lapse.isOver());
+    QCOMPARE(lapse.verdict(), "in time");
     QCOMPARE(_bench->pty.collected(), QByteArray("C\r\n"));
     QCOMPARE(_timers->underWay(), QList<int>{1000}); // and each second from here on
 }
@@ -154,21 +146,17 @@ void TestOpening::aFailedOpeningIsTriedAgainASecondLater()
     const QString name = folder.filePath("tty");
     QPointer<QextSerialPort> firstAttempt;
     const auto isTriedAgain = [&] { return inside().port() != firstAttempt; };
-    const TimeProbe tooEarly(999, isTriedAgain);
-    QElapsedTimer clock;
-    clock.start();
+    Lapse lapse(1000, isTriedAgain);
     open(name);
     firstAttempt = inside().port();
-    const TimeProbe lateEnough(1001, isTriedAgain);
+    lapse.hasBegun();
     QVERIFY(firstAttempt);
     QVERIFY(_timers->underWay().contains(1000));
     QVERIFY(!_timers->underWay().contains(500));
     QVERIFY(QFile::link(_bench->pty.name(), name));
 
-    QTRY_VERIFY(lateEnough.hasLooked());
-    QVERIFY2(!tooEarly.sawIt(), "the opening is tried again too early");
-    QVERIFY2(lateEnough.sawIt(), "the opening is tried again too late");
-    QVERIFY(clock.elapsed() >= 1000);
+    QTRY_VERIFY(lapse.isOver());
+    QCOMPARE(lapse.verdict(), "in time");
     QCOMPARE(inside().state(), CANDIDATE_DEVICE_FOUND);
     QVERIFY2(firstAttempt, "the earlier port object is dropped, not destroyed");
     QVERIFY(inside().port()->isOpen());
