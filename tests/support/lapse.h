@@ -37,8 +37,6 @@ public:
     }
 
 private:
-    Q_DISABLE_COPY_MOVE(Lapse)
-
     void look(int milliseconds, std::optional<bool> &seen)
     {
         QTimer::singleShot(milliseconds, Qt::PreciseTimer, this, [this, &seen] { seen = _hasHappened(); });

@@ -12,8 +12,6 @@
 class LinkBench
 {
 public:
-    ~LinkBench() { log.reset(); }
-
     /// Gives the controller an open port, whose bytes reach it as they come.
     void connectPort()
     {
@@ -33,8 +31,11 @@ public:
     Pty pty;
     ZVTolvar tolvar;
     const ZVTolvarInspector inside{tolvar};
-    std::unique_ptr<MessageRecorder> log = std::make_unique<MessageRecorder>();
 
 private:
     std::unique_ptr<QextSerialPort> _port;
+
+public:
+    /// Gone before the others: what they say at their end is nobody's.
+    const std::unique_ptr<MessageRecorder> log = std::make_unique<MessageRecorder>();
 };

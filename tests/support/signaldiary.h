@@ -15,7 +15,6 @@ public:
     QStringList take();
 
 private:
-    Q_DISABLE_COPY_MOVE(SignalDiary)
     template <typename Signal>
     void note(ZVTolvar *tolvar, const char *name, Signal signal);
 

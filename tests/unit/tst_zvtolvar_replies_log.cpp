@@ -88,11 +88,11 @@ void TestLog::cleanup()
 
 void TestLog::waitForLog(QIODevice::OpenMode mode)
 {
-    auto *file = new WatchedFile(path(), _steps);
+    auto file = std::make_unique<WatchedFile>(path(), _steps);
     if (mode & QIODevice::ReadOnly)
         QVERIFY(QFile(path()).open(QIODevice::WriteOnly));
     QVERIFY(file->open(mode));
-    _tolvar->getLogFileTo(file);
+    _tolvar->getLogFileTo(file.release());
     _diary->take();
 }
 
