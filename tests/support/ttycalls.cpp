@@ -13,6 +13,7 @@ struct Record {
     termios lastSettings = {};
     QList<int> modemLines;
     QStringList order;
+    bool keepsFrame = false;
     int unreadPretences = 0;
     int unreadQuestions = 0;
 };
@@ -44,7 +45,7 @@ static QStringList differences(const termios &one, const termios &other)
     return names;
 }
 
-// These two stand before the C library's for the whole program. Its headers' own parameter names are reserved
+// These stand before the C library's for the whole program. Its headers' own parameter names are reserved
 // ones. NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
 extern "C" int tcsetattr(int descriptor, int when, const termios *settings)
 {
@@ -55,6 +56,17 @@ extern "C" int tcsetattr(int descriptor, int when, const termios *settings)
     record().order += differences(present, *settings);
     record().lastSettings = *settings;
     return original(descriptor, when, settings);
+}
+
+extern "C" int tcgetattr(int descriptor, termios *settings)
+{
+    using Function = int (*)(int, termios *);
+    static const auto original = reinterpret_cast<Function>(::dlsym(RTLD_NEXT, "tcgetattr"));
+    const int result = original(descriptor, settings);
+    constexpr tcflag_t frame = CSIZE | PARENB | PARODD | CMSPAR | CSTOPB;
+    if (record().keepsFrame)
+        settings->c_cflag = (settings->c_cflag & ~frame) | (record().lastSettings.c_cflag & frame);
+    return result;
 }
 
 extern "C" int ioctl(int descriptor, unsigned long request, ...)
@@ -94,6 +106,11 @@ QList<int> TtyCalls::modemLines()
 QStringList TtyCalls::order()
 {
     return record().order;
+}
+
+void TtyCalls::keepFrame()
+{
+    record().keepsFrame = true;
 }
 
 void TtyCalls::pretendUnread(int times)

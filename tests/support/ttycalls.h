@@ -20,6 +20,9 @@ QList<int> modemLines();
 /// bits", "stop bits", "DTR", "RTS".
 QStringList order();
 
+/// Has the ttys keep the data bits, parity and stop bits that are asked for from here on, as any line does
+/// but a pseudo-terminal's.
+void keepFrame();
 /// Has the ttys say, the first \a times that they are asked since clear(), that they hold a byte to be read.
 void pretendUnread(int times);
 /// How often a tty was asked for that since clear().

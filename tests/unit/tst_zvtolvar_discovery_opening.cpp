@@ -101,24 +101,27 @@ void TestOpening::thePortIsSetUpForTheConsole()
     // Somebody else has the line in quite another way.
     QextSerialPort other(_bench->pty.name());
     QVERIFY(other.open(QIODevice::ReadWrite));
+    TtyCalls::clear();
+    TtyCalls::keepFrame();
     other.setBaudRate(BAUD9600);
     other.setParity(PAR_EVEN);
     other.setDataBits(DATA_7);
     other.setStopBits(STOP_2);
     other.setFlowControl(FLOW_HARDWARE);
-    QVERIFY(TtyCalls::lastSettings().c_cflag & CRTSCTS);
-    TtyCalls::clear();
+    constexpr tcflag_t all = CSIZE | PARENB | CSTOPB | CRTSCTS;
+    QCOMPARE(TtyCalls::lastSettings().c_cflag & all, tcflag_t(CS7 | PARENB | CSTOPB | CRTSCTS));
+    const qsizetype others = TtyCalls::order().size();
 
     open(_bench->pty.name());
+    QCOMPARE(TtyCalls::order().mid(others),
+             QStringList({"baud rate", "flow control", "parity", "data bits", "stop bits", "DTR", "RTS"}));
     const termios asked = TtyCalls::lastSettings();
     QCOMPARE(cfgetospeed(&asked), speed_t(B115200));
     QCOMPARE(cfgetispeed(&asked), speed_t(B115200));
-    QCOMPARE(asked.c_cflag & CSIZE, tcflag_t(CS8));
-    QCOMPARE(asked.c_cflag & PARENB, tcflag_t(0));
-    QCOMPARE(asked.c_cflag & CSTOPB, tcflag_t(0));
-    QCOMPARE(asked.c_cflag & CRTSCTS, tcflag_t(0));
+    QCOMPARE(asked.c_cflag & all, tcflag_t(CS8)); // no parity, one stop bit, no flow control
     QCOMPARE(asked.c_iflag & (IXON | IXOFF), tcflag_t(0));
     QCOMPARE(TtyCalls::modemLines(), QList<int>({-TIOCM_DTR, -TIOCM_RTS}));
+    TtyCalls::clear();
 }
 
 void TestOpening::thePortIsOpenedForBothWaysAndBelongsToNobody()

@@ -1,8 +1,8 @@
-#include <QFile>
 #include <QTemporaryDir>
 #include <QtTest>
 #include <QXmlStreamReader>
 
+#include "tests/support/filecontents.h"
 #include "tests/support/signaldiary.h"
 #include "tests/support/zvtolvarinspector.h"
 
@@ -64,7 +64,7 @@ private:
     /// Has the controller wait for a log.
     void waitForLog(QIODevice::OpenMode mode = QIODevice::WriteOnly | QIODevice::Text);
     /// What is in the file now, as Latin-1.
-    QString written() const;
+    QString written() const { return QString::fromLatin1(contents(path())); }
 
     QTemporaryDir _folder;
     QStringList _steps;
@@ -94,14 +94,6 @@ void TestLog::waitForLog(QIODevice::OpenMode mode)
     QVERIFY(file->open(mode));
     _tolvar->getLogFileTo(file.release());
     _diary->take();
-}
-
-QString TestLog::written() const
-{
-    QFile file(path());
-    if (!file.open(QIODevice::ReadOnly))
-        return "cannot be read: " + file.errorString();
-    return QString::fromLatin1(file.readAll());
 }
 
 void TestLog::theLogIsWritten_data()
