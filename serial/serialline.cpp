@@ -124,15 +124,11 @@ void SerialLine::onReceived()
         user->take(bytes);
     // The users are told by the event loop, not from inside the port: somebody's slot may run an event loop
     // of its own (a message box), and the port would tell of nothing more until that ends.
-    if (!_tellingIsDue) {
-        _tellingIsDue = true;
-        QMetaObject::invokeMethod(this, &SerialLine::tellUsers, Qt::QueuedConnection);
-    }
+    QMetaObject::invokeMethod(this, &SerialLine::tellUsers, Qt::QueuedConnection);
 }
 
 void SerialLine::tellUsers()
 {
-    _tellingIsDue = false;
     // Any slot may close or destroy any of them, or this line's port.
     const QList<QPointer<QextSerialPort>> users(_users.cbegin(), _users.cend());
     for (const QPointer<QextSerialPort> &user : users) {

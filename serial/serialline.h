@@ -43,7 +43,6 @@ private:
     QSerialPort _port;
     HangUpWatch _hangUpWatch;
     QList<QextSerialPort *> _users;
-    bool _tellingIsDue = false;
     bool _stuck = false; // the last write gave up waiting
     int _emptyReads = 0; // in a row
 };

@@ -8,6 +8,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QPushButton>
+#include <QResource>
 #include <QTextBrowser>
 #include <QTranslator>
 #include <QWizard>
@@ -60,6 +61,9 @@ public:
 ProgramVisitor::ProgramVisitor()
 {
     qWarning("the application object is being made");
+    const QString bundle = qEnvironmentVariable("ZV_VISITOR_BUNDLE");
+    if (!bundle.isEmpty() && !QResource::registerResource(bundle))
+        qWarning("the visitor's bundle can't be read");
     _seen.insert(QStringLiteral("log before"), sessionLog());
     _seen.insert(QStringLiteral("bundle is there"), QFile::exists(QStringLiteral(":/zv_setup.png")));
     QMetaObject::invokeMethod(this, &ProgramVisitor::lookAround, Qt::QueuedConnection);

@@ -126,6 +126,7 @@ private Q_SLOTS:
     void aLogThatCantBeWrittenIsNoHindrance();
     void theWizardIsTheOneWindow();
     void theApplicationsIconStaysEmpty();
+    void theApplicationsIconIsLookedForAmongTheImages();
     void thePicturesAreThereBeforeTheApplication();
     void theExitCodeIsTheEventLoops_data();
     void theExitCodeIsTheEventLoops();
@@ -232,6 +233,14 @@ void TestMain::theApplicationsIconStaysEmpty()
     Program program;
     program.run();
     QCOMPARE(program.seen.value("icon is empty"), QJsonValue(true));
+}
+
+void TestMain::theApplicationsIconIsLookedForAmongTheImages()
+{
+    Program program;
+    program.environment.insert("ZV_VISITOR_BUNDLE", ZV_ICON); // has ":/images/zv_setup.png"
+    program.run();
+    QCOMPARE(program.seen.value("icon is empty"), QJsonValue(false));
 }
 
 void TestMain::thePicturesAreThereBeforeTheApplication()

@@ -2,6 +2,7 @@
 #include <QMetaMethod>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QResource>
 #include <QTextBrowser>
 #include <QtTest>
 
@@ -30,9 +31,11 @@ private Q_SLOTS:
     void cleanup() { _wizard.reset(); }
 
     void thePagesStandUnderTheirIds();
+    void thePagesComeInTheOrderOfTheirIds();
     void theConnectPageStaysTheFirstWhateverPageIsAdded();
     void theOptionsAreTheseAndNoOthers();
     void thePictureStandsInThreeRoles();
+    void theIconIsLookedForAmongTheImages();
     void nameTitleAndSize();
     void theSizeFitsTheContents();
     void aNameGivenEarlierIsKept();
@@ -72,6 +75,19 @@ void TestFrame::thePagesStandUnderTheirIds()
     QCOMPARE(_wizard->startId(), 0);
 }
 
+void TestFrame::thePagesComeInTheOrderOfTheirIds()
+{
+    QList<int> ids;
+    const auto pages = _wizard->findChildren<QWizardPage *>(); // in the order in which they were registered
+    for (QWizardPage *page : pages) {
+        for (const int id : _wizard->pageIds()) {
+            if (_wizard->page(id) == page)
+                ids.append(id);
+        }
+    }
+    QCOMPARE(ids, QList<int>({0, 1, 2, 3, 4, 6}));
+}
+
 void TestFrame::theConnectPageStaysTheFirstWhateverPageIsAdded()
 {
     _wizard->setPage(-2, new QWizardPage);
@@ -95,6 +111,14 @@ void TestFrame::thePictureStandsInThreeRoles()
         QCOMPARE(_wizard->pixmap(role).toImage(), picture.toImage());
     QVERIFY(_wizard->pixmap(QWizard::LogoPixmap).isNull());
     QVERIFY2(_wizard->windowIcon().isNull(), "the icon's path leads nowhere, on purpose");
+}
+
+void TestFrame::theIconIsLookedForAmongTheImages()
+{
+    QVERIFY(QResource::registerResource(ZV_ICON)); // has ":/images/zv_setup.png"
+    const ZVTolvarSetupWizard wizard;
+    QVERIFY(QResource::unregisterResource(ZV_ICON));
+    QVERIFY(!wizard.windowIcon().isNull());
 }
 
 void TestFrame::nameTitleAndSize()
