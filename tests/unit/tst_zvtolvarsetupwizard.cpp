@@ -1,8 +1,8 @@
 #include <QAbstractButton>
 #include <QMetaMethod>
 #include <QPushButton>
-#include <QSignalSpy>
 #include <QResource>
+#include <QSignalSpy>
 #include <QTextBrowser>
 #include <QtTest>
 
