@@ -6,6 +6,7 @@
 #include <libudev.h>
 
 static UdevCalls::Failure wanted = UdevCalls::None;
+static int told = 0;
 
 template <typename Function>
 static Function *original(const char *name)
@@ -54,7 +55,21 @@ extern "C" udev_device *udev_monitor_receive_device(udev_monitor *monitor)
     return nullptr;
 }
 
+extern "C" const char *udev_device_get_action(udev_device *device)
+{
+    ++told;
+    if (wanted == UdevCalls::NoAction)
+        return nullptr;
+    return original<decltype(udev_device_get_action)>("udev_device_get_action")(device);
+}
+
 void UdevCalls::fail(Failure failure)
 {
     wanted = failure;
+    told = 0;
+}
+
+int UdevCalls::timesTold()
+{
+    return told;
 }

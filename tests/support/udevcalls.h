@@ -10,10 +10,14 @@ enum Failure {
     NoMonitor,   ///< nobody tells
     NoFilter,    ///< the kernel takes no filter
     NoReceiving, ///< the socket can't be heard
+    NoAction,    ///< what is told says not what happened
     EventsLost   ///< more was told than the socket holds: what was told is lost, and udev says so
 };
 
 /// Lets \a failure happen from now on.
 void fail(Failure failure);
+
+/// How often the program was told of something since the last fail().
+int timesTold();
 
 } // namespace UdevCalls

@@ -37,6 +37,7 @@ private Q_SLOTS:
     void anotherDeviceUnderTheSameNameReplacesTheFirst();
     void aPortThatIsGoneAgainIsNotToldOf();
     void eventsThatWereLostAreMadeUpFor();
+    void anEventThatSaysNotWhatHappenedIsPassedOver();
     void whereUdevCantBeHeardTheWatcherSaysSo_data();
     void whereUdevCantBeHeardTheWatcherSaysSo();
     void whereUdevCantBeHeardTheListIsComparedOnceASecond();
@@ -221,6 +222,25 @@ void TestPortWatcher::aPortThatIsGoneAgainIsNotToldOf()
     const QString name = computer.plugUsb("067b", "2303");
     QTRY_COMPARE(arrived.count(), 1);
     QCOMPARE(toldOf(arrived, 0).portName, name);
+    QCOMPARE(removed.count(), 0);
+}
+
+void TestPortWatcher::anEventThatSaysNotWhatHappenedIsPassedOver()
+{
+    MockPorts computer;
+    const QString port = computer.plugUsb("0403", "6001");
+    UdevPortWatcher watcher;
+    QSignalSpy arrived(&watcher, &PortWatcher::arrived);
+    QSignalSpy removed(&watcher, &PortWatcher::removed);
+    QVERIFY(watcher.arm());
+    UdevCalls::fail(UdevCalls::NoAction);
+    computer.unplug(port);
+    QTRY_VERIFY(UdevCalls::timesTold() > 0);
+
+    UdevCalls::fail(UdevCalls::None);
+    const QString come = computer.plugUsb("067b", "2303");
+    QTRY_COMPARE(arrived.count(), 1);
+    QCOMPARE(toldOf(arrived, 0).portName, come);
     QCOMPARE(removed.count(), 0);
 }
 
