@@ -62,7 +62,7 @@ void ZVTolvar::exitSetupMode()
 
 int ZVTolvar::firmwareVersionAsInt() const
 {
-    return firmwareVersion().mid(1).toInt(); // without its letter, whatever it is
+    return QStringView(_firmwareVersion).mid(1).toInt(); // without its letter, whatever it is
 }
 
 QString ZVTolvar::antennaDescription() const

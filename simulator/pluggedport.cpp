@@ -76,18 +76,19 @@ void PluggedPort::catchUp()
 
 bool PluggedPort::waitUntil(const std::function<bool()> &holds, int milliseconds)
 {
-    if (holds())
-        return true;
     QEventLoop loop;
-    bool held = false;
-    connect(this, &PluggedPort::changed, &loop, [this, &loop, &held, &holds] {
-        held = held || holds();
-        if (held)
-            loop.quit();
-    });
-    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
-    loop.exec();
-    return held || holds();
+    connect(this, &PluggedPort::changed, &loop, &QEventLoop::quit);
+    QTimer patience;
+    patience.setSingleShot(true);
+    patience.setTimerType(Qt::PreciseTimer); // never early
+    connect(&patience, &QTimer::timeout, &loop, &QEventLoop::quit);
+    patience.start(milliseconds);
+    while (!holds()) {
+        if (!patience.isActive())
+            return false;
+        loop.exec();
+    }
+    return true;
 }
 
 PluggedTolvar::PluggedTolvar(UsbTestbed &bed, const TolvarSetup &setup, const UsbBridge &bridge)

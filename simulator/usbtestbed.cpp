@@ -56,7 +56,7 @@ QByteArray UsbTestbed::plug(const UsbBridge &bridge)
 {
     constexpr int ttyMinors = 1 << 20;
     const int number = _nextTty < 0 ? takeTtyNumber() : _nextTty++;
-    const QByteArray ttyName = "ttyUSB" + QByteArray::number(number);
+    QByteArray ttyName = "ttyUSB" + QByteArray::number(number);
     const int socket = freeSocket();
     const UsbRecord record = recordOf(bridge, {socket, _nextAddress, ttyName, number % ttyMinors});
     ++_nextAddress;

@@ -32,7 +32,8 @@ void TestQextSerialPortWriting::aWriteHasReachedTheDeviceWhenItReturns()
 {
     Pty terminal;
     const PortPointer port = openedPort(terminal);
-    for (const char c : QByteArray("get\r\n")) {
+    const QByteArray command = "get\r\n";
+    for (const char c : command) {
         QCOMPARE(port->write(&c, 1), 1);
         QCOMPARE(terminal.received(), QByteArray(1, c));
     }

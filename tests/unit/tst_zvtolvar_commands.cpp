@@ -2,6 +2,7 @@
 #include <QtTest>
 
 #include "tests/support/linkbench.h"
+#include "tests/support/listener.h"
 #include "tests/support/markingtranslator.h"
 #include "tests/support/messagewitness.h"
 #include "tests/support/signaldiary.h"
@@ -47,7 +48,7 @@ void TestCommands::aScanQueuesThreeLinesAndIsToldOfAfterTheSecond()
 {
     SignalDiary diary(_tolvar.get());
     QStringList queuedWhenStarted;
-    connect(_tolvar.get(), &ZVTolvar::scanStarted, this, [&] { queuedWhenStarted = queue(); });
+    const Listener listener(_tolvar.get(), &ZVTolvar::scanStarted, [&] { queuedWhenStarted = queue(); });
     _tolvar->startScan();
     QCOMPARE(queue(), QStringList({"setuarttrace y\r\n", "save\r\n", "scan\r\n"}));
     QCOMPARE(queuedWhenStarted, QStringList({"setuarttrace y\r\n", "save\r\n"}));
@@ -96,7 +97,7 @@ void TestCommands::aNetworkTestIsToldOfBeforeItsFirstLine()
 {
     QStringList queuedWhenStarted = {"not told of"};
     bool testingWhenStarted = false;
-    connect(_tolvar.get(), &ZVTolvar::networkTestStarted, this, [&] {
+    const Listener listener(_tolvar.get(), &ZVTolvar::networkTestStarted, [&] {
         queuedWhenStarted = queue();
         testingWhenStarted = inside().testing();
     });
@@ -198,7 +199,7 @@ void TestCommands::aLogIsToldOfBeforeItsLineIsQueued()
     QFile file;
     QStringList queuedWhenStarted = {"not told of"};
     const QFile *fileWhenStarted = nullptr;
-    connect(_tolvar.get(), &ZVTolvar::startingToWriteLog, this, [&] {
+    const Listener listener(_tolvar.get(), &ZVTolvar::startingToWriteLog, [&] {
         queuedWhenStarted = queue();
         fileWhenStarted = inside().logFile();
     });

@@ -3,6 +3,7 @@
 #include "serial/qextserialport.h"
 #include "simulator/pluggedport.h"
 #include "simulator/usbtestbed.h"
+#include "tests/support/listener.h"
 #include "tests/support/messagerecorder.h"
 #include "tests/support/portinfos.h"
 #include "tests/support/signaldiary.h"
@@ -151,7 +152,7 @@ void TestDiscovery::aRecognisedDeviceIsToldOfBeforeItsOpeningIsDue()
     QString nameWhenTold;
     QList<int> timersWhenTold = {-1};
     qsizetype loggedWhenTold = 0;
-    connect(_tolvar.get(), &ZVTolvar::candidateDeviceFound, this, [&] {
+    const Listener listener(_tolvar.get(), &ZVTolvar::candidateDeviceFound, [&] {
         nameWhenTold = inside().portName();
         timersWhenTold = timers.underWay();
         loggedWhenTold = _log->messages().size();

@@ -2,6 +2,7 @@
 #include <QtTest>
 
 #include "tests/support/linkbench.h"
+#include "tests/support/listener.h"
 #include "tests/support/messagewitness.h"
 #include "tests/support/portinfos.h"
 #include "tests/support/signaldiary.h"
@@ -143,7 +144,7 @@ void TestRemoval::theRemovalIsLoggedBeforeAnythingIsReset()
 void TestRemoval::theLinkIsResetBeforeTheFirstSignal()
 {
     bool told = false;
-    connect(_tolvar, &ZVTolvar::systemIDChanged, this, [&] {
+    const Listener listener(_tolvar, &ZVTolvar::systemIDChanged, [&] {
         told = true;
         QCOMPARE(inside().port(), nullptr);
         QCOMPARE(inside().queue(), QStringList());
@@ -159,7 +160,7 @@ void TestRemoval::theLinkIsResetBeforeTheFirstSignal()
 void TestRemoval::theModesEndAfterTheLastSignal()
 {
     bool told = false;
-    connect(_tolvar, &ZVTolvar::scannedNetworkListChanged, this, [&] {
+    const Listener listener(_tolvar, &ZVTolvar::scannedNetworkListChanged, [&] {
         told = true;
         QVERIFY(inside().connected());
         QVERIFY(inside().scanning());

@@ -2,6 +2,7 @@
 #include <QtTest>
 
 #include "tests/support/linkbench.h"
+#include "tests/support/listener.h"
 #include "tests/support/messagewitness.h"
 #include "tests/support/signaldiary.h"
 
@@ -131,7 +132,7 @@ void TestLink::aReplyIsReadBeforeAnythingElseHearsOfIt()
 {
     inside().state() = IN_PROMPT;
     QString known;
-    connect(_tolvar, &ZVTolvar::responseReceived, this, [&] { known = _tolvar->systemID(); });
+    const Listener listener(_tolvar, &ZVTolvar::responseReceived, [&] { known = _tolvar->systemID(); });
     feed("\x02<puckdata><name>T</name></puckdata>\x03");
     QCOMPARE(known, QStringLiteral("T"));
 }

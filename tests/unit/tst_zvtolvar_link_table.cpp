@@ -1,6 +1,7 @@
 #include <QtTest>
 
 #include "tests/support/linkbench.h"
+#include "tests/support/listener.h"
 #include "tests/support/messagewitness.h"
 
 namespace
@@ -187,12 +188,11 @@ void TestLinkTable::eachByteInEachStateOfEachMode()
     };
     const MessageWitness witness(note);
     const ZVTolvar *tolvar = &_bench->tolvar;
-    QObject row; // ends the connections
-    connect(tolvar, &ZVTolvar::readyForCommand, &row, [&] { note("readyForCommand"); });
-    connect(tolvar, &ZVTolvar::responseReceived, &row,
-            [&](const QString &response) { note("responseReceived " + response); });
-    connect(tolvar, &ZVTolvar::scanFinished, &row, [&] { note("scanFinished"); });
-    connect(tolvar, &ZVTolvar::networkTestFinished, &row, [&] { note("networkTestFinished"); });
+    const Listener ready(tolvar, &ZVTolvar::readyForCommand, [&] { note("readyForCommand"); });
+    const Listener received(tolvar, &ZVTolvar::responseReceived,
+                            [&](const QString &response) { note("responseReceived " + response); });
+    const Listener scanned(tolvar, &ZVTolvar::scanFinished, [&] { note("scanFinished"); });
+    const Listener tested(tolvar, &ZVTolvar::networkTestFinished, [&] { note("networkTestFinished"); });
 
     _bench->tolvar.handleReceived(byte);
 

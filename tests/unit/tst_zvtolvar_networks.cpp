@@ -1,5 +1,6 @@
 #include <QtTest>
 
+#include "tests/support/listener.h"
 #include "tests/support/signaldiary.h"
 
 namespace
@@ -166,11 +167,11 @@ void TestNetworks::aNetworkNamedNotFoundHasTheSsidOfAnUnknownOne()
 void TestNetworks::theSignalCarriesTheControllersOwnTable()
 {
     int told = 0;
-    connect(_tolvar.get(), &ZVTolvar::scannedNetworkListChanged, this,
-            [&](const QHash<QString, ZVScanResult> *table) {
-                QCOMPARE(table, _tolvar->scannedNetworks());
-                ++told;
-            });
+    const Listener listener(_tolvar.get(), &ZVTolvar::scannedNetworkListChanged,
+                            [&](const QHash<QString, ZVScanResult> *table) {
+                                QCOMPARE(table, _tolvar->scannedNetworks());
+                                ++told;
+                            });
     ZVScanResult home = network("Home", "-50");
     _tolvar->addScannedNetwork(home);
     _tolvar->clearScannedNetworks();
