@@ -126,8 +126,7 @@ bool ProgramDriver::doubleClick(const WidgetQuery &query)
 {
     if (!pointAt(query))
         return false;
-    _input->click();
-    _input->click();
+    _input->doubleClick();
     settle();
     _lastClick = std::chrono::steady_clock::now();
     return true;

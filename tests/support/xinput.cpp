@@ -119,29 +119,44 @@ void XInput::key(unsigned char code, bool down)
 void XInput::button(unsigned number, bool down)
 {
     XTestFakeButtonEvent(_display.connection(), number, down, CurrentTime);
+}
+
+void XInput::send()
+{
     XFlush(_display.connection());
 }
 
 void XInput::movePointer(const QPoint &point)
 {
     XTestFakeMotionEvent(_display.connection(), -1, point.x(), point.y(), CurrentTime);
-    XFlush(_display.connection());
+    send();
 }
 
 void XInput::press()
 {
     button(LeftButton, true);
+    send();
 }
 
 void XInput::release()
 {
     button(LeftButton, false);
+    send();
 }
 
 void XInput::click()
 {
-    press();
-    release();
+    button(LeftButton, true);
+    button(LeftButton, false);
+    send();
+}
+
+void XInput::doubleClick()
+{
+    // All at once: were this process kept waiting in between, it would be two clicks.
+    for (const bool down : {true, false, true, false})
+        button(LeftButton, down);
+    send();
 }
 
 void XInput::turnWheel(int steps)
@@ -150,6 +165,7 @@ void XInput::turnWheel(int steps)
         button(steps > 0 ? WheelDown : WheelUp, true);
         button(steps > 0 ? WheelDown : WheelUp, false);
     }
+    send();
 }
 
 void XInput::strike(const Key &stroke)

@@ -24,6 +24,8 @@ public:
     void movePointer(const QPoint &point);
     /// Presses and releases the left button where the pointer is.
     void click();
+    /// Clicks twice there, as one double click.
+    void doubleClick();
     /// Presses the left button and holds it.
     void press();
     /// Lets go of the left button.
@@ -50,6 +52,7 @@ private:
     void assign(unsigned char code, unsigned long symbol);
     void key(unsigned char code, bool down);
     void button(unsigned number, bool down);
+    void send();
     void strike(const Key &stroke);
     void strikeAll(const QList<unsigned long> &symbols);
 
