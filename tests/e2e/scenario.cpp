@@ -2,7 +2,7 @@
 
 #include <QDir>
 #include <QFile>
-#include <QtTest>
+#include <QTest>
 
 Scenario::Scenario(const TolvarSetup &setup, const UsbBridge &bridge)
     : tolvar(bed, setup, bridge)

@@ -1,6 +1,6 @@
 #include <QDate>
 #include <QFile>
-#include <QtTest>
+#include <QTest>
 
 #include "tests/e2e/scenario.h"
 #include "tests/support/filecontents.h"

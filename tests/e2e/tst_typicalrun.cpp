@@ -2,8 +2,8 @@
 #include <chrono>
 
 #include <QRegularExpression>
+#include <QTest>
 #include <QTimer>
-#include <QtTest>
 
 #include "tests/e2e/scenario.h"
 

@@ -1,7 +1,7 @@
 #include "tests/pages/choosepagefixture.h"
 
 #include <QListView>
-#include <QtTest>
+#include <QTest>
 
 const char threeNetworks[] = "<scan SSID=\"Home\" channel=\"6\" sec=\"WPA2 (PSK)\"/>"
                              "<scan SSID=\"Old\" sec=\"WEP\"/>"

@@ -2,7 +2,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 #include "app/sessionlog.h"
 #include "pages/choosenetworkwizardpage.h"

@@ -1,5 +1,5 @@
 #include <QCheckBox>
-#include <QtTest>
+#include <QTest>
 
 #include "tests/pages/choosepagefixture.h"
 

@@ -3,7 +3,7 @@
 #include <QListView>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QtTest>
+#include <QTest>
 
 #include "pages/advanceddialog.h"
 #include "pages/viewdetailsdialog.h"

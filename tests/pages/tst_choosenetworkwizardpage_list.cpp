@@ -1,7 +1,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 #include "tests/pages/choosepagefixture.h"
 #include "tests/support/markingtranslator.h"

@@ -1,7 +1,7 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 #include "pages/connecttlovarwizardpage.h"
 #include "tests/support/markingtranslator.h"

@@ -4,8 +4,9 @@
 #include <QMetaMethod>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QSignalSpy>
+#include <QTest>
 #include <QTextBrowser>
-#include <QtTest>
 
 #include "app/console_dialog.h"
 #include "pages/choosenetworkwizardpage.h"

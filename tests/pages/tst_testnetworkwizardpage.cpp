@@ -3,7 +3,7 @@
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 #include "tests/support/markingtranslator.h"
 #include "tests/support/messagerecorder.h"

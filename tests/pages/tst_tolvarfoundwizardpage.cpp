@@ -1,6 +1,6 @@
 #include <QLabel>
 #include <QPushButton>
-#include <QtTest>
+#include <QTest>
 
 #include "pages/tolvarfoundwizardpage.h"
 #include "tests/support/markingtranslator.h"

@@ -8,7 +8,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 #include "tests/support/markingtranslator.h"
 #include "tests/support/messagerecorder.h"

@@ -1,7 +1,7 @@
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QPushButton>
-#include <QtTest>
+#include <QTest>
 
 #include "device/zvscanresult.h"
 #include "pages/viewdetailsdialog.h"

@@ -1,7 +1,7 @@
 #include <QLabel>
 #include <QRegularExpression>
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 #include "tests/support/wizardfixture.h"
 

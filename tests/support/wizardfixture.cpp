@@ -1,7 +1,7 @@
 #include "tests/support/wizardfixture.h"
 
 #include <QAbstractButton>
-#include <QtTest>
+#include <QTest>
 
 #include "pages/pageid.h"
 

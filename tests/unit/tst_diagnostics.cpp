@@ -1,4 +1,4 @@
-#include <QtTest>
+#include <QTest>
 
 #include "app/diagnostics.h"
 #include "tests/support/messagerecorder.h"

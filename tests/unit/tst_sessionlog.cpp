@@ -8,9 +8,9 @@
 #include <QFile>
 #include <QScrollBar>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTextBrowser>
 #include <QTextStream>
-#include <QtTest>
 
 #include "app/diagnostics.h"
 #include "app/sessionlog.h"

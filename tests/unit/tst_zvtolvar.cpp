@@ -1,4 +1,4 @@
-#include <QtTest>
+#include <QTest>
 
 #include "serial/qextserialport.h"
 #include "tests/support/linkbench.h"

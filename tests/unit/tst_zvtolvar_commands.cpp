@@ -1,5 +1,6 @@
+#include <QFile>
 #include <QTemporaryFile>
-#include <QtTest>
+#include <QTest>
 
 #include "tests/support/linkbench.h"
 #include "tests/support/listener.h"

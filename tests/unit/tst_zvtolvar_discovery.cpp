@@ -1,4 +1,5 @@
-#include <QtTest>
+#include <QCoreApplication>
+#include <QTest>
 
 #include "serial/qextserialport.h"
 #include "simulator/pluggedport.h"

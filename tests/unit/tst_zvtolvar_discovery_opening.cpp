@@ -1,9 +1,10 @@
 #include <sys/ioctl.h>
 
 #include <QElapsedTimer>
+#include <QFile>
 #include <QPointer>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 #include "tests/support/lapse.h"
 #include "tests/support/linkbench.h"

@@ -1,5 +1,5 @@
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 #include "tests/support/linkbench.h"
 #include "tests/support/listener.h"

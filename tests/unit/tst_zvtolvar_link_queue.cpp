@@ -5,7 +5,7 @@
 #include <thread>
 
 #include <QElapsedTimer>
-#include <QtTest>
+#include <QTest>
 
 #include "tests/support/linkbench.h"
 #include "tests/support/messagewitness.h"

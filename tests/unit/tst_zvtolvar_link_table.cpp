@@ -1,4 +1,4 @@
-#include <QtTest>
+#include <QTest>
 
 #include "tests/support/linkbench.h"
 #include "tests/support/listener.h"

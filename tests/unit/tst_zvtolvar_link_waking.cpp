@@ -1,4 +1,4 @@
-#include <QtTest>
+#include <QTest>
 
 #include "tests/support/lapse.h"
 #include "tests/support/linkbench.h"

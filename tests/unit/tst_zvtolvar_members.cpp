@@ -1,5 +1,7 @@
+#include <QFile>
 #include <QMetaMethod>
-#include <QtTest>
+#include <QMetaProperty>
+#include <QTest>
 
 #include "tests/support/linkbench.h"
 #include "tests/support/portinfos.h"

@@ -4,7 +4,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <QtTest>
+#include <QTest>
 #include <QXmlStreamReader>
 
 #include "tests/support/signaldiary.h"

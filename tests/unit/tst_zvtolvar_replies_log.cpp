@@ -1,5 +1,7 @@
+#include <QFile>
+#include <QRegularExpression>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 #include <QXmlStreamReader>
 
 #include "tests/support/filecontents.h"

@@ -3,8 +3,8 @@
 #include <QPushButton>
 #include <QResource>
 #include <QSignalSpy>
+#include <QTest>
 #include <QTextBrowser>
-#include <QtTest>
 
 #include "app/console_dialog.h"
 #include "app/sessionlog.h"
