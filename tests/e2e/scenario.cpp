@@ -47,11 +47,16 @@ QByteArray Scenario::sessionLog() const
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-QList<QByteArray> Scenario::received()
+TolvarState Scenario::deviceState()
 {
     if (tolvar.isPlugged())
         tolvar.catchUp();
-    return tolvar.state().lineTexts();
+    return tolvar.state();
+}
+
+QList<QByteArray> Scenario::received()
+{
+    return deviceState().lineTexts();
 }
 
 QList<QByteArray> Scenario::receivedSinceStatus()

@@ -30,7 +30,9 @@ public:
     /// A file in the home folder.
     QString inHome(const QString &name) const { return _home.filePath(name); }
 
-    /// The lines the device has received, once the program's last words have arrived.
+    /// What the device holds and has received, once the program's last words have arrived.
+    TolvarState deviceState();
+    /// The lines it has received by then.
     QList<QByteArray> received();
     /// The lines received since the device was woken last: from the last "get" on, that one left out.
     QList<QByteArray> receivedSinceStatus();

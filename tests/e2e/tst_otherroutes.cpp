@@ -65,7 +65,7 @@ void TestOtherRoutes::aWepNetworkIsWarnedAbout()
     ZV_STEP(s, s.user.saves());
     ZV_STEP(s, s.user.finishes());
     QCOMPARE(s.receivedSinceStatus(), typicalLines("Old Barn", "0123456789"));
-    QCOMPARE(s.tolvar.state().saved.network, QByteArray("Old Barn"));
+    QCOMPARE(s.deviceState().saved.network, QByteArray("Old Barn"));
 }
 
 void TestOtherRoutes::aWrongPassphraseCanBeSavedAnyway()
@@ -81,7 +81,7 @@ void TestOtherRoutes::aWrongPassphraseCanBeSavedAnyway()
     ZV_STEP(s, s.screen.waitFor(button("Save network configuration anyway?").enabled()));
     ZV_STEP(s, s.user.finishes());
     QCOMPARE(s.receivedSinceStatus(), typicalLines("Workshop", "wrong  one"));
-    QCOMPARE(s.tolvar.state().saved.passphrase, QByteArray("wrong  one"));
+    QCOMPARE(s.deviceState().saved.passphrase, QByteArray("wrong  one"));
     QCOMPARE(s.screen.exitCode(), 0);
 }
 
@@ -96,7 +96,7 @@ void TestOtherRoutes::anUnknownSsidCanBeSavedAnyway()
     ZV_STEP(s, s.user.saves("Save network configuration anyway?"));
     ZV_STEP(s, s.user.finishes());
     QCOMPARE(s.receivedSinceStatus(), typicalLines(" Far  away ", "x"));
-    QCOMPARE(s.tolvar.state().saved.network, QByteArray(" Far  away "));
+    QCOMPARE(s.deviceState().saved.network, QByteArray(" Far  away "));
 }
 
 void TestOtherRoutes::aSystemErrorLeavesCancelAlone()
@@ -115,7 +115,7 @@ void TestOtherRoutes::aSystemErrorLeavesCancelAlone()
     ZV_STEP(s, s.screen.click(button("Cancel")));
     ZV_STEP(s, s.screen.waitForEnd());
     QCOMPARE(s.received().constLast(), QByteArray("exit")); // leaving by Cancel, the device is told as well
-    QCOMPARE(s.tolvar.state().saved.passphrase, QByteArray("correct horse battery"));
+    QCOMPARE(s.deviceState().saved.passphrase, QByteArray("correct horse battery"));
 }
 
 void TestOtherRoutes::theLogIsSavedToTheByte_data()
@@ -236,7 +236,7 @@ void TestOtherRoutes::anSsidGoesBackByteForByteAsItCame()
     ZV_STEP(s, s.user.sees("Successfully tested connection to network\n"));
     ZV_STEP(s, s.user.saves());
     ZV_STEP(s, s.user.finishes());
-    QCOMPARE(s.tolvar.state().saved.network, ssid);
+    QCOMPARE(s.deviceState().saved.network, ssid);
 }
 
 void TestOtherRoutes::refreshingScansAgain()
