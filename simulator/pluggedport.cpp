@@ -14,6 +14,12 @@ PluggedPort::PluggedPort(UsbTestbed &bed, const UsbBridge &bridge)
 {
     _thread.setObjectName(QStringLiteral("far end"));
     _pump->moveToThread(&_thread);
+    // The line is down at once, whatever this thread is at; that the port is gone is told afterwards.
+    connect(_pump.get(), &PortPump::brokeOff, _pump.get(), &UsbTestbed::hangUp);
+    connect(_pump.get(), &PortPump::brokeOff, this, [this] {
+        unplug();
+        Q_EMIT pulledOut();
+    });
     _thread.start();
 }
 
@@ -38,11 +44,11 @@ void PluggedPort::inThread(const std::function<void()> &step)
     QMetaObject::invokeMethod(_pump.get(), step, Qt::BlockingQueuedConnection);
 }
 
-bool PluggedPort::plug()
+bool PluggedPort::plug(const QByteArray &wantedName)
 {
     if (_isPlugged)
         return false;
-    const QByteArray ttyName = _bed.plug(_bridge);
+    const QByteArray ttyName = _bed.plug(_bridge, wantedName);
     if (ttyName.isEmpty())
         return false;
     _ttyName = ttyName;
@@ -67,6 +73,16 @@ bool PluggedPort::replug()
 {
     unplug();
     return plug();
+}
+
+void PluggedPort::setFaults(const LineFaults &faults)
+{
+    inThread([this, &faults] { _pump->setFaults(faults); });
+}
+
+qsizetype PluggedPort::passed() const
+{
+    return _pump->passed();
 }
 
 void PluggedPort::catchUp()

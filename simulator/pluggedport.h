@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QThread>
 
+#include "simulator/linefaults.h"
 #include "simulator/simulatedtolvar.h"
 #include "simulator/usbbridge.h"
 
@@ -22,12 +23,17 @@ class PluggedPort : public QObject
 public:
     ~PluggedPort() override;
 
-    /// Plugs it in, under the bed's next tty name; false when it is in already or the bed refuses.
-    bool plug();
+    /// Plugs it in, under the bed's next tty name or \a ttyName; false when it is in already or the bed
+    /// refuses.
+    bool plug(const QByteArray &ttyName = QByteArray());
     /// Pulls it out; nothing when it is not in.
     void unplug();
     /// Out and in again, under the next tty name.
     bool replug();
+    /// Has its line go wrong so, from here on.
+    void setFaults(const LineFaults &faults);
+    /// How many bytes have passed since plug(), in both directions together.
+    qsizetype passed() const;
     /// Takes what has been written to the tty until now; all of a program's last words, once it has ended.
     void catchUp();
     bool isPlugged() const { return _isPlugged; }
@@ -41,6 +47,8 @@ public:
 Q_SIGNALS:
     /// Something has come or changed: what is waited for may hold now.
     void changed();
+    /// It has been pulled out as its faults ask for.
+    void pulledOut();
 
 protected:
     PluggedPort(UsbTestbed &bed, const UsbBridge &bridge);

@@ -1,21 +1,45 @@
 #include "simulator/portpump.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <fcntl.h>
+#include <poll.h>
 #include <unistd.h>
 
 #include <QSocketNotifier>
 
-PortPump::PortPump() = default;
+namespace
+{
+constexpr int lookPause = 1;    // milliseconds, until a single byte is looked for again
+constexpr int mergePause = 100; // milliseconds
+constexpr int mostLooks = 1000; // for the last byte to be read
+} // namespace
+
+PortPump::PortPump()
+    : _lastLook(this)
+    , _pause(this)
+{
+    _pause.setSingleShot(true);
+    connect(&_pause, &QTimer::timeout, this, &PortPump::write);
+    _lastLook.setSingleShot(true);
+    connect(&_lastLook, &QTimer::timeout, this, &PortPump::breakOff);
+}
 
 PortPump::~PortPump()
 {
     detach();
 }
 
+void PortPump::setFaults(const LineFaults &faults)
+{
+    _faults = faults;
+}
+
 void PortPump::attach(int descriptor)
 {
     detach();
+    _passed = 0;
+    _sent = 0;
     _descriptor = descriptor;
     fcntl(descriptor, F_SETFL, fcntl(descriptor, F_GETFL) | O_NONBLOCK);
     // The far end of a pty nobody has open is never silent: it reports a hang-up all the time. So the near
@@ -33,8 +57,14 @@ void PortPump::attach(int descriptor)
 
 void PortPump::detach()
 {
-    _readable.reset();
-    _writable.reset();
+    _pause.stop();
+    _lastLook.stop();
+    for (std::unique_ptr<QSocketNotifier> *notifier : {&_readable, &_writable}) {
+        if (!*notifier)
+            continue;
+        (*notifier)->setEnabled(false);
+        notifier->release()->deleteLater(); // it may be what calls
+    }
     _unsent.clear();
     _descriptor = -1;
     if (_heldOpen >= 0)
@@ -42,31 +72,92 @@ void PortPump::detach()
     _heldOpen = -1;
 }
 
+qsizetype PortPump::allowed(qsizetype wanted) const
+{
+    return _faults.pulledOutAfter < 0 ? wanted : std::min(wanted, _faults.pulledOutAfter - _passed);
+}
+
+void PortPump::count(qsizetype bytes)
+{
+    _passed += bytes;
+    if (_passed != _faults.pulledOutAfter)
+        return;
+    _readable->setEnabled(false);
+    _unsent.clear();
+    _looks = mostLooks;
+    breakOff();
+}
+
+void PortPump::breakOff()
+{
+    // A line that hangs up takes along what has not been read, and the last byte is to count.
+    if (isUnread() && --_looks > 0) {
+        _lastLook.start(lookPause);
+        return;
+    }
+    const int descriptor = _descriptor;
+    _faults.pulledOutAfter = -1;
+    detach();
+    Q_EMIT brokeOff(descriptor);
+}
+
 void PortPump::pump()
 {
     char bytes[4096];
     while (_descriptor >= 0) {
-        const ssize_t count = read(_descriptor, bytes, sizeof bytes);
-        if (count <= 0)
+        const qsizetype most = allowed(sizeof bytes);
+        const ssize_t got = read(_descriptor, bytes, static_cast<size_t>(most));
+        if (got <= 0)
             return;
-        Q_EMIT received(QByteArray(bytes, count));
+        count(got);
+        Q_EMIT received(QByteArray(bytes, got));
     }
 }
 
 void PortPump::send(const QByteArray &bytes)
 {
-    if (_descriptor < 0)
+    if (_descriptor < 0 || allowed(1) == 0)
         return;
-    _unsent += bytes;
-    write();
+    QByteArray spoilt = bytes;
+    if (_faults.insertAt >= _sent && _faults.insertAt < _sent + bytes.size())
+        spoilt.insert(_faults.insertAt - _sent, _faults.insertion);
+    _sent += bytes.size();
+    _unsent += spoilt;
+    if (_faults.reads != LineFaults::Merged)
+        write();
+    else if (!_pause.isActive())
+        _pause.start(mergePause);
+}
+
+bool PortPump::isUnread() const
+{
+    // Not FIONREAD: bytes still on their way through the tty are none to it.
+    pollfd nearEnd{_heldOpen, POLLIN, 0};
+    return poll(&nearEnd, 1, 0) > 0;
 }
 
 void PortPump::write()
 {
-    if (!_unsent.isEmpty()) {
-        const ssize_t count = ::write(_descriptor, _unsent.constData(), static_cast<size_t>(_unsent.size()));
-        if (count > 0)
-            _unsent.remove(0, count);
+    const bool singly = _faults.reads == LineFaults::Single;
+    if (_unsent.isEmpty() || (singly && isUnread())) {
+        awaitWritable();
+        return;
     }
-    _writable->setEnabled(!_unsent.isEmpty());
+    const qsizetype most = allowed(singly ? 1 : _unsent.size());
+    const ssize_t taken = ::write(_descriptor, _unsent.constData(), static_cast<size_t>(most));
+    if (taken > 0) {
+        _unsent.remove(0, taken);
+        count(taken);
+    }
+    awaitWritable();
+}
+
+void PortPump::awaitWritable()
+{
+    if (_descriptor < 0)
+        return;
+    const bool singly = _faults.reads == LineFaults::Single;
+    _writable->setEnabled(!singly && !_unsent.isEmpty());
+    if (singly && !_unsent.isEmpty() && !_pause.isActive())
+        _pause.start(lookPause);
 }

@@ -1,9 +1,13 @@
 #pragma once
 
+#include <atomic>
 #include <memory>
 
 #include <QByteArray>
 #include <QObject>
+#include <QTimer>
+
+#include "simulator/linefaults.h"
 
 class QSocketNotifier;
 
@@ -16,7 +20,12 @@ public:
     PortPump();
     ~PortPump() override;
 
+    /// How many bytes have passed since attach(), in both directions together. Any thread.
+    qsizetype passed() const { return _passed; }
+
 public Q_SLOTS:
+    /// Has the line go wrong so, from here on.
+    void setFaults(const LineFaults &faults);
     /// Starts moving bytes at the far end \a descriptor, which stays its owner's.
     void attach(int descriptor);
     /// Stops, before the descriptor goes. What has not been sent by then is lost.
@@ -28,15 +37,29 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void received(const QByteArray &bytes);
+    /// As many bytes have passed as the faults allow. It is detached from \a descriptor.
+    void brokeOff(int descriptor);
 
 private:
     Q_DISABLE_COPY_MOVE(PortPump)
 
+    /// How many of \a wanted bytes may pass yet.
+    qsizetype allowed(qsizetype wanted) const;
+    void count(qsizetype bytes);
+    void breakOff();
     void write();
+    void awaitWritable();
+    bool isUnread() const;
 
     int _descriptor = -1;
     int _heldOpen = -1;
+    LineFaults _faults;
+    std::atomic<qsizetype> _passed = 0;
+    qsizetype _sent = 0; // handed to send() since attach()
     QByteArray _unsent;
     std::unique_ptr<QSocketNotifier> _readable;
     std::unique_ptr<QSocketNotifier> _writable;
+    QTimer _lastLook;
+    int _looks = 0; // left, for the last byte to be read before the line breaks off
+    QTimer _pause;  // between reads that are to be kept apart, or until all has come that shall be one
 };

@@ -24,7 +24,6 @@ class Block
 public:
     explicit Block(const QByteArray &path) { line('P', path); }
 
-    Block &node(const QByteArray &name) { return line('N', name); }
     Block &property(const char *name, const QByteArray &value) { return line('E', name + ('=' + value)); }
     Block &attribute(const char *name, const QByteArray &value)
     {
@@ -133,8 +132,7 @@ UsbRecord recordOf(const UsbBridge &bridge, const UsbPlace &place)
         .link("driver", "../../../../../../../bus/usb-serial/drivers/" + bridge.driver);
 
     Block tty(ttyPath);
-    tty.node(place.ttyName)
-        .property("SUBSYSTEM", "tty")
+    tty.property("SUBSYSTEM", "tty")
         .property("DEVNAME", "/dev/" + place.ttyName)
         .property("MAJOR", "188")
         .property("MINOR", ttyMinor)
@@ -147,6 +145,5 @@ UsbRecord recordOf(const UsbBridge &bridge, const UsbPlace &place)
 
     const QByteArray sys = "/sys";
     return {describe(device, bridge).text() + interface.text() + port.text() + describe(tty, bridge).text(),
-            {sys + ttyPath, sys + portPath, sys + interfacePath, sys + devicePath},
-            "/dev/" + place.ttyName};
+            {sys + ttyPath, sys + portPath, sys + interfacePath, sys + devicePath}};
 }

@@ -35,6 +35,5 @@ struct UsbPlace {
 struct UsbRecord {
     QByteArray devices;           ///< the whole chain, bus device first, in the mock test bed's language
     QList<QByteArray> sysfsPaths; ///< the same devices, in the order they go
-    QByteArray node;              ///< "/dev/ttyUSB0"
 };
 UsbRecord recordOf(const UsbBridge &bridge, const UsbPlace &place);

@@ -7,9 +7,38 @@
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <set>
+#include <sys/stat.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <QtGlobal>
+
+namespace
+{
+/// Where programs under the mock find the tty's node.
+QByteArray nodeOf(const QByteArray &ttyName)
+{
+    return qgetenv("UMOCKDEV_DIR") + "/dev/" + ttyName;
+}
+
+/// Makes a raw tty of that name and gives its far end. Not umockdev's own way of making one: it keeps a note
+/// of each name, and aborts when the name comes again.
+int makeTty(const QByteArray &ttyName)
+{
+    const int farEnd = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC); // a child's copy would keep the line up
+    char tty[64] = "";
+    termios settings{};
+    if (farEnd < 0 || grantpt(farEnd) != 0 || unlockpt(farEnd) != 0 ||
+        ptsname_r(farEnd, tty, sizeof tty) != 0 || tcgetattr(farEnd, &settings) != 0)
+        qFatal("the system has no pseudo-terminal left");
+    cfmakeraw(&settings);
+    tcsetattr(farEnd, TCSANOW, &settings);
+    mkdir((qgetenv("UMOCKDEV_DIR") + "/dev").constData(), 0777);
+    if (symlink(tty, nodeOf(ttyName).constData()) != 0)
+        qFatal("the tty %s can't be made", ttyName.constData());
+    return farEnd;
+}
+} // namespace
 
 UsbTestbed::UsbTestbed(int firstTty)
     : _bed(umockdev_testbed_new())
@@ -52,24 +81,28 @@ int UsbTestbed::freeSocket() const
     return socket;
 }
 
-QByteArray UsbTestbed::plug(const UsbBridge &bridge)
+QByteArray UsbTestbed::nextName()
+{
+    return "ttyUSB" + QByteArray::number(_nextTty < 0 ? takeTtyNumber() : _nextTty++);
+}
+
+QByteArray UsbTestbed::plug(const UsbBridge &bridge, const QByteArray &wantedName)
 {
     constexpr int ttyMinors = 1 << 20;
-    const int number = _nextTty < 0 ? takeTtyNumber() : _nextTty++;
-    QByteArray ttyName = "ttyUSB" + QByteArray::number(number);
+    QByteArray ttyName = wantedName.isEmpty() ? nextName() : wantedName;
+    const int number = ttyName.mid(static_cast<int>(strlen("ttyUSB"))).toInt();
     const int socket = freeSocket();
     const UsbRecord record = recordOf(bridge, {socket, _nextAddress, ttyName, number % ttyMinors});
     ++_nextAddress;
 
+    const int descriptor = makeTty(ttyName);
     GError *error = nullptr;
     if (!umockdev_testbed_add_from_string(_bed, record.devices.constData(), &error)) {
         qCritical("The USB test bed does not take %s: %s", ttyName.constData(), error->message);
         g_error_free(error);
+        close(descriptor);
         return {};
     }
-    const int descriptor = umockdev_testbed_get_dev_fd(_bed, record.node.constData());
-    // A child that inherited it would keep the line up after unplug().
-    fcntl(descriptor, F_SETFD, FD_CLOEXEC);
     _plugged.insert_or_assign(ttyName, Plugged{record, socket, descriptor});
     return ttyName;
 }
@@ -88,7 +121,8 @@ void UsbTestbed::unplug(const QByteArray &ttyName)
     const Plugged plugged = found->second;
     _plugged.erase(found);
 
-    hangUp(plugged.descriptor);
+    close(plugged.descriptor);
+    unlink(nodeOf(ttyName).constData());
     for (const QByteArray &path : plugged.record.sysfsPaths) {
         umockdev_testbed_uevent(_bed, path.constData(), "remove");
         umockdev_testbed_remove_device(_bed, path.constData());
@@ -97,14 +131,7 @@ void UsbTestbed::unplug(const QByteArray &ttyName)
 
 void UsbTestbed::hangUp(int descriptor)
 {
-    char slave[64] = "";
-    if (ptsname_r(descriptor, slave, sizeof slave) == 0) {
-        // umockdev forgets to forget which pty stood for the tty, and aborts when the kernel hands out that
-        // pty again: its note is a link named after the pty's path.
-        const QByteArray root = qgetenv("UMOCKDEV_DIR");
-        unlink((root + "/dev/.ptymap/" + QByteArray(slave).replace('/', '_')).constData());
-    }
-    // umockdev closes the number itself at the end, so it must stay taken.
+    // The number stays taken until unplug() gives it back.
     const int nothing = open("/dev/null", O_RDWR | O_CLOEXEC);
     dup3(nothing, descriptor, O_CLOEXEC);
     close(nothing);

@@ -29,14 +29,17 @@ public:
 
     /// Plugs a bridge into the next free socket under the next tty name, and announces it. Gives the tty
     /// name, empty when umockdev refuses. Every plugging makes a new name, as while the old tty is still held
-    /// open.
-    QByteArray plug(const UsbBridge &bridge);
+    /// open; unless \a ttyName says which, such as one that was unplugged before.
+    QByteArray plug(const UsbBridge &bridge, const QByteArray &ttyName = QByteArray());
     /// Pulls it out: an open tty hangs up, its devices go and their going is announced. Unknown names are
     /// ignored.
     void unplug(const QByteArray &ttyName);
     /// The far end of a plugged tty, raw, -1 for an unknown one. It belongs to the bed and dies with
     /// unplug().
     int descriptor(const QByteArray &ttyName) const;
+    /// Has an open tty hang up, by its far end, ahead of unplug(): as the kernel does it, before udev tells.
+    /// Any thread.
+    static void hangUp(int descriptor);
 
 private:
     Q_DISABLE_COPY_MOVE(UsbTestbed)
@@ -46,8 +49,8 @@ private:
         int socket;
         int descriptor;
     };
+    QByteArray nextName();
     int freeSocket() const;
-    void hangUp(int descriptor);
 
     _UMockdevTestbed *_bed;
     std::map<QByteArray, Plugged> _plugged;

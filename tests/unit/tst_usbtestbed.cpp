@@ -16,6 +16,7 @@
 
 #include "simulator/pluggedport.h"
 #include "simulator/usbtestbed.h"
+#include "tests/support/plaintty.h"
 
 namespace
 {
@@ -99,45 +100,6 @@ QByteArray contentOf(const QByteArray &path)
 {
     QFile file(QFile::decodeName(path));
     return file.open(QIODevice::ReadOnly) ? file.readAll().trimmed() : "(unreadable)";
-}
-
-// A tty opened without any library, blocking.
-class PlainTty
-{
-public:
-    explicit PlainTty(const QByteArray &name)
-        : descriptor(open(("/dev/" + name).constData(), O_RDWR | O_NOCTTY))
-    {
-    }
-    ~PlainTty() { close(descriptor); }
-
-    bool write(const QByteArray &bytes) const
-    {
-        return ::write(descriptor, bytes.constData(), static_cast<size_t>(bytes.size())) == bytes.size();
-    }
-
-    // Blocks, with no event loop going, until the bytes read end so; at most five seconds between two reads.
-    QByteArray readUntil(const QByteArray &end) const
-    {
-        QByteArray bytes;
-        pollfd readable{descriptor, POLLIN, 0};
-        while (!bytes.endsWith(end) && poll(&readable, 1, 5000) > 0) {
-            char piece[512];
-            const ssize_t count = read(descriptor, piece, sizeof piece);
-            if (count <= 0)
-                break;
-            bytes.append(piece, count);
-        }
-        return bytes;
-    }
-
-    const int descriptor;
-};
-
-bool isHungUp(int descriptor)
-{
-    pollfd line{descriptor, POLLIN, 0};
-    return poll(&line, 1, 0) > 0 && (line.revents & POLLHUP);
 }
 } // namespace
 
@@ -364,7 +326,7 @@ void tst_UsbTestbed::replugsWithoutEnd()
         QCOMPARE(line.readUntil(">"), QByteArray("\r\n>"));
         QCOMPARE(tolvar.state().sessions, time);
         tolvar.unplug();
-        QVERIFY(isHungUp(line.descriptor));
+        QVERIFY(line.isHungUp());
         QCOMPARE(QSerialPortInfo::availablePorts().size(), 0);
     }
 }
@@ -495,7 +457,7 @@ void tst_UsbTestbed::foreignPortsListenOnly()
     pollfd readable{line.descriptor, POLLIN, 0};
     QCOMPARE(poll(&readable, 1, 50), 0);
     second.unplug();
-    QVERIFY(isHungUp(line.descriptor));
+    QVERIFY(line.isHungUp());
 }
 
 void tst_UsbTestbed::conversationIsTold()
