@@ -60,12 +60,12 @@ bool walkThrough(ProgramDriver &screen, const QDir &folder, const QString &ssid,
     const auto wepWarning = QStringLiteral("Warning - Selected Network is configured for WEP security");
 
     return walk.step("The wizard looks for a Tolvar.",
-                     screen.waitFor(progressBar()) && walk.picture("connect-searching")) &&
+                     screen.waitFor(label("Identifying ZV Tolvar")) && walk.picture("connect-searching")) &&
            walk.step("It has found one.", user.seesTheDevice() && walk.picture("connect-found")) &&
            walk.step("Continue: what the Tolvar reports.",
                      user.goesOn() && screen.waitFor(label("Found Device")) && walk.picture("device")) &&
            walk.step("Continue: the Tolvar scans for networks.",
-                     user.goesOn() && screen.waitFor(row("Please Wait....")) && walk.picture("scanning")) &&
+                     user.goesOn() && screen.waitFor(label("Found Networks:")) && walk.picture("scanning")) &&
            walk.step("It has found some.", user.seesTheNetworks() && walk.picture("networks")) &&
            walk.step("A look at a network's details.",
                      user.picks("Old Barn") && screen.click(button("View Network Details...")) &&
@@ -77,7 +77,8 @@ bool walkThrough(ProgramDriver &screen, const QDir &folder, const QString &ssid,
                                                             user.typesPassphrase(passphrase) &&
                                                             walk.picture("network-chosen")) &&
            walk.step("Continue: the Tolvar tries to join it.",
-                     user.goesOn() && screen.waitFor(progressBar()) && walk.picture("testing")) &&
+                     user.goesOn() && screen.waitFor(label("Testing Network Settings")) &&
+                         walk.picture("testing")) &&
            walk.step("It could.",
                      user.sees("Successfully tested connection to network\n") && walk.picture("tested")) &&
            walk.step("The configuration is saved.", user.saves() && walk.picture("saved")) &&

@@ -112,6 +112,7 @@ private:
     std::optional<Widget> await(const WidgetQuery &query, std::chrono::milliseconds patience);
     Screen screen();
     std::optional<XWindow> windowTitled(const QString &title) const;
+    std::optional<XWindow> awaitWindow(const QString &title);
     bool waitForKeyboard();
     void settle();
     void fetchLostKeyboard();

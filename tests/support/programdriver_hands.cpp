@@ -183,22 +183,31 @@ bool ProgramDriver::saveAs(const QString &path)
     return false;
 }
 
+/// The window of that title, once both the program and the window manager have it; null when it doesn't come.
+std::optional<XWindow> ProgramDriver::awaitWindow(const QString &title)
+{
+    std::optional<XWindow> found;
+    const auto isManaged = [&] { return (found = windowTitled(title)).has_value(); };
+    if (waitFor(window(title)))
+        waitUntil(isManaged, QStringLiteral("the window \"%1\" at the window manager").arg(title));
+    return found;
+}
+
 bool ProgramDriver::activateWindow(const QString &title)
 {
-    const WidgetQuery wanted = window(title);
-    if (!waitFor(wanted))
+    const auto found = awaitWindow(title);
+    if (!found)
         return false;
-    if (const auto found = windowTitled(title))
-        _display->activate(found->id);
-    return waitFor(wanted.active());
+    _display->activate(found->id);
+    return waitFor(window(title).active());
 }
 
 bool ProgramDriver::closeWindow(const QString &title)
 {
-    if (!waitFor(window(title)))
+    const auto found = awaitWindow(title);
+    if (!found)
         return false;
-    if (const auto found = windowTitled(title))
-        _display->close(found->id);
+    _display->close(found->id);
     return waitUntilGone(window(title));
 }
 

@@ -294,19 +294,24 @@ void TestPortWatcher::whereUdevCantBeHeardTheListIsComparedOnceASecond()
     MockPorts computer;
     UdevCalls::fail(UdevCalls::NoReceiving);
     // Timers of one thread come in the order in which they are due, however late all of them are.
-    bool told = false;
-    bool toldEarly = false;
-    bool late = false;
-    QTimer::singleShot(800, Qt::PreciseTimer, this, [&] { toldEarly = told; });
+    bool isTooEarly = true;
+    bool isTooLate = false;
+    bool toldTooEarly = false;
+    bool toldTooLate = false;
+    QObject here; // the timers are gone with what they set
+    QTimer::singleShot(800, Qt::PreciseTimer, &here, [&] { isTooEarly = false; });
     const std::shared_ptr<PortWatcher> watcher = PortWatcher::shared();
-    QTimer::singleShot(1500, Qt::PreciseTimer, this, [&] { late = true; });
+    QTimer::singleShot(1500, Qt::PreciseTimer, &here, [&] { isTooLate = true; });
     QSignalSpy arrived(watcher.get(), &PortWatcher::arrived);
-    connect(watcher.get(), &PortWatcher::arrived, this, [&] { told = true; });
+    connect(watcher.get(), &PortWatcher::arrived, &here, [&] {
+        toldTooEarly = isTooEarly;
+        toldTooLate = isTooLate;
+    });
     const QString name = computer.plugUsb("0403", "6001");
     QVERIFY(arrived.wait());
     QCOMPARE(toldOf(arrived, 0).portName, name);
-    QVERIFY2(!toldEarly, "not before 0.8 seconds");
-    QVERIFY2(!late, "before 1.5 seconds");
+    QVERIFY2(!toldTooEarly, "not before 0.8 seconds");
+    QVERIFY2(!toldTooLate, "before 1.5 seconds");
 }
 
 void TestPortWatcher::theWatcherIsSharedWhileSomebodyHoldsIt()

@@ -2,6 +2,7 @@
 
 #include <csignal>
 
+#include <QElapsedTimer>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -349,18 +350,17 @@ void tst_TolvarSim::plugsInLater()
 
 void tst_TolvarSim::scansAtOnceOrNot()
 {
+    // The simulator ends when the device is through with what it was told, so it can't take less.
     const auto timeOfScan = [](const QStringList &options) {
         Simulator simulator;
+        QElapsedTimer clock;
+        clock.start();
         simulator.run(options, tells("C\\r\\nscan\\r\\n"));
-        static const QRegularExpression times("\\[tolvar +([0-9.]+)\\] (> scan|< <scan_results>)");
-        QList<double> found;
-        for (auto all = times.globalMatch(simulator.out); all.hasNext();)
-            found += all.next().captured(1).toDouble();
-        return found.size() == 2 ? found.at(1) - found.at(0) : -1;
+        return simulator.out.contains("< <scan_results>") ? clock.elapsed() : -1;
     };
     QVERIFY(timeOfScan({"--no-scan-delay"}) >= 0);
-    QVERIFY(timeOfScan({"--scan-delay", "600"}) >= 0.59);
-    QVERIFY(timeOfScan({}) >= 2.49);
+    QVERIFY(timeOfScan({"--scan-delay", "600"}) >= 600);
+    QVERIFY(timeOfScan({}) >= 2500);
 }
 
 void tst_TolvarSim::signalsEndTheProgram_data()
