@@ -147,9 +147,11 @@ void SimulatedTolvar::prompt()
     const TolvarSetup now = setup();
     if (now.faults.neverPrompts)
         return;
-    later(now.delays.prompt, [this] {
-        Q_EMIT conversation(Prompt, "\r\n>");
-        Q_EMIT transmit("\r\n>");
+    later(now.delays.prompt, [this, times = now.faults.promptsTwice ? 2 : 1] {
+        for (int time = 0; time < times; ++time) {
+            Q_EMIT conversation(Prompt, "\r\n>");
+            Q_EMIT transmit("\r\n>");
+        }
     });
 }
 

@@ -37,6 +37,7 @@ struct TolvarDelays {
 struct TolvarFaults {
     bool systemErrorOnTest = false;  ///< every test ends with result 3
     bool neverPrompts = false;       ///< the console works but shows no '>'
+    bool promptsTwice = false;       ///< it shows each '>' once more
     QByteArray garbageBeforeReplies; ///< unframed bytes ahead of every reply
     int cutRepliesAfter = -1; ///< that many bytes of a document are sent, no end mark, no prompt; -1: all
     bool malformedDocuments = false; ///< the last end tag of a document has a wrong name

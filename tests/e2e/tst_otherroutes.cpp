@@ -176,8 +176,8 @@ void TestOtherRoutes::theDetailsOfANetwork()
 {
     Scenario s;
     ZV_STEP(s, scans(s));
-    ZV_STEP(s, s.screen.doubleClick(row("Old Barn")));
-    ZV_STEP(s, s.screen.waitFor(window("Network Details")));
+    ZV_STEP(s, s.screen.doubleClick(row("Old Barn"),
+                                    [&s] { return s.screen.find(window("Network Details")).has_value(); }));
     for (const char *value : {"Old Barn", "11", "WEP", "WEP40", "-71"})
         ZV_STEP(s, s.screen.waitFor(label(value)));
     ZV_STEP(s, s.screen.click(button("OK")));

@@ -73,7 +73,9 @@ public:
     /// Clicks with the left button, once it can be clicked: at rest, enabled (unless the query asks for
     /// something disabled), and not covered by another window. Rows out of sight are scrolled to.
     bool click(const WidgetQuery &query);
-    bool doubleClick(const WidgetQuery &query);
+    /// Double-clicks likewise until \a happens. On a starved computer the two clicks may come too far apart,
+    /// and a person tries again then.
+    bool doubleClick(const WidgetQuery &query, const std::function<bool()> &happens);
     /// Types \a text where the keyboard is; waits for the program to have it.
     bool typeText(const QString &text);
     /// Presses a key such as "Return", "ctrl+a" or "shift+Tab" where the keyboard is.

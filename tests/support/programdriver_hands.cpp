@@ -122,14 +122,19 @@ bool ProgramDriver::click(const WidgetQuery &query)
     return true;
 }
 
-bool ProgramDriver::doubleClick(const WidgetQuery &query)
+bool ProgramDriver::doubleClick(const WidgetQuery &query, const std::function<bool()> &happens)
 {
-    if (!pointAt(query))
-        return false;
-    _input->doubleClick();
-    settle();
-    _lastClick = std::chrono::steady_clock::now();
-    return true;
+    const QString expectation = QStringLiteral("what a double click on %1 does").arg(query.description());
+    for (int times = 0; times < 3; ++times) {
+        if (!pointAt(query))
+            return false;
+        _input->doubleClick();
+        settle();
+        _lastClick = std::chrono::steady_clock::now();
+        if (waitUntil(happens, expectation, 5s))
+            return true;
+    }
+    return false;
 }
 
 bool ProgramDriver::waitForKeyboard()

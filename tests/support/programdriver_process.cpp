@@ -140,9 +140,7 @@ bool ProgramDriver::screenshot(const QString &path)
 
 bool ProgramDriver::screenshot(const QString &path, const QString &title)
 {
-    if (!waitFor(onscreen::window(title)))
-        return false;
-    const auto window = windowTitled(title);
+    const auto window = awaitWindow(title);
     return (window && _display->picture(window->frameRect).save(path, "PNG")) ||
            fail(QStringLiteral("A picture of \"%1\" can't be saved as %2").arg(title, path));
 }

@@ -502,6 +502,10 @@ void tst_SimulatedTolvar::faults_data()
     faults.neverPrompts = true;
     row("it never prompts", faults, "C\r\nget_log_file\r\n", "get_log_file\r\n\x02" + document + '\x03');
     faults = {};
+    faults.promptsTwice = true;
+    row("it prompts twice", faults, "C\r\nget_log_file\r\n",
+        "\r\n>\r\n>get_log_file\r\n\x02" + document + "\x03\r\n>\r\n>");
+    faults = {};
     faults.garbageBeforeReplies = "# \xFF>";
     row("garbage before a reply", faults, "C\r\nget_log_file\r\n",
         "\r\n>get_log_file\r\n# \xFF>\r\n\x02" + document + "\x03\r\n>");

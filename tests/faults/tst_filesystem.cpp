@@ -1,0 +1,113 @@
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "app/sessionlog.h"
+#include "tests/faults/faultbench.h"
+#include "tests/support/filecontents.h"
+
+namespace
+{
+/// A home folder for as long as it lives.
+class Home
+{
+public:
+    explicit Home(const QString &path)
+        : _before(qgetenv("HOME"))
+    {
+        qputenv("HOME", QFile::encodeName(path));
+    }
+    ~Home() { qputenv("HOME", _before); }
+
+private:
+    Q_DISABLE_COPY_MOVE(Home)
+    const QByteArray _before;
+};
+} // namespace
+
+/// Files that can't be had, or can't be filled, hold nobody up.
+class TestFileSystem : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theSessionLogIsNoHindrance_data();
+    void theSessionLogIsNoHindrance();
+    void aLogThatCantBeKeptIsNoHindrance_data();
+    void aLogThatCantBeKeptIsNoHindrance();
+    void aLogOfFourMegabytesIsKeptWhole();
+};
+
+void TestFileSystem::theSessionLogIsNoHindrance_data()
+{
+    QTest::addColumn<QString>("home");
+    QTest::addColumn<QString>("log");
+    QTest::newRow("the disk is full") << ""
+                                      << "/dev/full";
+    QTest::newRow("a folder has its name") << ""
+                                           << "folder";
+    QTest::newRow("there is no home folder") << "nowhere"
+                                             << "";
+}
+
+void TestFileSystem::theSessionLogIsNoHindrance()
+{
+    QFETCH(QString, home);
+    QFETCH(QString, log);
+    const QTemporaryDir folder;
+    const Home ours(folder.filePath(home));
+    const QString path = folder.filePath(QStringLiteral("zvinstall.log"));
+    if (log == QLatin1String("folder"))
+        QVERIFY(QDir().mkdir(path));
+    else if (!log.isEmpty())
+        QVERIFY(QFile::link(log, path));
+
+    FaultBench bench;
+    openSessionLog();
+    bench.listen([](QtMsgType type, const QString &message) {
+        zvMessageOutput(type, message.toLocal8Bit().constData());
+    });
+    QCOMPARE(bench.walkAgain(), QString());
+    theSessionLog.setDevice(nullptr);
+}
+
+void TestFileSystem::aLogThatCantBeKeptIsNoHindrance_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QStringList>("messages");
+    QTest::newRow("the disk is full") << "/dev/full" << QStringList();
+    QTest::newRow("the folder takes no files")
+        << "/proc/log.txt" << QStringList{"Couldn't open file: /proc/log.txt: No such file or directory"};
+}
+
+void TestFileSystem::aLogThatCantBeKeptIsNoHindrance()
+{
+    QFETCH(QString, path);
+    const QTemporaryDir folder;
+    const QString link = folder.filePath(QStringLiteral("log.txt"));
+    if (path == QLatin1String("/dev/full")) {
+        QVERIFY(QFile::link(path, link));
+        path = link;
+    }
+    FaultBench bench(tersestTolvar(), {QStringLiteral("B"), QStringLiteral("b"), path});
+    QCOMPARE(bench.walkAgain(), QString());
+    QTEST(bench.walk.messages(), "messages");
+}
+
+void TestFileSystem::aLogOfFourMegabytesIsKeptWhole()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("log.txt"));
+    TolvarSetup setup = tersestTolvar();
+    setup.logText.clear();
+    constexpr qsizetype length = 4 * 1024 * 1024;
+    for (int number = 0; setup.logText.size() < length; ++number)
+        setup.logText += "line " + QByteArray::number(number) + " of a <long> & dull story\n";
+    FaultBench bench(setup, {QStringLiteral("B"), QStringLiteral("b"), path});
+    QCOMPARE(bench.walkAgain(), QString());
+    QVERIFY(contents(path) == setup.logText);
+}
+
+QTEST_MAIN(TestFileSystem)
+#include "tst_filesystem.moc"
