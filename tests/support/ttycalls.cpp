@@ -1,8 +1,10 @@
 #include "tests/support/ttycalls.h"
 
+#include <cerrno>
 #include <cstdarg>
 
 #include <dlfcn.h>
+#include <fcntl.h>
 #include <sys/ioctl.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -13,6 +15,7 @@ struct Record {
     termios lastSettings = {};
     QList<int> modemLines;
     QStringList order;
+    bool refusesOpening = false;
     bool keepsFrame = false;
     int unreadPretences = 0;
     int unreadQuestions = 0;
@@ -86,6 +89,35 @@ extern "C" int ioctl(int descriptor, unsigned long request, ...)
     }
     return static_cast<int>(::syscall(SYS_ioctl, descriptor, request, argument));
 }
+
+static int openBy(const char *function, const char *path, int flags, mode_t mode)
+{
+    if (record().refusesOpening && QByteArray(path).startsWith("/dev/ttyUSB")) {
+        errno = EACCES;
+        return -1;
+    }
+    using Function = int (*)(const char *, int, ...);
+    return reinterpret_cast<Function>(::dlsym(RTLD_NEXT, function))(path, flags, mode);
+}
+
+extern "C" int open(const char *path, int flags, ...)
+{
+    va_list arguments;
+    va_start(arguments, flags);
+    const auto mode =
+        static_cast<mode_t>(va_arg(arguments, unsigned)); // nothing sensible where there is none
+    va_end(arguments);
+    return openBy("open", path, flags, mode);
+}
+
+extern "C" int open64(const char *path, int flags, ...)
+{
+    va_list arguments;
+    va_start(arguments, flags);
+    const auto mode = static_cast<mode_t>(va_arg(arguments, unsigned));
+    va_end(arguments);
+    return openBy("open64", path, flags, mode);
+}
 // NOLINTEND(readability-inconsistent-declaration-parameter-name)
 
 void TtyCalls::clear()
@@ -106,6 +138,11 @@ QList<int> TtyCalls::modemLines()
 QStringList TtyCalls::order()
 {
     return record().order;
+}
+
+void TtyCalls::refuseOpening(bool refuse)
+{
+    record().refusesOpening = refuse;
 }
 
 void TtyCalls::keepFrame()

@@ -20,6 +20,9 @@ QList<int> modemLines();
 /// bits", "stop bits", "DTR", "RTS".
 QStringList order();
 
+/// Has the system refuse, or give again, permission to open the bridges' ttys. Root can't be refused
+/// otherwise.
+void refuseOpening(bool refuse);
 /// Has the ttys keep the data bits, parity and stop bits that are asked for from here on, as any line does
 /// but a pseudo-terminal's.
 void keepFrame();

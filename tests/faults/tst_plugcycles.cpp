@@ -1,0 +1,116 @@
+#include <QAbstractEventDispatcher>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+
+#include <ctime>
+
+#include "device/zvtolvar.h"
+#include "serial/qextserialenumerator.h"
+#include "serial/qextserialport.h"
+#include "tests/faults/faultbench.h"
+#include "tests/support/descriptors.h"
+
+/// Plugged in and out for ever, nothing is left behind; and where nothing happens, nothing is done.
+class TestPlugCycles : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void openPortsLeaveNoDescriptor();
+    void theWizardLeavesNoDescriptor();
+    void anIdleWizardRests_data();
+    void anIdleWizardRests();
+};
+
+void TestPlugCycles::openPortsLeaveNoDescriptor()
+{
+    constexpr int cycles = 500;
+    constexpr int patience = 60000; // milliseconds
+    UsbTestbed bed;
+    PluggedTolvar tolvar(bed);
+    QextSerialEnumerator enumerator;
+    enumerator.setUpNotifications();
+    QSignalSpy discovered(&enumerator, &QextSerialEnumerator::deviceDiscovered);
+    QSignalSpy removed(&enumerator, &QextSerialEnumerator::deviceRemoved);
+    QStringList before;
+    for (int cycle = 0; cycle <= cycles; ++cycle) {
+        if (cycle == 1)
+            before = openDescriptors(); // with what the first one makes for good
+        QVERIFY(tolvar.plug(tolvar.ttyName()));
+        QVERIFY(discovered.count() > cycle || discovered.wait(patience));
+        // As the wizard's two controllers do it: both have it open, and neither closes it.
+        auto *first = new QextSerialPort(QString::fromLatin1(tolvar.ttyName()));
+        auto *second = new QextSerialPort(QString::fromLatin1(tolvar.ttyName()));
+        QVERIFY(first->open(QIODevice::ReadWrite) && second->open(QIODevice::ReadWrite));
+        QCOMPARE(first->write("C\r\n"), 3);
+        QVERIFY(QSignalSpy(second, &QIODevice::readyRead).wait(patience));
+        tolvar.unplug();
+        QVERIFY(removed.count() > cycle || removed.wait(patience));
+        delete first;
+        delete second;
+    }
+    QCOMPARE(openDescriptors(), before);
+}
+
+void TestPlugCycles::theWizardLeavesNoDescriptor()
+{
+    FaultBench bench;
+    const auto comesAndGoes = [&bench] {
+        return bench.tolvar.plug() &&
+               bench.waitFor([&] { return !bench.wizard._tolvar->systemID().isEmpty(); }) &&
+               (bench.tolvar.unplug(), bench.waitFor([&] { return bench.isForgotten(); }));
+    };
+    QVERIFY(comesAndGoes());
+    const QStringList before = openDescriptors();
+    for (int cycle = 0; cycle < 5; ++cycle)
+        QVERIFY(comesAndGoes());
+    QCOMPARE(openDescriptors(), before);
+    QCOMPARE(bench.wrongAfterUnplug(), QStringList());
+}
+
+void TestPlugCycles::anIdleWizardRests_data()
+{
+    QTest::addColumn<QString>("what");
+    for (const char *what :
+         {"no device", "a device that is silent", "a device that is gone", "a device at rest"})
+        QTest::newRow(what) << QString::fromLatin1(what);
+}
+
+void TestPlugCycles::anIdleWizardRests()
+{
+    QFETCH(QString, what);
+    TolvarSetup setup = tersestTolvar();
+    setup.faults.neverPrompts = what.contains(QLatin1String("silent"));
+    FaultBench bench(setup);
+    if (what != QLatin1String("no device")) {
+        QVERIFY(bench.tolvar.plug());
+        QVERIFY(bench.waitFor([&] {
+            return setup.faults.neverPrompts
+                       ? bench.tolvar.state().awake
+                       : !bench.wizard._tolvar->systemID().isEmpty() && !bench.isTalking();
+        }));
+    }
+    if (what.contains(QLatin1String("gone"))) {
+        bench.tolvar.unplug();
+        QVERIFY(bench.waitFor([&] { return bench.isForgotten(); }));
+    }
+
+    // A loop that spins turns thousands of times in a second, however starved; the busy bar wants its 60.
+    int turns = 0;
+    QObject here;
+    connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake, &here,
+            [&turns] { ++turns; });
+    const std::clock_t cpuBefore = std::clock();
+    QEventLoop second;
+    QTimer::singleShot(1000, Qt::PreciseTimer, &second, &QEventLoop::quit);
+    second.exec();
+    const auto cpu = static_cast<double>(std::clock() - cpuBefore) / CLOCKS_PER_SEC;
+    qInfo("%d turns and %.3f s of the processor in a second", turns, cpu);
+    QVERIFY2(turns < 300, qPrintable(QStringLiteral("%1 turns in a second").arg(turns)));
+    // Under a sanitizer, painting the bar takes its time.
+    QVERIFY2(cpu < 0.5, qPrintable(QStringLiteral("%1 s of the processor in a second").arg(cpu)));
+}
+
+QTEST_MAIN(TestPlugCycles)
+#include "tst_plugcycles.moc"

@@ -1,0 +1,88 @@
+#include <QLabel>
+#include <QSerialPort>
+#include <QTest>
+
+#include "tests/faults/faultbench.h"
+#include "tests/support/ttycalls.h"
+
+/// A port that the system does not give, at first.
+class TestRefusedPort : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aPermissionThatComesLater();
+    void aProgramThatLetsGoLater();
+    void unpluggedWhileRefused();
+
+private:
+    static bool plugIntoView(FaultBench &bench);
+};
+
+/// Plugs the device in; true once the wizard has seen it, a second before it opens the port.
+bool TestRefusedPort::plugIntoView(FaultBench &bench)
+{
+    const auto *const progress =
+        bench.wizard.currentPage()->findChild<QLabel *>(QStringLiteral("label_progress"));
+    return bench.tolvar.plug() &&
+           bench.waitFor([&] { return progress->text() == QLatin1String("Getting status"); });
+}
+
+void TestRefusedPort::aPermissionThatComesLater()
+{
+    FaultBench bench;
+    QVERIFY(plugIntoView(bench));
+    int refusals = 0;
+    bench.listen([&refusals](QtMsgType type, const QString &message) {
+        if (type == QtCriticalMsg && message.contains(QLatin1String("Permission denied")))
+            ++refusals;
+    });
+    TtyCalls::refuseOpening(true);
+    QVERIFY2(bench.waitFor([&] { return refusals > 0; }), "a refusal was expected to be told");
+    QCOMPARE(bench.tolvar.state().bytes.size(), 0);
+    TtyCalls::refuseOpening(false);
+    bench.walk.start();
+    QVERIFY2(bench.waitFor([&] { return bench.walk.isDone(); }), qPrintable(FaultBench::lastMessages()));
+    QCOMPARE(refusals, 1); // told once, however often it was tried
+}
+
+void TestRefusedPort::aProgramThatLetsGoLater()
+{
+    FaultBench bench;
+    QVERIFY(plugIntoView(bench));
+    {
+        QSerialPort other(QString::fromLatin1(bench.tolvar.ttyName()));
+        QVERIFY(other.open(QIODevice::ReadWrite));
+        bool isRefused = false;
+        bench.listen([&isRefused](QtMsgType type, const QString &) {
+            isRefused = isRefused || type == QtCriticalMsg;
+        });
+        QVERIFY2(bench.waitFor([&] { return isRefused; }), "a refusal was expected to be told");
+    }
+    bench.listen(nullptr);
+    bench.walk.start();
+    QVERIFY2(bench.waitFor([&] { return bench.walk.isDone(); }), qPrintable(FaultBench::lastMessages()));
+}
+
+void TestRefusedPort::unpluggedWhileRefused()
+{
+    FaultBench bench;
+    QVERIFY(plugIntoView(bench));
+    {
+        QSerialPort other(QString::fromLatin1(bench.tolvar.ttyName()));
+        QVERIFY(other.open(QIODevice::ReadWrite));
+        bool isRefused = false;
+        bench.listen([&isRefused](QtMsgType type, const QString &) {
+            isRefused = isRefused || type == QtCriticalMsg;
+        });
+        QVERIFY(bench.waitFor([&] { return isRefused; }));
+        bench.listen(nullptr);
+        bench.tolvar.unplug();
+    }
+    QVERIFY(bench.waitFor([&] { return bench.isForgotten(); }));
+    QCOMPARE(bench.wrongAfterUnplug(), QStringList());
+    QCOMPARE(bench.walkAgain(), QString());
+}
+
+QTEST_MAIN(TestRefusedPort)
+#include "tst_refusedport.moc"
