@@ -49,21 +49,16 @@ void PortPump::attach(int descriptor)
         _heldOpen = open(slave, O_RDWR | O_NOCTTY | O_CLOEXEC);
 
     _readable = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
-    _writable = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Write);
-    _writable->setEnabled(false);
     connect(_readable.get(), &QSocketNotifier::activated, this, &PortPump::pump);
-    connect(_writable.get(), &QSocketNotifier::activated, this, &PortPump::write);
 }
 
 void PortPump::detach()
 {
     _pause.stop();
     _lastLook.stop();
-    for (std::unique_ptr<QSocketNotifier> *notifier : {&_readable, &_writable}) {
-        if (!*notifier)
-            continue;
-        (*notifier)->setEnabled(false);
-        notifier->release()->deleteLater(); // it may be what calls
+    if (_readable) {
+        _readable->setEnabled(false);
+        _readable.release()->deleteLater(); // it may be what calls
     }
     _unsent.clear();
     _descriptor = -1;
@@ -123,10 +118,12 @@ void PortPump::send(const QByteArray &bytes)
         spoilt.insert(_faults.insertAt - _sent, _faults.insertion);
     _sent += bytes.size();
     _unsent += spoilt;
-    if (_faults.reads != LineFaults::Merged)
-        write();
-    else if (!_pause.isActive())
+    if (_pause.isActive())
+        return; // it goes with what is waiting already
+    if (_faults.reads == LineFaults::Merged)
         _pause.start(mergePause);
+    else
+        write();
 }
 
 bool PortPump::isUnread() const
@@ -139,25 +136,16 @@ bool PortPump::isUnread() const
 void PortPump::write()
 {
     const bool singly = _faults.reads == LineFaults::Single;
-    if (_unsent.isEmpty() || (singly && isUnread())) {
-        awaitWritable();
-        return;
+    if (!_unsent.isEmpty() && !(singly && isUnread())) {
+        const qsizetype most = allowed(singly ? 1 : _unsent.size());
+        const ssize_t taken = ::write(_descriptor, _unsent.constData(), static_cast<size_t>(most));
+        if (taken > 0) {
+            _unsent.remove(0, taken);
+            count(taken);
+        }
     }
-    const qsizetype most = allowed(singly ? 1 : _unsent.size());
-    const ssize_t taken = ::write(_descriptor, _unsent.constData(), static_cast<size_t>(most));
-    if (taken > 0) {
-        _unsent.remove(0, taken);
-        count(taken);
-    }
-    awaitWritable();
-}
-
-void PortPump::awaitWritable()
-{
-    if (_descriptor < 0)
-        return;
-    const bool singly = _faults.reads == LineFaults::Single;
-    _writable->setEnabled(!singly && !_unsent.isEmpty());
-    if (singly && !_unsent.isEmpty() && !_pause.isActive())
+    // Looked at again, not waited for: a tty says that it takes more when it is nearly empty, and not always
+    // then.
+    if (!_unsent.isEmpty())
         _pause.start(lookPause);
 }

@@ -48,7 +48,6 @@ private:
     void count(qsizetype bytes);
     void breakOff();
     void write();
-    void awaitWritable();
     bool isUnread() const;
 
     int _descriptor = -1;
@@ -58,8 +57,7 @@ private:
     qsizetype _sent = 0; // handed to send() since attach()
     QByteArray _unsent;
     std::unique_ptr<QSocketNotifier> _readable;
-    std::unique_ptr<QSocketNotifier> _writable;
     QTimer _lastLook;
     int _looks = 0; // left, for the last byte to be read before the line breaks off
-    QTimer _pause;  // between reads that are to be kept apart, or until all has come that shall be one
+    QTimer _pause;  // until the tty takes more, or has been read, or all has come that shall be read at once
 };

@@ -2,12 +2,14 @@
 
 #include <QAbstractItemModel>
 #include <QElapsedTimer>
+#include <QEventLoop>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 
 #include "device/zvtolvar.h"
 #include "pages/pageid.h"
@@ -17,6 +19,7 @@
 namespace
 {
 constexpr int patience = 120000; // milliseconds
+constexpr int lookPause = 5;     // milliseconds
 constexpr int keptMessages = 25;
 
 QStringList &messages()
@@ -94,7 +97,16 @@ FaultBench::~FaultBench()
 
 bool FaultBench::waitFor(const std::function<bool()> &holds) const
 {
-    return QTest::qWaitFor(holds, patience);
+    // Not QTest::qWaitFor(), which sleeps between its looks: a long reply comes in a thousand reads.
+    QEventLoop loop;
+    QTimer looks;
+    QObject::connect(&looks, &QTimer::timeout, &loop, [&] {
+        if (holds())
+            loop.exit(1);
+    });
+    looks.start(lookPause);
+    QTimer::singleShot(patience, &loop, &QEventLoop::quit);
+    return holds() || loop.exec() == 1;
 }
 
 void FaultBench::waitUntilQuiet() const
