@@ -123,7 +123,7 @@ void FaultBench::waitUntilQuiet() const
     });
 }
 
-bool FaultBench::isTalking() const
+bool FaultBench::isTalking(const ZVTolvarSetupWizard &wizard)
 {
     const auto controllers = wizard.findChildren<ZVTolvar *>();
     return std::any_of(controllers.cbegin(), controllers.cend(), [](ZVTolvar *controller) {

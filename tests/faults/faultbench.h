@@ -27,8 +27,9 @@ public:
     bool waitFor(const std::function<bool()> &holds) const;
     /// Waits until the run is done or nothing has been said on the line for a while.
     void waitUntilQuiet() const;
-    /// Whether a controller has something to say or to hear yet.
-    bool isTalking() const;
+    /// Whether a controller of \a wizard has something to say or to hear yet.
+    static bool isTalking(const ZVTolvarSetupWizard &wizard);
+    bool isTalking() const { return isTalking(wizard); }
     /// Whether both of the wizard's controllers have let go of the port.
     bool isForgotten() const;
     /// What the page in sight and the controller should show right after an unplugging, and don't; empty when

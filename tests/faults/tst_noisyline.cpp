@@ -1,3 +1,4 @@
+#include <QRandomGenerator>
 #include <QTest>
 
 #include "tests/faults/faultbench.h"
@@ -13,12 +14,29 @@ private Q_SLOTS:
     void theRunGoesThrough();
     void afterBytesFromNowhere_data();
     void afterBytesFromNowhere();
+    void afterSeveralFaultsAtOnce_data();
+    void afterSeveralFaultsAtOnce();
     void aPromptThatNeverComes();
     void theFirstOfTwoDevicesIsUsed();
 };
 
 namespace
 {
+/// Lets the run come to an end, or to a reply that is lost: then the user pulls the plug, and tries once more
+/// on a sane line.
+void pullOutAndWalkAgain(FaultBench &bench)
+{
+    bench.waitUntilQuiet();
+    if (bench.walk.isDone())
+        return;
+    bench.walk.stop();
+    bench.tolvar.unplug();
+    QVERIFY(bench.waitFor([&] { return bench.isForgotten(); }));
+    QCOMPARE(bench.wrongAfterUnplug(), QStringList());
+    bench.tolvar.alter([](TolvarSetup &device) { device.faults = {}; });
+    QCOMPARE(bench.walkAgain(), QString());
+}
+
 /// Plugs the device in on a line with these faults, and walks as far as it goes.
 void walkInto(FaultBench &bench, const LineFaults &faults)
 {
@@ -80,7 +98,7 @@ void TestNoisyLine::afterBytesFromNowhere_data()
                                                               {"a prompt", "\x01>"},
                                                               {"garbage", "\x01\xFF<&]]>\r\n>"}};
     constexpr qsizetype talkLength = 800; // from the first prompt to the test's reply and a little more
-    const QList<qsizetype> numbers = faultChoice(talkLength * intruders.size(), 3);
+    const QList<qsizetype> numbers = faultChoice(talkLength * intruders.size(), 2);
     for (const qsizetype number : numbers) {
         const auto &[name, bytes] = intruders.at(number % intruders.size());
         const qsizetype place = number / intruders.size();
@@ -97,15 +115,39 @@ void TestNoisyLine::afterBytesFromNowhere()
     faults.insertAt = place;
     faults.insertion = bytes;
     walkInto(bench, faults);
-    // It may come to an end, or a reply is lost and the wizard waits: then the user pulls the plug.
-    bench.waitUntilQuiet();
-    if (bench.walk.isDone())
-        return;
-    bench.walk.stop();
-    bench.tolvar.unplug();
-    QVERIFY(bench.waitFor([&] { return bench.isForgotten(); }));
-    QCOMPARE(bench.wrongAfterUnplug(), QStringList());
-    QCOMPARE(bench.walkAgain(), QString());
+    pullOutAndWalkAgain(bench);
+}
+
+void TestNoisyLine::afterSeveralFaultsAtOnce_data()
+{
+    QTest::addColumn<int>("seed");
+    constexpr int combinations = 1600;
+    const QList<qsizetype> seeds = faultChoice(combinations, 2);
+    for (const qsizetype seed : seeds)
+        QTest::addRow("combination %d", static_cast<int>(seed)) << static_cast<int>(seed);
+}
+
+void TestNoisyLine::afterSeveralFaultsAtOnce()
+{
+    QFETCH(int, seed);
+    QRandomGenerator random(static_cast<quint32>(seed));
+    const auto isSo = [&random] { return random.bounded(2) == 1; };
+    TolvarSetup setup = tersestTolvar();
+    setup.faults.promptsTwice = isSo();
+    if (isSo())
+        setup.faults.garbageBeforeReplies = "\x01 <garbage> \xFF";
+    if (isSo())
+        setup.delays = {random.bounded(1500), random.bounded(500), random.bounded(500)};
+    LineFaults faults;
+    faults.reads = static_cast<LineFaults::Reads>(random.bounded(3));
+    faults.insertAt = random.bounded(1000);
+    faults.insertion = QList<QByteArray>{"", "\x02", "\x03", "\x01>"}.at(random.bounded(4));
+    if (isSo())
+        faults.pulledOutAfter = 1 + random.bounded(1500);
+
+    FaultBench bench(setup);
+    walkInto(bench, faults);
+    pullOutAndWalkAgain(bench);
 }
 
 void TestNoisyLine::aPromptThatNeverComes()

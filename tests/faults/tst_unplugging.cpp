@@ -23,7 +23,7 @@ void TestUnplugging::afterAnyByteOfTheRun()
     QVERIFY(bytesInAll > 0);
 
     bool isSameName = false;
-    const QList<qsizetype> numbers = faultChoice(bytesInAll, 6);
+    const QList<qsizetype> numbers = faultChoice(bytesInAll, 4);
     for (const qsizetype number : numbers) {
         const qsizetype place = number + 1;
         const QString where = QStringLiteral("unplugged after %1 of %2 bytes: ").arg(place).arg(bytesInAll);

@@ -21,9 +21,10 @@ WizardWalk::WizardWalk(QWizard &wizard, const WalkWishes &wishes)
     : _wizard(wizard)
     , _wishes(wishes)
 {
-    connect(&_wizard, &QDialog::accepted, this, [this] {
+    // Heard after the wizard's own connections: the device has been told by then.
+    connect(&_wizard, &QDialog::finished, this, [this](int result) {
         stop();
-        _isDone = true;
+        _isDone = result == QDialog::Accepted;
         Q_EMIT done();
     });
 }

@@ -1,0 +1,189 @@
+// soak ROUNDS: has one process go through the typical run, an unplugging and a replugging ROUNDS times, and
+// prints what that does to its memory and descriptors. To be run under umockdev-wrapper.
+//
+// The process that is looked at is a second one, which has the wizard and somebody at it; this one has the
+// device.
+
+#include <malloc.h>
+
+#include <cstdio>
+#include <cstring>
+#include <memory>
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QProcess>
+#include <QSocketNotifier>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include "app/sessionlog.h"
+#include "app/zvtolvarsetupwizard.h"
+#include "tests/faults/faultbench.h"
+#include "tests/support/descriptors.h"
+
+namespace
+{
+constexpr int patience = 120000;       // milliseconds, for a round that takes four seconds
+constexpr const char *mark = "soak: "; // before each report
+constexpr const char *ssid = "Library";
+constexpr const char *passphrase = "two words";
+
+/// The program, but that each round begins with a wizard of its own. Between two it reports on standard error
+/// and waits for a line.
+int sitAtTheWizard(const QString &logPath)
+{
+    openSessionLog();
+    installMessageHandler();
+    const WalkWishes wishes{QString::fromLatin1(ssid), QString::fromLatin1(passphrase), logPath};
+    std::unique_ptr<ZVTolvarSetupWizard> wizard;
+    std::unique_ptr<WizardWalk> walk;
+    const auto begin = [&] {
+        walk.reset();
+        wizard.reset();
+        std::fprintf(stderr, "%s%zu %zu\n", mark, mallinfo2().uordblks,
+                     static_cast<std::size_t>(openDescriptors().size()));
+        wizard = std::make_unique<ZVTolvarSetupWizard>();
+        walk = std::make_unique<WizardWalk>(*wizard, wishes);
+        QObject::connect(walk.get(), &WizardWalk::done, walk.get(),
+                         [] { std::fprintf(stderr, "%sdone\n", mark); });
+        walk->waitWhile([&wizard] { return FaultBench::isTalking(*wizard); });
+        wizard->show();
+        wizard->activateWindow();
+        walk->start();
+    };
+    QSocketNotifier told(0, QSocketNotifier::Read);
+    QObject::connect(&told, &QSocketNotifier::activated, &told, [&] {
+        if (std::getchar() == EOF)
+            QCoreApplication::quit();
+        else
+            begin();
+    });
+    begin();
+    QApplication::setQuitOnLastWindowClosed(false);
+    return QApplication::exec();
+}
+
+/// The resident memory of a process, in KiB.
+long residentMemory(qint64 pid)
+{
+    QFile statm(QStringLiteral("/proc/%1/statm").arg(pid));
+    if (!statm.open(QIODevice::ReadOnly))
+        return -1;
+    constexpr long pageSize = 4; // KiB
+    return statm.readAll().split(' ').value(1).toLong() * pageSize;
+}
+
+/// Puts the device before the other process, round by round.
+class Soak
+{
+public:
+    explicit Soak(int rounds)
+        : _rounds(rounds)
+        , _tolvar(_bed)
+    {
+    }
+
+    int run();
+
+private:
+    QByteArray nextReport();
+    bool goThrough();
+    void print(int round, const QByteArray &figures) const;
+
+    const int _rounds;
+    const QTemporaryDir _home;
+    UsbTestbed _bed;
+    PluggedTolvar _tolvar;
+    QProcess _program;
+    qint64 _bytes = 0;
+    int _failures = 0;
+};
+
+/// The next thing that the other process reports, empty when nothing comes.
+QByteArray Soak::nextReport()
+{
+    QEventLoop loop;
+    QObject::connect(&_program, &QProcess::readyReadStandardError, &loop, &QEventLoop::quit);
+    QObject::connect(&_program, &QProcess::finished, &loop, &QEventLoop::quit);
+    QTimer::singleShot(patience, &loop, [&loop] { loop.exit(1); });
+    _program.setReadChannel(QProcess::StandardError);
+    for (;;) {
+        while (_program.canReadLine()) {
+            const QByteArray line = _program.readLine();
+            if (line.startsWith(mark))
+                return line.mid(static_cast<int>(std::strlen(mark))).trimmed();
+            std::fputs(line.constData(), stderr); // the toolkit's, or a sanitizer's
+        }
+        if (_program.state() == QProcess::NotRunning || loop.exec() != 0)
+            return {};
+    }
+}
+
+/// One round, from the plugging to the unplugging; whether the device holds what it should.
+bool Soak::goThrough()
+{
+    if (!_tolvar.plug() || nextReport() != "done")
+        return false;
+    _tolvar.catchUp();
+    const TolvarState state = _tolvar.state();
+    const bool isRight = state.exited && state.saved.network == ssid && state.saved.passphrase == passphrase;
+    _bytes += _tolvar.passed();
+    _tolvar.unplug();
+    return isRight;
+}
+
+void Soak::print(int round, const QByteArray &figures) const
+{
+    const QList<QByteArray> heapAndDescriptors = figures.split(' ');
+    std::printf("%6d %13ld %13ld %12s %13lld %9d\n", round, residentMemory(_program.processId()),
+                heapAndDescriptors.value(0).toLong() / 1024, heapAndDescriptors.value(1).constData(),
+                static_cast<long long>(_bytes), _failures);
+    std::fflush(stdout);
+}
+
+int Soak::run()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("HOME"), _home.path());
+    _program.setProcessEnvironment(environment);
+    _program.setStandardOutputFile(QProcess::nullDevice());
+    _program.start(QCoreApplication::applicationFilePath(),
+                   {QStringLiteral("--at-the-wizard"), _home.filePath(QStringLiteral("log.txt"))});
+
+    std::printf("%6s %13s %13s %12s %13s %9s\n", "round", "resident KiB", "heap KiB", "descriptors",
+                "bytes handled", "failures");
+    QByteArray figures = nextReport();
+    const int step = std::max(1, _rounds / 20);
+    for (int round = 1; round <= _rounds; ++round) {
+        if (!goThrough()) {
+            ++_failures;
+            std::printf("round %d failed\n", round);
+            if (_program.state() == QProcess::NotRunning)
+                return 1;
+        }
+        _program.write("\n");
+        figures = nextReport();
+        if (round % step == 0 || round == 1)
+            print(round, figures);
+    }
+    _program.closeWriteChannel();
+    _program.waitForFinished(patience);
+    return _failures > 0 || _program.exitCode() != 0;
+}
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.value(1) == QLatin1String("--at-the-wizard"))
+        return sitAtTheWizard(arguments.value(2));
+    const int rounds = arguments.value(1).toInt();
+    if (rounds <= 0 || !UsbTestbed::isPossible()) {
+        std::fprintf(stderr, "usage: umockdev-wrapper soak ROUNDS\n");
+        return 2;
+    }
+    return Soak(rounds).run();
+}
