@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTextEdit>
 #include <QTextStream>
 
@@ -36,6 +37,25 @@ bool isOpen(const QTextStream &log)
     return log.device() && log.device()->isOpen();
 }
 
+/// Opens the log, readable and writable by its owner alone: it holds the passphrase.
+void openPrivately(QFile &log)
+{
+    constexpr auto owners = QFile::ReadOwner | QFile::WriteOwner;
+    constexpr auto others = QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
+    // An earlier log that others may open makes way for a new file: whoever has it open would read on.
+    const QFileInfo earlier(log.fileName());
+    if (earlier.isFile() && !earlier.isSymLink() && earlier.isWritable() && (earlier.permissions() & others))
+        log.remove();
+
+    // kept: whether it opens makes no difference to the run.
+    if (!log.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text, owners))
+        return;
+    // One that is still there, at the end of a link such as the user may have put here, is closed to others
+    // before anything is in it. What is no file, such as /dev/null, is not the log's to close.
+    if (QFileInfo(log.fileName()).isFile())
+        log.setPermissions(owners);
+}
+
 void forwardMessage(QtMsgType type, const QMessageLogContext &, const QString &message)
 {
     zvMessageOutput(type, message.toLocal8Bit().constData());
@@ -46,8 +66,7 @@ void openSessionLog()
 {
     // kept: never closed or deleted; messages may come until the process ends.
     auto *file = new QFile(QDir::homePath() + QStringLiteral("/zvinstall.log"));
-    // kept: whether it opens makes no difference to the run.
-    static_cast<void>(file->open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text));
+    openPrivately(*file);
     theSessionLog.setDevice(file);
 }
 

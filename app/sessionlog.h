@@ -15,7 +15,8 @@ extern QTextEdit *theConsoleWindow;
 /// Whether debug messages are copied to the console view too. kept: nothing sets it.
 extern bool theTraceDebugFlag;
 
-/// Starts the session log anew. When its file can't be opened the log goes nowhere, and nobody is told.
+/// Starts the session log anew, readable and writable by its owner alone. When its file can't be opened the
+/// log goes nowhere, and nobody is told.
 void openSessionLog();
 
 /// Makes zvMessageOutput() the receiver of every message of the program.
