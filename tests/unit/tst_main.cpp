@@ -1,6 +1,11 @@
 #include "tests/support/mockports.h"
 
+#include <grp.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
@@ -52,6 +57,8 @@ public:
         environment.insert(QStringLiteral("HOME"), home);
         environment.insert(QStringLiteral("ZV_VISITOR_END"), how);
         QProcess process;
+        if (_givesUpRoot)
+            process.setChildProcessModifier(becomeNobody);
         process.setProcessEnvironment(environment);
         process.setWorkingDirectory(workingFolder);
         process.start(path, QStringList());
@@ -77,6 +84,26 @@ public:
                           "\nPlugins=" + QLibraryInfo::path(QLibraryInfo::PluginsPath).toUtf8() +
                           "\nTranslations=" + toolkitFolder().toUtf8() + "\n"));
     }
+    /// Has the program run as an ordinary user: who isn't one already becomes one, and has all it needs.
+    void giveUpRoot()
+    {
+        if (::geteuid() != 0)
+            return;
+        _givesUpRoot = true;
+        path = _folder->filePath(QStringLiteral("zvinstall"));
+        QVERIFY(QFile::copy(QStringLiteral(ZV_PROGRAM), path));
+        const QString plugins = _folder->filePath(QStringLiteral("generic"));
+        QDir().mkpath(plugins);
+        QDirIterator built(QStringLiteral(ZV_TEST_PLUGINS "/generic"), QDir::Files);
+        while (built.hasNext()) {
+            built.next();
+            QVERIFY(QFile::copy(built.filePath(), plugins + QLatin1Char('/') + built.fileName()));
+        }
+        environment.insert(QStringLiteral("QT_PLUGIN_PATH"), _folder->path());
+        for (const QString &folder : {_folder->path(), home, workingFolder})
+            QCOMPARE(::chown(QFile::encodeName(folder).constData(), Nobody, Nobody), 0);
+        QCOMPARE(::chmod(qgetenv("UMOCKDEV_DIR").constData(), 0755), 0); // the computer is everybody's
+    }
     QString toolkitFolder() const { return _folder->filePath(QStringLiteral("toolkit")); }
 
     QString logPath() const { return home + QStringLiteral("/zvinstall.log"); }
@@ -85,9 +112,18 @@ public:
     QString saw(const char *what) const { return seen.value(QLatin1String(what)).toString(); }
 
 private:
+    static constexpr uid_t Nobody = 65534;
+
+    static void becomeNobody()
+    {
+        if (::setgroups(0, nullptr) != 0 || ::setresgid(Nobody, Nobody, Nobody) != 0 ||
+            ::setresuid(Nobody, Nobody, Nobody) != 0)
+            ::_exit(99);
+    }
     QString report() const { return _folder->filePath(QStringLiteral("report.json")); }
 
     std::unique_ptr<QTemporaryDir> _folder;
+    bool _givesUpRoot = false;
 
 public:
     QString path = QStringLiteral(ZV_PROGRAM);
@@ -126,6 +162,7 @@ private Q_SLOTS:
     void theLogStandsInTheHomeFolder();
     void aLogThatCantBeWrittenIsNoHindrance_data();
     void aLogThatCantBeWrittenIsNoHindrance();
+    void anOrdinaryUserCanRunIt();
     void theWizardIsTheOneWindow();
     void theApplicationsIconStaysEmpty();
     void theApplicationsIconIsLookedForAmongTheImages();
@@ -220,6 +257,17 @@ void TestMain::aLogThatCantBeWrittenIsNoHindrance()
     QVERIFY2(program.output.startsWith("List of ports: \n"), program.output);
     QVERIFY2(program.saw("console").endsWith("the event loop runs"), qPrintable(program.saw("console")));
     QVERIFY2(!program.errorOutput.contains("zvinstall.log"), program.errorOutput);
+}
+
+void TestMain::anOrdinaryUserCanRunIt()
+{
+    Program program;
+    program.giveUpRoot();
+    program.run();
+    QCOMPARE(program.exitCode, 0);
+    QCOMPARE(withoutRemarks(program.log()), logOfTheStart + logOfTheEnd);
+    QVERIFY(QFileInfo(program.logPath()).ownerId() != 0);
+    QCOMPARE(program.seen.value("windows").toArray(), QJsonArray{"ZV Tolvar Setup v2.3"});
 }
 
 void TestMain::theWizardIsTheOneWindow()
