@@ -1,0 +1,53 @@
+#include <cstdint>
+#include <cstdio>
+#include <utility>
+
+#include <QDirIterator>
+#include <QFile>
+
+// Feeds every file of the folders it is given to a fuzz target, once: what a compiler without libFuzzer can
+// do with a corpus. With a file's name instead, that file.
+
+extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv);
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size);
+
+namespace
+{
+bool replay(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        std::fprintf(stderr, "%s: %s\n", qPrintable(path), qPrintable(file.errorString()));
+        return false;
+    }
+    const QByteArray input = file.readAll();
+    std::printf("%s: %lld bytes\n", qPrintable(path), static_cast<long long>(input.size()));
+    std::fflush(stdout); // the last one named is the one at fault
+    if (LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t *>(input.constData()),
+                               static_cast<std::size_t>(input.size())) == 0)
+        return true;
+    std::fprintf(stderr, "%s: left out by the target, so it is no part of a corpus\n", qPrintable(path));
+    return false;
+}
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    LLVMFuzzerInitialize(&argc, &argv);
+    int status = argc > 1 ? EXIT_SUCCESS : EXIT_FAILURE;
+    for (int i = 1; i < argc; ++i) {
+        const QString path = QFile::decodeName(argv[i]);
+        QStringList files;
+        QDirIterator folder(path, QDir::Files);
+        while (folder.hasNext())
+            files += folder.next();
+        if (files.isEmpty()) // no folder, or one that shouldn't be empty
+            files += path;
+        files.sort();
+        for (const QString &file : std::as_const(files)) {
+            if (!replay(file))
+                status = EXIT_FAILURE;
+        }
+    }
+    return status;
+}

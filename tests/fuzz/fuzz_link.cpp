@@ -1,0 +1,175 @@
+#include <algorithm>
+#include <cstdint>
+
+#include <QFile>
+#include <QWaitCondition>
+
+#include "serial/qextserialport.h"
+#include "tests/fuzz/fuzzing.h"
+#include "tests/fuzz/linkmodel.h"
+#include "tests/support/zvtolvarinspector.h"
+
+// Fuzzes the console's link: what the line may bring, in every mode and state. An input is two bytes that say
+// in which ("31": scanning and testing, not woken yet), then the bytes from the line.
+
+using Fuzzing::require;
+
+// Stands before the toolkit's own: the pauses between the bytes sent are not what is looked at here.
+bool QWaitCondition::wait(QMutex *, QDeadlineTimer)
+{
+    return false;
+}
+
+namespace
+{
+enum Circumstance : unsigned { Scanning = 1, Testing = 2, Handshake = 4, LogAwaited = 8 };
+
+/// A port with its bytes in memory instead of on a line.
+class MemoryPort : public QextSerialPort
+{
+public:
+    MemoryPort()
+        : QextSerialPort(QStringLiteral("memory"))
+    {
+        setOpenMode(ReadWrite | Unbuffered);
+    }
+    qint64 bytesAvailable() const override { return _arrived.size(); }
+    /// Has the bytes come in at once.
+    void receive(const QByteArray &bytes)
+    {
+        _arrived = bytes;
+        Q_EMIT readyRead();
+        require(_arrived.isEmpty(), "what has come is read");
+    }
+    QByteArray written;
+
+protected:
+    qint64 readData(char *data, qint64 size) override
+    {
+        const QByteArray taken = _arrived.left(size);
+        std::copy(taken.begin(), taken.end(), data);
+        _arrived.remove(0, taken.size());
+        return taken.size();
+    }
+    qint64 writeData(const char *data, qint64 size) override
+    {
+        written.append(data, size);
+        return size;
+    }
+
+private:
+    QByteArray _arrived;
+};
+
+/// A controller with a port, and beside it what is expected of it.
+class Trial
+{
+public:
+    Trial(unsigned circumstances, unsigned state);
+    ~Trial() { delete _inside.logFile(); }
+
+    /// Has the bytes come in; false when the controller would not come back from one of the replies.
+    bool feed(const QByteArray &bytes);
+    void compare() const;
+    void replug();
+
+private:
+    Q_DISABLE_COPY_MOVE(Trial)
+    bool feedPiece(const QByteArray &bytes);
+
+    MemoryPort _port;
+    ZVTolvar _tolvar;
+    const ZVTolvarInspector _inside{_tolvar};
+    LinkModel _model;
+    QStringList _replies;
+};
+
+Trial::Trial(unsigned circumstances, unsigned state)
+{
+    _inside.state() = static_cast<CommState>(state);
+    _inside.scanning() = circumstances & Scanning;
+    _inside.testing() = circumstances & Testing;
+    _inside.eotHandshake() = circumstances & Handshake;
+    _inside.queue() = QStringList{QStringLiteral("one\r\n"), QStringLiteral("two\r\n")};
+    _inside.port() = &_port;
+    _inside.portName() = QStringLiteral("memory");
+    if (circumstances & LogAwaited) {
+        _inside.logFile() = new QFile(QStringLiteral("/dev/null"));
+        require(_inside.logFile()->open(QIODevice::WriteOnly | QIODevice::Text), "there is a /dev/null");
+    }
+    _model.state = _inside.state();
+    _model.scanning = _inside.scanning();
+    _model.testing = _inside.testing();
+    _model.handshake = _inside.eotHandshake();
+    _model.queue = _inside.queue();
+    QObject::connect(&_port, &QextSerialPort::readyRead, &_tolvar, &ZVTolvar::onReadyRead);
+    QObject::connect(&_tolvar, &ZVTolvar::responseReceived, &_tolvar,
+                     [this](const QString &reply) { _replies += reply; });
+}
+
+bool Trial::feed(const QByteArray &bytes)
+{
+    // A line may be cut anywhere. Here it is before each mark that may end a reply: the reply can be looked
+    // at.
+    qsizetype begin = 0;
+    while (begin < bytes.size()) {
+        const qsizetype mark = bytes.indexOf(LinkModel::ETX, begin + 1);
+        const qsizetype end = mark < 0 ? bytes.size() : mark;
+        if (!feedPiece(bytes.mid(begin, end - begin)))
+            return false;
+        begin = end;
+    }
+    return true;
+}
+
+bool Trial::feedPiece(const QByteArray &bytes)
+{
+    if (bytes.front() == LinkModel::ETX && _model.state == IN_RESPONSE_RECEIVE &&
+        !Fuzzing::comesBack(_model.reply))
+        return false;
+    for (const char byte : bytes)
+        _model.take(byte);
+    _port.receive(bytes);
+    return true;
+}
+
+void Trial::compare() const
+{
+    require(_inside.state() == _model.state, "the link is in the state it should be in");
+    require(_inside.scanning() == _model.scanning && _inside.testing() == _model.testing, "so are the modes");
+    require(_inside.response() == _model.reply, "the reply is collected byte by byte");
+    require(_replies == _model.replies, "each reply is told of once, whole");
+    require(_inside.queue() == _model.queue, "commands wait for their prompt");
+    require(_port.written == _model.sent, "commands are sent in their order, whole");
+}
+
+void Trial::replug()
+{
+    QextPortInfo info;
+    info.portName = QStringLiteral("memory");
+    _tolvar.onDeviceRemoved(info);
+    require(_inside.state() == NOT_CONNECTED && !_inside.port(), "without a device there is no connection");
+    require(_inside.queue().isEmpty() && !_tolvar.scanning() && !_inside.testing(), "nothing is under way");
+    require(_tolvar.scannedNetworks()->isEmpty() && _tolvar.systemID().isEmpty(), "nothing is known");
+
+    _inside.port() = &_port;
+    _inside.state() = WAITING_FOR_CONSOLE_PROMPT;
+    _port.receive("> get\r\n\x02<puckdata><name>clean</name><dns>1.2.3.4</dns></puckdata>\x03");
+    require(_inside.state() == WAITING_FOR_CONSOLE_PROMPT, "the next device's reply has ended");
+    require(_tolvar.systemID() == QLatin1String("clean") && _tolvar.dns() == QLatin1String("1.2.3.4"),
+            "the next device's status is read in full");
+}
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size);
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    if (size < 2)
+        return -1;
+    Trial trial(data[0] & 15U, data[1] & 7U);
+    if (!trial.feed(QByteArray(reinterpret_cast<const char *>(data) + 2, static_cast<qsizetype>(size) - 2)))
+        return -1;
+    trial.compare();
+    trial.replug();
+    return 0;
+}

@@ -1,0 +1,89 @@
+#pragma once
+
+#include <QStringList>
+
+#include "device/commstate.h"
+
+/// What the console's rules ask of the link, told mode by mode and state by state.
+struct LinkModel {
+    static constexpr char STX = 0x02;
+    static constexpr char ETX = 0x03;
+    static constexpr char EOT = 0x04;
+
+    void take(char byte)
+    {
+        if (scanning || testing)
+            takeWhileItWorks(byte);
+        else
+            takeAtTheConsole(byte);
+    }
+
+    int state = NOT_CONNECTED;
+    bool scanning = false;
+    bool testing = false;
+    bool handshake = false;
+    QString reply;       ///< collected so far
+    QStringList replies; ///< whole ones
+    QStringList queue;   ///< commands that wait
+    QByteArray sent;     ///< what went over the line
+
+private:
+    void takeWhileItWorks(char byte)
+    {
+        if (byte == STX)
+            begin();
+        else if (state == IN_RESPONSE_RECEIVE && byte == ETX)
+            endOfWork();
+        else if (state == IN_RESPONSE_RECEIVE)
+            reply += QLatin1Char(byte);
+    }
+    void takeAtTheConsole(char byte)
+    {
+        if (state == INITIAL_WAITING_FOR_CONSOLE_PROMPT && handshake) {
+            if (byte == EOT)
+                state = WAITING_FOR_CONSOLE_PROMPT;
+        } else if (state == INITIAL_WAITING_FOR_CONSOLE_PROMPT || state == WAITING_FOR_CONSOLE_PROMPT) {
+            if (byte == '>')
+                prompt();
+        } else if (state == IN_PROMPT) {
+            if (byte == STX)
+                begin();
+        } else if (state == IN_RESPONSE_RECEIVE) {
+            if (byte == ETX)
+                end(WAITING_FOR_CONSOLE_PROMPT);
+            else
+                reply += QLatin1Char(byte);
+        }
+    }
+    void begin()
+    {
+        state = IN_RESPONSE_RECEIVE;
+        reply.clear();
+    }
+    void end(int next)
+    {
+        state = next;
+        replies += reply;
+    }
+    void endOfWork()
+    {
+        end(IN_PROMPT);
+        if (scanning) {
+            scanning = false;
+            queue += QStringLiteral("setuarttrace n\r\n");
+            send(); // the oldest, at the prompt
+        } else {
+            testing = false;
+        }
+    }
+    void prompt()
+    {
+        state = IN_PROMPT;
+        send();
+    }
+    void send()
+    {
+        if (!queue.isEmpty())
+            sent += queue.takeFirst().toLatin1();
+    }
+};

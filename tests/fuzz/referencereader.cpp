@@ -1,0 +1,162 @@
+#include "tests/fuzz/referencereader.h"
+
+namespace
+{
+constexpr int Deepest = 1000;
+
+const QHash<QString, QString> &statusSignals()
+{
+    static const QHash<QString, QString> table = {
+        {"name", "systemIDChanged"},
+        {"mode", "statusChanged"},
+        {"firmware_date", QString()},
+        {"firmware_version", "firmwareVersionChanged"},
+        {"network_name", "networkChanged"},
+        {"mac_address", "macAddressChanged"},
+        {"ip_address", "ipAddressChanged"},
+        {"useStaticIP", "useStaticIPChanged"},
+        {"mask", "maskChanged"},
+        {"gateway", "gatewayChanged"},
+        {"dns", "dnsChanged"},
+        {"test_result", "testResultChanged"},
+        {"upgrade_result", "upgradeResultChanged"},
+        {"ant", "antennaChanged"},
+        {"trc", "uartTraceChanged"},
+        {"sl_on", "sysLogOnChanged"},
+        {"sl_ip", "sysLogServerChanged"},
+    };
+    return table;
+}
+} // namespace
+
+ReferenceReader::ReferenceReader(const QString &document)
+    : _reader(document)
+{
+    _reader.readNext();
+    while (!_reader.atEnd() && !_tooDeep) {
+        const auto name = _reader.name();
+        if (!_reader.isStartElement()) {
+            _reader.readNext();
+        } else if (name == QLatin1String("puckdata")) {
+            children(&ReferenceReader::statusChild);
+        } else if (name == QLatin1String("scan_results")) {
+            _networks.clear();
+            _told += QStringLiteral("scannedNetworkListChanged:0");
+            children(&ReferenceReader::scanChild);
+        } else if (name == QLatin1String("networktest_results")) {
+            children(&ReferenceReader::testChild);
+        } else {
+            log();
+            _told += QStringLiteral("finishedWriteLog");
+        }
+    }
+}
+
+void ReferenceReader::children(Child child)
+{
+    _reader.readNext();
+    while (!_reader.atEnd()) {
+        if (_reader.isEndElement()) {
+            _reader.readNext();
+            return;
+        }
+        if (!_reader.isStartElement())
+            _reader.readNext();
+        else if (!(this->*child)())
+            skip(1);
+    }
+}
+
+bool ReferenceReader::statusChild()
+{
+    const QString element = _reader.name().toString();
+    if (!statusSignals().contains(element))
+        return false;
+    const QString value = text();
+    const QString signal = statusSignals().value(element);
+    if (!signal.isEmpty() && _values.value(element) != value) {
+        _values[element] = value;
+        _told += signal + QLatin1Char(':') + value;
+    }
+    return true;
+}
+
+bool ReferenceReader::scanChild()
+{
+    if (_reader.name() != QLatin1String("scan"))
+        return false;
+    const QXmlStreamAttributes attributes = _reader.attributes();
+    text();
+    const QString ssid = attributes.value(QLatin1String("SSID")).toString();
+    if (_networks.contains(ssid))
+        return true;
+    QStringList others;
+    for (const char *name : {"channel", "adhoc", "sec", "suites", "WPS", "RSSI"})
+        others += attributes.value(QLatin1String(name)).toString();
+    _networks.insert(ssid, others);
+    _told += QStringLiteral("scannedNetworkListChanged:%1").arg(_networks.size());
+    return true;
+}
+
+bool ReferenceReader::testChild()
+{
+    if (_reader.name() != QLatin1String("status"))
+        return false;
+    const QXmlStreamAttributes attributes = _reader.attributes();
+    text();
+    switch (attributes.value(QLatin1String("result")).toInt()) {
+    case 0:
+        _told += QStringLiteral("networkTestFound");
+        break;
+    case 1:
+        _told += QStringLiteral("networkTestPassphraseInvalid");
+        break;
+    case 2:
+        _told += QStringLiteral("networkTestSsidNotFound");
+        break;
+    case 3:
+        _told += QStringLiteral("networkTestSystemError");
+        break;
+    default:
+        break;
+    }
+    return true;
+}
+
+void ReferenceReader::log()
+{
+    while (!_reader.atEnd()) {
+        if (_reader.isEndElement()) {
+            _reader.readNext();
+            return;
+        }
+        if (_reader.isStartElement())
+            _logs += _reader.readElementText();
+        else
+            _reader.readNext();
+    }
+}
+
+QString ReferenceReader::text()
+{
+    QString text = _reader.readElementText();
+    if (_reader.isEndElement())
+        _reader.readNext();
+    return text;
+}
+
+void ReferenceReader::skip(int depth)
+{
+    _tooDeep = _tooDeep || depth > Deepest;
+    _reader.readNext();
+    while (!_reader.atEnd() && !_tooDeep) {
+        if (_reader.isEndElement()) {
+            _reader.readNext();
+            return;
+        }
+        if (_reader.isStartElement())
+            skip(depth + 1);
+        else
+            _reader.readNext();
+    }
+}
