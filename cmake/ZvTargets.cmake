@@ -20,6 +20,27 @@ if(ZV_COVERAGE)
     target_link_options(zv_build_options INTERFACE --coverage)
 endif()
 
+# What users get is hardened: library calls that know their buffers' sizes, guarded stacks and branches, a place in memory
+# that can't be guessed, tables that are read-only before the program starts. tests/unit/tst_hardening looks at the result.
+# Sanitizers see more than the first two, and don't go with them.
+include(CheckPIESupported)
+check_pie_supported(LANGUAGES CXX)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+if(CMAKE_SYSTEM_NAME STREQUAL "Linux" AND CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang" AND NOT ZV_SANITIZE)
+    set(hardening -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3 -fstack-protector-strong)
+    include(CheckCXXCompilerFlag)
+    foreach(flag -fstack-clash-protection -fcf-protection) # not for every processor
+        string(MAKE_C_IDENTIFIER "ZV_HAS${flag}" has)
+        check_cxx_compiler_flag(${flag} ${has})
+        if(${has})
+            list(APPEND hardening ${flag})
+        endif()
+    endforeach()
+    set(released $<CONFIG:Release,RelWithDebInfo,MinSizeRel>)
+    target_compile_options(zv_build_options INTERFACE "$<${released}:${hardening}>")
+    target_link_options(zv_build_options INTERFACE $<${released}:LINKER:-z,relro,-z,now,-z,noexecstack>)
+endif()
+
 # zv_library(<name> <source>...): one of the project's rooms as a static library; #include "<room>/<file>.h".
 function(zv_library name)
     add_library(${name} STATIC ${ARGN})
