@@ -8,6 +8,7 @@
 
 #include "app/diagnostics.h"
 #include "device/zvtolvar.h"
+#include "pages/devicetext.h"
 #include "pages/pageid.h"
 #include "pages/wizardcontroller.h"
 #include "ui_tolvarfoundwizardpage.h"
@@ -35,6 +36,8 @@ TolvarFoundWizardPage::TolvarFoundWizardPage(QWidget *parent)
     , _ui(std::make_unique<Ui_TolvarFoundWizardPage>())
 {
     _ui->setupUi(this);
+    takeForText({_ui->label_SystemId, _ui->label_Status, _ui->label_Version, _ui->label_Network,
+                 _ui->label_MacAddress, _ui->label_IPAddress});
     connect(_ui->pushButton_viewLog, &QPushButton::clicked, this, &TolvarFoundWizardPage::onViewLogClicked);
 }
 

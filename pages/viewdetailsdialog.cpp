@@ -1,6 +1,7 @@
 #include "pages/viewdetailsdialog.h"
 
 #include "device/zvscanresult.h"
+#include "pages/devicetext.h"
 #include "ui_viewdetailsdialog.h"
 
 ViewDetailsDialog::ViewDetailsDialog(ZVScanResult *network, QWidget *parent)
@@ -8,6 +9,8 @@ ViewDetailsDialog::ViewDetailsDialog(ZVScanResult *network, QWidget *parent)
     , _ui(std::make_unique<Ui_ViewDetailsDialog>())
 {
     _ui->setupUi(this);
+    takeForText({_ui->label_network, _ui->label_channel, _ui->label_adhoc, _ui->label_security,
+                 _ui->label_suites, _ui->label_wps, _ui->label_rssi});
     _ui->label_network->setText(network->ssid);
     _ui->label_channel->setText(network->channel);
     _ui->label_adhoc->setText(network->adhoc);

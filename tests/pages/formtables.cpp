@@ -56,6 +56,12 @@ QFont heading()
     return font;
 }
 
+/// What a label has that shows what the device or a network says.
+QVariant plainText()
+{
+    return QVariant::fromValue(Qt::PlainText);
+}
+
 QVariant centred()
 {
     return QVariant::fromValue(Qt::Alignment(Qt::AlignCenter));
@@ -179,6 +185,12 @@ QVBoxLayout verticalLayout_2
          {"pushButton_viewLog", "text", "Get Tolvar Log File"}},
         {{itself, "subTitle", ""},
          {"label", "font", bold()},
+         {"label_SystemId", "textFormat", plainText()},
+         {"label_Status", "textFormat", plainText()},
+         {"label_Version", "textFormat", plainText()},
+         {"label_Network", "textFormat", plainText()},
+         {"label_MacAddress", "textFormat", plainText()},
+         {"label_IPAddress", "textFormat", plainText()},
          {"label_LogWrite_progress", "text", ""},
          {"label_LogWrite_progress", "wordWrap", true}},
         {"pushButton_viewLog.clicked(bool)"}};
@@ -438,6 +450,13 @@ QVBoxLayout verticalLayout
          {"label_suites", "text", someNetwork().suites},
          {"label_wps", "text", someNetwork().wps},
          {"label_rssi", "text", someNetwork().rssi},
+         {"label_network", "textFormat", plainText()},
+         {"label_channel", "textFormat", plainText()},
+         {"label_adhoc", "textFormat", plainText()},
+         {"label_security", "textFormat", plainText()},
+         {"label_suites", "textFormat", plainText()},
+         {"label_wps", "textFormat", plainText()},
+         {"label_rssi", "textFormat", plainText()},
          {"label_11", "font", heading()},
          {"label_8", "wordWrap", true},
          {"label_9", "wordWrap", true},

@@ -4,6 +4,7 @@
 
 #include "pages/tolvarfoundwizardpage.h"
 #include "tests/support/markingtranslator.h"
+#include "tests/support/picturefile.h"
 #include "tests/support/wizardfixture.h"
 
 /// The device-found page: what the device reported. Its log has a test of its own.
@@ -23,6 +24,8 @@ private Q_SLOTS:
     void theConnectionsComeInTheirOrderBeforeTheValues();
     void theLabelsFollowTheDevice_data();
     void theLabelsFollowTheDevice();
+    void aPictureThatTheDeviceNamesIsNotShown_data();
+    void aPictureThatTheDeviceNamesIsNotShown();
     void theAddressLine_data();
     void theAddressLine();
     void theAddressFollowsItsOwnSignalAlone();
@@ -103,6 +106,23 @@ void TestFoundPage::theLabelsFollowTheDevice()
     QFETCH(QString, shown);
     _f->status(children);
     QCOMPARE(text(label.constData()), shown);
+}
+
+void TestFoundPage::aPictureThatTheDeviceNamesIsNotShown_data()
+{
+    QTest::addColumn<QString>("element");
+    for (const char *element :
+         {"name", "mode", "firmware_version", "network_name", "mac_address", "ip_address"})
+        QTest::addRow("in %s", element) << QString(element);
+}
+
+void TestFoundPage::aPictureThatTheDeviceNamesIsNotShown()
+{
+    QFETCH(QString, element);
+    const PictureFile picture;
+    const QString value = picture.markup().toHtmlEscaped();
+    _f->status("<useStaticIP>Y</useStaticIP><" + element + ">" + value + "</" + element + ">");
+    QVERIFY(!picture.isSeenIn(*_f->wizard.currentPage()));
 }
 
 void TestFoundPage::theAddressLine_data()

@@ -5,6 +5,7 @@
 
 #include "device/zvscanresult.h"
 #include "pages/viewdetailsdialog.h"
+#include "tests/support/picturefile.h"
 
 /// A network's details, as the device reported them.
 class TestViewDetailsDialog : public QObject
@@ -14,6 +15,8 @@ class TestViewDetailsDialog : public QObject
 private Q_SLOTS:
     void eachFieldStandsAsItCame_data();
     void eachFieldStandsAsItCame();
+    void aPictureThatAFieldNamesIsNotShown_data();
+    void aPictureThatAFieldNamesIsNotShown();
     void longTextsAreNotWrapped();
     void theRecordMayGo();
     void bothButtonsCloseAndChangeNothing_data();
@@ -40,6 +43,28 @@ void TestViewDetailsDialog::eachFieldStandsAsItCame()
                               "label_suites", "label_wps", "label_rssi"})
         shown += dialog.findChild<QLabel *>(QLatin1String(label))->text();
     QCOMPARE(shown, fields);
+}
+
+void TestViewDetailsDialog::aPictureThatAFieldNamesIsNotShown_data()
+{
+    QTest::addColumn<QString ZVScanResult::*>("field");
+    QTest::newRow("its name") << &ZVScanResult::ssid;
+    QTest::newRow("its channel") << &ZVScanResult::channel;
+    QTest::newRow("its ad-hoc flag") << &ZVScanResult::adhoc;
+    QTest::newRow("its security") << &ZVScanResult::security;
+    QTest::newRow("its suites") << &ZVScanResult::suites;
+    QTest::newRow("its WPS") << &ZVScanResult::wps;
+    QTest::newRow("its strength") << &ZVScanResult::rssi;
+}
+
+void TestViewDetailsDialog::aPictureThatAFieldNamesIsNotShown()
+{
+    QFETCH(QString ZVScanResult::*, field);
+    const PictureFile picture;
+    ZVScanResult record;
+    record.*field = picture.markup();
+    ViewDetailsDialog dialog(&record, nullptr);
+    QVERIFY(!picture.isSeenIn(dialog));
 }
 
 void TestViewDetailsDialog::longTextsAreNotWrapped()

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QImage>
+#include <QPixmap>
+#include <QTemporaryDir>
+#include <QWidget>
+
+/// A picture of a colour that nothing else has, in a file that a text can name.
+class PictureFile
+{
+public:
+    PictureFile()
+    {
+        QImage picture(60, 40, QImage::Format_RGB32);
+        picture.fill(colour);
+        if (!picture.save(path()))
+            qFatal("the picture can't be saved");
+    }
+    /// A text that would show the picture, were it taken for markup.
+    QString markup() const { return QStringLiteral("<img src=\"%1\">").arg(path()); }
+    /// Whether the widget shows the picture.
+    bool isSeenIn(QWidget &widget) const
+    {
+        const QImage seen = widget.grab().toImage();
+        for (int y = 0; y < seen.height(); ++y) {
+            for (int x = 0; x < seen.width(); ++x) {
+                if (seen.pixel(x, y) == colour)
+                    return true;
+            }
+        }
+        return false;
+    }
+
+private:
+    QString path() const { return _folder.filePath(QStringLiteral("picture.png")); }
+
+    static constexpr QRgb colour = 0xFFFE01FE;
+    QTemporaryDir _folder;
+};
