@@ -4,7 +4,7 @@
 
 #include <QLabel>
 
-/// Has the labels take the texts of the device and of the networks for text. Anybody can name a network
+/// Has the labels take the texts of the device and the names of networks for text. Anybody can name a network
 /// "<img src=/dev/zero>": taken for markup, the file would be read.
 inline void takeForText(std::initializer_list<QLabel *> labels)
 {

@@ -1,6 +1,7 @@
 #include "pages/testnetworkwizardpage.h"
 
 #include "device/zvtolvar.h"
+#include "pages/devicetext.h"
 #include "pages/wizardcontroller.h"
 #include "ui_testnetworkwizardpage.h"
 
@@ -9,6 +10,7 @@ TestNetworkWizardPage::TestNetworkWizardPage(QWidget *parent)
     , _ui(std::make_unique<Ui_TestNetworkWizardPage>())
 {
     _ui->setupUi(this);
+    takeForText({_ui->label}); // it names the network
 }
 
 TestNetworkWizardPage::~TestNetworkWizardPage() = default;

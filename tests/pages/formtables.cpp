@@ -352,6 +352,7 @@ QVBoxLayout verticalLayout_2
          {"progressBar", "maximum", 0},
          {"progressBar", "value", -1},
          {"label", "alignment", centred()},
+         {"label", "textFormat", plainText()},
          {"label", "wordWrap", true},
          {"pushButton", "enabled", false}}};
 }

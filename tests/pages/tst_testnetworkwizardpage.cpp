@@ -1,4 +1,5 @@
 #include <QLabel>
+#include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRegularExpression>
@@ -7,6 +8,7 @@
 
 #include "tests/support/markingtranslator.h"
 #include "tests/support/messagerecorder.h"
+#include "tests/support/picturefile.h"
 #include "tests/support/steprecorder.h"
 #include "tests/support/wizardfixture.h"
 
@@ -26,6 +28,7 @@ private Q_SLOTS:
 
     void theTestStartsOnEntry();
     void theStepsOfAnEntryComeInTheirOrder();
+    void aPictureThatTheNetworkNamesIsNotShown();
     void withoutAVerdictItStaysBusy();
     void eachVerdict_data();
     void eachVerdict();
@@ -101,6 +104,16 @@ void TestTestPage::theStepsOfAnEntryComeInTheirOrder()
                                         "progressBar is shown, 2 for the button, complete",
                                         "label says \"" + waiting + "\", 2 for the button, not complete",
                                         "the test begins, 2 for the button, not complete"}));
+}
+
+void TestTestPage::aPictureThatTheNetworkNamesIsNotShown()
+{
+    const PictureFile picture;
+    _f->wizard.back();
+    _f->widget<QLineEdit>("input_NetworkName")->setText(picture.markup());
+    _f->wizard.next();
+    QVERIFY(_f->widget<QLabel>("label")->text().contains(picture.markup()));
+    QVERIFY(!picture.isSeenIn(*_f->wizard.currentPage()));
 }
 
 void TestTestPage::withoutAVerdictItStaysBusy()
