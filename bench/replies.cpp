@@ -1,0 +1,163 @@
+// bench_replies: from received bytes to what the device has told, against the toolkit's XML reader stepping
+// through the same document, which it is handed as text.
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QXmlStreamReader>
+
+#include "app/sessionlog.h"
+#include "bench/measure.h"
+#include "bench/memoryport.h"
+#include "simulator/tolvardocuments.h"
+#include "tests/support/zvtolvarinspector.h"
+
+namespace
+{
+constexpr int turns = 31;
+constexpr int logTurns = 11;
+constexpr qint64 logSize = 4 << 20;
+constexpr qint64 usbPacket = 64;    // what the bridge sends at a time
+constexpr qint64 mostOfATty = 4095; // the most that one read of a tty gives
+
+/// A controller at the prompt, and the port it hears.
+class Receiver
+{
+public:
+    Receiver() { _inside.port() = &_port; }
+
+    /// One reply, from its start mark to its end mark, \a chunk bytes a read.
+    void hear(const QByteArray &document, qint64 chunk)
+    {
+        _inside.state() = IN_PROMPT;
+        const QByteArray framed = '\x02' + document + '\x03';
+        for (qint64 at = 0; at < framed.size(); at += chunk) {
+            _port.bring(framed.constData() + at, std::min(chunk, framed.size() - at));
+            _tolvar.onReadyRead();
+        }
+    }
+    void writeLogTo(QFile *file) { _inside.logFile() = file; }
+    const ZVTolvar &tolvar() const { return _tolvar; }
+
+private:
+    MemoryPort _port;
+    ZVTolvar _tolvar;
+    const ZVTolvarInspector _inside{_tolvar};
+};
+
+void stepThrough(const QString &document)
+{
+    QXmlStreamReader reader;
+    reader.addData(document);
+    while (!reader.atEnd())
+        reader.readNext();
+    if (reader.hasError())
+        qFatal("the document is not well-formed");
+}
+
+/// The device's status by turns with two names and addresses, so that each one changes values.
+QList<QByteArray> statuses()
+{
+    TolvarSetup one;
+    TolvarSetup other = one;
+    other.systemId = "TOLVAR-4712";
+    other.macAddress = "00:1E:C0:04:47:12";
+    return {TolvarDocuments::status(one, one.configuration, one.testResult),
+            TolvarDocuments::status(other, other.configuration, other.testResult)};
+}
+
+QByteArray scanned(int networks)
+{
+    QList<TolvarNetwork> air;
+    for (int i = 0; i < networks; ++i) {
+        TolvarNetwork network;
+        network.ssid = "Network number " + QByteArray::number(i);
+        network.security = "WPA2 (PSK)";
+        air += network;
+    }
+    return TolvarDocuments::scanResults(air);
+}
+
+/// Documents as one reply each, \a times round.
+void timeReplies(const char *name, const QList<QByteArray> &documents, qint64 chunk, double bar,
+                 int times = 100)
+{
+    QStringList texts;
+    for (const QByteArray &document : documents)
+        texts += QString::fromLatin1(document);
+    Receiver receiver;
+    Measure measure{QLatin1String(name), "ms", bar, {}, {}};
+    timeByTurns(
+        measure, turns,
+        [&] {
+            for (int i = 0; i < times; ++i) {
+                for (const QByteArray &document : documents)
+                    receiver.hear(document, chunk);
+            }
+        },
+        [&] {
+            for (int i = 0; i < times; ++i) {
+                for (const QString &text : texts)
+                    stepThrough(text);
+            }
+        });
+    if (receiver.tolvar().systemID() != QLatin1String("TOLVAR-4712") &&
+        receiver.tolvar().getScanResult("Network number 0").ssid == "Not Found")
+        qFatal("the replies came to nothing");
+    tell(measure);
+}
+
+/// The device's log, from its bytes to the closed file.
+void timeLog(const char *name, qint64 chunk, double bar)
+{
+    QByteArray log;
+    for (int line = 0; log.size() < logSize; ++line)
+        log += "[" + QByteArray::number(line) +
+               "] wlan: beacon on channel 6, -61 dB; heap 20480 of 65536 free\n";
+    const QByteArray document = TolvarDocuments::logFile(log);
+    const QString text = QString::fromLatin1(document);
+    const QString path = QDir::homePath() + QStringLiteral("/tolvar_log.txt");
+
+    Receiver receiver;
+    Measure measure{QLatin1String(name), "ms", bar, {}, {}};
+    timeByTurns(
+        measure, logTurns,
+        [&] {
+            auto *file = new QFile(path); // the controller's from here on
+            if (!file->open(QIODevice::WriteOnly))
+                qFatal("%s can't be written", qPrintable(path));
+            receiver.writeLogTo(file);
+            receiver.hear(document, chunk);
+        },
+        [&] {
+            QXmlStreamReader reader;
+            reader.addData(text);
+            reader.readNextStartElement();
+            if (reader.readElementText().size() < logSize)
+                qFatal("the log is not whole");
+        });
+    if (QFile(path).size() != log.size())
+        qFatal("the log that was written is not the one that was sent");
+    tell(measure);
+}
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const QCoreApplication app(argc, argv);
+
+    // What is said about the replies is measured by itself, below.
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+    timeReplies("status reply, one read", statuses(), mostOfATty, 2.0);
+    timeReplies("status reply, a read each USB packet", statuses(), usbPacket, 2.0);
+    timeReplies("scan reply of 20 networks, one read", {scanned(20)}, mostOfATty, 2.0);
+    timeReplies("scan reply of 20 networks, a read each USB packet", {scanned(20)}, usbPacket, 2.0);
+    timeLog("4 MB log, the longest reads", mostOfATty, 2.0);
+    timeLog("4 MB log, a read each USB packet", usbPacket, 2.0);
+
+    openSessionLog();
+    installMessageHandler();
+    timeReplies("status reply, a read each packet, with the session log", statuses(), usbPacket, 0, 10);
+    timeLog("4 MB log, the longest reads, with the session log", mostOfATty, 0);
+    return 0;
+}

@@ -1,0 +1,157 @@
+// bench_run: a device is set up, from the start of the wizard to its end, by a user whose input comes back to
+// back. How long that takes is held against the delays that are fixed and the device's own time. Runs under
+// umockdev-wrapper.
+
+#include <QApplication>
+#include <QEventLoop>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QPushButton>
+#include <QTest>
+
+#include "app/sessionlog.h"
+#include "app/zvtolvarsetupwizard.h"
+#include "bench/measure.h"
+#include "device/zvtolvar.h"
+#include "simulator/pluggedport.h"
+#include "simulator/usbtestbed.h"
+
+namespace
+{
+constexpr int turns = 5;
+
+// What the wizard waits for a device, in milliseconds.
+constexpr double openDelay = 1000;
+constexpr double wakeUpDelay = 500;
+constexpr double bytePause = 10;
+constexpr int wakeUpBytes = 3; // "C\r\n", which is not paced
+constexpr int statusBytes = 5; // "get\r\n"
+
+// What the device takes, in milliseconds. The last byte's pause passes while the device is at work already.
+constexpr TolvarDelays device{20, 1000, 1000};
+constexpr double workAfterPause(int delay)
+{
+    return delay - bytePause;
+}
+
+const char ssid[] = "The name with thirty-two letters";
+const char passphrase[] = "as long as it may be";
+
+/// Lets events go on until \a holds is true, which is looked at with each \a signal.
+template <typename Signal, typename Condition>
+void await(const ZVTolvar *tolvar, Signal signal, Condition holds)
+{
+    QEventLoop loop;
+    QObject::connect(tolvar, signal, &loop, &QEventLoop::quit);
+    while (!holds())
+        loop.exec();
+}
+
+template <typename Widget>
+Widget *onPage(const QWizard &wizard, const char *name)
+{
+    auto *widget = wizard.currentPage()->findChild<Widget *>(QLatin1String(name));
+    if (!widget)
+        qFatal("no %s on page %d", name, wizard.currentId());
+    return widget;
+}
+
+void press(QAbstractButton *button)
+{
+    if (!button->isEnabled())
+        qFatal("\"%s\" can't be pressed", qPrintable(button->text()));
+    QTest::mouseClick(button, Qt::LeftButton);
+}
+
+void pickNetwork(const QWizard &wizard)
+{
+    auto *list = onPage<QListView>(wizard, "networkListView");
+    const QModelIndexList rows = list->model()->match(list->model()->index(0, 0), Qt::DisplayRole,
+                                                      QLatin1String(ssid), 1, Qt::MatchExactly);
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(rows.value(0)).center());
+    auto *field = onPage<QLineEdit>(wizard, "input_Password");
+    QTest::mouseClick(field, Qt::LeftButton);
+    QTest::keyClicks(field, QLatin1String(passphrase));
+}
+
+/// From the wizard's first page on until the device has been found. Its being shown is counted, too.
+void find(ZVTolvarSetupWizard &wizard)
+{
+    wizard.show();
+    await(wizard._tolvar, &ZVTolvar::systemIDChanged, [&] { return !wizard._tolvar->systemID().isEmpty(); });
+    if (onPage<QLabel>(wizard, "label_progress")->text() !=
+        QLatin1String("***** A Tolvar has been found *****"))
+        qFatal("the page doesn't say that the device was found");
+}
+
+/// From there to the wizard's end. \a prompts is how many prompts the device has shown.
+void setUp(ZVTolvarSetupWizard &wizard, const int &prompts)
+{
+    ZVTolvar *tolvar = wizard._tolvar;
+    // Whoever goes on before the status has its prompt gets no scan: in a scan no prompt counts.
+    await(tolvar, &ZVTolvar::readyForCommand, [&] { return prompts == 2; });
+    press(wizard.button(QWizard::NextButton));
+    press(wizard.button(QWizard::NextButton));
+    await(tolvar, &ZVTolvar::scanFinished, [&] { return !tolvar->scanning(); });
+    pickNetwork(wizard);
+    press(wizard.button(QWizard::NextButton));
+    auto *save = onPage<QPushButton>(wizard, "pushButton");
+    await(tolvar, &ZVTolvar::networkTestFinished, [&] { return save->isEnabled(); });
+    press(save);
+    press(wizard.button(QWizard::FinishButton));
+}
+
+/// Fails unless the device holds what it was to be told, and was told nothing twice.
+void verify(const TolvarState &state)
+{
+    if (state.saved.network != ssid || state.saved.passphrase != passphrase || !state.exited ||
+        state.sessions != 1 || state.lineTexts().count("get") != 1)
+        qFatal("the device has not been set up, or more was said than is counted");
+}
+
+void runOnce(UsbTestbed &bed, Measure &finding, Measure &whole)
+{
+    TolvarSetup setup;
+    setup.delays = device;
+    PluggedTolvar tolvar(bed, setup);
+    if (!tolvar.plug())
+        qFatal("the device can't be plugged in");
+    {
+        ZVTolvarSetupWizard wizard;
+        int prompts = 0;
+        QObject::connect(wizard._tolvar, &ZVTolvar::readyForCommand, wizard._tolvar, [&] { ++prompts; });
+        const double found = milliseconds([&] { find(wizard); });
+        const double rest = milliseconds([&] { setUp(wizard, prompts); });
+
+        tolvar.catchUp();
+        const TolvarState state = tolvar.state();
+        verify(state);
+        const double awake = openDelay + wakeUpDelay + device.prompt;
+        const double work =
+            workAfterPause(device.prompt) + workAfterPause(device.scan) + workAfterPause(device.test);
+        finding.add(found, awake + bytePause * statusBytes);
+        whole.add(found + rest, awake + bytePause * double(state.bytes.size() - wakeUpBytes) + work);
+    }
+    tolvar.unplug();
+    QCoreApplication::processEvents(); // the line closes
+}
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const QApplication app(argc, argv);
+    if (!UsbTestbed::isPossible())
+        qFatal("run it as: umockdev-wrapper bench_run");
+    openSessionLog();
+    installMessageHandler();
+
+    Measure finding{"first page to \"A Tolvar has been found\"", "ms", 1.03, {}, {}};
+    Measure whole{"a typical run, input back to back", "ms", 1.05, {}, {}};
+    UsbTestbed bed;
+    for (int turn = 0; turn < turns; ++turn)
+        runOnce(bed, finding, whole);
+    tell(finding);
+    tell(whole);
+    return 0;
+}

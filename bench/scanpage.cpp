@@ -1,0 +1,116 @@
+// bench_scanpage: what the choose-network page does with a scan's reply. Its list is built anew for each
+// network of the reply, and each name in it is logged each time.
+
+#include <QApplication>
+#include <QDir>
+#include <QListView>
+#include <QTest>
+
+#include "app/sessionlog.h"
+#include "app/zvtolvarsetupwizard.h"
+#include "bench/measure.h"
+#include "bench/plainlines.h"
+#include "device/zvtolvar.h"
+#include "pages/pageid.h"
+
+namespace
+{
+constexpr int turns = 5;
+
+void ignore(QtMsgType, const QMessageLogContext &, const QString &) {}
+
+QString scanReply(int networks)
+{
+    QString document = QStringLiteral("<scan_results>");
+    for (int i = 0; i < networks; ++i)
+        document +=
+            QStringLiteral("<scan SSID=\"Network number %1\" channel=\"6\" adhoc=\"N\" sec=\"WPA2 (PSK)\" "
+                           "suites=\"CCMP\" WPS=\"N\" RSSI=\"-60\"/>")
+                .arg(i);
+    return document + QStringLiteral("</scan_results>");
+}
+
+/// The wizard on its choose-network page, a scan's reply being due again and again.
+class ScanPage
+{
+public:
+    ScanPage()
+    {
+        _wizard.show();
+        if (!QTest::qWaitForWindowExposed(&_wizard))
+            qFatal("no window");
+        _wizard._tolvar->onResponseReceived("<puckdata><name>TOLVAR-1</name></puckdata>");
+        while (_wizard.currentId() != ChooseNetworkPageId)
+            _wizard.next();
+    }
+
+    /// Takes a reply in, until the list is on the screen.
+    void take(const QString &reply)
+    {
+        _wizard._tolvar->onResponseReceived(reply);
+        QApplication::processEvents();
+    }
+    int rows() const
+    {
+        return _wizard.currentPage()->findChild<QListView *>("networkListView")->model()->rowCount();
+    }
+
+private:
+    ZVTolvarSetupWizard _wizard;
+};
+
+void timeRebuilds(ScanPage &page, int networks, double limit)
+{
+    const QString reply = scanReply(networks);
+    Measure measure{QString("%1 networks: list rebuilds").arg(networks), "ms", 0, {}, {}};
+    if (limit > 0) {
+        measure.name += QString(", against %1 s").arg(limit / 1000);
+        measure.bar = 1;
+    }
+    page.take(reply);
+    for (int turn = 0; turn < turns; ++turn) {
+        measure.ours += milliseconds([&] { page.take(reply); });
+        if (limit > 0)
+            measure.against += limit;
+    }
+    if (page.rows() != networks)
+        qFatal("the list has %d rows", page.rows());
+    tell(measure);
+}
+
+/// The same with its lines in the session log.
+void timeLines(ScanPage &page, int networks)
+{
+    const QString reply = scanReply(networks);
+    const qsizetype linesOfBefore = sessionLogLines().size();
+    page.take(reply);
+    const QList<QByteArray> lines = sessionLogLines().mid(linesOfBefore);
+    if (lines.size() < networks * (networks + 1) / 2)
+        qFatal("the session log has only %d lines", int(lines.size()));
+
+    PlainLines plain(QDir::homePath() + QStringLiteral("/plain.log"));
+    Measure measure{QString("%1 networks: rebuilds with their %2 log lines").arg(networks).arg(lines.size()),
+                    "ms",
+                    1.5,
+                    {},
+                    {}};
+    timeByTurns(
+        measure, turns, [&] { page.take(reply); }, [&] { plain.write(lines); });
+    tell(measure);
+}
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const QApplication app(argc, argv);
+    qInstallMessageHandler(ignore);
+    ScanPage page;
+    timeRebuilds(page, 10, 0);
+    timeRebuilds(page, 100, 0);
+    timeRebuilds(page, 500, 500);
+
+    openSessionLog();
+    installMessageHandler();
+    timeLines(page, 500);
+    return 0;
+}

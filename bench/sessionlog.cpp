@@ -1,0 +1,58 @@
+// bench_sessionlog: the session log's lines, from being composed to being in the file and on standard output,
+// against the same lines written and flushed at the same two places.
+
+#include <QCoreApplication>
+#include <QDir>
+
+#include "app/diagnostics.h"
+#include "app/sessionlog.h"
+#include "bench/measure.h"
+#include "bench/plainlines.h"
+
+namespace
+{
+constexpr int turns = 31;
+constexpr int lineCount = 5000;
+
+void say(int number)
+{
+    switch (number % 4) {
+    case 0:
+        zvDebug() << "->IN_RESPONSE_RECEIVE";
+        break;
+    case 1:
+        zvDebug() << "_commState = " << QStringLiteral("WAITING_FOR_CONSOLE_PROMPT");
+        break;
+    case 2:
+        zvDebug() << "-->" << QByteArray("setssid The name with thirty-two letters");
+        break;
+    default:
+        zvWarning() << "<scan SSID=\"Workshop\" channel=\"6\" sec=\"WPA2 (PSK)\" RSSI=\"-60\"/>";
+    }
+}
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const QCoreApplication app(argc, argv);
+    openSessionLog();
+    installMessageHandler();
+
+    for (int line = 0; line < lineCount; ++line)
+        say(line);
+    const QList<QByteArray> lines = sessionLogLines();
+    if (lines.size() != lineCount)
+        qFatal("the session log has %d lines", int(lines.size()));
+
+    PlainLines plain(QDir::homePath() + QStringLiteral("/plain.log"));
+    Measure measure{"5,000 lines of the session log", "ms", 1.5, {}, {}};
+    timeByTurns(
+        measure, turns,
+        [] {
+            for (int line = 0; line < lineCount; ++line)
+                say(line);
+        },
+        [&] { plain.write(lines); });
+    tell(measure);
+    return 0;
+}
