@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include <QDeadlineTimer>
 #include <QMutex>
 #include <QTimer>
@@ -32,7 +34,7 @@ enum Mode : unsigned { Scanning = 1, Testing = 2, Normal = 4, Handshake = 8, Com
 } // namespace
 
 struct ZVTolvarLink {
-    using Action = void (*)(ZVTolvar &, char);
+    using Action = void (*)(ZVTolvar &, QLatin1String received);
 
     struct Rule {
         unsigned modes;
@@ -49,13 +51,13 @@ struct ZVTolvarLink {
         }
     };
 
-    static void none(ZVTolvar &, char) {}
-    static void prompt(ZVTolvar &t, char) { Q_EMIT t.readyForCommand(); }
-    static void begin(ZVTolvar &t, char) { t._response.clear(); }
-    static void collect(ZVTolvar &t, char c) { t._response += QLatin1Char(c); }
-    static void end(ZVTolvar &t, char) { Q_EMIT t.responseReceived(t._response); }
+    static void none(ZVTolvar &, QLatin1String) {}
+    static void prompt(ZVTolvar &t, QLatin1String) { Q_EMIT t.readyForCommand(); }
+    static void begin(ZVTolvar &t, QLatin1String) { t._response.clear(); }
+    static void collect(ZVTolvar &t, QLatin1String received) { t._response += received; }
+    static void end(ZVTolvar &t, QLatin1String) { Q_EMIT t.responseReceived(t._response); }
 
-    static void endScan(ZVTolvar &t, char)
+    static void endScan(ZVTolvar &t, QLatin1String)
     {
         Q_EMIT t.responseReceived(t._response);
         t._scanning = false;
@@ -63,7 +65,7 @@ struct ZVTolvarLink {
         Q_EMIT t.scanFinished();
     }
 
-    static void endTest(ZVTolvar &t, char)
+    static void endTest(ZVTolvar &t, QLatin1String)
     {
         Q_EMIT t.responseReceived(t._response);
         t._testing = false;
@@ -80,6 +82,9 @@ struct ZVTolvarLink {
     }
 
     static const Rule rules[];
+
+    static qsizetype takeFrom(QLatin1String received);
+    static void handle(ZVTolvar &t, QLatin1String received);
 };
 
 // clang-format off
@@ -104,19 +109,33 @@ constexpr ZVTolvarLink::Rule ZVTolvarLink::rules[] = { // the first row that fit
 };
 // clang-format on
 
-void ZVTolvar::handleReceived(char c)
+// How many of these bytes the table can decide on at once: one that it has a row for, or all up to the next
+// such.
+qsizetype ZVTolvarLink::takeFrom(QLatin1String received)
 {
-    const Mode mode = ZVTolvarLink::mode(*this);
-    for (const ZVTolvarLink::Rule &rule : ZVTolvarLink::rules) {
-        if (!rule.fits(mode, _commState, c))
+    const auto hasMeaning = [](char c) { return c == STX || c == ETX || c == EOT || c == Prompt; };
+    const auto *const next = std::find_if(received.cbegin(), received.cend(), hasMeaning);
+    return next == received.cbegin() ? 1 : next - received.cbegin();
+}
+
+void ZVTolvarLink::handle(ZVTolvar &t, QLatin1String received)
+{
+    const Mode inMode = mode(t);
+    for (const Rule &rule : rules) {
+        if (!rule.fits(inMode, t._commState, received.front().toLatin1()))
             continue;
         if (rule.next != Same)
-            _commState = static_cast<CommState>(rule.next);
+            t._commState = static_cast<CommState>(rule.next);
         if (rule.log)
             zvDebug() << rule.log;
-        rule.action(*this, c);
+        rule.action(t, received);
         return;
     }
+}
+
+void ZVTolvar::handleReceived(char c)
+{
+    ZVTolvarLink::handle(*this, QLatin1String(&c, 1));
 }
 
 void ZVTolvar::onReadyRead()
@@ -130,8 +149,12 @@ void ZVTolvar::onReadyRead()
     QByteArray received(static_cast<int>(available), '\0');
     _port->read(received.data(), available);
     zvWarning() << received.constData(); // kept: a warning, so that the console view shows it
-    for (const char c : std::as_const(received))
-        handleReceived(c);
+    // Text comes in long runs, which a byte at a time would take twice as long.
+    for (QLatin1String rest(received); !rest.isEmpty();) {
+        const qsizetype size = ZVTolvarLink::takeFrom(rest);
+        ZVTolvarLink::handle(*this, rest.first(size));
+        rest = rest.sliced(size);
+    }
 }
 
 void ZVTolvar::submitCommand(const QString &command)
