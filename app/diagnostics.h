@@ -16,6 +16,7 @@ public:
     explicit ZVMessage(QtMsgType level)
         : _level(level)
     {
+        _text.reserve(mostOfAMessage);
     }
     ~ZVMessage();
 
@@ -31,6 +32,8 @@ public:
 
 private:
     Q_DISABLE_COPY_MOVE(ZVMessage)
+
+    static constexpr qsizetype mostOfAMessage = 120; // all but a few are shorter
 
     QtMsgType _level;
     QString _text;

@@ -79,7 +79,7 @@ void zvMessageOutput(QtMsgType type, const char *msg)
 {
     const char *level = prefix(type);
     if (level && isOpen(theSessionLog))
-        theSessionLog << level << msg << "\n";
+        theSessionLog << QLatin1String(level) << msg << '\n';
     theSessionLog.flush();
 
     std::printf("%s\n", msg);
