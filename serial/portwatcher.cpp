@@ -7,7 +7,7 @@
 #include "serial/qextserialenumerator.h"
 #include "serial/serialline.h"
 
-#ifdef ZV_WATCH_BY_UDEV
+#ifdef ZV_PORTS_BY_UDEV
 #include "serial/portwatcher_udev.h"
 #endif
 
@@ -15,7 +15,7 @@ static std::unique_ptr<PortWatcher> makeWatcher()
 {
     QObject *application = QCoreApplication::instance();
     std::unique_ptr<PortWatcher> watcher;
-#ifdef ZV_WATCH_BY_UDEV
+#ifdef ZV_PORTS_BY_UDEV
     watcher = std::make_unique<UdevPortWatcher>(application);
     if (watcher->arm())
         return watcher;

@@ -1,32 +1,41 @@
 #include "serial/qextserialenumerator.h"
 
 #include <QFileInfo>
-#include <QSerialPortInfo>
 
+#include "serial/portlist.h"
 #include "serial/portwatcher.h"
 
 // Ports on other buses have ids as well, but those are no USB ids. Linux names the bus; where it is not
 // named, the ids are taken for USB ids.
-static bool isOnUsb(const QSerialPortInfo &port)
+static bool isOnUsb(const ListedPort &port)
 {
-    if (!port.hasVendorIdentifier() || !port.hasProductIdentifier())
+    if (!port.vendorID || !port.productID)
         return false;
-    const QFileInfo bus(QStringLiteral("/sys/class/tty/%1/device/subsystem").arg(port.portName()));
+    const QFileInfo bus(QStringLiteral("/sys/class/tty/%1/device/subsystem").arg(port.name));
     return !bus.exists() || QFileInfo(bus.canonicalFilePath()).fileName().startsWith(QLatin1String("usb"));
 }
 
-static QextPortInfo describe(const QSerialPortInfo &port)
+static QextPortInfo describe(const ListedPort &port)
 {
     QextPortInfo info;
-    info.portName = port.portName();
-    info.physName = port.systemLocation();
-    info.friendName = port.description();
+    info.portName = port.name;
+    info.physName = port.location;
+    info.friendName = port.description;
     if (isOnUsb(port)) {
         info.enumName = QStringLiteral("USB");
-        info.vendorID = port.vendorIdentifier();
-        info.productID = port.productIdentifier();
+        info.vendorID = *port.vendorID;
+        info.productID = *port.productID;
     }
     return info;
+}
+
+static QList<ListedPort> listedPorts()
+{
+#ifdef ZV_PORTS_BY_UDEV
+    if (const auto ports = listedByUdev())
+        return *ports;
+#endif
+    return listedByQt();
 }
 
 QextSerialEnumerator::QextSerialEnumerator(QObject *parent)
@@ -38,8 +47,8 @@ QextSerialEnumerator::~QextSerialEnumerator() = default;
 QList<QextPortInfo> QextSerialEnumerator::getPorts()
 {
     QList<QextPortInfo> ports;
-    const QList<QSerialPortInfo> listed = QSerialPortInfo::availablePorts();
-    for (const QSerialPortInfo &port : listed)
+    const QList<ListedPort> listed = listedPorts();
+    for (const ListedPort &port : listed)
         ports.append(describe(port));
     return ports;
 }

@@ -54,10 +54,15 @@ QString MockPorts::addPhantom()
 QString MockPorts::addConsole()
 {
     QString name = nextName("tty");
+    addVirtual(name);
+    return name;
+}
+
+void MockPorts::addVirtual(const QString &name)
+{
     _paths.insert(name, QStringLiteral("/devices/virtual/tty/%1").arg(name));
     add("P: " + _paths.value(name).toUtf8() + "\nE: SUBSYSTEM=tty\nE: DEVNAME=/dev/" + name.toUtf8() +
         "\n\n");
-    return name;
 }
 
 void MockPorts::plugOtherUsb()

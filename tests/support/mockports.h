@@ -28,6 +28,8 @@ public:
     QString addPhantom();
     /// A virtual console, which is a tty and no port.
     QString addConsole();
+    /// A tty called \a name with no device behind it, such as a null modem's.
+    void addVirtual(const QString &name);
     /// Something on USB that is no tty.
     void plugOtherUsb();
 

@@ -9,6 +9,7 @@
 
 #include <unistd.h>
 
+#include "serial/portlist.h"
 #include "serial/qextserialenumerator.h"
 #include "serial/qextserialport.h"
 #include "tests/support/messagerecorder.h"
@@ -22,6 +23,8 @@ private Q_SLOTS:
     void aComputerWithoutPortsHasAnEmptyList();
     void thePortsAreListed();
     void thePortsAreListedInTheSystemsOrder();
+    void theListIsTheToolkits();
+    void thisComputersListIsTheToolkits();
     void idsAreUsbIdsByTheBus_data();
     void idsAreUsbIdsByTheBus();
     void nothingIsToldBeforeItIsAskedFor();
@@ -41,6 +44,17 @@ namespace
 QextPortInfo toldOf(const QSignalSpy &spy)
 {
     return spy.value(0).value(0).value<QextPortInfo>();
+}
+
+QStringList described(const QList<ListedPort> &ports)
+{
+    QStringList texts;
+    for (const ListedPort &port : ports)
+        texts += QStringLiteral("%1 at %2: %3, %4:%5")
+                     .arg(port.name, port.location, port.description)
+                     .arg(port.vendorID.value_or(-1))
+                     .arg(port.productID.value_or(-1));
+    return texts;
 }
 
 // Descriptors this process has on terminals, the test bed's own among them.
@@ -97,6 +111,41 @@ void TestQextSerialEnumerator::thePortsAreListedInTheSystemsOrder()
     for (const QextPortInfo &info : ports)
         listed += info.portName;
     QCOMPARE(listed, systems);
+}
+
+void TestQextSerialEnumerator::theListIsTheToolkits()
+{
+    MockPorts computer;
+    computer.plugUsb("0403", "6001");
+    computer.plugUsb("067b", "2303", "USB-Serial_Controller");
+    computer.plugUsb("no number", "12345");
+    computer.plugPci();
+    computer.plugOnBus("pnp", "0403", "");
+    computer.plugOtherUsb();
+    computer.addPhantom();
+    const QStringList virtualPorts{"rfcomm0", "rfcomm255", "tnt0", "ttyGS0"};
+    const QStringList noPorts{"console", "ptmx",  "rfcomm",    "rfcomm-1", "rfcomm256", "tty",  "tty0",
+                              "tty63",   "ttyp0", "ttyprintk", "t",        "tt0",       "hvc0", "rfcommX"};
+    for (const QString &name : virtualPorts + noPorts)
+        computer.addVirtual(name);
+
+    const auto listed = listedByUdev();
+    QVERIFY(listed);
+    QCOMPARE(described(*listed), described(listedByQt()));
+    QStringList withoutDevice;
+    for (const ListedPort &port : *listed) {
+        if (virtualPorts.contains(port.name) || noPorts.contains(port.name))
+            withoutDevice += port.name;
+    }
+    QCOMPARE(withoutDevice, virtualPorts);
+    QCOMPARE(listed->size(), 5 + virtualPorts.size());
+}
+
+void TestQextSerialEnumerator::thisComputersListIsTheToolkits()
+{
+    // Without a mock one. It may have a port of the kind whose driver has to be asked.
+    if (const auto listed = listedByUdev())
+        QCOMPARE(described(*listed), described(listedByQt()));
 }
 
 void TestQextSerialEnumerator::idsAreUsbIdsByTheBus_data()

@@ -1,0 +1,106 @@
+#include "serial/portlist.h"
+
+#include <cstring>
+#include <fcntl.h>
+#include <memory>
+#include <unistd.h>
+
+#include <libudev.h>
+#include <linux/serial.h>
+#include <sys/ioctl.h>
+
+// Qt has udev read all about every tty before it leaves most of them out, and each Linux has 64 virtual
+// consoles: that took ten milliseconds a time, longer than anything else between the program's start and its
+// window. Here the consoles are left out by their names. What remains is a port by the same rules.
+
+namespace
+{
+struct Unref {
+    void operator()(udev *context) const { udev_unref(context); }
+    void operator()(udev_enumerate *list) const { udev_enumerate_unref(list); }
+    void operator()(udev_device *device) const { udev_device_unref(device); }
+};
+
+/// Every tty's name but "tty" and "tty" with a number.
+constexpr const char *allButConsoles[] = {"[!t]*", "t[!t]*", "tt[!y]*", "tty[!0-9]*"};
+
+/// Whether the port is one that its driver offers with nothing behind it.
+bool isPhantom(const char *driver, const char *location)
+{
+    if (!driver || std::strcmp(driver, "serial8250") != 0)
+        return false;
+    const int descriptor = ::open(location, O_RDWR | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    if (descriptor < 0)
+        return true;
+    serial_struct settings{};
+    const bool isThere = ::ioctl(descriptor, TIOCGSERIAL, &settings) == 0 && settings.type != PORT_UNKNOWN;
+    ::close(descriptor);
+    return !isThere;
+}
+
+/// Ports that are none of a device: Bluetooth's, null modems, and this computer's own as a gadget.
+bool isPortWithoutDevice(const QString &name)
+{
+    if (name.startsWith(QLatin1String("tnt")) || name.startsWith(QLatin1String("ttyGS")))
+        return true;
+    if (!name.startsWith(QLatin1String("rfcomm")))
+        return false;
+    bool isNumber = false;
+    const int number = QStringView(name).mid(6).toInt(&isNumber);
+    return isNumber && number >= 0 && number <= 255;
+}
+
+std::optional<int> idOf(udev_device *device, const char *property)
+{
+    bool isNumber = false;
+    const int id = QByteArray(udev_device_get_property_value(device, property)).toInt(&isNumber, 16);
+    if (!isNumber)
+        return std::nullopt;
+    return id & 0xFFFF;
+}
+
+std::optional<ListedPort> portOf(udev_device *device)
+{
+    ListedPort port;
+    port.name = QString::fromLatin1(udev_device_get_sysname(device));
+    port.location = QString::fromLatin1(udev_device_get_devnode(device));
+
+    udev_device *const parent = udev_device_get_parent(device); // lives as long as the device
+    if (!parent)
+        return isPortWithoutDevice(port.name) ? std::optional(port) : std::nullopt;
+    if (isPhantom(udev_device_get_driver(parent), udev_device_get_devnode(device)))
+        return std::nullopt;
+    port.description = QString::fromLatin1(udev_device_get_property_value(device, "ID_MODEL"))
+                           .replace(QLatin1Char('_'), QLatin1Char(' '));
+    port.vendorID = idOf(device, "ID_VENDOR_ID");
+    port.productID = idOf(device, "ID_MODEL_ID");
+    return port;
+}
+} // namespace
+
+std::optional<QList<ListedPort>> listedByUdev()
+{
+    const std::unique_ptr<udev, Unref> context(udev_new());
+    if (!context)
+        return std::nullopt;
+    const std::unique_ptr<udev_enumerate, Unref> ttys(udev_enumerate_new(context.get()));
+    udev_enumerate_add_match_subsystem(ttys.get(), "tty");
+    for (const char *names : allButConsoles)
+        udev_enumerate_add_match_sysname(ttys.get(), names);
+    udev_enumerate_scan_devices(ttys.get());
+
+    udev_list_entry *const first = udev_enumerate_get_list_entry(ttys.get());
+    if (!first)
+        return std::nullopt; // nowhere is there no tty at all: udev can't see
+    QList<ListedPort> ports;
+    udev_list_entry *entry = nullptr;
+    udev_list_entry_foreach(entry, first)
+    {
+        const std::unique_ptr<udev_device, Unref> device(
+            udev_device_new_from_syspath(context.get(), udev_list_entry_get_name(entry)));
+        const auto port = device ? portOf(device.get()) : std::nullopt;
+        if (port)
+            ports.append(*port);
+    }
+    return ports;
+}
