@@ -5,14 +5,15 @@
 
 #include "serial/qextserialport.h"
 
-/// A port whose received bytes are in memory: no line, no system, nothing to wait for.
+/// A port whose received bytes are in memory: no line, no system, nothing to wait for. What is written goes
+/// nowhere.
 class MemoryPort : public QextSerialPort
 {
 public:
     MemoryPort()
         : QextSerialPort(QStringLiteral("memory"))
     {
-        QIODevice::open(ReadOnly | Unbuffered);
+        QIODevice::open(ReadWrite | Unbuffered);
     }
 
     /// What there is to read from now on; stays the caller's.
@@ -33,6 +34,7 @@ protected:
         _left -= count;
         return count;
     }
+    qint64 writeData(const char *, qint64 size) override { return size; }
 
 private:
     const char *_bytes = nullptr;

@@ -1,8 +1,11 @@
+#include <algorithm>
+
 #include <QSignalSpy>
 #include <QTest>
 
 #include "tests/support/linkbench.h"
 #include "tests/support/listener.h"
+#include "tests/support/memoryport.h"
 #include "tests/support/messagewitness.h"
 #include "tests/support/signaldiary.h"
 
@@ -28,6 +31,8 @@ private Q_SLOTS:
     void aReplyThatNeverEndsIsNeverHandedOn();
 
     void aReplyInManyReadsIsTheSame();
+    void howeverItIsCutTheSameComesOfIt_data();
+    void howeverItIsCutTheSameComesOfIt();
     void twoRepliesInOneReadAreTwo();
     void whatIsReadIsLoggedRaw_data();
     void whatIsReadIsLoggedRaw();
@@ -179,6 +184,57 @@ void TestLink::aReplyInManyReadsIsTheSame()
     }
     QCOMPARE(diary.take(),
              QStringList({"systemIDChanged:T", "responseReceived:<puckdata><name>T</name></puckdata>"}));
+}
+
+namespace
+{
+/// What a controller does with \a sent, \a chunk bytes a read: its signals, its messages but for the raw
+/// ones, and where it ends.
+QStringList outcome(const QByteArray &sent, qsizetype chunk, CommState state, bool scanning, bool testing)
+{
+    MemoryPort port;
+    LinkBench bench;
+    bench.inside.port() = &port;
+    bench.inside.state() = state;
+    bench.inside.scanning() = scanning;
+    bench.inside.testing() = testing;
+    SignalDiary diary(&bench.tolvar);
+    for (qsizetype at = 0; at < sent.size(); at += chunk) {
+        port.bring(sent.constData() + at, std::min(chunk, sent.size() - at));
+        bench.tolvar.onReadyRead();
+    }
+    return diary.take() + bench.log->messages("D:") +
+           QStringList{bench.inside.response(), QString::number(bench.inside.state())};
+}
+} // namespace
+
+void TestLink::howeverItIsCutTheSameComesOfIt_data()
+{
+    QTest::addColumn<CommState>("state");
+    QTest::addColumn<bool>("scanning");
+    QTest::addColumn<bool>("testing");
+    QTest::newRow("before it is woken") << CANDIDATE_DEVICE_FOUND << false << false;
+    QTest::newRow("waiting for the first prompt") << INITIAL_WAITING_FOR_CONSOLE_PROMPT << false << false;
+    QTest::newRow("waiting for a prompt") << WAITING_FOR_CONSOLE_PROMPT << false << false;
+    QTest::newRow("at the prompt") << IN_PROMPT << false << false;
+    QTest::newRow("inside a reply") << IN_RESPONSE_RECEIVE << false << false;
+    QTest::newRow("scanning") << IN_PROMPT << true << false;
+    QTest::newRow("testing") << IN_PROMPT << false << true;
+}
+
+void TestLink::howeverItIsCutTheSameComesOfIt()
+{
+    QFETCH(CommState, state);
+    QFETCH(bool, scanning);
+    QFETCH(bool, testing);
+    static const char bytes[] =
+        "echo\r\n\x04\x04>>junk\x02\x02<puckdata><name>a\x04>b\xc3\xa9\0</name>\r\n</puckdata>\x03\x03"
+        "\r\n>get\x02\x02<puckdata><mode>M</mode></puckdata>\x03>>\x02<open";
+    const QByteArray sent(bytes, sizeof bytes - 1); // a zero byte is among them
+    const QStringList byteByByte = outcome(sent, 1, state, scanning, testing);
+    QVERIFY(state == CANDIDATE_DEVICE_FOUND || byteByByte.size() > 4);
+    for (const qsizetype chunk : {2, 3, 7, 64, 1000})
+        QCOMPARE(outcome(sent, chunk, state, scanning, testing), byteByByte);
 }
 
 void TestLink::twoRepliesInOneReadAreTwo()
