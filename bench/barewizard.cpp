@@ -8,20 +8,39 @@
 #include <QVBoxLayout>
 #include <QWizard>
 
-static QWizardPage *page(bool busy)
+static QWizardPage *emptyPage()
+{
+    return new QWizardPage;
+}
+
+static QLabel *text(const QString &words, bool bold = false)
+{
+    auto *label = new QLabel(words);
+    label->setAlignment(Qt::AlignCenter);
+    label->setWordWrap(true);
+    QFont font = label->font();
+    font.setBold(bold);
+    label->setFont(font);
+    return label;
+}
+
+static QWizardPage *fullPage()
 {
     auto *page = new QWizardPage;
-    if (!busy)
-        return page;
-    page->setTitle(QStringLiteral("Identifying"));
-    auto *layout = new QVBoxLayout(page);
-    auto *label = new QLabel(QStringLiteral("Looking"), page);
-    label->setAlignment(Qt::AlignCenter);
-    auto *bar = new QProgressBar(page);
+    page->setTitle(QStringLiteral("Identifying ZV Tolvar"));
+    auto *bar = new QProgressBar;
     bar->setMaximum(0);
     bar->setValue(-1);
+    auto *layout = new QVBoxLayout(page);
     layout->addStretch();
-    layout->addWidget(label);
+    layout->addWidget(
+        text(QStringLiteral("Please plug an Orvane Device into the computer before starting this utility. "),
+             true));
+    layout->addStretch();
+    layout->addWidget(text(QStringLiteral(
+        "If you have more than one device, run this setup wizard with each unit individually.")));
+    layout->addStretch();
+    layout->addWidget(text(QStringLiteral("Looking for ZV Tolvar")));
     layout->addWidget(bar);
     layout->addStretch();
     return page;
@@ -36,7 +55,8 @@ int main(int argc, char *argv[])
                       QWizard::NoBackButtonOnStartPage | QWizard::CancelButtonOnLeft);
     wizard.setButtonText(QWizard::CustomButton1, QStringLiteral("&Console"));
     wizard.setOption(QWizard::HaveCustomButton1);
-    wizard.setPage(0, page(QApplication::arguments().contains(QStringLiteral("--busy"))));
+    wizard.setPage(0,
+                   QApplication::arguments().contains(QStringLiteral("--empty")) ? emptyPage() : fullPage());
     for (const auto role : {QWizard::BannerPixmap, QWizard::BackgroundPixmap, QWizard::WatermarkPixmap})
         wizard.setPixmap(role, QPixmap(QStringLiteral(":/images/plus_small.png")));
     wizard.setWindowTitle(QStringLiteral("Bare wizard"));

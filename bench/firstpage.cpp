@@ -70,6 +70,7 @@ bool FirstPage::eventFilter(QObject *watched, QEvent *event)
 void FirstPage::shown()
 {
     _shownAt = std::chrono::steady_clock::now().time_since_epoch().count();
+    _cpu = processorTime();
     _peakMemory = peakMemory();
     const int idle = qEnvironmentVariableIntValue("ZV_BENCH_IDLE");
     if (idle == 0) {
@@ -87,8 +88,8 @@ void FirstPage::report(double idleCpu) const
 {
     QFile file(qEnvironmentVariable("ZV_BENCH_REPORT"));
     if (file.open(QIODevice::WriteOnly)) {
-        file.write(QByteArray::number(_shownAt) + ' ' + QByteArray::number(_peakMemory) + ' ' +
-                   QByteArray::number(idleCpu));
+        file.write(QByteArray::number(_shownAt) + ' ' + QByteArray::number(_cpu) + ' ' +
+                   QByteArray::number(_peakMemory) + ' ' + QByteArray::number(idleCpu));
         file.close();
     }
     QCoreApplication::exit(0);

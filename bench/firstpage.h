@@ -23,5 +23,6 @@ private:
 
     bool _seen = false;
     qint64 _shownAt = 0;
+    double _cpu = 0;
     qint64 _peakMemory = 0;
 };

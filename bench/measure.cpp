@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <ctime>
 
 #include <QFile>
 #include <QJsonDocument>
@@ -60,6 +61,13 @@ double milliseconds(const std::function<void()> &step)
     return duration<double, std::milli>(steady_clock::now() - start).count();
 }
 
+double processorMilliseconds(const std::function<void()> &step)
+{
+    const std::clock_t start = std::clock();
+    step();
+    return double(std::clock() - start) * 1e3 / CLOCKS_PER_SEC;
+}
+
 void Measure::add(double our, double other)
 {
     ours += our;
@@ -72,8 +80,8 @@ void timeByTurns(Measure &measure, int turns, const std::function<void()> &ours,
     ours();
     against();
     for (int turn = 0; turn < turns; ++turn) {
-        const double our = milliseconds(ours);
-        measure.add(our, milliseconds(against));
+        const double our = processorMilliseconds(ours);
+        measure.add(our, processorMilliseconds(against));
     }
 }
 

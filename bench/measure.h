@@ -7,6 +7,8 @@
 
 /// Milliseconds that a step takes, by the monotonic clock.
 double milliseconds(const std::function<void()> &step);
+/// Milliseconds of processor time that a step takes; other programs may be busy meanwhile.
+double processorMilliseconds(const std::function<void()> &step);
 
 /// One row of the table: what was seen of ours, and of what ours is held against, turn and turn about.
 struct Measure {
@@ -19,7 +21,8 @@ struct Measure {
     void add(double our, double other);
 };
 
-/// Times \a ours and \a against by turns, \a turns of each after one that doesn't count.
+/// Takes the processor time of \a ours and \a against by turns, \a turns of each after one that doesn't
+/// count.
 void timeByTurns(Measure &measure, int turns, const std::function<void()> &ours,
                  const std::function<void()> &against);
 

@@ -8,8 +8,8 @@
 
 #include "app/sessionlog.h"
 #include "bench/measure.h"
-#include "bench/memoryport.h"
 #include "simulator/tolvardocuments.h"
+#include "tests/support/memoryport.h"
 #include "tests/support/zvtolvarinspector.h"
 
 namespace
