@@ -1,6 +1,6 @@
 // What the program is held against: the toolkit's wizard with the program's style, options, button, pictures
-// and size, and a single page. With --busy that page has a text over a busy bar, as the program's first page
-// has while it looks for a device.
+// and size, and one page of the toolkit's own widgets: the texts and the busy bar of the program's first
+// page. With --empty the page has nothing on it.
 
 #include <QApplication>
 #include <QLabel>
