@@ -11,12 +11,12 @@
 
 namespace
 {
-QJsonArray rowsOf(const QString &path)
+QList<QJsonObject> rowsOf(const QString &path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         qFatal("%s can't be read", qPrintable(path));
-    QJsonArray rows;
+    QList<QJsonObject> rows;
     while (!file.atEnd())
         rows += QJsonDocument::fromJson(file.readLine()).object();
     return rows;
@@ -75,16 +75,19 @@ int main(int argc, char *argv[])
     if (arguments.size() < 2 || arguments.size() > 3)
         qFatal("usage: benchtable ROWS [JSON]");
 
-    const QJsonArray rows = rowsOf(arguments.at(1));
+    const QList<QJsonObject> rows = rowsOf(arguments.at(1));
     print(QStringLiteral("measure"), QStringLiteral("ours"), QStringLiteral("against"),
           QStringLiteral("ratio"), QStringLiteral("bar"), QString());
     int missed = 0;
-    for (const QJsonValue row : rows)
-        missed += printRow(row.toObject());
+    QJsonArray document;
+    for (const QJsonObject &row : rows) {
+        missed += printRow(row);
+        document += row;
+    }
 
     if (arguments.size() == 3) {
         QFile json(arguments.at(2));
-        if (!json.open(QIODevice::WriteOnly) || json.write(QJsonDocument(rows).toJson()) < 0)
+        if (!json.open(QIODevice::WriteOnly) || json.write(QJsonDocument(document).toJson()) < 0)
             qFatal("%s can't be written", qPrintable(json.fileName()));
     }
     return missed > 0 || rows.isEmpty();

@@ -13,7 +13,7 @@ public:
     MemoryPort()
         : QextSerialPort(QStringLiteral("memory"))
     {
-        QIODevice::open(ReadWrite | Unbuffered);
+        setOpenMode(ReadWrite | Unbuffered);
     }
 
     /// What there is to read from now on; stays the caller's.
