@@ -4,11 +4,9 @@
 
 ZVMessage::~ZVMessage()
 {
-    const QByteArray text = _text.toUtf8();
-    if (_level == QtWarningMsg)
-        qWarning("%s", text.constData());
-    else
-        qDebug("%s", text.constData());
+    // Not by qDebug(), which would format the finished text once more. What it asks, this does: categories,
+    // and whether warnings are fatal.
+    qt_message_output(_level, QMessageLogContext(), _text);
 }
 
 ZVMessage &ZVMessage::operator<<(const char *literal)
