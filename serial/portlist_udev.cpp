@@ -1,8 +1,12 @@
 #include "serial/portlist.h"
 
 #include <cstring>
+#include <dirent.h>
 #include <fcntl.h>
+#include <map>
 #include <memory>
+#include <string>
+#include <string_view>
 #include <unistd.h>
 
 #include <libudev.h>
@@ -11,18 +15,24 @@
 
 // Qt has udev read all about every tty before it leaves most of them out, and each Linux has 64 virtual
 // consoles: that took ten milliseconds a time, longer than anything else between the program's start and its
-// window. Here the consoles are left out by their names. What remains is a port by the same rules.
+// window. Here the consoles are left out by their names. What remains is a port by the same rules, and stands
+// in the same order.
 
 namespace
 {
-struct Unref {
+struct LetGo {
     void operator()(udev *context) const { udev_unref(context); }
-    void operator()(udev_enumerate *list) const { udev_enumerate_unref(list); }
     void operator()(udev_device *device) const { udev_device_unref(device); }
+    void operator()(DIR *folder) const { ::closedir(folder); }
 };
 
-/// Every tty's name but "tty" and "tty" with a number.
-constexpr const char *allButConsoles[] = {"[!t]*", "t[!t]*", "tt[!y]*", "tty[!0-9]*"};
+/// Whether this is one of the kernel's own terminals, none of which is a port.
+bool isConsole(const std::string_view name)
+{
+    if (name == "console" || name == "ptmx" || name == "tty")
+        return true;
+    return name.size() > 3 && name.substr(0, 3) == "tty" && name[3] >= '0' && name[3] <= '9';
+}
 
 /// Whether the port is one that its driver offers with nothing behind it.
 bool isPhantom(const char *driver, const char *location)
@@ -80,26 +90,27 @@ std::optional<ListedPort> portOf(udev_device *device)
 
 std::optional<QList<ListedPort>> listedByUdev()
 {
-    const std::unique_ptr<udev, Unref> context(udev_new());
+    const std::unique_ptr<udev, LetGo> context(udev_new());
     if (!context)
         return std::nullopt;
-    const std::unique_ptr<udev_enumerate, Unref> ttys(udev_enumerate_new(context.get()));
-    udev_enumerate_add_match_subsystem(ttys.get(), "tty");
-    for (const char *names : allButConsoles)
-        udev_enumerate_add_match_sysname(ttys.get(), names);
-    udev_enumerate_scan_devices(ttys.get());
+    const std::unique_ptr<DIR, LetGo> folder(::opendir("/sys/class/tty"));
+    if (!folder)
+        return std::nullopt;
 
-    udev_list_entry *const first = udev_enumerate_get_list_entry(ttys.get());
-    if (!first)
-        return std::nullopt; // nowhere is there no tty at all: udev can't see
+    // By their place among the devices, as udev sorts them.
+    std::map<std::string, std::unique_ptr<udev_device, LetGo>> ttys;
+    while (const dirent *entry = ::readdir(folder.get())) {
+        if (entry->d_name[0] == '.' || isConsole(entry->d_name))
+            continue;
+        std::unique_ptr<udev_device, LetGo> device(
+            udev_device_new_from_subsystem_sysname(context.get(), "tty", entry->d_name));
+        if (device)
+            ttys.emplace(udev_device_get_syspath(device.get()), std::move(device));
+    }
+
     QList<ListedPort> ports;
-    udev_list_entry *entry = nullptr;
-    udev_list_entry_foreach(entry, first)
-    {
-        const std::unique_ptr<udev_device, Unref> device(
-            udev_device_new_from_syspath(context.get(), udev_list_entry_get_name(entry)));
-        const auto port = device ? portOf(device.get()) : std::nullopt;
-        if (port)
+    for (const auto &[place, device] : ttys) {
+        if (const auto port = portOf(device.get()))
             ports.append(*port);
     }
     return ports;
