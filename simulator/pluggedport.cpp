@@ -44,14 +44,14 @@ void PluggedPort::inThread(const std::function<void()> &step)
     QMetaObject::invokeMethod(_pump.get(), step, Qt::BlockingQueuedConnection);
 }
 
-bool PluggedPort::plug(const QByteArray &wantedName)
+bool PluggedPort::plug(const QByteArray &ttyName)
 {
     if (_isPlugged)
         return false;
-    const QByteArray ttyName = _bed.plug(_bridge, wantedName);
-    if (ttyName.isEmpty())
+    const QByteArray name = _bed.plug(_bridge, ttyName);
+    if (name.isEmpty())
         return false;
-    _ttyName = ttyName;
+    _ttyName = name;
     _isPlugged = true;
     inThread([this] { _pump->attach(_bed.descriptor(_ttyName)); });
     return true;

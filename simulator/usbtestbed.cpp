@@ -86,25 +86,25 @@ QByteArray UsbTestbed::nextName()
     return "ttyUSB" + QByteArray::number(_nextTty < 0 ? takeTtyNumber() : _nextTty++);
 }
 
-QByteArray UsbTestbed::plug(const UsbBridge &bridge, const QByteArray &wantedName)
+QByteArray UsbTestbed::plug(const UsbBridge &bridge, const QByteArray &ttyName)
 {
     constexpr int ttyMinors = 1 << 20;
-    QByteArray ttyName = wantedName.isEmpty() ? nextName() : wantedName;
-    const int number = ttyName.mid(static_cast<int>(strlen("ttyUSB"))).toInt();
+    QByteArray name = ttyName.isEmpty() ? nextName() : ttyName;
+    const int number = name.mid(static_cast<int>(strlen("ttyUSB"))).toInt();
     const int socket = freeSocket();
-    const UsbRecord record = recordOf(bridge, {socket, _nextAddress, ttyName, number % ttyMinors});
+    const UsbRecord record = recordOf(bridge, {socket, _nextAddress, name, number % ttyMinors});
     ++_nextAddress;
 
-    const int descriptor = makeTty(ttyName);
+    const int descriptor = makeTty(name);
     GError *error = nullptr;
     if (!umockdev_testbed_add_from_string(_bed, record.devices.constData(), &error)) {
-        qCritical("The USB test bed does not take %s: %s", ttyName.constData(), error->message);
+        qCritical("The USB test bed does not take %s: %s", name.constData(), error->message);
         g_error_free(error);
         close(descriptor);
         return {};
     }
-    _plugged.insert_or_assign(ttyName, Plugged{record, socket, descriptor});
-    return ttyName;
+    _plugged.insert_or_assign(name, Plugged{record, socket, descriptor});
+    return name;
 }
 
 int UsbTestbed::descriptor(const QByteArray &ttyName) const

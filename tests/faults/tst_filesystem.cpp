@@ -65,7 +65,7 @@ void TestFileSystem::theSessionLogIsNoHindrance()
 
     FaultBench bench;
     openSessionLog();
-    bench.listen([](QtMsgType type, const QString &message) {
+    FaultBench::listen([](QtMsgType type, const QString &message) {
         zvMessageOutput(type, message.toLocal8Bit().constData());
     });
     QCOMPARE(bench.walkAgain(), QString());
@@ -99,7 +99,7 @@ void TestFileSystem::aLogOfFourMegabytesIsKeptWhole()
     const QString path = folder.filePath(QStringLiteral("log.txt"));
     TolvarSetup setup = tersestTolvar();
     setup.logText.clear();
-    constexpr qsizetype length = 4 * 1024 * 1024;
+    constexpr qsizetype length = 4L * 1024 * 1024;
     for (int number = 0; setup.logText.size() < length; ++number)
         setup.logText += "line " + QByteArray::number(number) + " of a <long> & dull story\n";
     FaultBench bench(setup, {QStringLiteral("B"), QStringLiteral("b"), path});

@@ -4,6 +4,9 @@
 #include "tests/faults/faultbench.h"
 #include "tests/faults/faultchoice.h"
 
+Q_DECLARE_METATYPE(TolvarDelays)
+Q_DECLARE_METATYPE(TolvarFaults)
+
 /// The whole wizard on a line, or with a device, that is not as it should be.
 class TestNoisyLine : public QObject
 {
@@ -181,7 +184,5 @@ void TestNoisyLine::theFirstOfTwoDevicesIsUsed()
     QCOMPARE(second.state().bytes.size(), 0);
 }
 
-Q_DECLARE_METATYPE(TolvarDelays)
-Q_DECLARE_METATYPE(TolvarFaults)
 QTEST_MAIN(TestNoisyLine)
 #include "tst_noisyline.moc"

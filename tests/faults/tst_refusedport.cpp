@@ -33,7 +33,7 @@ void TestRefusedPort::aPermissionThatComesLater()
     FaultBench bench;
     QVERIFY(plugIntoView(bench));
     int refusals = 0;
-    bench.listen([&refusals](QtMsgType type, const QString &message) {
+    FaultBench::listen([&refusals](QtMsgType type, const QString &message) {
         if (type == QtCriticalMsg && message.contains(QLatin1String("Permission denied")))
             ++refusals;
     });
@@ -54,12 +54,12 @@ void TestRefusedPort::aProgramThatLetsGoLater()
         QSerialPort other(QString::fromLatin1(bench.tolvar.ttyName()));
         QVERIFY(other.open(QIODevice::ReadWrite));
         bool isRefused = false;
-        bench.listen([&isRefused](QtMsgType type, const QString &) {
+        FaultBench::listen([&isRefused](QtMsgType type, const QString &) {
             isRefused = isRefused || type == QtCriticalMsg;
         });
         QVERIFY2(bench.waitFor([&] { return isRefused; }), "a refusal was expected to be told");
     }
-    bench.listen(nullptr);
+    FaultBench::listen(nullptr);
     bench.walk.start();
     QVERIFY2(bench.waitFor([&] { return bench.walk.isDone(); }), qPrintable(FaultBench::lastMessages()));
 }
@@ -72,11 +72,11 @@ void TestRefusedPort::unpluggedWhileRefused()
         QSerialPort other(QString::fromLatin1(bench.tolvar.ttyName()));
         QVERIFY(other.open(QIODevice::ReadWrite));
         bool isRefused = false;
-        bench.listen([&isRefused](QtMsgType type, const QString &) {
+        FaultBench::listen([&isRefused](QtMsgType type, const QString &) {
             isRefused = isRefused || type == QtCriticalMsg;
         });
         QVERIFY(bench.waitFor([&] { return isRefused; }));
-        bench.listen(nullptr);
+        FaultBench::listen(nullptr);
         bench.tolvar.unplug();
     }
     QVERIFY(bench.waitFor([&] { return bench.isForgotten(); }));
