@@ -356,7 +356,7 @@ void tst_UsbTestbed::hostMayBlock()
     const QList<TolvarByte> bytes = tolvar.state().bytes.mid(3);
     QCOMPARE(bytes.size(), 6);
     for (qsizetype i = 1; i < bytes.size(); ++i)
-        QVERIFY(bytes.at(i).time - bytes.at(i - 1).time >= pause * 1000000);
+        QVERIFY(bytes.at(i).time - bytes.at(i - 1).time >= pause * qint64{1000000});
 }
 
 void tst_UsbTestbed::longRepliesComeWhole()
