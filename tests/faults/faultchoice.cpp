@@ -12,7 +12,8 @@ QList<qsizetype> faultChoice(qsizetype cases, qsizetype some)
             chosen += number;
         return chosen;
     }
-    // The same ones each time, so that a change is held against what passed before it; scripts/soak tries all.
+    // The same ones each time, so that a change is held against what passed before it; scripts/soak tries
+    // all.
     bool isGiven = false;
     quint32 seed = qEnvironmentVariable("ZV_FAULTS_SEED").toUInt(&isGiven);
     if (!isGiven)
