@@ -50,6 +50,7 @@ endfunction()
 zv_install_compressed(zvinstall.1 zvinstall.1 ${CMAKE_INSTALL_MANDIR}/man1)
 zv_install_compressed(debian/changelog changelog.Debian ${CMAKE_INSTALL_DATADIR}/doc/zvinstall)
 install(FILES debian/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/zvinstall)
+install(FILES debian/lintian-overrides DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides RENAME zvinstall)
 
 # -- for the archive --
 
@@ -58,3 +59,32 @@ install(PROGRAMS ${CMAKE_CURRENT_BINARY_DIR}/portable/zvinstall DESTINATION . CO
 install(PROGRAMS $<TARGET_FILE:zvinstall> DESTINATION . RENAME zvinstall.bin COMPONENT portable EXCLUDE_FROM_ALL)
 install(FILES ${catalogues} 70-zvinstall.rules portable/README.txt ${PROJECT_SOURCE_DIR}/LICENSE
     DESTINATION . COMPONENT portable EXCLUDE_FROM_ALL)
+
+# -- the Debian package --
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME zvinstall)
+set(CPACK_PACKAGE_CONTACT "ZV Tolvar Setup maintainers <maintainers@zvtolvar.example>")
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+# Whatever the builder's umask is.
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
+set(CPACK_DEBIAN_PACKAGE_SECTION utils)
+set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
+set(CPACK_DEBIAN_PACKAGE_HOMEPAGE https://www.zvtolvar.example)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# The toolkit's own texts (Cancel, the file dialog), and the desktops that speak Wayland alone.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-translations-l10n, qt6-wayland")
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "wizard that puts Wi-Fi settings into a ZV Tolvar over USB")
+set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "\
+ZV Tolvar Setup is a desktop wizard that puts your Wi-Fi settings into a
+ZV Tolvar. Plug the device into a USB port, start the wizard, pick your
+network, type its passphrase, and let the device try it before it is saved.
+.
+The wizard knows the device by its USB bridge and leaves every other port
+alone. Whoever sits at the computer may open it; no group has to be joined.")
+include(CPack)
