@@ -16,6 +16,7 @@ class TestLanguages : public QObject
 private Q_SLOTS:
     void theWizardSpeaksTheUsersLanguage_data();
     void theWizardSpeaksTheUsersLanguage();
+    void unpackedItSpeaksTheUsersLanguageToo();
     void otherLanguagesGetEnglish_data();
     void otherLanguagesGetEnglish();
     void whatIsSavedGoesWhereTheUserMayWrite();
@@ -64,6 +65,19 @@ void TestLanguages::theWizardSpeaksTheUsersLanguage()
     app.setEnvironment("LC_ALL", locale);
     ZV_DRIVE(app, start(ZV_LAUNCHER));
     ZV_DRIVE(app, waitFor(window(title)));
+    ZV_DRIVE(app, waitFor(label(page)));
+}
+
+void TestLanguages::unpackedItSpeaksTheUsersLanguageToo()
+{
+    const QString page = readTsFile(ZV_TRANSLATIONS "/zvinstall_de.ts")
+                             .translation("ConnectTlovarWizardPage", "Identifying ZV Tolvar");
+    QVERIFY2(!page.isEmpty() && page != "Identifying ZV Tolvar", "the first page's title is not translated");
+
+    ProgramDriver app;
+    app.setEnvironment("LC_ALL", "de_DE.UTF-8");
+    app.setWorkingFolder("/");
+    ZV_DRIVE(app, start(ZV_UNPACKED_LAUNCHER));
     ZV_DRIVE(app, waitFor(label(page)));
 }
 
