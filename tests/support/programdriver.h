@@ -45,6 +45,8 @@ public:
     /// Starts \a program. False if it can't be started, or if there is no desktop to drive it on.
     bool start(const QString &program, const QStringList &arguments = {});
     bool isRunning() const { return _process.state() == QProcess::Running; }
+    /// The process id of the program while it runs, otherwise 0.
+    qint64 processId() const { return _process.processId(); }
     /// Waits until the program has ended by itself. False if it goes on or has crashed.
     bool waitForEnd();
     /// The exit code of the ended program; -1 if it runs, or was ended by a signal.

@@ -1,0 +1,225 @@
+#include <QDir>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <functional>
+
+#include "tests/packaging/tsfile.h"
+
+namespace
+{
+/// What stays as it is in every language, wherever a text has it.
+const QStringList names = {"ZV Tolvar", "Tolvar", "Orvane", "WEP",  "WPA2", "TKIP",
+                           "U-AES",     "M-AES",  "A059",   "A060", "2011", "www.zvtolvar.example",
+                           "RSSI",      "WPS",    "MAC",    "v2.3"};
+
+/// All that the pattern finds, in the order of the alphabet: a language may turn a sentence round.
+QStringList found(const char *pattern, const QString &text)
+{
+    QStringList all;
+    auto matches = QRegularExpression(QString::fromLatin1(pattern)).globalMatch(text);
+    while (matches.hasNext())
+        all += matches.next().captured();
+    all.sort();
+    return all;
+}
+
+/// What is wrong with a translation, in words; empty if nothing is.
+QString complaint(const TsText &text)
+{
+    const QString &source = text.source;
+    const QString &translation = text.translation;
+    if (!text.state.isEmpty())
+        return text.state;
+    if (translation.trimmed().isEmpty())
+        return QStringLiteral("empty");
+    if (source == QLatin1String("TextLabel") && translation != source)
+        return QStringLiteral("nobody sees it, so it stays");
+    // What each translation has as often as its source: placeholders, line breaks, tags, addresses, blanks at
+    // the ends.
+    for (const char *pattern : {"%(?:\\d+|n)", "\n", "<[^>]*>", "https?://[^\\s\"<]+", "^\\s+", "\\s+$"}) {
+        if (found(pattern, translation) != found(pattern, source))
+            return QStringLiteral("not what the source has of ") + QString::fromLatin1(pattern);
+    }
+    for (const QString &name : names) {
+        if (source.contains(name) && !translation.contains(name))
+            return QStringLiteral("without ") + name;
+    }
+    // A letter to press Alt with where the source has one, and nowhere else.
+    const bool hasLetter = source.contains(QLatin1Char('&'));
+    if (translation.count(QLatin1Char('&')) != (hasLetter ? 1 : 0) ||
+        hasLetter != translation.contains(QRegularExpression(QStringLiteral("&[A-Za-z\\p{L}]"))))
+        return QStringLiteral("not one letter to press as in the source");
+    return {};
+}
+
+/// All that is wrong with a catalogue for \a language, a line each, when the program has the texts \a wanted.
+QStringList complaints(const TsFile &ts, const QString &language, const QList<TsText> &wanted)
+{
+    QStringList all;
+    if (ts.language != language || ts.sourceLanguage != QLatin1String("en"))
+        all += QStringLiteral("said to be from %1 to %2").arg(ts.sourceLanguage, ts.language);
+    QStringList missing;
+    for (const TsText &text : wanted)
+        missing += text.key();
+    for (const TsText &text : ts.texts) {
+        if (!missing.removeOne(text.key()))
+            all += text.key() + QStringLiteral(": no text of the program's, or there twice");
+        const QString wrong = complaint(text);
+        if (!wrong.isEmpty())
+            all += text.key() + QStringLiteral(": ") + wrong;
+    }
+    for (const QString &key : std::as_const(missing))
+        all += key + QStringLiteral(": missing");
+    return all;
+}
+
+/// A catalogue without a mistake, in a language of its own: a ~ before each text but what has to stay.
+TsFile flawless(const QList<TsText> &texts)
+{
+    TsFile ts{QStringLiteral("xx"), QStringLiteral("en"), texts};
+    for (TsText &text : ts.texts) {
+        text.state.clear();
+        text.translation =
+            text.source == QLatin1String("TextLabel") ? text.source : QLatin1Char('~') + text.source;
+    }
+    return ts;
+}
+} // namespace
+
+/// The catalogues' sources against the program's own.
+class TestCatalogues : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void theProgramHasTexts();
+    void aFlawlessCatalogueHasNoComplaints();
+    void aMistakeIsFound_data();
+    void aMistakeIsFound();
+    void eachCatalogueIsFlawless_data();
+    void eachCatalogueIsFlawless();
+
+private:
+    QList<TsText> _texts; ///< all that the program's sources have to translate
+};
+
+using Spoil = std::function<void(TsFile &)>;
+Q_DECLARE_METATYPE(Spoil)
+
+void TestCatalogues::initTestCase()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("now.ts");
+    QProcess lupdate;
+    lupdate.setWorkingDirectory(ZV_SOURCES);
+    lupdate.start(ZV_LUPDATE, {"-silent", "app", "device", "pages", "serial", "-ts", path});
+    QVERIFY(lupdate.waitForFinished(120000));
+    QVERIFY2(lupdate.exitCode() == 0, lupdate.readAllStandardError());
+    for (const TsText &text : readTsFile(path).texts) {
+        // The toolkit's own classes have their texts in the toolkit's own catalogues.
+        if (!text.context.startsWith(QLatin1Char('Q')))
+            _texts += text;
+    }
+}
+
+void TestCatalogues::theProgramHasTexts()
+{
+    // Some of every kind: from a form, from the sources, with a comment, with a letter to press.
+    QStringList keys;
+    for (const TsText &text : std::as_const(_texts))
+        keys += text.key();
+    for (const char *key : {"ViewDetailsDialog|WPS: |", "TolvarFoundWizardPage|Opening file: %1|",
+                            "ZVTolvar|Internal|Antenna selection label", "ZVTolvarSetupWizard|&Console|"})
+        QVERIFY2(keys.contains(QLatin1String(key)), key);
+}
+
+void TestCatalogues::aFlawlessCatalogueHasNoComplaints()
+{
+    QCOMPARE(complaints(flawless(_texts), "xx", _texts).join('\n'), QString());
+}
+
+void TestCatalogues::aMistakeIsFound_data()
+{
+    // Each spoils one text of a flawless catalogue.
+    const auto translate = [](const char *source, const QString &translation) -> Spoil {
+        return [=](TsFile &ts) {
+            for (TsText &text : ts.texts) {
+                if (text.source == QLatin1String(source)) {
+                    text.translation = translation;
+                    return;
+                }
+            }
+            QFAIL("there is no such text");
+        };
+    };
+    QTest::addColumn<Spoil>("spoil");
+    QTest::newRow("another language's") << Spoil([](TsFile &ts) { ts.language = "yy"; });
+    QTest::newRow("from another language") << Spoil([](TsFile &ts) { ts.sourceLanguage.clear(); });
+    QTest::newRow("unfinished") << Spoil([](TsFile &ts) { ts.texts[3].state = "unfinished"; });
+    QTest::newRow("vanished") << Spoil([](TsFile &ts) { ts.texts[3].state = "vanished"; });
+    QTest::newRow("missing") << Spoil([](TsFile &ts) { ts.texts.removeLast(); });
+    QTest::newRow("there twice") << Spoil([](TsFile &ts) { ts.texts += ts.texts.first(); });
+    QTest::newRow("of another context") << Spoil([](TsFile &ts) { ts.texts[3].context += "x"; });
+    QTest::newRow("with another comment") << Spoil([](TsFile &ts) { ts.texts[3].comment += "x"; });
+    QTest::newRow("empty") << translate("Found Device", "");
+    QTest::newRow("blank") << translate("Found Device", " ");
+    QTest::newRow("a blank too many at the end") << translate("Found Device", "~ ");
+    QTest::newRow("a blank too few at the end") << translate("No ZV Devices were detected.  ", "ZV ~ ");
+    QTest::newRow("a blank at the beginning") << translate("Found Device", " ~");
+    QTest::newRow("a line break too few") << translate("The network was not found\n", "~");
+    QTest::newRow("a line break in the middle") << translate("Found Device", "~\n~");
+    QTest::newRow("a placeholder too few") << translate("Couldn't open file: %1: %2", "~ %2");
+    QTest::newRow("a placeholder twice") << translate("Couldn't open file: %1: %2", "~ %2 %2");
+    QTest::newRow("another placeholder") << translate("Opening file: %1", "~ %2");
+    QTest::newRow("a placeholder that there is none for") << translate("Found Device", "~ %1");
+    QTest::newRow("a name in other words") << translate("Looking for ZV Tolvar", "~ ZV-~");
+    QTest::newRow("a link to somewhere else")
+        << translate("See <a href=\"https://www.wi-fi.org/knowledge-center/faq/is-wep-secure\">"
+                     "https://www.wi-fi.org/knowledge-center/faq/is-wep-secure</a> for more details.",
+                     "~ <a href=\"https://www.wi-fi.org/\">"
+                     "https://www.wi-fi.org/knowledge-center/faq/is-wep-secure</a>");
+    QTest::newRow("a link that shows something else")
+        << translate("See <a href=\"https://www.wi-fi.org/knowledge-center/faq/is-wep-secure\">"
+                     "https://www.wi-fi.org/knowledge-center/faq/is-wep-secure</a> for more details.",
+                     "~ <a href=\"https://www.wi-fi.org/knowledge-center/faq/is-wep-secure\">~</a>");
+    QTest::newRow("a tag of the translator's") << translate("Found Device", "<b>~</b>");
+    QTest::newRow("what nobody sees") << translate("TextLabel", "~");
+    QTest::newRow("no letter to press") << translate("&Console", "~Console");
+    QTest::newRow("two letters to press") << translate("&Console", "&C&onsole");
+    QTest::newRow("a blank to press") << translate("&Console", "~& Console");
+    QTest::newRow("nothing to press") << translate("&Console", "Console&");
+    QTest::newRow("a letter to press where there is none") << translate("Found Device", "&Device");
+}
+
+void TestCatalogues::aMistakeIsFound()
+{
+    QFETCH(Spoil, spoil);
+    TsFile ts = flawless(_texts);
+    spoil(ts);
+    QVERIFY(!complaints(ts, "xx", _texts).isEmpty());
+}
+
+void TestCatalogues::eachCatalogueIsFlawless_data()
+{
+    QTest::addColumn<QString>("language");
+    for (const char *language : {"ar", "de", "es", "fr", "it", "ja", "nl", "pl", "pt_BR", "zh_CN"})
+        QTest::newRow(language) << QString::fromLatin1(language);
+    QCOMPARE(QDir(ZV_TRANSLATIONS).entryList({"*.ts"}).size(), 10);
+}
+
+void TestCatalogues::eachCatalogueIsFlawless()
+{
+    QFETCH(QString, language);
+    const TsFile ts =
+        readTsFile(QStringLiteral(ZV_TRANSLATIONS "/zvinstall_") + language + QStringLiteral(".ts"));
+    QVERIFY2(!ts.texts.isEmpty(), "the catalogue can't be read");
+    const QStringList wrong = complaints(ts, language, _texts);
+    QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join('\n')));
+}
+
+QTEST_GUILESS_MAIN(TestCatalogues)
+#include "tst_catalogues.moc"
