@@ -26,7 +26,7 @@ public:
     std::optional<Widget> focus() const
     {
         for (const WidgetKind kind : places) {
-            if (const std::optional<Widget> widget = _screen.find(WidgetQuery(kind).focused()))
+            if (std::optional<Widget> widget = _screen.find(WidgetQuery(kind).focused()))
                 return widget;
         }
         return {};
