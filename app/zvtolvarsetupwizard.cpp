@@ -1,5 +1,6 @@
 #include "app/zvtolvarsetupwizard.h"
 
+#include <QAbstractButton>
 #include <QTextBrowser>
 
 #include "app/console_dialog.h"
@@ -62,6 +63,17 @@ ZVTolvarSetupWizard::ZVTolvarSetupWizard(QWidget *parent)
 
     _console = new console_dialog(this);
     theConsoleWindow = _console->console_textBrowser();
+    tabAsTheEyeReads();
+}
+
+// From left to right as this style lays the buttons out; the toolkit would begin in the middle.
+void ZVTolvarSetupWizard::tabAsTheEyeReads()
+{
+    QWidget *previous = button(CustomButton1);
+    for (const WizardButton next : {CancelButton, BackButton, NextButton, FinishButton}) {
+        setTabOrder(previous, button(next));
+        previous = button(next);
+    }
 }
 
 void ZVTolvarSetupWizard::consoleButtonClicked()

@@ -23,5 +23,7 @@ public Q_SLOTS:
     void consoleButtonClicked();
 
 private:
+    void tabAsTheEyeReads();
+
     console_dialog *_console;
 };

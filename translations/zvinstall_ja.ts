@@ -5,366 +5,381 @@
     <name>AdvancedDialog</name>
     <message>
         <source>Advanced Settings</source>
-        <translation type="unfinished"></translation>
+        <translatorcomment>Katakana compounds are written without a blank; between Japanese and Latin letters stands one. Colons are half-width, as in the toolkit&apos;s own dialogs.</translatorcomment>
+        <translation>詳細設定</translation>
     </message>
     <message>
         <source>Join Network:</source>
-        <translation type="unfinished"></translation>
+        <translation>接続先ネットワーク:</translation>
     </message>
     <message>
         <source>Passphrase:</source>
-        <translation type="unfinished"></translation>
+        <translatorcomment>The everyday word on a Wi-Fi label or in a phone; &quot;パスフレーズ&quot; is known to few.</translatorcomment>
+        <translation>パスワード:</translation>
     </message>
     <message>
         <source>Use static IP address:</source>
-        <translation type="unfinished"></translation>
+        <translation>固定 IP アドレスを使用:</translation>
     </message>
     <message>
         <source>static IP address</source>
-        <translation type="unfinished"></translation>
+        <translation>固定 IP アドレス</translation>
     </message>
     <message>
         <source>Use syslog server:</source>
-        <translation type="unfinished"></translation>
+        <translation>syslog サーバーを使用:</translation>
     </message>
     <message>
         <source>syslog server IP address</source>
-        <translation type="unfinished"></translation>
+        <translation>syslog サーバーの IP アドレス</translation>
     </message>
     <message>
         <source>Use External Antenna</source>
-        <translation type="unfinished"></translation>
+        <translation>外部アンテナを使用</translation>
     </message>
 </context>
 <context>
     <name>ChooseNetworkWizardPage</name>
     <message>
         <source>Choose Network</source>
-        <translation type="unfinished"></translation>
+        <translation>ネットワークの選択</translation>
     </message>
     <message>
         <source>ZV Tolvar Configuration</source>
-        <translation type="unfinished"></translation>
+        <translatorcomment>&quot;Configuration&quot; and &quot;settings&quot; are both 設定.</translatorcomment>
+        <translation>ZV Tolvar の設定</translation>
     </message>
     <message>
         <source>Found Networks:</source>
-        <translation type="unfinished"></translation>
+        <translation>見つかったネットワーク:</translation>
     </message>
     <message>
         <source>Look for Networks...</source>
-        <translation type="unfinished"></translation>
+        <translation>ネットワークを検索...</translation>
     </message>
     <message>
         <source>View Network Details...</source>
-        <translation type="unfinished"></translation>
+        <translation>ネットワークの詳細を表示...</translation>
     </message>
     <message>
         <source>Use External Antenna</source>
-        <translation type="unfinished"></translation>
+        <translation>外部アンテナを使用</translation>
     </message>
     <message>
         <source>Network</source>
-        <translation type="unfinished"></translation>
+        <translation>ネットワーク</translation>
     </message>
     <message>
         <source>Passphrase</source>
-        <translation type="unfinished"></translation>
+        <translation>パスワード</translation>
     </message>
     <message>
         <source>Advanced settings are only available with Firmware version A059 or higher</source>
         <comment>Warning dialog when advanced settings selected, and an incompatible firmware is loaded.</comment>
-        <translation type="unfinished"></translation>
+        <translation>詳細設定は、ファームウェアのバージョンが A059 以降の場合にのみ利用できます。</translation>
     </message>
 </context>
 <context>
     <name>ConnectTlovarWizardPage</name>
     <message>
         <source>Connecting to Tolvar</source>
-        <translation type="unfinished"></translation>
+        <translation>Tolvar への接続</translation>
     </message>
     <message>
         <source>Identifying ZV Tolvar</source>
-        <translation type="unfinished"></translation>
+        <translatorcomment>The title of two pages, before and after the device is found; 確認 fits both.</translatorcomment>
+        <translation>ZV Tolvar の確認</translation>
     </message>
     <message>
         <source>Please plug an Orvane Device into the computer before starting this utility. </source>
         <extracomment>Orvane is the maker of the device. The blank at the end is meant.</extracomment>
-        <translation type="unfinished"></translation>
+        <translatorcomment>&quot;Utility&quot; is plain プログラム; &quot;device&quot; and &quot;unit&quot; are both デバイス.</translatorcomment>
+        <translation>このプログラムを起動する前に、Orvane のデバイスをコンピューターに接続してください。 </translation>
     </message>
     <message>
         <source>If you have more than one device, run this setup wizard with each unit individually.</source>
-        <translation type="unfinished"></translation>
+        <translation>デバイスが複数ある場合は、1 台ずつこのセットアップウィザードを実行してください。</translation>
     </message>
     <message>
         <source>TextLabel</source>
         <extracomment>Stands in the form only: the text is replaced before anybody sees it.</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>TextLabel</translation>
     </message>
     <message>
         <source>Looking for ZV Tolvar</source>
         <comment>Progress bar label</comment>
-        <translation type="unfinished"></translation>
+        <translation>ZV Tolvar を探しています</translation>
     </message>
     <message>
         <source>Getting status</source>
         <comment>Progress bar label</comment>
-        <translation type="unfinished"></translation>
+        <translation>状態を取得しています</translation>
     </message>
     <message>
         <source>***** A Tolvar has been found *****</source>
         <comment>Progress bar label</comment>
-        <translation type="unfinished"></translation>
+        <translation>***** Tolvar が見つかりました *****</translation>
     </message>
 </context>
 <context>
     <name>TestNetworkWizardPage</name>
     <message>
         <source>Joining Network</source>
-        <translation type="unfinished"></translation>
+        <translation>ネットワークへの接続</translation>
     </message>
     <message>
         <source>Testing Network Settings</source>
-        <translation type="unfinished"></translation>
+        <translation>ネットワーク設定のテスト</translation>
     </message>
     <message>
         <source>Please wait while ZV Tolvar tries to join the network</source>
-        <translation type="unfinished"></translation>
+        <translation>ZV Tolvar がネットワークへの接続を試みています。しばらくお待ちください。</translation>
     </message>
     <message>
         <source>Save Network Configuration</source>
-        <translation type="unfinished"></translation>
+        <translation>ネットワーク設定を保存</translation>
     </message>
     <message>
         <source>Please wait while ZV Tolvar tests the connection to network: %1
 </source>
-        <translation type="unfinished"></translation>
+        <translatorcomment>The network&apos;s name stands in 「」, in the middle of the sentence.</translatorcomment>
+        <translation>ZV Tolvar がネットワーク「%1」への接続をテストしています。しばらくお待ちください。
+</translation>
     </message>
     <message>
         <source>Successfully tested connection to network
 </source>
         <comment>Progress Text</comment>
-        <translation type="unfinished"></translation>
+        <translation>ネットワークへの接続テストに成功しました。
+</translation>
     </message>
     <message>
         <source>Save network configuration</source>
         <comment>push button text</comment>
-        <translation type="unfinished"></translation>
+        <translation>ネットワーク設定を保存</translation>
     </message>
     <message>
         <source>The network was found, but the passphrase was invalid
 </source>
         <comment>Progress Text</comment>
-        <translation type="unfinished"></translation>
+        <translation>ネットワークは見つかりましたが、パスワードが正しくありません。
+</translation>
     </message>
     <message>
         <source>The network was not found
 </source>
         <comment>Progress Text</comment>
-        <translation type="unfinished"></translation>
+        <translation>ネットワークが見つかりませんでした。
+</translation>
     </message>
     <message>
         <source>Save network configuration anyway?</source>
         <comment>push button text</comment>
-        <translation type="unfinished"></translation>
+        <translation>それでもネットワーク設定を保存しますか？</translation>
     </message>
     <message>
         <source>There was an unexpected system error. Please power off and then power on the Tolvar and restart this utility
 </source>
         <comment>Progress Text</comment>
-        <translation type="unfinished"></translation>
+        <translation>予期しないシステムエラーが発生しました。Tolvar の電源を切って入れ直し、このプログラムを再起動してください。
+</translation>
     </message>
     <message>
         <source>Configuration saved
 </source>
         <comment>Progress Text</comment>
-        <translation type="unfinished"></translation>
+        <translation>設定を保存しました。
+</translation>
     </message>
 </context>
 <context>
     <name>TolvarFoundWizardPage</name>
     <message>
         <source>Found ZV Tolvar</source>
-        <translation type="unfinished"></translation>
+        <translation>ZV Tolvar が見つかりました</translation>
     </message>
     <message>
         <source>Identifying ZV Tolvar</source>
-        <translation type="unfinished"></translation>
+        <translation>ZV Tolvar の確認</translation>
     </message>
     <message>
         <source>Found Device</source>
-        <translation type="unfinished"></translation>
+        <translation>見つかったデバイス</translation>
     </message>
     <message>
         <source>Device Type:</source>
-        <translation type="unfinished"></translation>
+        <translation>デバイスの種類:</translation>
     </message>
     <message>
         <source>Unknown</source>
         <extracomment>Shown until the device has told the value; the first of these, the device type, keeps it.</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>不明</translation>
     </message>
     <message>
         <source>System ID:</source>
-        <translation type="unfinished"></translation>
+        <translation>システム ID:</translation>
     </message>
     <message>
         <source>Status:</source>
-        <translation type="unfinished"></translation>
+        <translation>状態:</translation>
     </message>
     <message>
         <source>Firmware Version:</source>
-        <translation type="unfinished"></translation>
+        <translation>ファームウェアのバージョン:</translation>
     </message>
     <message>
         <source>Network:</source>
-        <translation type="unfinished"></translation>
+        <translation>ネットワーク:</translation>
     </message>
     <message>
         <source>MAC Address:</source>
-        <translation type="unfinished"></translation>
+        <translation>MAC アドレス:</translation>
     </message>
     <message>
         <source>IP Address:</source>
-        <translation type="unfinished"></translation>
+        <translation>IP アドレス:</translation>
     </message>
     <message>
         <source>Antenna:</source>
-        <translation type="unfinished"></translation>
+        <translation>アンテナ:</translation>
     </message>
     <message>
         <source>Get Tolvar Log File</source>
-        <translation type="unfinished"></translation>
+        <translation>Tolvar のログファイルを取得</translation>
     </message>
     <message>
         <source>Writing log file to: %1</source>
         <comment>Progress String</comment>
-        <translation type="unfinished"></translation>
+        <translatorcomment>保存, as in the title of the dialog that asked for the file&apos;s name.</translatorcomment>
+        <translation>ログファイルを保存しています: %1</translation>
     </message>
     <message>
         <source>Log file written to: %1</source>
         <comment>Progress String</comment>
-        <translation type="unfinished"></translation>
+        <translation>ログファイルを保存しました: %1</translation>
     </message>
     <message>
         <source>Tolvar Log file only available on Firmware A060 or later</source>
         <comment>Save Log Message Box</comment>
-        <translation type="unfinished"></translation>
+        <translation>Tolvar のログファイルは、ファームウェアのバージョンが A060 以降の場合にのみ利用できます。</translation>
     </message>
     <message>
         <source>Save Log to File</source>
         <comment>save log file Message Box</comment>
-        <translation type="unfinished"></translation>
+        <translation>ログをファイルに保存</translation>
     </message>
     <message>
         <source>Opening file: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>ファイルを開いています: %1</translation>
     </message>
     <message>
         <source>Couldn&apos;t open file: %1: %2</source>
         <comment>Message Box. File name and error string from QT translations</comment>
-        <translation type="unfinished"></translation>
+        <translation>ファイルを開けませんでした: %1: %2</translation>
     </message>
 </context>
 <context>
     <name>TolvarNotFoundWizardPage</name>
     <message>
         <source>Tolvar not Found</source>
-        <translation type="unfinished"></translation>
+        <translation>Tolvar が見つかりません</translation>
     </message>
     <message>
         <source>Identifying ZV Tolvars</source>
-        <translation type="unfinished"></translation>
+        <translation>ZV Tolvar の確認</translation>
     </message>
     <message>
         <source>No ZV Devices were detected.  </source>
         <extracomment>The two blanks at the end are meant.</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>ZV デバイスが検出されませんでした。  </translation>
     </message>
     <message>
         <source>Please go back to previous screen and make sure the unit is plugged into one of the usb ports on this computer and try again</source>
-        <translation type="unfinished"></translation>
+        <translation>前の画面に戻り、デバイスがこのコンピューターの USB ポートに接続されていることを確認してから、もう一度お試しください。</translation>
     </message>
 </context>
 <context>
     <name>ViewDetailsDialog</name>
     <message>
         <source>Network Details</source>
-        <translation type="unfinished"></translation>
+        <translation>ネットワークの詳細</translation>
     </message>
     <message>
         <source>Network:</source>
-        <translation type="unfinished"></translation>
+        <translation>ネットワーク:</translation>
     </message>
     <message>
         <source>TextLabel</source>
         <extracomment>Stands in the form only: the text is replaced before anybody sees it.</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>TextLabel</translation>
     </message>
     <message>
         <source>Channel:</source>
-        <translation type="unfinished"></translation>
+        <translation>チャンネル:</translation>
     </message>
     <message>
         <source>Adhoc:</source>
-        <translation type="unfinished"></translation>
+        <translation>アドホック:</translation>
     </message>
     <message>
         <source>Security Protocol:</source>
-        <translation type="unfinished"></translation>
+        <translation>セキュリティプロトコル:</translation>
     </message>
     <message>
         <source>Cypher Suites:</source>
         <extracomment>Spelled so on purpose, with a y.</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>暗号スイート:</translation>
     </message>
     <message>
         <source>WPS: </source>
         <extracomment>The blank at the end is meant.</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>WPS: </translation>
     </message>
     <message>
         <source>Signal Strength (RSSI dB):</source>
-        <translation type="unfinished"></translation>
+        <translation>電波強度 (RSSI dB):</translation>
     </message>
     <message>
         <source>Notes:</source>
-        <translation type="unfinished"></translation>
+        <translation>注意事項:</translation>
     </message>
     <message>
         <source>1) A signal strength  between 0db and  -69db is needed for reliable operation. Small variations of placement of the device can dramatically affect signal strength.</source>
         <extracomment>The pairs of blanks after &quot;strength&quot; and &quot;and&quot; are meant, and so is db for dB.</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>1) 安定して動作させるには、0db から -69db の範囲の電波強度が必要です。デバイスの置き場所がわずかに変わるだけでも、電波強度が大きく変わることがあります。</translation>
     </message>
     <message>
         <source>2) Security Protocol of WPA2 (PSK) with cypher suites of &quot;U-AES and M-AES&quot; is highly recommended for reliability, performance and security of your network.</source>
         <extracomment>Cypher is spelled so on purpose; U-AES and M-AES stand so in what the device tells.</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>2) ネットワークの信頼性、性能、安全性のために、セキュリティプロトコルには WPA2 (PSK)、暗号スイートには「U-AES と M-AES」を使用することを強くお勧めします。</translation>
     </message>
 </context>
 <context>
     <name>WEPWarningWizardPage</name>
     <message>
         <source>WEP warning</source>
-        <translation type="unfinished"></translation>
+        <translation>WEP に関する警告</translation>
     </message>
     <message>
         <source>Warning - Selected Network is configured for WEP security</source>
-        <translation type="unfinished"></translation>
+        <translatorcomment>Literally &quot;uses WEP&quot;: the title has no room for more.</translatorcomment>
+        <translation>警告 - 選択したネットワークは WEP を使用しています</translation>
     </message>
     <message>
         <source>The WiFi Alliance, the body that provides &apos;certified WiFi&apos; marks, do not recommend the use of WEP for security on networks. WEP provides no protection against unauthorized access. The WiFi alliance will be &apos;disallowing&apos; WEP and TKIP security in thier certification process starting 2011. We strongly recommend changing your security to WPA2.</source>
         <extracomment>The misspelling &quot;thier&quot; and the small a of the second &quot;alliance&quot; are kept; a translation need not have their like.</extracomment>
-        <translation type="unfinished"></translation>
+        <translatorcomment>2011 is long past, so the sentence says what has held since then.</translatorcomment>
+        <translation>「Wi-Fi 認証」マークを発行する団体である Wi-Fi Alliance は、ネットワークの保護に WEP を使用することを推奨していません。WEP では不正アクセスを防げません。Wi-Fi Alliance は、2011 年以降、認証において WEP と TKIP を認めていません。セキュリティを WPA2 に変更することを強くお勧めします。</translation>
     </message>
     <message>
         <source>See &lt;a href=&quot;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&quot;&gt;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&lt;/a&gt; for more details.</source>
         <extracomment>A link; the address stays as it is, twice.</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>詳しくは &lt;a href=&quot;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&quot;&gt;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&lt;/a&gt; をご覧ください。</translation>
     </message>
     <message>
         <source>In addition, although ZV Tolvar can connect to some WEP networks, we have had some reports of instability and poor performance. Please see www.zvtolvar.example regarding issues with using WEP with your firmware version.</source>
         <extracomment>The address stays as it is.</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>また、ZV Tolvar は一部の WEP ネットワークに接続できますが、動作が不安定になったり性能が低下したりするという報告が寄せられています。お使いのファームウェアのバージョンで WEP を使用する際の問題については、www.zvtolvar.example をご覧ください。</translation>
     </message>
 </context>
 <context>
@@ -372,30 +387,30 @@
     <message>
         <source>Internal</source>
         <comment>Antenna selection label</comment>
-        <translation type="unfinished"></translation>
+        <translation>内蔵</translation>
     </message>
     <message>
         <source>External</source>
         <comment>Antenna selection label</comment>
-        <translation type="unfinished"></translation>
+        <translation>外部</translation>
     </message>
 </context>
 <context>
     <name>ZVTolvarSetupWizard</name>
     <message>
         <source>&amp;Console</source>
-        <translation type="unfinished"></translation>
+        <translation>コンソール(&amp;C)</translation>
     </message>
     <message>
         <source>ZV Tolvar Setup v2.3</source>
-        <translation type="unfinished"></translation>
+        <translation>ZV Tolvar セットアップ v2.3</translation>
     </message>
 </context>
 <context>
     <name>console_dialog</name>
     <message>
         <source>Console Log</source>
-        <translation type="unfinished"></translation>
+        <translation>コンソールのログ</translation>
     </message>
 </context>
 </TS>

@@ -11,8 +11,8 @@
 #include <memory>
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QEventLoop>
+#include <QPixmapCache>
 #include <QProcess>
 #include <QSocketNotifier>
 #include <QTemporaryDir>
@@ -42,6 +42,8 @@ int sitAtTheWizard(const QString &logPath)
     const auto begin = [&] {
         walk.reset();
         wizard.reset();
+        // The toolkit's, which has a bound: every file dialog and every style's icon fills it anew.
+        QPixmapCache::clear();
         std::fprintf(stderr, "%s%zu %zu\n", mark, mallinfo2().uordblks,
                      static_cast<std::size_t>(openDescriptors().size()));
         wizard = std::make_unique<ZVTolvarSetupWizard>();

@@ -88,7 +88,8 @@ Form console()
 QVBoxLayout verticalLayout
   QTextBrowser textBrowser_log_console
 )",
-        {{itself, "windowTitle", "Console Log"}},
+        {{itself, "windowTitle", "Console Log"},
+         {"textBrowser_log_console", "accessibleName", "Console Log"}},
         {{itself, "sizeGripEnabled", true}}};
 }
 
@@ -125,7 +126,9 @@ QVBoxLayout verticalLayout_2
          {"label_progress", "alignment", centred()},
          {"label_progress", "wordWrap", false},
          {"connectionProgressBar", "maximum", 0},
-         {"connectionProgressBar", "value", -1}}};
+         {"connectionProgressBar", "value", -1}},
+        {},
+        {{"label_progress", "connectionProgressBar"}}};
 }
 
 Form foundPage()
@@ -260,11 +263,13 @@ QVBoxLayout verticalLayout_3
         {{itself, "windowTitle", "Choose Network"},
          {itself, "title", "ZV Tolvar Configuration"},
          {"label_NetworkSettings", "text", "Found Networks:"},
+         {"networkListView", "accessibleName", "Found Networks:"},
          {"refreshButton", "text", "Look for Networks..."},
          {"viewDetailsButton", "text", "View Network Details..."},
          {"checkBox_useExternalAntenna", "text", "Use External Antenna"},
          {"label_NetworkNameTitle", "text", "Network"},
-         {"label_PasswordTitle", "text", "Passphrase"}},
+         {"label_PasswordTitle", "text", "Passphrase"},
+         {"progressBar", "accessibleName", "Look for Networks..."}},
         {{"label_NetworkSettings", "font", bold()},
          {"label_NetworkSettings", "wordWrap", true},
          {"networkListView", "editTriggers", noEdit()},
@@ -281,7 +286,9 @@ QVBoxLayout verticalLayout_3
          {"input_Password", "echoMode", QVariant::fromValue(QLineEdit::Normal)},
          {"progressBar", "maximum", 0},
          {"progressBar", "value", -1},
-         {"progressBar", "visible", false}}};
+         {"progressBar", "visible", false}},
+        {},
+        {{"label_NetworkNameTitle", "input_NetworkName"}, {"label_PasswordTitle", "input_Password"}}};
 }
 
 Form wepPage()
@@ -354,7 +361,9 @@ QVBoxLayout verticalLayout_2
          {"label", "alignment", centred()},
          {"label", "textFormat", plainText()},
          {"label", "wordWrap", true},
-         {"pushButton", "enabled", false}}};
+         {"pushButton", "enabled", false}},
+        {},
+        {{"label", "progressBar"}}};
 }
 
 Form advanced()
@@ -381,8 +390,10 @@ QVBoxLayout verticalLayout
          {"label_2", "text", "Passphrase:"},
          {"checkBox_useStaticIP", "text", "Use static IP address:"},
          {"lineEdit_ipAddress", "placeholderText", "static IP address"},
+         {"lineEdit_ipAddress", "accessibleName", "Use static IP address:"},
          {"checkBox_syslog", "text", "Use syslog server:"},
          {"lineEdit_syslogServer", "placeholderText", "syslog server IP address"},
+         {"lineEdit_syslogServer", "accessibleName", "Use syslog server:"},
          {"checkBox_ExternalAntenna", "text", "Use External Antenna"}},
         {{itself, "sizeGripEnabled", true},
          {itself, "modal", true},
@@ -391,7 +402,8 @@ QVBoxLayout verticalLayout
          {"lineEdit_syslogServer", "enabled", false},
          {"buttonBox", "orientation", QVariant::fromValue(Qt::Horizontal)},
          {"buttonBox", "standardButtons", okCancel()}},
-        {"AdvancedDialog.accepted()", "buttonBox.accepted()", "buttonBox.rejected()"}};
+        {"AdvancedDialog.accepted()", "buttonBox.accepted()", "buttonBox.rejected()"},
+        {{"label", "lineEdit_network"}, {"label_2", "lineEdit_passphrase"}}};
 }
 
 Form details()

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include <QList>
+#include <QMap>
 #include <QSize>
 #include <QStringList>
 #include <QVariant>
@@ -39,8 +40,9 @@ struct Form {
     QStringList methods;   ///< all of them are public slots, in the order of the meta-object
     const char *outline;   ///< layouts, spacers and widgets, from top to bottom; grid and form cells first
     QList<FormText> texts; ///< in the order in which the form asks for them
-    QList<FormProperty> properties; ///< whatever is not here is as the toolkit has it
-    QStringList connected = {};     ///< the signals that someone listens to from the start
+    QList<FormProperty> properties;      ///< whatever is not here is as the toolkit has it
+    QStringList connected = {};          ///< the signals that someone listens to from the start
+    QMap<QString, QString> buddies = {}; ///< the labels that name another widget to a screen reader
 };
 
 /// Every page and dialog, and the console view. Ask once there is an application.

@@ -2,5 +2,6 @@
 
 #include <QStringList>
 
-/// What this process's open descriptors lead to, one entry each: a path, or such as "anon_inode:[eventpoll]".
+/// What this process's open descriptors lead to, one entry each, sorted: paths, or such as
+/// "anon_inode:[eventpoll]".
 QStringList openDescriptors();
