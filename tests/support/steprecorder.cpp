@@ -75,10 +75,10 @@ bool StepRecorder::eventFilter(QObject *watched, QEvent *event)
         note(widget->objectName() + (widget->isEnabled() ? " is enabled" : " is disabled"));
         break;
     case QEvent::ShowToParent:
-        note(widget->objectName() + " is shown");
-        break;
     case QEvent::HideToParent:
-        note(widget->objectName() + " is hidden");
+        // On a page that is not shown itself, newer versions of the toolkit show what stands beside, too.
+        if (widget->testAttribute(Qt::WA_WState_ExplicitShowHide))
+            note(widget->objectName() + (event->type() == QEvent::ShowToParent ? " is shown" : " is hidden"));
         break;
     default:
         break;

@@ -196,7 +196,12 @@ void TestQextSerialPortEnds::aByteThatAnotherProgramTookIsNoHangUp()
         thief.setResting(false);
     }
     QVERIFY(thief.steal(100));
+#if QT_VERSION < QT_VERSION_CHECK(6, 8, 0)
     QVERIFY2(!isAlive(), "a line that brings nothing a hundred times is given up");
+#else
+    // The toolkit tells of no error then; nothing spins, so nothing needs to end.
+    QVERIFY2(isAlive(), "a line whose bytes another program takes is left open");
+#endif
 }
 
 void TestQextSerialPortEnds::anOpenPortIsWatchedUntilItIsClosed()
