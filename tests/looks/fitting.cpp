@@ -22,6 +22,7 @@ namespace
 constexpr QSize smallScreen{1366, 768};
 // What is asked of text for people with poor sight, as a ratio of brightness.
 constexpr double leastContrast = 4.5;
+constexpr int maximumHeight = 1000;
 
 QString pixels(int has, int needs)
 {
@@ -54,7 +55,8 @@ public:
     void lookAtSize(const QWidget *window)
     {
         if (window->width() > smallScreen.width() || window->height() > smallScreen.height())
-            tell(window, QStringLiteral("larger than a screen: %1 x %2").arg(window->width()).arg(window->height()),
+            tell(window,
+                 QStringLiteral("larger than a screen: %1 x %2").arg(window->width()).arg(window->height()),
                  window->windowTitle());
     }
     void lookAtPlace(const QWidget *widget)
@@ -135,7 +137,8 @@ private:
         QStyleOptionFrame option;
         option.initFrom(field);
         option.lineWidth = field->style()->pixelMetric(QStyle::PM_DefaultFrameWidth, &option, field);
-        const int room = field->style()->subElementRect(QStyle::SE_LineEditContents, &option, field).width() - 4;
+        const int room =
+            field->style()->subElementRect(QStyle::SE_LineEditContents, &option, field).width() - 4;
         tellWidth(field, room, field->fontMetrics().horizontalAdvance(field->placeholderText()),
                   field->placeholderText());
     }
@@ -146,8 +149,10 @@ private:
             const QModelIndex index = list->model()->index(row, 0);
             const QString text = index.data().toString();
             const QRect place = list->visualRect(index);
-            tellWidth(list, place.width(), list->fontMetrics().horizontalAdvance(text), text);
-            tellHeight(list, place.height(), list->fontMetrics().height(), text);
+            const QRect wrapped = list->fontMetrics().boundingRect(QRect(0, 0, place.width(), maximumHeight),
+                                                                   Qt::TextWordWrap, text);
+            tellWidth(list, place.width(), wrapped.width(), text);
+            tellHeight(list, place.height(), wrapped.height(), text);
             if (place.left() < 0 || place.right() > list->viewport()->width())
                 tell(list, QStringLiteral("a row goes on beyond the list"), text);
         }
@@ -160,7 +165,8 @@ private:
             const double value = part / 255.0;
             return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
         };
-        return 0.2126 * linear(qRed(colour)) + 0.7152 * linear(qGreen(colour)) + 0.0722 * linear(qBlue(colour));
+        return 0.2126 * linear(qRed(colour)) + 0.7152 * linear(qGreen(colour)) +
+               0.0722 * linear(qBlue(colour));
     }
     /// The colour that most of a widget's place has: what is behind its text.
     QRgb behind(const QWidget *widget) const
@@ -186,7 +192,8 @@ private:
         const double other = brightness(behind(widget));
         const double contrast = (std::max(one, other) + 0.05) / (std::min(one, other) + 0.05);
         if (contrast < leastContrast)
-            tell(widget, QStringLiteral("hard to tell from what is behind: contrast %1").arg(contrast, 0, 'f', 1),
+            tell(widget,
+                 QStringLiteral("hard to tell from what is behind: contrast %1").arg(contrast, 0, 'f', 1),
                  text);
     }
 
@@ -211,7 +218,8 @@ QList<Misfit> misfitsIn(const QWidget *window, const QImage &picture)
     QList<const QWidget *> shown;
     const auto children = window->findChildren<QWidget *>();
     for (const QWidget *child : children) {
-        if (child->window() != window || !child->isVisible() || child->objectName().startsWith("qt_scrollarea"))
+        if (child->window() != window || !child->isVisible() ||
+            child->objectName().startsWith("qt_scrollarea"))
             continue;
         inspection.lookAtPlace(child);
         if (!isShown(child))

@@ -1,6 +1,6 @@
 // looks take FOLDER THEME LANGUAGE POINTS
-//     leaves a picture of each view of the wizard in FOLDER, and tells of each text that doesn't fit. Status 1 when there
-//     is one.
+//     leaves a picture of each view of the wizard in FOLDER, and tells of each text that doesn't fit. Status
+//     1 when there is one.
 // looks sheet PICTURE FOLDER...
 //     puts the pictures of some folders side by side.
 
@@ -56,9 +56,11 @@ int main(int argc, char *argv[])
     qInstallMessageHandler(ignore);
     const QStringList arguments = QApplication::arguments();
     if (arguments.size() == 6 && arguments.at(1) == QLatin1String("take"))
-        return take(QDir(QDir(arguments.at(2)).absolutePath()), {arguments.at(3), arguments.at(4), arguments.at(5).toInt()});
+        return take(QDir(QDir(arguments.at(2)).absolutePath()),
+                    {arguments.at(3), arguments.at(4), arguments.at(5).toInt()});
     if (arguments.size() > 3 && arguments.at(1) == QLatin1String("sheet"))
         return contactSheet(arguments.mid(3)).save(arguments.at(2), "png", 0) ? 0 : 1;
-    std::fprintf(stderr, "usage: looks take FOLDER THEME LANGUAGE POINTS\n       looks sheet PICTURE FOLDER...\n");
+    std::fprintf(stderr,
+                 "usage: looks take FOLDER THEME LANGUAGE POINTS\n       looks sheet PICTURE FOLDER...\n");
     return 2;
 }
