@@ -30,7 +30,7 @@
     </message>
     <message>
         <source>syslog server IP address</source>
-        <translation>IP-Adresse des Syslog-Servers</translation>
+        <translation>IP des Syslog-Servers</translation>
     </message>
     <message>
         <source>Use External Antenna</source>

@@ -31,7 +31,7 @@
     </message>
     <message>
         <source>syslog server IP address</source>
-        <translation>syslog サーバーの IP アドレス</translation>
+        <translation>syslog サーバーの IP</translation>
     </message>
     <message>
         <source>Use External Antenna</source>
