@@ -20,7 +20,7 @@
 
 namespace
 {
-const auto longestName = QStringLiteral("The name with thirty-two letters");
+constexpr QLatin1String longestName("The name with thirty-two letters");
 
 class Tour
 {
@@ -148,7 +148,7 @@ private:
             _wizard.next();
             if (result == 1)
                 see("test-testing");
-            finish("test", TolvarDocuments::testResults(longestName.toLatin1(), "", result));
+            finish("test", TolvarDocuments::testResults(QByteArray(longestName.data()), "", result));
             see(view);
             if (result != 0)
                 _wizard.back();

@@ -75,8 +75,8 @@ void TestLooks::compare(const Look &look)
     QCOMPARE(seen.size(), views);
     const QSet<QString> known = cutOffByTheForms(look.points);
     QVERIFY2((found - known).isEmpty(), qPrintable(look.inWords() + '\n' + details.join('\n')));
-    const QSet<QString> mended = known - found;
-    QVERIFY2(mended.isEmpty(), qPrintable("nothing is wrong with " + mended.values().join(", ")));
+    for (const QString &view : known)
+        QVERIFY2(found.contains(view), qPrintable("nothing is wrong any more: " + view));
 }
 
 void TestLooks::everyLanguageHasItsRoom_data()
