@@ -37,7 +37,7 @@ QImage contactSheet(const QStringList &folders)
             const QPoint corner(gap + column * tile.width(), gap + row * tile.height());
             painter.drawText(QRect(corner, QSize(room.width(), caption)), Qt::AlignVCenter,
                              QFileInfo(views.at(row)).completeBaseName() + QLatin1String("   ") +
-                                 QFileInfo(folders.at(column)).fileName());
+                                 QDir(folders.at(column)).dirName());
             QImage picture(folders.at(column) + QLatin1Char('/') + views.at(row));
             if (picture.isNull())
                 continue;
