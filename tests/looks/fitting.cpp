@@ -168,8 +168,8 @@ private:
         return 0.2126 * linear(qRed(colour)) + 0.7152 * linear(qGreen(colour)) +
                0.0722 * linear(qBlue(colour));
     }
-    /// The colour that most of a widget's place has: what is behind most of its text. What a few letters lie on
-    /// is for people to see, on the sheets.
+    /// The colour that most of a widget's place has: what is behind most of its text. What a few letters lie
+    /// on is for people to see, on the sheets.
     QRgb behind(const QWidget *widget) const
     {
         const double scale = _picture.devicePixelRatio();
