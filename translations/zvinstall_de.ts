@@ -30,7 +30,7 @@
     </message>
     <message>
         <source>syslog server IP address</source>
-        <translation>IP-Adresse des Syslog-Servers</translation>
+        <translation>IP des Syslog-Servers</translation>
     </message>
     <message>
         <source>Use External Antenna</source>
@@ -344,7 +344,7 @@
         <source>1) A signal strength  between 0db and  -69db is needed for reliable operation. Small variations of placement of the device can dramatically affect signal strength.</source>
         <extracomment>The pairs of blanks after &quot;strength&quot; and &quot;and&quot; are meant, and so is db for dB.</extracomment>
         <translatorcomment>Values and db as in the source, for dB.</translatorcomment>
-        <translation>1)&#xa0;Für einen zuverlässigen Betrieb ist eine Signalstärke zwischen 0db und -69db nötig. Schon kleine Änderungen am Standort des Geräts können die Signalstärke stark beeinflussen.</translation>
+        <translation>1)&#xa0;Für einen zuverlässigen Betrieb ist eine Signalstärke zwischen 0db und -69db nötig. Schon kleine Änderungen am Standort des Geräts können sie stark beeinflussen.</translation>
     </message>
     <message>
         <source>2) Security Protocol of WPA2 (PSK) with cypher suites of &quot;U-AES and M-AES&quot; is highly recommended for reliability, performance and security of your network.</source>

@@ -30,7 +30,7 @@
     </message>
     <message>
         <source>syslog server IP address</source>
-        <translation>dirección IP del servidor syslog</translation>
+        <translation>IP del servidor syslog</translation>
     </message>
     <message>
         <source>Use External Antenna</source>

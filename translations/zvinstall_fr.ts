@@ -30,7 +30,7 @@
     </message>
     <message>
         <source>syslog server IP address</source>
-        <translation>adresse IP du serveur syslog</translation>
+        <translation>IP du serveur syslog</translation>
     </message>
     <message>
         <source>Use External Antenna</source>

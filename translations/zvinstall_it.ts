@@ -30,7 +30,7 @@
     </message>
     <message>
         <source>syslog server IP address</source>
-        <translation>indirizzo IP del server syslog</translation>
+        <translation>IP del server syslog</translation>
     </message>
     <message>
         <source>Use External Antenna</source>

@@ -31,7 +31,7 @@
     </message>
     <message>
         <source>syslog server IP address</source>
-        <translation>syslog サーバーの IP アドレス</translation>
+        <translation>syslog サーバーの IP</translation>
     </message>
     <message>
         <source>Use External Antenna</source>
@@ -346,12 +346,12 @@
     <message>
         <source>1) A signal strength  between 0db and  -69db is needed for reliable operation. Small variations of placement of the device can dramatically affect signal strength.</source>
         <extracomment>The pairs of blanks after &quot;strength&quot; and &quot;and&quot; are meant, and so is db for dB.</extracomment>
-        <translation>1) 安定して動作させるには、0db から -69db の範囲の電波強度が必要です。デバイスの置き場所がわずかに変わるだけでも、電波強度が大きく変わることがあります。</translation>
+        <translation>1) 安定した動作には 0db から -69db の電波強度が必要です。設置場所のわずかな違いにも大きく左右されます。</translation>
     </message>
     <message>
         <source>2) Security Protocol of WPA2 (PSK) with cypher suites of &quot;U-AES and M-AES&quot; is highly recommended for reliability, performance and security of your network.</source>
         <extracomment>Cypher is spelled so on purpose; U-AES and M-AES stand so in what the device tells.</extracomment>
-        <translation>2) ネットワークの信頼性、性能、安全性のために、セキュリティプロトコルには WPA2 (PSK)、暗号スイートには「U-AES と M-AES」を使用することを強くお勧めします。</translation>
+        <translation>2) 信頼性、性能、安全性のために、WPA2 (PSK) と暗号スイート「U-AES と M-AES」を強くお勧めします。</translation>
     </message>
 </context>
 <context>

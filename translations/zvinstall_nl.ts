@@ -343,7 +343,7 @@
         <source>1) A signal strength  between 0db and  -69db is needed for reliable operation. Small variations of placement of the device can dramatically affect signal strength.</source>
         <extracomment>The pairs of blanks after &quot;strength&quot; and &quot;and&quot; are meant, and so is db for dB.</extracomment>
         <translatorcomment>Values and db as in the source, for dB.</translatorcomment>
-        <translation>1)&#xa0;Voor een betrouwbare werking is een signaalsterkte tussen 0db en -69db nodig. Kleine veranderingen in de plaatsing van het apparaat kunnen de signaalsterkte sterk beïnvloeden.</translation>
+        <translation>1)&#xa0;Voor een betrouwbare werking is een signaalsterkte tussen 0db en -69db nodig. Kleine veranderingen in de plaatsing van het apparaat kunnen die sterk beïnvloeden.</translation>
     </message>
     <message>
         <source>2) Security Protocol of WPA2 (PSK) with cypher suites of &quot;U-AES and M-AES&quot; is highly recommended for reliability, performance and security of your network.</source>

@@ -30,7 +30,7 @@
     </message>
     <message>
         <source>syslog server IP address</source>
-        <translation>endereço IP do servidor syslog</translation>
+        <translation>IP do servidor syslog</translation>
     </message>
     <message>
         <source>Use External Antenna</source>
