@@ -1,6 +1,10 @@
 #include "app/zvtolvarsetupwizard.h"
 
 #include <QAbstractButton>
+#include <QEvent>
+#include <QLayout>
+#include <QPainter>
+#include <QScreen>
 #include <QTextBrowser>
 
 #include "app/console_dialog.h"
@@ -74,6 +78,37 @@ void ZVTolvarSetupWizard::tabAsTheEyeReads()
         setTabOrder(previous, button(next));
         previous = button(next);
     }
+}
+
+bool ZVTolvarSetupWizard::event(QEvent *event)
+{
+    const bool taken = QWizard::event(event);
+    if (event->type() == QEvent::LayoutRequest)
+        giveTextItsRoom();
+    return taken;
+}
+
+// The toolkit's wizard doesn't ask how high its contents get when their text is wrapped.
+void ZVTolvarSetupWizard::giveTextItsRoom()
+{
+    const QWidget *contents = currentPage();
+    if (!contents)
+        return;
+    while (contents->parentWidget() != this)
+        contents = contents->parentWidget();
+    const int wrapped = contents->layout()->totalMinimumHeightForWidth(contents->width());
+    const QSize needed = contents->minimumSizeHint().expandedTo({0, wrapped});
+    const QSize screenful = screen()->availableSize() - (frameSize() - size());
+    resize(size().expandedTo(needed.boundedTo(screenful)));
+}
+
+void ZVTolvarSetupWizard::paintEvent(QPaintEvent *event)
+{
+    if (!isRightToLeft())
+        return QWizard::paintEvent(event);
+    const QPixmap picture = pixmap(BackgroundPixmap).transformed(QTransform::fromScale(-1, 1));
+    const QSize left = size() - picture.deviceIndependentSize().toSize();
+    QPainter(this).drawPixmap(left.width(), left.height() / 2, picture);
 }
 
 void ZVTolvarSetupWizard::consoleButtonClicked()

@@ -22,7 +22,16 @@ public Q_SLOTS:
     /// Shows the console view; the wizard stays usable.
     void consoleButtonClicked();
 
+protected:
+    /// Grows the window when the page has more text than room (large letters, a long path), up to the
+    /// screen's size.
+    bool event(QEvent *event) override;
+    /// Where one reads from the right, the picture stands mirrored at the right; the toolkit would leave it
+    /// at the left, under the page.
+    void paintEvent(QPaintEvent *event) override;
+
 private:
+    void giveTextItsRoom();
     void tabAsTheEyeReads();
 
     console_dialog *_console;

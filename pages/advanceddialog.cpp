@@ -1,5 +1,9 @@
 #include "pages/advanceddialog.h"
 
+#include <algorithm>
+
+#include <QLayout>
+
 #include "device/zvtolvar.h"
 #include "ui_advanceddialog.h"
 
@@ -19,6 +23,14 @@ void showOptionalAddress(const QString &flag, const QString &address, QCheckBox 
     if (isOn(flag))
         field->setText(address);
 }
+
+/// How many pixels \a field is too narrow for what it asks for, if it is.
+int lackOfWidth(const QLineEdit *field)
+{
+    const QFontMetrics font = field->fontMetrics();
+    const int margins = font.height(); // the frame's and the field's own are less
+    return std::max(0, font.horizontalAdvance(field->placeholderText()) + margins - field->width());
+}
 } // namespace
 
 AdvancedDialog::AdvancedDialog(ZVTolvar *controller, QWidget *parent)
@@ -28,6 +40,9 @@ AdvancedDialog::AdvancedDialog(ZVTolvar *controller, QWidget *parent)
 {
     _ui->setupUi(this);
     showValues();
+    layout()->setGeometry(rect()); // with larger letters, the form is too narrow
+    resize(width() + std::max(lackOfWidth(_ui->lineEdit_ipAddress), lackOfWidth(_ui->lineEdit_syslogServer)),
+           height());
     connect(this, &QDialog::accepted, this, &AdvancedDialog::OnAccepted);
 }
 

@@ -1,5 +1,7 @@
 #include "pages/viewdetailsdialog.h"
 
+#include <QLayout>
+
 #include "device/zvscanresult.h"
 #include "pages/devicetext.h"
 #include "ui_viewdetailsdialog.h"
@@ -18,6 +20,9 @@ ViewDetailsDialog::ViewDetailsDialog(ZVScanResult *network, QWidget *parent)
     _ui->label_suites->setText(network->suites);
     _ui->label_wps->setText(network->wps);
     _ui->label_rssi->setText(network->rssi);
+
+    // With larger letters the notes would take the values' room.
+    resize(size().expandedTo({0, layout()->totalHeightForWidth(width())}));
 }
 
 ViewDetailsDialog::~ViewDetailsDialog() = default;

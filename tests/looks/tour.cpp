@@ -170,7 +170,7 @@ private:
     void see(const char *view) { see(view, &_wizard); }
     void see(const char *view, QWidget *window)
     {
-        for (int i = 0; i < 3; ++i)
+        for (int i = 0; i < 10; ++i)
             QApplication::processEvents(); // a layout may lead to another
         _onlooker(QString::fromLatin1(view), window);
     }

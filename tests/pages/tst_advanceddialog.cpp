@@ -7,6 +7,7 @@
 
 #include "device/zvtolvar.h"
 #include "pages/advanceddialog.h"
+#include "tests/support/lettersof.h"
 #include "tests/support/zvtolvarinspector.h"
 
 /// The advanced settings: read from the controller when it opens, written back on OK.
@@ -24,6 +25,9 @@ private Q_SLOTS:
     void theValuesAreShownWhenItOpens_data();
     void theValuesAreShownWhenItOpens();
     void aSwitchThatIsOffLeavesItsFieldToThePlaceholder();
+    void aPlaceholderIsSeenWholeInLargeLetters_data();
+    void aPlaceholderIsSeenWholeInLargeLetters();
+    void theDialogKeepsItsWidthWhereAllIsSeen();
     void theSwitchesEnableAndDisableNothing();
     void eachOpeningReadsTheControllerAfresh();
     void okWritesEverythingBackInOrder();
@@ -112,6 +116,32 @@ void TestAdvancedDialog::aSwitchThatIsOffLeavesItsFieldToThePlaceholder()
         QCOMPARE(in<QLineEdit>(dialog, name)->text(), QString());
         QVERIFY(!in<QLineEdit>(dialog, name)->placeholderText().isEmpty());
     }
+}
+
+void TestAdvancedDialog::aPlaceholderIsSeenWholeInLargeLetters_data()
+{
+    QTest::addColumn<QString>("field");
+    QTest::newRow("the address") << "lineEdit_ipAddress";
+    QTest::newRow("the syslog server") << "lineEdit_syslogServer";
+}
+
+void TestAdvancedDialog::theDialogKeepsItsWidthWhereAllIsSeen()
+{
+    const LettersOf letters(9);
+    QCOMPARE(AdvancedDialog(_tolvar.get()).size(), QSize(362, 269));
+}
+
+void TestAdvancedDialog::aPlaceholderIsSeenWholeInLargeLetters()
+{
+    QFETCH(QString, field);
+    const LettersOf letters(24);
+    AdvancedDialog dialog(_tolvar.get());
+    dialog.show();
+    const auto *edit = dialog.findChild<QLineEdit *>(field);
+    const int margins =
+        10; // in pixels: 2 of the frame's and 2 of the field's own at each side, and 2 for the cursor
+    const int text = edit->fontMetrics().horizontalAdvance(edit->placeholderText());
+    QVERIFY2(edit->width() >= text + margins, "what it asks for can be read");
 }
 
 void TestAdvancedDialog::theSwitchesEnableAndDisableNothing()

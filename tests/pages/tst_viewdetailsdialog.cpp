@@ -5,6 +5,7 @@
 
 #include "device/zvscanresult.h"
 #include "pages/viewdetailsdialog.h"
+#include "tests/support/lettersof.h"
 #include "tests/support/picturefile.h"
 
 /// A network's details, as the device reported them.
@@ -18,6 +19,8 @@ private Q_SLOTS:
     void aPictureThatAFieldNamesIsNotShown_data();
     void aPictureThatAFieldNamesIsNotShown();
     void longTextsAreNotWrapped();
+    void theDialogGrowsWithItsLetters_data();
+    void theDialogGrowsWithItsLetters();
     void theRecordMayGo();
     void bothButtonsCloseAndChangeNothing_data();
     void bothButtonsCloseAndChangeNothing();
@@ -80,6 +83,32 @@ void TestViewDetailsDialog::longTextsAreNotWrapped()
         QVERIFY2(label->width() >= label->fontMetrics().horizontalAdvance(label->text()),
                  "it is shown whole");
         QVERIFY(label->height() < 2 * label->fontMetrics().height());
+    }
+}
+
+void TestViewDetailsDialog::theDialogGrowsWithItsLetters_data()
+{
+    QTest::addColumn<int>("points");
+    QTest::addColumn<bool>("isHigher");
+    QTest::newRow("letters that it was drawn for") << 9 << false;
+    QTest::newRow("large letters") << 16 << true;
+}
+
+void TestViewDetailsDialog::theDialogGrowsWithItsLetters()
+{
+    QFETCH(int, points);
+    QFETCH(bool, isHigher);
+    const LettersOf letters(points);
+    ZVScanResult record;
+    ViewDetailsDialog dialog(&record, nullptr);
+    dialog.show();
+    QCOMPARE(dialog.width(), 400);
+    QCOMPARE(dialog.height() > 398, isHigher);
+    const auto labels = dialog.findChildren<QLabel *>();
+    for (const QLabel *label : labels) {
+        const int needed =
+            label->wordWrap() ? label->heightForWidth(label->width()) : label->sizeHint().height();
+        QVERIFY2(label->height() >= needed, qPrintable(label->objectName() + " is seen whole"));
     }
 }
 

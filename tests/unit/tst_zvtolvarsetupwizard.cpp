@@ -1,7 +1,11 @@
 #include <QAbstractButton>
+#include <QLabel>
+#include <QLayout>
 #include <QMetaMethod>
+#include <QPainter>
 #include <QPushButton>
 #include <QResource>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTextBrowser>
@@ -38,6 +42,11 @@ private Q_SLOTS:
     void theIconIsLookedForAmongTheImages();
     void nameTitleAndSize();
     void theSizeFitsTheContents();
+    void theWindowGrowsWithTheTextOfItsPage_data();
+    void theWindowGrowsWithTheTextOfItsPage();
+    void theWindowGrowsWithALineThatIsNotWrapped();
+    void thePictureStandsWhereOneBeginsToRead_data();
+    void thePictureStandsWhereOneBeginsToRead();
     void aNameGivenEarlierIsKept();
     void aParentIsAccepted();
     void theTextsAreTranslatedInTheWizardsContext();
@@ -136,6 +145,88 @@ void TestFrame::theSizeFitsTheContents()
     _wizard->adjustSize();
     QCOMPARE(before, _wizard->size());
     QVERIFY2(before.width() >= 750 && before.height() >= 580, "the minimum holds");
+}
+
+void TestFrame::theWindowGrowsWithTheTextOfItsPage_data()
+{
+    QTest::addColumn<int>("lines");
+    QTest::addColumn<bool>("isHigher");
+    QTest::addColumn<bool>("isAll");
+    QTest::newRow("what fits changes nothing") << 3 << false << true;
+    QTest::newRow("more than the page has room for") << 20 << true << true;
+    QTest::newRow("more than the screen has room for") << 100 << true << false;
+}
+
+void TestFrame::theWindowGrowsWithTheTextOfItsPage()
+{
+    QFETCH(int, lines);
+    QFETCH(bool, isHigher);
+    QFETCH(bool, isAll);
+    _wizard->show();
+    QCOMPARE(_wizard->size(), QSize(750, 580));
+    auto *label = new QLabel(QString("word ").repeated(14 * lines)); // some 520 of the page's 530 pixels
+    label->setWordWrap(true);
+    _wizard->currentPage()->layout()->addWidget(label);
+
+    const int screenful =
+        _wizard->screen()->availableSize().height() - (_wizard->frameSize() - _wizard->size()).height();
+    if (isHigher)
+        QTRY_VERIFY2(_wizard->height() > 580, "the window grows");
+    else
+        QTRY_VERIFY2(label->isVisible(), "the text is laid out");
+    if (isAll) {
+        QTRY_VERIFY2(label->height() >= label->heightForWidth(label->width()), "all lines are seen");
+        QVERIFY2(_wizard->height() < screenful, "it grows as far as it has to");
+    } else {
+        QTRY_COMPARE(_wizard->height(), screenful);
+    }
+    QCOMPARE(_wizard->height() > 580, isHigher);
+    QCOMPARE(_wizard->width(), 750);
+}
+
+void TestFrame::theWindowGrowsWithALineThatIsNotWrapped()
+{
+    _wizard->show();
+    auto *line = new QLabel;
+    line->setFixedWidth(_wizard->currentPage()->width() + 20);
+    _wizard->currentPage()->layout()->addWidget(line);
+    QTRY_VERIFY2(_wizard->width() > 750, "the window grows");
+    QTRY_VERIFY2(_wizard->currentPage()->rect().contains(line->geometry()), "the whole line is seen");
+    QCOMPARE(_wizard->height(), 580);
+}
+
+void TestFrame::thePictureStandsWhereOneBeginsToRead_data()
+{
+    QTest::addColumn<Qt::LayoutDirection>("direction");
+    QTest::newRow("from the left") << Qt::LeftToRight;
+    QTest::newRow("from the right") << Qt::RightToLeft;
+}
+
+void TestFrame::thePictureStandsWhereOneBeginsToRead()
+{
+    QFETCH(Qt::LayoutDirection, direction);
+    _wizard->setLayoutDirection(direction);
+    _wizard->resize(900, 701); // larger than it has to be
+    QPixmap plain(4, 4);       // black on the left, white on the right: mirrored, it is told apart
+    plain.fill(Qt::white);
+    QPainter(&plain).fillRect(0, 0, 2, 4, Qt::black);
+    _wizard->setPixmap(QWizard::BackgroundPixmap, plain);
+    _wizard->show();
+    for (QWidget *child : _wizard->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly))
+        child->hide();
+
+    const QImage window = _wizard->grab().toImage();
+    QRect black;
+    QRect white;
+    for (int y = 0; y < window.height(); ++y)
+        for (int x = 0; x < window.width(); ++x)
+            if (window.pixelColor(x, y) == Qt::black)
+                black |= QRect(x, y, 1, 1);
+            else if (window.pixelColor(x, y) == Qt::white)
+                white |= QRect(x, y, 1, 1);
+    const bool fromLeft = direction == Qt::LeftToRight;
+    QCOMPARE(black, QRect(fromLeft ? 0 : 898, 348, 2, 4)); // half of the 697 pixels that are free above
+    QCOMPARE(white, QRect(fromLeft ? 2 : 896, 348, 2, 4));
 }
 
 void TestFrame::aNameGivenEarlierIsKept()
