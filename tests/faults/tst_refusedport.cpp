@@ -17,6 +17,7 @@ private Q_SLOTS:
 
 private:
     static bool plugIntoView(FaultBench &bench);
+    static bool isRefused(FaultBench &bench);
 };
 
 /// Plugs the device in; true once the wizard has seen it, a second before it opens the port.
@@ -26,6 +27,17 @@ bool TestRefusedPort::plugIntoView(FaultBench &bench)
         bench.wizard.currentPage()->findChild<QLabel *>(QStringLiteral("label_progress"));
     return bench.tolvar.plug() &&
            bench.waitFor([&] { return progress->text() == QLatin1String("Getting status"); });
+}
+
+/// Waits until the wizard has told that it can't open the port.
+bool TestRefusedPort::isRefused(FaultBench &bench)
+{
+    bool isTold = false;
+    FaultBench::listen(
+        [&isTold](QtMsgType type, const QString &) { isTold = isTold || type == QtCriticalMsg; });
+    const bool inTime = bench.waitFor([&] { return isTold; });
+    FaultBench::listen(nullptr);
+    return inTime;
 }
 
 void TestRefusedPort::aPermissionThatComesLater()
@@ -53,13 +65,8 @@ void TestRefusedPort::aProgramThatLetsGoLater()
     {
         QSerialPort other(QString::fromLatin1(bench.tolvar.ttyName()));
         QVERIFY(other.open(QIODevice::ReadWrite));
-        bool isRefused = false;
-        FaultBench::listen([&isRefused](QtMsgType type, const QString &) {
-            isRefused = isRefused || type == QtCriticalMsg;
-        });
-        QVERIFY2(bench.waitFor([&] { return isRefused; }), "a refusal was expected to be told");
+        QVERIFY2(isRefused(bench), "a refusal was expected to be told");
     }
-    FaultBench::listen(nullptr);
     bench.walk.start();
     QVERIFY2(bench.waitFor([&] { return bench.walk.isDone(); }), qPrintable(FaultBench::lastMessages()));
 }
@@ -71,12 +78,7 @@ void TestRefusedPort::unpluggedWhileRefused()
     {
         QSerialPort other(QString::fromLatin1(bench.tolvar.ttyName()));
         QVERIFY(other.open(QIODevice::ReadWrite));
-        bool isRefused = false;
-        FaultBench::listen([&isRefused](QtMsgType type, const QString &) {
-            isRefused = isRefused || type == QtCriticalMsg;
-        });
-        QVERIFY(bench.waitFor([&] { return isRefused; }));
-        FaultBench::listen(nullptr);
+        QVERIFY2(isRefused(bench), "a refusal was expected to be told");
         bench.tolvar.unplug();
     }
     QVERIFY(bench.waitFor([&] { return bench.isForgotten(); }));

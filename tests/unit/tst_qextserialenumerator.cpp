@@ -46,6 +46,15 @@ QextPortInfo toldOf(const QSignalSpy &spy)
     return spy.value(0).value(0).value<QextPortInfo>();
 }
 
+/// An enumerator that has been asked to tell, and what it has told since.
+struct Telling {
+    QextSerialEnumerator enumerator;
+    QSignalSpy arrived{&enumerator, &QextSerialEnumerator::deviceDiscovered};
+    QSignalSpy removed{&enumerator, &QextSerialEnumerator::deviceRemoved};
+
+    Telling() { enumerator.setUpNotifications(); }
+};
+
 QStringList described(const QList<ListedPort> &ports)
 {
     QStringList texts;
@@ -203,27 +212,20 @@ void TestQextSerialEnumerator::askingTwiceTellsOnce()
 void TestQextSerialEnumerator::everyEnumeratorIsTold()
 {
     MockPorts computer;
-    QextSerialEnumerator one;
-    QextSerialEnumerator other;
-    one.setUpNotifications();
-    other.setUpNotifications();
-    QSignalSpy oneArrived(&one, &QextSerialEnumerator::deviceDiscovered);
-    QSignalSpy otherArrived(&other, &QextSerialEnumerator::deviceDiscovered);
-    QSignalSpy oneRemoved(&one, &QextSerialEnumerator::deviceRemoved);
-    QSignalSpy otherRemoved(&other, &QextSerialEnumerator::deviceRemoved);
-
+    const Telling one;
+    const Telling other;
     const QString name = computer.plugUsb("0403", "6001");
-    QTRY_COMPARE(oneArrived.count(), 1);
-    QTRY_COMPARE(otherArrived.count(), 1);
+    QTRY_COMPARE(one.arrived.count(), 1);
+    QTRY_COMPARE(other.arrived.count(), 1);
     computer.unplug(name);
-    QTRY_COMPARE(oneRemoved.count(), 1);
-    QTRY_COMPARE(otherRemoved.count(), 1);
-    const QextPortInfo arrived = toldOf(oneArrived);
+    QTRY_COMPARE(one.removed.count(), 1);
+    QTRY_COMPARE(other.removed.count(), 1);
+    const QextPortInfo arrived = toldOf(one.arrived);
     QCOMPARE(arrived.portName, name);
-    QVERIFY(toldOf(otherArrived) == arrived);
-    QVERIFY(toldOf(oneRemoved) == arrived);
-    QVERIFY(toldOf(otherRemoved) == arrived);
-    QCOMPARE(oneArrived.count() + otherArrived.count(), 2);
+    QVERIFY(toldOf(other.arrived) == arrived);
+    QVERIFY(toldOf(one.removed) == arrived);
+    QVERIFY(toldOf(other.removed) == arrived);
+    QCOMPARE(one.arrived.count() + other.arrived.count(), 2);
 }
 
 void TestQextSerialEnumerator::anEnumeratorMayGoInsideASlot()
@@ -243,41 +245,32 @@ void TestQextSerialEnumerator::anEnumeratorMayGoInsideASlot()
     QTRY_COMPARE(told, 1);
     QCoreApplication::processEvents();
 
-    QextSerialEnumerator third;
-    third.setUpNotifications();
-    QSignalSpy thirdTold(&third, &QextSerialEnumerator::deviceDiscovered);
+    Telling third;
     computer.plugUsb("0403", "6001");
-    QVERIFY(thirdTold.wait());
+    QVERIFY(third.arrived.wait());
     QCOMPARE(told, 1);
 }
 
 void TestQextSerialEnumerator::anEnumeratorThatComesLaterIsTold()
 {
     MockPorts computer;
-    QextSerialEnumerator first;
-    first.setUpNotifications();
-    QSignalSpy firstArrived(&first, &QextSerialEnumerator::deviceDiscovered);
+    Telling first;
     const QString name = computer.plugUsb("0403", "6001");
-    QVERIFY(firstArrived.wait());
+    QVERIFY(first.arrived.wait());
 
-    QextSerialEnumerator later;
-    later.setUpNotifications();
-    QSignalSpy laterArrived(&later, &QextSerialEnumerator::deviceDiscovered);
-    QSignalSpy laterRemoved(&later, &QextSerialEnumerator::deviceRemoved);
+    Telling later;
     computer.unplug(name);
-    QVERIFY(laterRemoved.wait());
-    QVERIFY(toldOf(laterRemoved) == toldOf(firstArrived));
-    QCOMPARE(laterArrived.count(), 0);
+    QVERIFY(later.removed.wait());
+    QVERIFY(toldOf(later.removed) == toldOf(first.arrived));
+    QCOMPARE(later.arrived.count(), 0);
 }
 
 void TestQextSerialEnumerator::aRemovedPortIsClosedWhenItIsTold()
 {
     MessageRecorder log;
     MockPorts computer;
-    QextSerialEnumerator one;
-    QextSerialEnumerator other;
-    one.setUpNotifications();
-    other.setUpNotifications();
+    const Telling one;
+    const Telling other;
     const QString name = computer.plugUsb("0403", "6001");
     const int before = terminalDescriptors();
 
@@ -298,8 +291,8 @@ void TestQextSerialEnumerator::aRemovedPortIsClosedWhenItIsTold()
         QCOMPARE(first.write("x"), -1);
         QCOMPARE(second.write("x"), -1);
     };
-    connect(&one, &QextSerialEnumerator::deviceRemoved, this, look);
-    connect(&other, &QextSerialEnumerator::deviceRemoved, this, look);
+    connect(&one.enumerator, &QextSerialEnumerator::deviceRemoved, this, look);
+    connect(&other.enumerator, &QextSerialEnumerator::deviceRemoved, this, look);
     computer.announce(name, "remove"); // the test bed's end stays open, so that no hang-up closes the line
     QTRY_COMPARE(told, 2);
     QCOMPARE(log.messages(), QStringList());
@@ -309,36 +302,30 @@ void TestQextSerialEnumerator::aPortOpenedInsideTheRemovalStaysOpen()
 {
     // The next device may have the name already when the second enumerator tells of the first one's end.
     MockPorts computer;
-    QextSerialEnumerator one;
-    QextSerialEnumerator other;
-    one.setUpNotifications();
-    other.setUpNotifications();
+    Telling one;
+    Telling other;
     const QString name = computer.plugUsb("0403", "6001");
-    QSignalSpy arrived(&one, &QextSerialEnumerator::deviceDiscovered);
-    QVERIFY(arrived.wait());
+    QVERIFY(one.arrived.wait());
     QextSerialPort port(name);
-    connect(&one, &QextSerialEnumerator::deviceRemoved, &port, [&port] { port.open(QIODevice::ReadWrite); });
-    QSignalSpy otherRemoved(&other, &QextSerialEnumerator::deviceRemoved);
+    connect(&one.enumerator, &QextSerialEnumerator::deviceRemoved, &port,
+            [&port] { port.open(QIODevice::ReadWrite); });
     computer.announce(name, "remove");
-    QVERIFY(otherRemoved.wait());
+    QVERIFY(other.removed.wait());
     QCOMPARE(port.write("x"), 1);
 }
 
 void TestQextSerialEnumerator::anotherPortsRemovalLeavesTheLineAlone()
 {
     MockPorts computer;
-    QextSerialEnumerator enumerator;
-    enumerator.setUpNotifications();
-    QSignalSpy removed(&enumerator, &QextSerialEnumerator::deviceRemoved);
+    Telling told;
     const QString name = computer.plugUsb("0403", "6001");
     const QString another = computer.plugUsb("0403", "6001");
-    QSignalSpy arrived(&enumerator, &QextSerialEnumerator::deviceDiscovered);
-    QTRY_COMPARE(arrived.count(), 2);
+    QTRY_COMPARE(told.arrived.count(), 2);
     QextSerialPort port(name);
     QVERIFY(port.open(QIODevice::ReadWrite));
     computer.unplug(another);
-    QVERIFY(removed.wait());
-    QCOMPARE(toldOf(removed).portName, another);
+    QVERIFY(told.removed.wait());
+    QCOMPARE(toldOf(told.removed).portName, another);
     QCOMPARE(port.write("x"), 1);
     QCOMPARE(::write(computer.deviceDescriptor(name), ">", 1), 1);
     QTRY_COMPARE(port.bytesAvailable(), 1);
@@ -347,12 +334,9 @@ void TestQextSerialEnumerator::anotherPortsRemovalLeavesTheLineAlone()
 void TestQextSerialEnumerator::aRefusalIsNamedAgainAfterThePortHasGone()
 {
     MockPorts computer;
-    QextSerialEnumerator enumerator;
-    enumerator.setUpNotifications();
-    QSignalSpy arrived(&enumerator, &QextSerialEnumerator::deviceDiscovered);
-    QSignalSpy removed(&enumerator, &QextSerialEnumerator::deviceRemoved);
+    Telling told;
     const QString name = computer.plugUsb("0403", "6001");
-    QVERIFY(arrived.wait());
+    QVERIFY(told.arrived.wait());
     QSerialPort otherProgram(name);
     QVERIFY(otherProgram.open(QIODevice::ReadWrite));
 
@@ -362,7 +346,7 @@ void TestQextSerialEnumerator::aRefusalIsNamedAgainAfterThePortHasGone()
     const QStringList once{QStringLiteral("C:Opening the port %1 failed: Device or resource busy").arg(name)};
     QCOMPARE(log.take(), once);
     computer.announce(name, "remove");
-    QVERIFY(removed.wait());
+    QVERIFY(told.removed.wait());
     QVERIFY(!QextSerialPort(name).open(QIODevice::ReadWrite));
     QCOMPARE(log.take(), once);
 }
