@@ -25,6 +25,12 @@ private Q_SLOTS:
 
 namespace
 {
+// A reply whose root has another name holds the wizard for good, which is kept, so none may come about here.
+// No document has control characters: "\x01" makes one that is cut out of another's middle an invalid one. A
+// start mark in the middle begins a reply for the second controller, when that has just opened the port and
+// takes a tag's end for a prompt. tst_spoiltbytes tries the bytes without it, on the controller alone.
+constexpr char startMark[] = "\x02\x01";
+
 /// Lets the run come to an end, or to a reply that is lost: then the user pulls the plug, and tries once more
 /// on a sane line.
 void pullOutAndWalkAgain(FaultBench &bench)
@@ -94,9 +100,7 @@ void TestNoisyLine::afterBytesFromNowhere_data()
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<int>("place");
 
-    // No control character is allowed in a document: with one ahead, none of this can make a root of another
-    // name.
-    const QList<QPair<const char *, QByteArray>> intruders = {{"a start mark", "\x02"},
+    const QList<QPair<const char *, QByteArray>> intruders = {{"a start mark", startMark},
                                                               {"an end mark", "\x03"},
                                                               {"a prompt", "\x01>"},
                                                               {"garbage", "\x01\xFF<&]]>\r\n>"}};
@@ -144,7 +148,7 @@ void TestNoisyLine::afterSeveralFaultsAtOnce()
     LineFaults faults;
     faults.reads = static_cast<LineFaults::Reads>(random.bounded(3));
     faults.insertAt = random.bounded(1000);
-    faults.insertion = QList<QByteArray>{"", "\x02", "\x03", "\x01>"}.at(random.bounded(4));
+    faults.insertion = QList<QByteArray>{"", startMark, "\x03", "\x01>"}.at(random.bounded(4));
     if (isSo())
         faults.pulledOutAfter = 1 + random.bounded(1500);
 
