@@ -79,6 +79,8 @@ FaultBench::FaultBench(const TolvarSetup &setup, const WalkWishes &ourWishes)
     });
     QObject::connect(controller, &ZVTolvar::networkTestFound, &wizard,
                      [this] { _verdict = QStringLiteral("Successfully tested connection to network\n"); });
+    // What is done after that would not be what the unplugging has left.
+    QObject::connect(&tolvar, &PluggedPort::pulledOut, &walk, &WizardWalk::stop);
     walk.waitWhile([this] { return isTalking(); });
     wizard.show();
     wizard.activateWindow();
@@ -147,7 +149,7 @@ QString FaultBench::shown(const char *label) const
     return found ? found->text() : QStringLiteral("no such label");
 }
 
-QStringList FaultBench::wrongAfterUnplug() const
+QString FaultBench::wrongAfterUnplug() const
 {
     QStringList wrong;
     const auto expect = [&wrong](const QString &what, const QVariant &seen, const QVariant &expected) {
@@ -198,7 +200,7 @@ QStringList FaultBench::wrongAfterUnplug() const
     default:
         expect(QStringLiteral("the page"), wizard.currentId(), QStringLiteral("one of the typical run's"));
     }
-    return wrong;
+    return wrong.join(QLatin1String("; "));
 }
 
 QString FaultBench::walkAgain(const QByteArray &ttyName)

@@ -34,7 +34,7 @@ public:
     bool isForgotten() const;
     /// What the page in sight and the controller should show right after an unplugging, and don't; empty when
     /// all is as it should be.
-    QStringList wrongAfterUnplug() const;
+    QString wrongAfterUnplug() const;
     /// Plugs the device in again, as \a ttyName or under the next name, goes back to the first page and walks
     /// through. Gives what went wrong, empty when the device holds what was wished for.
     QString walkAgain(const QByteArray &ttyName = QByteArray());

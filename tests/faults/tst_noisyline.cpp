@@ -41,7 +41,7 @@ void pullOutAndWalkAgain(FaultBench &bench)
     bench.walk.stop();
     bench.tolvar.unplug();
     QVERIFY(bench.waitFor([&] { return bench.isForgotten(); }));
-    QCOMPARE(bench.wrongAfterUnplug(), QStringList());
+    QCOMPARE(bench.wrongAfterUnplug(), QString());
     bench.tolvar.alter([](TolvarSetup &device) { device.faults = {}; });
     QCOMPARE(bench.walkAgain(), QString());
 }
@@ -171,7 +171,7 @@ void TestNoisyLine::aPromptThatNeverComes()
     bench.walk.stop();
     bench.tolvar.unplug();
     QVERIFY(bench.waitFor([&] { return bench.isForgotten(); }));
-    QCOMPARE(bench.wrongAfterUnplug(), QStringList());
+    QCOMPARE(bench.wrongAfterUnplug(), QString());
     bench.tolvar.alter([](TolvarSetup &device) { device.faults.neverPrompts = false; });
     QCOMPARE(bench.walkAgain(), QString());
 }

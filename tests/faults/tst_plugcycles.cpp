@@ -66,7 +66,7 @@ void TestPlugCycles::theWizardLeavesNoDescriptor()
     for (int cycle = 0; cycle < 5; ++cycle)
         QVERIFY(comesAndGoes());
     QCOMPARE(openDescriptors(), before);
-    QCOMPARE(bench.wrongAfterUnplug(), QStringList());
+    QCOMPARE(bench.wrongAfterUnplug(), QString());
 }
 
 void TestPlugCycles::anIdleWizardRests_data()

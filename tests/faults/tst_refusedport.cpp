@@ -82,7 +82,7 @@ void TestRefusedPort::unpluggedWhileRefused()
         bench.tolvar.unplug();
     }
     QVERIFY(bench.waitFor([&] { return bench.isForgotten(); }));
-    QCOMPARE(bench.wrongAfterUnplug(), QStringList());
+    QCOMPARE(bench.wrongAfterUnplug(), QString());
     QCOMPARE(bench.walkAgain(), QString());
 }
 
