@@ -42,6 +42,7 @@ private Q_SLOTS:
     void anOpenConsoleHoldsTheProgramUpNoLonger();
     void anSsidGoesBackByteForByteAsItCame();
     void refreshingScansAgain();
+    void refreshingAfterATestSavesWhatWasTried();
     void unpluggedOnAnyPageNothingBreaks_data();
     void unpluggedOnAnyPageNothingBreaks();
     void garbageOnTheLineIsNoHindrance();
@@ -255,6 +256,24 @@ void TestOtherRoutes::refreshingScansAgain()
     QCOMPARE(s.receivedSinceStatus(),
              QList<QByteArray>({"setuarttrace y", "save", "scan", "setuarttrace n", "setuarttrace y", "save",
                                 "scan", "setuarttrace n"}));
+}
+
+void TestOtherRoutes::refreshingAfterATestSavesWhatWasTried()
+{
+    // The device saves whatever it was given last, and each look for networks has it save.
+    Scenario s;
+    ZV_STEP(s, scans(s));
+    ZV_STEP(s, s.user.picks("Workshop"));
+    ZV_STEP(s, s.user.typesPassphrase("wrong  one"));
+    ZV_STEP(s, s.user.goesOn());
+    ZV_STEP(s, s.user.sees("The network was found, but the passphrase was invalid\n"));
+    QCOMPARE(s.deviceState().saved.passphrase, QByteArray("correct horse battery"));
+    ZV_STEP(s, s.user.goesBack());
+    ZV_STEP(s, s.screen.click(button("Look for Networks...")));
+    ZV_STEP(s, s.user.seesTheNetworks());
+    ZV_STEP(s, s.screen.click(button("Cancel")));
+    ZV_STEP(s, s.screen.waitForEnd());
+    QCOMPARE(s.deviceState().saved.passphrase, QByteArray("wrong  one"));
 }
 
 void TestOtherRoutes::unpluggedOnAnyPageNothingBreaks_data()
