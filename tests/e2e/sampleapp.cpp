@@ -109,8 +109,10 @@ void SampleWizard::addButtons(QBoxLayout *layout)
     status->setObjectName("label_status");
     auto *refresh = new QPushButton("Look for Networks...");
     connect(refresh, &QPushButton::clicked, this, [this, status] {
+        // It looks until the second click, however long that takes, and a little longer.
+        if (status->text() == QLatin1String("looking"))
+            QTimer::singleShot(300, this, [status] { status->setText("found & done"); });
         status->setText("looking");
-        QTimer::singleShot(300, this, [status] { status->setText("found & done"); });
     });
     auto *details = new QPushButton("View Details...");
     connect(details, &QPushButton::clicked, this, &SampleWizard::openDetails);
