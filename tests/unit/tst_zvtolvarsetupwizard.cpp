@@ -164,7 +164,8 @@ void TestFrame::theWindowGrowsWithTheTextOfItsPage()
     QFETCH(bool, isAll);
     _wizard->show();
     QCOMPARE(_wizard->size(), QSize(750, 580));
-    auto *label = new QLabel(QString("word ").repeated(14 * lines)); // some 520 of the page's 530 pixels
+    auto *label =
+        new QLabel(QString("word ").repeated(qsizetype{14} * lines)); // some 520 of the page's 530 pixels
     label->setWordWrap(true);
     _wizard->currentPage()->layout()->addWidget(label);
 
