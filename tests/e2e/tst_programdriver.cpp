@@ -86,6 +86,7 @@ void TestProgramDriver::init()
     _app->setWorkingFolder(_folder->path());
     DRIVE(start(SAMPLEAPP));
     DRIVE(waitFor(window("Sample Wizard")));
+    DRIVE(waitFor(button("Continue"))); // in the active window: some tests have little patience
 }
 
 void TestProgramDriver::cleanup()
