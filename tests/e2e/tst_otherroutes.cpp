@@ -22,6 +22,13 @@ bool scans(Scenario &s)
 {
     return findsTheDevice(s) && s.user.goesToTheNetworks() && s.user.seesTheNetworks();
 }
+
+/// And has the device try one of them, which it can't join.
+bool triesAWrongPassphrase(Scenario &s)
+{
+    return scans(s) && s.user.picks("Workshop") && s.user.typesPassphrase("wrong  one") && s.user.goesOn() &&
+           s.user.sees("The network was found, but the passphrase was invalid\n");
+}
 } // namespace
 
 /// The other ways through the real program: warnings, failures, the log, the dialogs.
@@ -72,11 +79,7 @@ void TestOtherRoutes::aWepNetworkIsWarnedAbout()
 void TestOtherRoutes::aWrongPassphraseCanBeSavedAnyway()
 {
     Scenario s;
-    ZV_STEP(s, scans(s));
-    ZV_STEP(s, s.user.picks("Workshop"));
-    ZV_STEP(s, s.user.typesPassphrase("wrong  one"));
-    ZV_STEP(s, s.user.goesOn());
-    ZV_STEP(s, s.user.sees("The network was found, but the passphrase was invalid\n"));
+    ZV_STEP(s, triesAWrongPassphrase(s));
     ZV_STEP(s, s.screen.waitFor(button("Done").disabled()));
     ZV_STEP(s, s.user.saves("Save network configuration anyway?"));
     ZV_STEP(s, s.screen.waitFor(button("Save network configuration anyway?").enabled()));
@@ -262,11 +265,7 @@ void TestOtherRoutes::refreshingAfterATestSavesWhatWasTried()
 {
     // The device saves whatever it was given last, and each look for networks has it save.
     Scenario s;
-    ZV_STEP(s, scans(s));
-    ZV_STEP(s, s.user.picks("Workshop"));
-    ZV_STEP(s, s.user.typesPassphrase("wrong  one"));
-    ZV_STEP(s, s.user.goesOn());
-    ZV_STEP(s, s.user.sees("The network was found, but the passphrase was invalid\n"));
+    ZV_STEP(s, triesAWrongPassphrase(s));
     QCOMPARE(s.deviceState().saved.passphrase, QByteArray("correct horse battery"));
     ZV_STEP(s, s.user.goesBack());
     ZV_STEP(s, s.screen.click(button("Look for Networks...")));
