@@ -91,9 +91,12 @@ void TestProgramDriver::init()
 
 void TestProgramDriver::cleanup()
 {
-    if (QTest::currentTestFailed() && _app)
+    if (!_app)
+        return;
+    if (QTest::currentTestFailed())
         qWarning().noquote() << "The screen at the end:\n" << _app->describeScreen();
-    else if (_app)
+    _app->terminate(); // from here on, all that it said is known
+    if (!QTest::currentTestFailed())
         QCOMPARE(_app->errorOutput().count('\n'), 4); // its own words at the start: being driven adds none
     _app.reset();
 }
