@@ -42,13 +42,13 @@ QString MockPorts::plugPci()
                   "E: ID_BUS=pci\nE: ID_VENDOR_ID=0x8086\nE: ID_MODEL_ID=0x1c3d\n");
 }
 
-QString MockPorts::addPhantom()
+QString MockPorts::addPhantom(Node node)
 {
     const QString name = nextName("ttyS");
     return addTty(
         name, QStringLiteral("/devices/platform/serial8250_%1").arg(name),
         "E: SUBSYSTEM=platform\nE: DRIVER=serial8250\nL: driver=../../../bus/platform/drivers/serial8250\n",
-        "");
+        "", Linked, node);
 }
 
 QString MockPorts::addConsole()
@@ -110,14 +110,15 @@ QString MockPorts::nextName(const char *driver)
 }
 
 QString MockPorts::addTty(const QString &name, const QString &parent, const QByteArray &parentText,
-                          const QByteArray &text, Link link)
+                          const QByteArray &text, Link link, Node node)
 {
     _paths.insert(name, parent + QLatin1String("/tty/") + name);
     _parents.insert(name, QLatin1String("/sys") + parent);
     const QByteArray toParent = link == Linked ? "\nL: device=../../../" + name.toUtf8() : QByteArray();
     add("P: " + parent.toUtf8() + '\n' + parentText + '\n');
-    add("P: " + _paths.value(name).toUtf8() + "\nN: " + name.toUtf8() + toParent +
-        "\nE: SUBSYSTEM=tty\nE: DEVNAME=/dev/" + name.toUtf8() + '\n' + text + '\n');
+    const QByteArray toNode = node == WithNode ? "\nN: " + name.toUtf8() : QByteArray();
+    add("P: " + _paths.value(name).toUtf8() + toNode + toParent + "\nE: SUBSYSTEM=tty\nE: DEVNAME=/dev/" +
+        name.toUtf8() + '\n' + text + '\n');
     return name;
 }
 

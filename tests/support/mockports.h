@@ -24,8 +24,9 @@ public:
     QString plugOnBus(const char *subsystem, const char *vendor, const char *product);
     /// Plugs a card in that has a port.
     QString plugPci();
+    enum Node { WithNode, WithoutNode }; // whether it can be opened
     /// A port that the driver offers with nothing behind it.
-    QString addPhantom();
+    QString addPhantom(Node node = WithNode);
     /// A virtual console, which is a tty and no port.
     QString addConsole();
     /// A tty called \a name with no device behind it, such as a null modem's.
@@ -47,7 +48,7 @@ private:
 
     QString nextName(const char *driver);
     QString addTty(const QString &name, const QString &parent, const QByteArray &parentText,
-                   const QByteArray &text, Link link = Linked);
+                   const QByteArray &text, Link link = Linked, Node node = WithNode);
     void add(const QByteArray &text);
     QByteArray sysPath(const QString &name) const;
 

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include <QScopeGuard>
 #include <QSerialPort>
 #include <QSerialPortInfo>
 #include <QSignalSpy>
@@ -13,6 +14,7 @@
 #include "serial/qextserialenumerator.h"
 #include "serial/qextserialport.h"
 #include "tests/support/messagerecorder.h"
+#include "tests/support/udevcalls.h"
 
 /// The list of ports, and what is told of ports that come and go while others have them open.
 class TestQextSerialEnumerator : public QObject
@@ -24,6 +26,8 @@ private Q_SLOTS:
     void thePortsAreListed();
     void thePortsAreListedInTheSystemsOrder();
     void theListIsTheToolkits();
+    void whereUdevCantBeAskedTheToolkitIs();
+    void whereTheSystemHasNoTtysTheToolkitIsAskedToo();
     void thisComputersListIsTheToolkits();
     void idsAreUsbIdsByTheBus_data();
     void idsAreUsbIdsByTheBus();
@@ -64,6 +68,24 @@ QStringList described(const QList<ListedPort> &ports)
                      .arg(port.vendorID.value_or(-1))
                      .arg(port.productID.value_or(-1));
     return texts;
+}
+
+QStringList namesOfPorts()
+{
+    QStringList names;
+    const QList<QextPortInfo> ports = QextSerialEnumerator::getPorts();
+    for (const QextPortInfo &info : ports)
+        names += info.portName;
+    return names;
+}
+
+QStringList namesOfToolkitsPorts()
+{
+    QStringList names;
+    const QList<QSerialPortInfo> available = QSerialPortInfo::availablePorts();
+    for (const QSerialPortInfo &info : available)
+        names += info.portName();
+    return names;
 }
 
 // Descriptors this process has on terminals, the test bed's own among them.
@@ -110,16 +132,8 @@ void TestQextSerialEnumerator::thePortsAreListedInTheSystemsOrder()
     MockPorts computer;
     for (int i = 0; i < 5; ++i)
         computer.plugUsb("0403", "6001");
-    QStringList systems;
-    const QList<QSerialPortInfo> available = QSerialPortInfo::availablePorts();
-    for (const QSerialPortInfo &info : available)
-        systems += info.portName();
-    QCOMPARE(systems.size(), 5);
-    QStringList listed;
-    const QList<QextPortInfo> ports = QextSerialEnumerator::getPorts();
-    for (const QextPortInfo &info : ports)
-        listed += info.portName;
-    QCOMPARE(listed, systems);
+    QCOMPARE(namesOfToolkitsPorts().size(), 5);
+    QCOMPARE(namesOfPorts(), namesOfToolkitsPorts());
 }
 
 void TestQextSerialEnumerator::theListIsTheToolkits()
@@ -132,6 +146,7 @@ void TestQextSerialEnumerator::theListIsTheToolkits()
     computer.plugOnBus("pnp", "0403", "");
     computer.plugOtherUsb();
     computer.addPhantom();
+    computer.addPhantom(MockPorts::WithoutNode);
     const QStringList virtualPorts{"rfcomm0", "rfcomm255", "tnt0", "ttyGS0"};
     const QStringList noPorts{"console", "ptmx",  "rfcomm",    "rfcomm-1", "rfcomm256", "tty",  "tty0",
                               "tty63",   "ttyp0", "ttyprintk", "t",        "tt0",       "hvc0", "rfcommX"};
@@ -148,6 +163,24 @@ void TestQextSerialEnumerator::theListIsTheToolkits()
     }
     QCOMPARE(withoutDevice, virtualPorts);
     QCOMPARE(listed->size(), 5 + virtualPorts.size());
+}
+
+void TestQextSerialEnumerator::whereUdevCantBeAskedTheToolkitIs()
+{
+    MockPorts computer;
+    computer.plugUsb("0403", "6001");
+    UdevCalls::fail(UdevCalls::NoContext);
+    const auto again = qScopeGuard([] { UdevCalls::fail(UdevCalls::None); });
+    QVERIFY(!listedByUdev());
+    QCOMPARE(namesOfPorts(), namesOfToolkitsPorts());
+}
+
+void TestQextSerialEnumerator::whereTheSystemHasNoTtysTheToolkitIsAskedToo()
+{
+    const std::unique_ptr<UMockdevTestbed, decltype(&g_object_unref)> bare(umockdev_testbed_new(),
+                                                                           g_object_unref);
+    QVERIFY(!listedByUdev());
+    QCOMPARE(namesOfPorts(), namesOfToolkitsPorts());
 }
 
 void TestQextSerialEnumerator::thisComputersListIsTheToolkits()
