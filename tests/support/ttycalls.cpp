@@ -2,9 +2,11 @@
 
 #include <cerrno>
 #include <cstdarg>
+#include <optional>
 
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <linux/serial.h>
 #include <sys/ioctl.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -19,6 +21,7 @@ struct Record {
     bool keepsFrame = false;
     int unreadPretences = 0;
     int unreadQuestions = 0;
+    std::optional<int> controller;
 };
 } // namespace
 
@@ -85,6 +88,10 @@ extern "C" int ioctl(int descriptor, unsigned long request, ...)
     }
     if (request == FIONREAD && ++record().unreadQuestions <= record().unreadPretences) {
         *static_cast<int *>(argument) = 1;
+        return 0;
+    }
+    if (request == TIOCGSERIAL && record().controller) {
+        static_cast<serial_struct *>(argument)->type = *record().controller;
         return 0;
     }
     return static_cast<int>(::syscall(SYS_ioctl, descriptor, request, argument));
@@ -158,4 +165,9 @@ void TtyCalls::pretendUnread(int times)
 int TtyCalls::questionsForUnread()
 {
     return record().unreadQuestions;
+}
+
+void TtyCalls::pretendController(int type)
+{
+    record().controller = type;
 }

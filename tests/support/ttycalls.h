@@ -30,5 +30,8 @@ void keepFrame();
 void pretendUnread(int times);
 /// How often a tty was asked for that since clear().
 int questionsForUnread();
+/// Has the ttys say that a serial controller of this \a type is behind them, one of PORT_... in
+/// linux/serial.h.
+void pretendController(int type);
 
 } // namespace TtyCalls

@@ -7,6 +7,7 @@
 
 static UdevCalls::Failure wanted = UdevCalls::None;
 static int told = 0;
+static int asked = 0;
 
 template <typename Function>
 static Function *original(const char *name)
@@ -63,10 +64,24 @@ extern "C" const char *udev_device_get_action(udev_device *device)
     return original<decltype(udev_device_get_action)>("udev_device_get_action")(device);
 }
 
+extern "C" udev_device *udev_device_new_from_subsystem_sysname(struct udev *udev, const char *subsystem,
+                                                               const char *name)
+{
+    ++asked;
+    return original<decltype(udev_device_new_from_subsystem_sysname)>(
+        "udev_device_new_from_subsystem_sysname")(udev, subsystem, name);
+}
+
 void UdevCalls::fail(Failure failure)
 {
     wanted = failure;
     told = 0;
+    asked = 0;
+}
+
+int UdevCalls::timesAsked()
+{
+    return asked;
 }
 
 int UdevCalls::timesTold()

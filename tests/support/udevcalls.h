@@ -20,4 +20,7 @@ void fail(Failure failure);
 /// How often the program was told of something since the last fail().
 int timesTold();
 
+/// How often the program asked about a device by its name since the last fail().
+int timesAsked();
+
 } // namespace UdevCalls

@@ -8,12 +8,14 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <linux/serial.h>
 #include <unistd.h>
 
 #include "serial/portlist.h"
 #include "serial/qextserialenumerator.h"
 #include "serial/qextserialport.h"
 #include "tests/support/messagerecorder.h"
+#include "tests/support/ttycalls.h"
 #include "tests/support/udevcalls.h"
 
 /// The list of ports, and what is told of ports that come and go while others have them open.
@@ -26,6 +28,9 @@ private Q_SLOTS:
     void thePortsAreListed();
     void thePortsAreListedInTheSystemsOrder();
     void theListIsTheToolkits();
+    void aPortOfItsDriversIsListedWithAControllerBehindIt_data();
+    void aPortOfItsDriversIsListedWithAControllerBehindIt();
+    void theKernelsOwnTerminalsAreNotAskedAbout();
     void whereUdevCantBeAskedTheToolkitIs();
     void whereTheSystemHasNoTtysTheToolkitIsAskedToo();
     void thisComputersListIsTheToolkits();
@@ -163,6 +168,43 @@ void TestQextSerialEnumerator::theListIsTheToolkits()
     }
     QCOMPARE(withoutDevice, virtualPorts);
     QCOMPARE(listed->size(), 5 + virtualPorts.size());
+}
+
+void TestQextSerialEnumerator::aPortOfItsDriversIsListedWithAControllerBehindIt_data()
+{
+    QTest::addColumn<MockPorts::Node>("node");
+    QTest::addColumn<int>("controller");
+    QTest::addColumn<bool>("isListed");
+    QTest::newRow("one that can be opened") << MockPorts::WithNode << PORT_16550A << true;
+    QTest::newRow("one that can't") << MockPorts::WithoutNode << PORT_16550A << false;
+    QTest::newRow("none") << MockPorts::WithNode << PORT_UNKNOWN << false;
+}
+
+void TestQextSerialEnumerator::aPortOfItsDriversIsListedWithAControllerBehindIt()
+{
+    QFETCH(MockPorts::Node, node);
+    QFETCH(int, controller);
+    QFETCH(bool, isListed);
+    MockPorts computer;
+    const QString port = computer.addPhantom(node);
+    TtyCalls::pretendController(controller);
+    const auto noMore = qScopeGuard([] { TtyCalls::clear(); });
+    const int before = terminalDescriptors();
+    QCOMPARE(namesOfPorts(), isListed ? QStringList(port) : QStringList());
+    QCOMPARE(terminalDescriptors(), before);
+    QCOMPARE(namesOfToolkitsPorts(), isListed ? QStringList(port) : QStringList());
+}
+
+void TestQextSerialEnumerator::theKernelsOwnTerminalsAreNotAskedAbout()
+{
+    MockPorts computer;
+    computer.plugUsb("0403", "6001");
+    for (const char *name : {"console", "ptmx", "tty", "tty0", "tty9", "tty63"})
+        computer.addVirtual(QLatin1String(name));
+    UdevCalls::fail(UdevCalls::None);
+    QVERIFY(listedByUdev());
+    QCOMPARE(UdevCalls::timesAsked(),
+             1); // about the port; there are 64 of the others, and each takes its time
 }
 
 void TestQextSerialEnumerator::whereUdevCantBeAskedTheToolkitIs()
