@@ -24,8 +24,8 @@ public:
     QString plugOnBus(const char *subsystem, const char *vendor, const char *product);
     /// Plugs a card in that has a port.
     QString plugPci();
-    enum Node { WithNode, WithoutNode }; // whether it can be opened
-    /// A port that the driver offers with nothing behind it.
+    enum Node { WithNode, WithoutNode }; // whether there is something in /dev to open
+    /// A port that the driver offers with nothing behind it, unless TtyCalls pretends a controller.
     QString addPhantom(Node node = WithNode);
     /// A virtual console, which is a tty and no port.
     QString addConsole();

@@ -203,8 +203,8 @@ void TestQextSerialEnumerator::theKernelsOwnTerminalsAreNotAskedAbout()
         computer.addVirtual(QLatin1String(name));
     UdevCalls::fail(UdevCalls::None);
     QVERIFY(listedByUdev());
-    QCOMPARE(UdevCalls::timesAsked(),
-             1); // about the port; there are 64 of the others, and each takes its time
+    // About the port alone: a computer has 64 of the others, and each would take its time.
+    QCOMPARE(UdevCalls::timesAsked(), 1);
 }
 
 void TestQextSerialEnumerator::whereUdevCantBeAskedTheToolkitIs()
