@@ -128,6 +128,16 @@ void PluggedTolvar::losePower()
     _tolvar.losePower();
 }
 
+bool PluggedTolvar::isAtRest()
+{
+    bool atRest = false;
+    inThread([this, &atRest] {
+        pump()->pump();
+        atRest = _tolvar.isAtRest() && pump()->isAtRest();
+    });
+    return atRest;
+}
+
 bool PluggedTolvar::waitFor(const std::function<bool(const TolvarState &)> &holds, int milliseconds)
 {
     return waitUntil([&] { return holds(state()); }, milliseconds);

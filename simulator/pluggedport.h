@@ -90,6 +90,8 @@ public:
     TolvarState state() const { return _tolvar.state(); }
     /// Changes what the device is made of, from the next command on.
     void alter(const std::function<void(TolvarSetup &)> &change) { _tolvar.alter(change); }
+    /// Whether no byte is on its way in either direction and the device works on nothing.
+    bool isAtRest();
     /// Waits, with this thread's events going on, for a state; false when \a milliseconds have passed.
     bool waitFor(const std::function<bool(const TolvarState &)> &holds, int milliseconds = 5000);
 

@@ -22,6 +22,8 @@ public:
 
     /// How many bytes have passed since attach(), in both directions together. Any thread.
     qsizetype passed() const { return _passed; }
+    /// Whether everything that was sent has been read. From its own thread.
+    bool isAtRest() const { return _descriptor < 0 || (_unsent.isEmpty() && !isUnread()); }
 
 public Q_SLOTS:
     /// Has the line go wrong so, from here on.

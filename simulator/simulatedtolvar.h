@@ -41,6 +41,9 @@ public:
     /// thread.
     void alter(const std::function<void(TolvarSetup &)> &change);
 
+    /// Whether it has read all that it got and works on nothing. From its own thread.
+    bool isAtRest() const { return _input.isEmpty() && !_work.isActive(); }
+
 public Q_SLOTS:
     /// Takes bytes from the host; answers come as transmit().
     void receive(const QByteArray &bytes);

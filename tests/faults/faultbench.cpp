@@ -1,5 +1,7 @@
 #include "tests/faults/faultbench.h"
 
+#include <utility>
+
 #include <QAbstractItemModel>
 #include <QElapsedTimer>
 #include <QEventLoop>
@@ -132,6 +134,14 @@ bool FaultBench::isTalking(const ZVTolvarSetupWizard &wizard)
         const ZVTolvarInspector inside{*controller};
         return !inside.queue().isEmpty() || (inside.state() != NOT_CONNECTED && inside.state() != IN_PROMPT);
     });
+}
+
+bool FaultBench::isTalking()
+{
+    const qsizetype passed = tolvar.isAtRest() ? tolvar.passed() : -1;
+    // At rest twice in a row: what was read a moment ago reaches the controllers by way of the event loop.
+    const bool isQuiet = std::exchange(_passedAtRest, passed) == passed && passed >= 0;
+    return !isQuiet || isTalking(wizard);
 }
 
 bool FaultBench::isForgotten() const

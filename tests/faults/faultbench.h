@@ -23,13 +23,15 @@ public:
                         const WalkWishes &wishes = {QStringLiteral("B"), QStringLiteral("b"), QString()});
     ~FaultBench();
 
-    /// Waits, with events going on, until \a holds; false when that takes a minute.
+    /// Waits, with events going on, until \a holds; false after two minutes.
     bool waitFor(const std::function<bool()> &holds) const;
     /// Waits until the run is done or nothing has been said on the line for a while.
     void waitUntilQuiet() const;
     /// Whether a controller of \a wizard has something to say or to hear yet.
     static bool isTalking(const ZVTolvarSetupWizard &wizard);
-    bool isTalking() const { return isTalking(wizard); }
+    /// The same of this wizard, or whether anything has been on the line since the last call: a status reply
+    /// that is still due shows in no controller, and it would end a scan that is started meanwhile.
+    bool isTalking();
     /// Whether both of the wizard's controllers have let go of the port.
     bool isForgotten() const;
     /// What the page in sight and the controller should show right after an unplugging, and don't; empty when
@@ -52,6 +54,7 @@ public:
 private:
     QString shown(const char *label) const;
 
+    qsizetype _passedAtRest = -1; // bytes, at the last call of isTalking(); -1 when the line was not at rest
     bool _wasIdentified = false;
     bool _isScanning = false;
     QString _verdict;

@@ -15,6 +15,8 @@ private Q_SLOTS:
     void fiveHundredNetworks();
     void anyByteInAName_data();
     void anyByteInAName();
+    void aNameOutsideAsciiCanBeTyped();
+    void theUserWaitsForAStatusReplyThatIsDue();
 };
 
 void TestLargeScans::fiveHundredNetworks()
@@ -60,6 +62,39 @@ void TestLargeScans::anyByteInAName()
     FaultBench bench(setup, {QString::fromLatin1(ssid), QStringLiteral("b"), QString()});
     QCOMPARE(bench.walkAgain(), QString());
     QCOMPARE(bench.tolvar.state().saved.network, ssid);
+}
+
+void TestLargeScans::aNameOutsideAsciiCanBeTyped()
+{
+    const QByteArray ssid = "Caf\xE9 \xC4\xDF";
+    TolvarSetup setup = tersestTolvar();
+    setup.air = {TolvarNetwork{ssid, "b", "WPA2"}};
+    setup.air.first().hidden = true; // no scan lists it
+    FaultBench bench(setup, {QString::fromLatin1(ssid), QStringLiteral("b"), QString()});
+    QCOMPARE(bench.walkAgain(), QString());
+    QCOMPARE(bench.tolvar.state().saved.network, ssid);
+}
+
+// Both controllers ask a device for its status that is plugged in while the wizard runs. When the first reply
+// has come the page can be left, and a scan that is started then takes the second reply's end for its own.
+void TestLargeScans::theUserWaitsForAStatusReplyThatIsDue()
+{
+    TolvarSetup setup = tersestTolvar();
+    setup.faults.garbageBeforeReplies = QByteArray(300, '.'); // a third of a second ahead of each reply
+    FaultBench bench(setup);
+    LineFaults slow;
+    slow.reads = LineFaults::Single;
+    qsizetype listed = -1;
+    QObject::connect(bench.wizard._tolvar, &ZVTolvar::scanFinished, &bench.wizard, [&] {
+        if (listed < 0)
+            listed = bench.wizard._tolvar->scannedNetworks()->size();
+    });
+    bench.tolvar.setFaults(slow);
+    QVERIFY(bench.tolvar.plug());
+    bench.walk.start();
+    QVERIFY(bench.waitFor([&] { return listed >= 0; }));
+    QCOMPARE(listed, qsizetype(1));
+    bench.walk.stop();
 }
 
 QTEST_MAIN(TestLargeScans)

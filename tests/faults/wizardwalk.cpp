@@ -115,15 +115,19 @@ void WizardWalk::chooseNetwork(QWizardPage &page)
         QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
                           list->visualRect(found.constFirst()).center());
     } else if (name->text() != _wishes.ssid) {
-        name->setFocus();
-        name->selectAll();
-        QTest::keyClicks(name, _wishes.ssid);
+        type(name, _wishes.ssid);
     }
-    auto *passphrase = page.findChild<QLineEdit *>(QStringLiteral("input_Password"));
-    passphrase->setFocus();
-    passphrase->selectAll();
-    QTest::keyClicks(passphrase, _wishes.passphrase);
+    type(page.findChild<QLineEdit *>(QStringLiteral("input_Password")), _wishes.passphrase);
     goOn();
+}
+
+void WizardWalk::type(QLineEdit *field, const QString &text)
+{
+    field->setFocus();
+    field->selectAll();
+    // Not QTest::keyClicks(), which aborts at a character outside ASCII.
+    for (const QChar character : text)
+        QTest::sendKeyEvent(QTest::Click, field, Qt::Key_unknown, QString(character), Qt::NoModifier);
 }
 
 void WizardWalk::click(QAbstractButton *button)

@@ -7,6 +7,7 @@
 #include <QStringList>
 
 class QAbstractButton;
+class QLineEdit;
 class QWizard;
 class QWizardPage;
 
@@ -48,6 +49,7 @@ private:
     bool answerDialog();
     void actOn(QWizardPage &page);
     void chooseNetwork(QWizardPage &page);
+    void type(QLineEdit *field, const QString &text);
     void click(QAbstractButton *button);
     void goOn();
 
