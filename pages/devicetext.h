@@ -4,8 +4,9 @@
 
 #include <QLabel>
 
-/// Has the labels take the texts of the device and the names of networks for text. Anybody can name a network
-/// "<img src=/dev/zero>": taken for markup, the file would be read.
+/// Has the labels take the texts of the device, the names of networks and the paths of files for text. Anybody
+/// can name a network "<img src=/dev/zero>": taken for markup, the file would be read. Such a label must have
+/// no buddy either, because with one an '&' is a mnemonic in plain text too.
 inline void takeForText(std::initializer_list<QLabel *> labels)
 {
     for (QLabel *label : labels)

@@ -26,6 +26,7 @@ QString defaultLogFileName()
 void showMessage(const QString &text)
 {
     QMessageBox box;
+    box.setTextFormat(Qt::PlainText); // it may name a file
     box.setText(text);
     box.exec();
 }
@@ -37,7 +38,7 @@ TolvarFoundWizardPage::TolvarFoundWizardPage(QWidget *parent)
 {
     _ui->setupUi(this);
     takeForText({_ui->label_SystemId, _ui->label_Status, _ui->label_Version, _ui->label_Network,
-                 _ui->label_MacAddress, _ui->label_IPAddress});
+                 _ui->label_MacAddress, _ui->label_IPAddress, _ui->label_LogWrite_progress});
     connect(_ui->pushButton_viewLog, &QPushButton::clicked, this, &TolvarFoundWizardPage::onViewLogClicked);
 }
 

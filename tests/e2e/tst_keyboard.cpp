@@ -131,6 +131,8 @@ private Q_SLOTS:
     void tabFollowsTheEye();
     void everythingHasAName();
     void whatWorksHasANameToo();
+    void anAmpersandInANetworksNameIsNoMnemonic_data();
+    void anAmpersandInANetworksNameIsNoMnemonic();
 };
 
 void TestKeyboard::theTypicalRun()
@@ -193,7 +195,7 @@ void TestKeyboard::everythingHasAName()
     Scenario s;
     ZV_STEP(s, s.start());
     ZV_STEP(s, s.user.seesTheSearch());
-    QCOMPARE(s.screen.names(progressBar()), QStringList{"Looking for ZV Tolvar"});
+    QCOMPARE(s.screen.names(progressBar()), QStringList{"Identifying ZV Tolvar"});
     QVERIFY(s.tolvar.plug());
     ZV_STEP(s, s.user.seesTheDevice());
     QCOMPARE(namelessOn(s.screen), QStringList());
@@ -233,9 +235,37 @@ void TestKeyboard::whatWorksHasANameToo()
     ZV_STEP(tests, tests.user.goesToTheNetworks());
     ZV_STEP(tests, tests.user.seesTheNetworks());
     ZV_STEP(tests, tests.user.goesOn());
-    const QString waits = "Please wait while ZV Tolvar tests the connection to network: Workshop\n";
-    ZV_STEP(tests, tests.user.sees(waits));
-    QCOMPARE(tests.screen.names(progressBar()), QStringList{waits});
+    ZV_STEP(tests,
+            tests.user.sees("Please wait while ZV Tolvar tests the connection to network: Workshop\n"));
+    QCOMPARE(tests.screen.names(progressBar()), QStringList{"Testing Network Settings"});
+}
+
+void TestKeyboard::anAmpersandInANetworksNameIsNoMnemonic_data()
+{
+    QTest::addColumn<QString>("network");
+    QTest::newRow("before the letter of no button") << "AT&T WiFi";
+    QTest::newRow("before the letter of the console button") << "B&Cafe";
+}
+
+void TestKeyboard::anAmpersandInANetworksNameIsNoMnemonic()
+{
+    QFETCH(QString, network);
+    TolvarSetup slow;
+    slow.configuration.network = network.toLatin1();
+    slow.delays.test = 60000; // longer than the test takes
+    Scenario s(slow);
+    QVERIFY(s.tolvar.plug());
+    ZV_STEP(s, s.start());
+    ZV_STEP(s, s.user.seesTheDevice());
+    ZV_STEP(s, s.user.goesOn());
+    ZV_STEP(s, s.screen.waitFor(label(network)));
+    ZV_STEP(s, s.user.goesOn());
+    ZV_STEP(s, s.user.seesTheNetworks());
+    ZV_STEP(s, s.user.goesOn());
+    ZV_STEP(s,
+            s.user.sees("Please wait while ZV Tolvar tests the connection to network: " + network + "\n"));
+    ZV_STEP(s, s.screen.pressKey("alt+c"));
+    ZV_STEP(s, s.screen.waitFor(window("Console Log").active()));
 }
 
 QTEST_GUILESS_MAIN(TestKeyboard)

@@ -117,7 +117,8 @@ QVBoxLayout verticalLayout_2
           "Please plug an Orvane Device into the computer before starting this utility. "},
          {"label_OnlyOne_2", "text",
           "If you have more than one device, run this setup wizard with each unit individually."},
-         {"label_progress", "text", "TextLabel"}},
+         {"label_progress", "text", "TextLabel"},
+         {"connectionProgressBar", "accessibleName", "Identifying ZV Tolvar"}},
         {{"label_Step2", "font", bold()},
          {"label_Step2", "alignment", centred()},
          {"label_Step2", "wordWrap", true},
@@ -126,9 +127,7 @@ QVBoxLayout verticalLayout_2
          {"label_progress", "alignment", centred()},
          {"label_progress", "wordWrap", false},
          {"connectionProgressBar", "maximum", 0},
-         {"connectionProgressBar", "value", -1}},
-        {},
-        {{"label_progress", "connectionProgressBar"}}};
+         {"connectionProgressBar", "value", -1}}};
 }
 
 Form foundPage()
@@ -195,6 +194,7 @@ QVBoxLayout verticalLayout_2
          {"label_MacAddress", "textFormat", plainText()},
          {"label_IPAddress", "textFormat", plainText()},
          {"label_LogWrite_progress", "text", ""},
+         {"label_LogWrite_progress", "textFormat", plainText()},
          {"label_LogWrite_progress", "wordWrap", true}},
         {"pushButton_viewLog.clicked(bool)"}};
 }
@@ -353,6 +353,7 @@ QVBoxLayout verticalLayout_2
 )",
         {{itself, "windowTitle", "Joining Network"},
          {itself, "title", "Testing Network Settings"},
+         {"progressBar", "accessibleName", "Testing Network Settings"},
          {"label", "text", "Please wait while ZV Tolvar tries to join the network"},
          {"pushButton", "text", "Save Network Configuration"}},
         {{itself, "subTitle", ""},
@@ -361,9 +362,7 @@ QVBoxLayout verticalLayout_2
          {"label", "alignment", centred()},
          {"label", "textFormat", plainText()},
          {"label", "wordWrap", true},
-         {"pushButton", "enabled", false}},
-        {},
-        {{"label", "progressBar"}}};
+         {"pushButton", "enabled", false}}};
 }
 
 Form advanced()

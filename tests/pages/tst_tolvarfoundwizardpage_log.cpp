@@ -136,6 +136,7 @@ void TestLogDownload::oldFirmwareGivesNoLog()
         auto *box = qobject_cast<QMessageBox *>(dialog);
         QVERIFY2(box, "a message box was expected");
         QCOMPARE(box->text(), QStringLiteral("Tolvar Log file only available on Firmware A060 or later"));
+        QCOMPARE(box->textFormat(), Qt::PlainText);
         QCOMPARE(box->parentWidget(), nullptr);
         QCOMPARE(box->windowTitle(), QString());
         QCOMPARE(box->icon(), QMessageBox::NoIcon);

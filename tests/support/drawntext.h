@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QAccessible>
+#include <QImage>
+#include <QLabel>
+#include <QPainter>
+
+/// The part of \a picture that is not white.
+inline QRect inkOf(const QImage &picture)
+{
+    QRect ink;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (picture.pixel(x, y) != qRgb(255, 255, 255))
+                ink |= QRect(x, y, 1, 1);
+        }
+    }
+    return ink;
+}
+
+/// What \a label draws, on white and without what is behind it.
+inline QImage drawnBy(QLabel &label)
+{
+    QImage picture(label.size(), QImage::Format_RGB32);
+    picture.fill(Qt::white);
+    QPainter painter(&picture);
+    label.render(&painter, {}, {}, {});
+    return picture;
+}
+
+/// Whether \a label draws \a text character by character, each '&' and '<' too. Independent of QLabel: the text is drawn
+/// once more by a painter, in the label's font, colour and width.
+inline bool isDrawnLiterally(QLabel &label, const QString &text)
+{
+    const QImage drawn = drawnBy(label);
+    QImage expected(drawn.size(), drawn.format());
+    expected.fill(Qt::white);
+    QPainter painter(&expected);
+    painter.setFont(label.font());
+    painter.setPen(label.palette().color(label.foregroundRole()));
+    const int indent = std::max(label.indent(), 0);
+    const int wrap = label.wordWrap() ? Qt::TextWordWrap : 0;
+    painter.drawText(label.contentsRect().adjusted(indent, 0, 0, 0), int(label.alignment()) | wrap, text);
+    painter.end();
+    return !inkOf(expected).isEmpty() && drawn.copy(inkOf(drawn)) == expected.copy(inkOf(expected));
+}
+
+/// What a screen reader says for \a widget.
+inline QString announced(QWidget &widget)
+{
+    return QAccessible::queryAccessibleInterface(&widget)->text(QAccessible::Name);
+}
