@@ -20,7 +20,11 @@ constexpr int lastFirmwareWithoutLog = 59;
 /// Today's name for a log file, with the month as the user's locale shortens it.
 QString defaultLogFileName()
 {
-    return QLocale::system().toString(QDate::currentDate(), QStringLiteral("zvtolvar_log_ddMMMyy.txt"));
+    const QDate today = QDate::currentDate();
+    // The locale's own format would write its digits, too.
+    const QString month = QLocale::system().monthName(today.month(), QLocale::ShortFormat);
+    return QLatin1String("zvtolvar_log_") + today.toString(QStringLiteral("dd")) + month +
+           today.toString(QStringLiteral("yy")) + QLatin1String(".txt");
 }
 
 void showMessage(const QString &text)

@@ -30,7 +30,6 @@ private Q_SLOTS:
     void oldFirmwareGivesNoLog();
     void theFirmwareA060Suffices();
     void theFirstNameIsTodays();
-    void theMonthIsInTheSystemsLanguage();
     void theChosenNameIsOfferedAgain();
     void afterACancelTheDatedNameIsOfferedAgain();
     void theChosenNameOutlivesLeavingThePage();
@@ -48,6 +47,8 @@ private:
     void click() const { QTest::mouseClick(button(), Qt::LeftButton); }
     /// Fails unless a click has the save dialog offer a name with today's date.
     void clickOffersTheDatedName();
+    /// Such as "ar_EG", or "C". It is fixed when a program starts, so the test runs in several.
+    static QString systemLanguage();
     static QString datedName(const QDate &day);
 
     /// Notes the name that the save dialog offers, then cancels it, or chooses \a path.
@@ -78,13 +79,18 @@ void TestLogDownload::cleanup()
     QDir::setCurrent(QDir::rootPath());
 }
 
+QString TestLogDownload::systemLanguage()
+{
+    return qEnvironmentVariable("LC_ALL").section('.', 0, 0);
+}
+
 QString TestLogDownload::datedName(const QDate &day)
 {
     static const char *const months[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                          "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-    const bool japanese = QLocale::system().language() == QLocale::Japanese;
-    const QString month = japanese ? QString::number(day.month()) + QString::fromUtf8("\xe6\x9c\x88")
-                                   : QString::fromLatin1(months[day.month() - 1]);
+    // The months of other languages differ between versions of Qt.
+    const QString month = systemLanguage() == "C" ? QString::fromLatin1(months[day.month() - 1])
+                                                  : QLocale(systemLanguage()).toString(day, "MMM");
     return QString("zvtolvar_log_%1%2%3.txt")
         .arg(day.day(), 2, 10, QChar('0'))
         .arg(month)
@@ -152,21 +158,13 @@ void TestLogDownload::oldFirmwareGivesNoLog()
 
 void TestLogDownload::theFirstNameIsTodays()
 {
+    QCOMPARE(QLocale::system().name(), systemLanguage());
     ModalAnswers answers({chooseFile(QString())});
     clickOffersTheDatedName();
     QCOMPARE(answers.opened(), 1);
     QCOMPARE(_caption, QStringLiteral("Save Log to File"));
     QVERIFY(button()->isEnabled());
     QVERIFY(_f->inside.queue().isEmpty());
-}
-
-void TestLogDownload::theMonthIsInTheSystemsLanguage()
-{
-    // Run once more with a Japanese locale, whose months never look like English ones.
-    if (QLocale::system().language() != QLocale::Japanese)
-        QSKIP("the system speaks no Japanese in this run");
-    ModalAnswers answers({chooseFile(QString())});
-    clickOffersTheDatedName();
 }
 
 void TestLogDownload::theFirmwareA060Suffices()
