@@ -43,6 +43,9 @@ TolvarFoundWizardPage::TolvarFoundWizardPage(QWidget *parent)
     _ui->setupUi(this);
     takeForText({_ui->label_SystemId, _ui->label_Status, _ui->label_Version, _ui->label_Network,
                  _ui->label_MacAddress, _ui->label_IPAddress, _ui->label_LogWrite_progress});
+    alignToLeadingEdge({_ui->label_DeviceType, _ui->label_SystemId, _ui->label_Status, _ui->label_Version,
+                        _ui->label_Network, _ui->label_MacAddress, _ui->label_IPAddress,
+                        _ui->label_ExternalAntenna});
     connect(_ui->pushButton_viewLog, &QPushButton::clicked, this, &TolvarFoundWizardPage::onViewLogClicked);
 }
 

@@ -262,8 +262,7 @@ void TestKeyboard::anAmpersandInANetworksNameIsNoMnemonic()
     ZV_STEP(s, s.user.goesOn());
     ZV_STEP(s, s.user.seesTheNetworks());
     ZV_STEP(s, s.user.goesOn());
-    ZV_STEP(s,
-            s.user.sees("Please wait while ZV Tolvar tests the connection to network: " + network + "\n"));
+    ZV_STEP(s, s.user.sees("Please wait while ZV Tolvar tests the connection to network: " + network + "\n"));
     ZV_STEP(s, s.screen.pressKey("alt+c"));
     ZV_STEP(s, s.screen.waitFor(window("Console Log").active()));
 }

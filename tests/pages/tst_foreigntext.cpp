@@ -31,8 +31,8 @@ QString faultOf(QLabel *label, const QString &text)
 }
 } // namespace
 
-/// Texts that come from the device, from a network or from the file system are shown as they are, whatever characters are
-/// in them. What counts is what is drawn and what a screen reader says.
+/// Texts that come from the device, from a network or from the file system are shown as they are, whatever
+/// characters are in them. What counts is what is drawn and what a screen reader says.
 class TestForeignText : public QObject
 {
     Q_OBJECT
@@ -141,7 +141,8 @@ void TestForeignText::thePathOfALog()
     const ModalAnswers answers({saveAs(path)});
     f.widget<QPushButton>("pushButton_viewLog")->click();
     auto *progress = f.widget<QLabel>("label_LogWrite_progress");
-    QTRY_COMPARE(progress->height(), progress->heightForWidth(progress->width())); // the page follows its text
+    QTRY_COMPARE(progress->height(),
+                 progress->heightForWidth(progress->width())); // the page follows its text
     QCOMPARE(faultOf(progress, "Writing log file to: " + path), QString());
     f.reply("<log_file>one</log_file>");
     QCOMPARE(faultOf(progress, "Log file written to: " + path), QString());

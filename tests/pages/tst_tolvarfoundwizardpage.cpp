@@ -3,6 +3,8 @@
 #include <QTest>
 
 #include "pages/tolvarfoundwizardpage.h"
+#include "tests/support/drawntext.h"
+#include "tests/support/languageof.h"
 #include "tests/support/markingtranslator.h"
 #include "tests/support/picturefile.h"
 #include "tests/support/wizardfixture.h"
@@ -26,6 +28,8 @@ private Q_SLOTS:
     void theLabelsFollowTheDevice();
     void aPictureThatTheDeviceNamesIsNotShown_data();
     void aPictureThatTheDeviceNamesIsNotShown();
+    void theValuesBeginAtTheLeadingEdge_data();
+    void theValuesBeginAtTheLeadingEdge();
     void theAddressLine_data();
     void theAddressLine();
     void theAddressFollowsItsOwnSignalAlone();
@@ -123,6 +127,42 @@ void TestFoundPage::aPictureThatTheDeviceNamesIsNotShown()
     const QString value = picture.markup().toHtmlEscaped();
     _f->status("<useStaticIP>Y</useStaticIP><" + element + ">" + value + "</" + element + ">");
     QVERIFY(!picture.isSeenIn(*_f->wizard.currentPage()));
+}
+
+void TestFoundPage::theValuesBeginAtTheLeadingEdge_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<Qt::LayoutDirection>("direction");
+    QTest::addColumn<QString>("value");
+    const QString arabic = QString::fromUtf8("\xd9\x85\xd9\x86\xd8\xb2\xd9\x84"); // "home"
+    QTest::newRow("English, a Latin value") << "en" << Qt::LeftToRight << "Home";
+    QTest::newRow("Arabic, a Latin value") << "ar" << Qt::RightToLeft << "Home";
+    QTest::newRow("Arabic, an Arabic value") << "ar" << Qt::RightToLeft << arabic;
+    QTest::newRow("Arabic without Qt's strings, a Latin value") << "ar" << Qt::LeftToRight << "Home";
+    QTest::newRow("Arabic without Qt's strings, an Arabic value") << "ar" << Qt::LeftToRight << arabic;
+}
+
+void TestFoundPage::theValuesBeginAtTheLeadingEdge()
+{
+    QFETCH(QString, language);
+    QFETCH(Qt::LayoutDirection, direction);
+    QFETCH(QString, value);
+    const LanguageOf program(language, direction);
+    WizardFixture f;
+    f.status("<name>" + value + "</name><mode>" + value + "</mode><firmware_version>" + value +
+             "</firmware_version><network_name>" + value + "</network_name><mac_address>" + value +
+             "</mac_address><useStaticIP>Y</useStaticIP><ip_address>" + value + "</ip_address>");
+    f.goTo(1);
+    constexpr int sideBearing = 3; // of a letter
+    for (const char *name :
+         {"label_DeviceType", "label_SystemId", "label_Status", "label_Version", "label_Network",
+          "label_MacAddress", "label_IPAddress", "label_ExternalAntenna"}) {
+        auto *label = f.widget<QLabel>(name);
+        QVERIFY2(label->width() > 2 * label->sizeHint().width(), "else both edges are one");
+        const int distance = distanceFromLeadingEdge(*label, direction);
+        QVERIFY2(distance <= sideBearing,
+                 qPrintable(QString("%1 begins %2 pixels off").arg(name).arg(distance)));
+    }
 }
 
 void TestFoundPage::theAddressLine_data()

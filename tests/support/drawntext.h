@@ -28,8 +28,8 @@ inline QImage drawnBy(QLabel &label)
     return picture;
 }
 
-/// Whether \a label draws \a text character by character, each '&' and '<' too. Independent of QLabel: the text is drawn
-/// once more by a painter, in the label's font, colour and width.
+/// Whether \a label draws \a text character by character, each '&' and '<' too. Independent of QLabel: the
+/// text is drawn once more by a painter, in the label's font, colour and width.
 inline bool isDrawnLiterally(QLabel &label, const QString &text)
 {
     const QImage drawn = drawnBy(label);
@@ -43,6 +43,13 @@ inline bool isDrawnLiterally(QLabel &label, const QString &text)
     painter.drawText(label.contentsRect().adjusted(indent, 0, 0, 0), int(label.alignment()) | wrap, text);
     painter.end();
     return !inkOf(expected).isEmpty() && drawn.copy(inkOf(drawn)) == expected.copy(inkOf(expected));
+}
+
+/// How far what \a label draws is from the edge at which a reader of \a direction begins, in pixels.
+inline int distanceFromLeadingEdge(QLabel &label, Qt::LayoutDirection direction)
+{
+    const QRect ink = inkOf(drawnBy(label));
+    return direction == Qt::LeftToRight ? ink.left() : label.width() - 1 - ink.right();
 }
 
 /// What a screen reader says for \a widget.

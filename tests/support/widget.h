@@ -13,7 +13,7 @@ QString nameOf(WidgetKind kind);
 /// One thing on the screen as it was when it was read; it does not follow later changes.
 struct Widget {
     WidgetKind kind = WidgetKind::Other;
-    QString name;         ///< what a screen reader says: a label's, button's or row's text, a window's title
+    QString name;         ///< what a screen reader says, such as a label's text or a window's title
     QString text;         ///< what a text field or text view holds, the name of anything else
     QRect rect;           ///< in screen coordinates, without the window manager's frame
     bool enabled = false; ///< it can be used
