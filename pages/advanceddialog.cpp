@@ -5,6 +5,7 @@
 #include <QLayout>
 
 #include "device/zvtolvar.h"
+#include "pages/screenfit.h"
 #include "ui_advanceddialog.h"
 
 namespace
@@ -40,9 +41,11 @@ AdvancedDialog::AdvancedDialog(ZVTolvar *controller, QWidget *parent)
 {
     _ui->setupUi(this);
     showValues();
-    layout()->setGeometry(rect()); // with larger letters, the form is too narrow
+    resize(size().expandedTo(layout()->totalMinimumSize())); // as it would be shown
+    layout()->setGeometry(rect());                           // with larger letters, its fields are too narrow
     resize(width() + std::max(lackOfWidth(_ui->lineEdit_ipAddress), lackOfWidth(_ui->lineEdit_syslogServer)),
            height());
+    fitToScreen(*this, *_ui->buttonBox);
     connect(this, &QDialog::accepted, this, &AdvancedDialog::OnAccepted);
 }
 

@@ -8,6 +8,7 @@
 #include "device/zvtolvar.h"
 #include "pages/advanceddialog.h"
 #include "tests/support/lettersof.h"
+#include "tests/support/reachable.h"
 #include "tests/support/zvtolvarinspector.h"
 
 /// The advanced settings: read from the controller when it opens, written back on OK.
@@ -27,6 +28,8 @@ private Q_SLOTS:
     void aSwitchThatIsOffLeavesItsFieldToThePlaceholder();
     void aPlaceholderIsSeenWholeInLargeLetters_data();
     void aPlaceholderIsSeenWholeInLargeLetters();
+    void theScreenHoldsTheDialog_data();
+    void theScreenHoldsTheDialog();
     void theDialogKeepsItsWidthWhereAllIsSeen();
     void theSwitchesEnableAndDisableNothing();
     void eachOpeningReadsTheControllerAfresh();
@@ -120,9 +123,12 @@ void TestAdvancedDialog::aSwitchThatIsOffLeavesItsFieldToThePlaceholder()
 
 void TestAdvancedDialog::aPlaceholderIsSeenWholeInLargeLetters_data()
 {
+    QTest::addColumn<int>("points");
     QTest::addColumn<QString>("field");
-    QTest::newRow("the address") << "lineEdit_ipAddress";
-    QTest::newRow("the syslog server") << "lineEdit_syslogServer";
+    for (const int points : {24, 36}) {
+        QTest::addRow("the address, %d points", points) << points << "lineEdit_ipAddress";
+        QTest::addRow("the syslog server, %d points", points) << points << "lineEdit_syslogServer";
+    }
 }
 
 void TestAdvancedDialog::theDialogKeepsItsWidthWhereAllIsSeen()
@@ -133,8 +139,9 @@ void TestAdvancedDialog::theDialogKeepsItsWidthWhereAllIsSeen()
 
 void TestAdvancedDialog::aPlaceholderIsSeenWholeInLargeLetters()
 {
+    QFETCH(int, points);
     QFETCH(QString, field);
-    const LettersOf letters(24);
+    const LettersOf letters(points);
     AdvancedDialog dialog(_tolvar.get());
     dialog.show();
     const auto *edit = dialog.findChild<QLineEdit *>(field);
@@ -142,6 +149,25 @@ void TestAdvancedDialog::aPlaceholderIsSeenWholeInLargeLetters()
         10; // in pixels: 2 of the frame's and 2 of the field's own at each side, and 2 for the cursor
     const int text = edit->fontMetrics().horizontalAdvance(edit->placeholderText());
     QVERIFY2(edit->width() >= text + margins, "what it asks for can be read");
+}
+
+void TestAdvancedDialog::theScreenHoldsTheDialog_data()
+{
+    QTest::addColumn<int>("points");
+    for (const int points : {9, 16, 24, 36})
+        QTest::addRow("%d points", points) << points;
+}
+
+void TestAdvancedDialog::theScreenHoldsTheDialog()
+{
+    QFETCH(int, points);
+    const LettersOf letters(points);
+    QWidget window; // dialogs come over its middle
+    window.setGeometry(QRect(window.screen()->geometry().center(), QSize(1, 1)));
+    window.show();
+    AdvancedDialog dialog(_tolvar.get(), &window);
+    dialog.show();
+    QCOMPARE(outOfReachIn(dialog).join(", "), QString());
 }
 
 void TestAdvancedDialog::theSwitchesEnableAndDisableNothing()

@@ -1,12 +1,16 @@
 #include <QDialogButtonBox>
 #include <QLabel>
+#include <QLayout>
 #include <QPushButton>
 #include <QTest>
 
 #include "device/zvscanresult.h"
 #include "pages/viewdetailsdialog.h"
+#include "tests/support/drawntext.h"
+#include "tests/support/languageof.h"
 #include "tests/support/lettersof.h"
 #include "tests/support/picturefile.h"
+#include "tests/support/reachable.h"
 
 /// A network's details, as the device reported them.
 class TestViewDetailsDialog : public QObject
@@ -18,9 +22,15 @@ private Q_SLOTS:
     void eachFieldStandsAsItCame();
     void aPictureThatAFieldNamesIsNotShown_data();
     void aPictureThatAFieldNamesIsNotShown();
+    void theValuesBeginAtTheLeadingEdge_data();
+    void theValuesBeginAtTheLeadingEdge();
     void longTextsAreNotWrapped();
     void theDialogGrowsWithItsLetters_data();
     void theDialogGrowsWithItsLetters();
+    void theScreenHoldsTheDialog_data();
+    void theScreenHoldsTheDialog();
+    void theHeightIsThatOfTheWidthItGets_data();
+    void theHeightIsThatOfTheWidthItGets();
     void theRecordMayGo();
     void bothButtonsCloseAndChangeNothing_data();
     void bothButtonsCloseAndChangeNothing();
@@ -70,6 +80,39 @@ void TestViewDetailsDialog::aPictureThatAFieldNamesIsNotShown()
     QVERIFY(!picture.isSeenIn(dialog));
 }
 
+void TestViewDetailsDialog::theValuesBeginAtTheLeadingEdge_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<Qt::LayoutDirection>("direction");
+    QTest::addColumn<QString>("value");
+    const QString arabic = QString::fromUtf8("\xd9\x85\xd9\x86\xd8\xb2\xd9\x84"); // "home"
+    QTest::newRow("English, a Latin value") << "en" << Qt::LeftToRight << "Home";
+    QTest::newRow("Arabic, a Latin value") << "ar" << Qt::RightToLeft << "Home";
+    QTest::newRow("Arabic, an Arabic value") << "ar" << Qt::RightToLeft << arabic;
+    QTest::newRow("Arabic without Qt's strings, a Latin value") << "ar" << Qt::LeftToRight << "Home";
+    QTest::newRow("Arabic without Qt's strings, an Arabic value") << "ar" << Qt::LeftToRight << arabic;
+}
+
+void TestViewDetailsDialog::theValuesBeginAtTheLeadingEdge()
+{
+    QFETCH(QString, language);
+    QFETCH(Qt::LayoutDirection, direction);
+    QFETCH(QString, value);
+    const LanguageOf program(language, direction);
+    ZVScanResult record{value, value, value, value, value, value, value};
+    ViewDetailsDialog dialog(&record, nullptr);
+    dialog.show();
+    constexpr int sideBearing = 3; // of a letter
+    for (const char *name : {"label_network", "label_channel", "label_adhoc", "label_security",
+                             "label_suites", "label_wps", "label_rssi"}) {
+        auto *label = dialog.findChild<QLabel *>(QLatin1String(name));
+        QVERIFY2(label->width() > 2 * label->sizeHint().width(), "else both edges are one");
+        const int distance = distanceFromLeadingEdge(*label, direction);
+        QVERIFY2(distance <= sideBearing,
+                 qPrintable(QString("%1 begins %2 pixels off").arg(name).arg(distance)));
+    }
+}
+
 void TestViewDetailsDialog::longTextsAreNotWrapped()
 {
     ZVScanResult record;
@@ -110,6 +153,51 @@ void TestViewDetailsDialog::theDialogGrowsWithItsLetters()
             label->wordWrap() ? label->heightForWidth(label->width()) : label->sizeHint().height();
         QVERIFY2(label->height() >= needed, qPrintable(label->objectName() + " is seen whole"));
     }
+}
+
+void TestViewDetailsDialog::theScreenHoldsTheDialog_data()
+{
+    QTest::addColumn<int>("points");
+    QTest::addColumn<QString>("network");
+    for (const int points : {9, 16, 24, 36}) {
+        QTest::addRow("%d points", points) << points << "Home";
+        QTest::addRow("%d points and the longest name", points) << points << QString(32, 'W');
+    }
+}
+
+void TestViewDetailsDialog::theScreenHoldsTheDialog()
+{
+    QFETCH(int, points);
+    QFETCH(QString, network);
+    const LettersOf letters(points);
+    ZVScanResult record{network, "11", "n", "WPA2 (PSK)", "U-AES M-AES", "Yes", "-75"};
+    QWidget window; // dialogs come over its middle
+    window.setGeometry(QRect(window.screen()->geometry().center(), QSize(1, 1)));
+    window.show();
+    ViewDetailsDialog dialog(&record, &window);
+    dialog.show();
+    QCOMPARE(outOfReachIn(dialog).join(", "), QString());
+}
+
+void TestViewDetailsDialog::theHeightIsThatOfTheWidthItGets_data()
+{
+    QTest::addColumn<int>("points");
+    for (const int points : {11, 16, 20, 24})
+        QTest::addRow("%d points", points) << points;
+}
+
+void TestViewDetailsDialog::theHeightIsThatOfTheWidthItGets()
+{
+    QFETCH(int, points);
+    const LettersOf letters(points);
+    ZVScanResult record{
+        "The name with thirty-two letters", "11", "n", "WPA2 (PSK)", "U-AES M-AES", "Yes", "-75"};
+    ViewDetailsDialog dialog(&record, nullptr);
+    dialog.show();
+    const int notesEnd = dialog.findChild<QLabel *>("label_9")->geometry().bottom();
+    const int free = dialog.findChild<QDialogButtonBox *>("buttonBox")->y() - notesEnd;
+    const int spacer = 40 + 2 * dialog.layout()->spacing();
+    QVERIFY2(dialog.height() == 398 || free <= spacer, qPrintable(QString("%1 pixels are empty").arg(free)));
 }
 
 void TestViewDetailsDialog::theRecordMayGo()

@@ -1,0 +1,73 @@
+#include "pages/screenfit.h"
+
+#include <algorithm>
+
+#include <QBoxLayout>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QScreen>
+#include <QScrollArea>
+
+namespace
+{
+/// How high \a layout has to be when it is \a width wide.
+int heightFor(const QLayout &layout, int width)
+{
+    // A layout in which nothing is wrapped has no height for a width.
+    return std::max(layout.totalMinimumSize().height(), layout.totalMinimumHeightForWidth(width));
+}
+
+/// Moves all that \a dialog shows above \a buttons into an area that scrolls.
+void scrollContents(QDialog &dialog, QDialogButtonBox &buttons)
+{
+    auto *layout = static_cast<QBoxLayout *>(dialog.layout());
+    auto *area = new QScrollArea(&dialog);
+    auto *contents = new QWidget(area);
+    auto *column = new QVBoxLayout(contents);
+    column->setContentsMargins(QMargins());
+    column->setSpacing(layout->spacing());
+    while (layout->itemAt(0)->widget() != &buttons) {
+        QLayoutItem *item = layout->takeAt(0);
+        if (QWidget *widget = item->widget()) {
+            column->addWidget(widget);
+            delete item; // the column has made one of its own
+        } else if (QLayout *rows = item->layout()) {
+            column->addLayout(rows);
+        } else {
+            column->addItem(item);
+        }
+    }
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidget(contents);
+    layout->insertWidget(0, area);
+}
+} // namespace
+
+QSize largestSize(const QWidget &window)
+{
+    const QWidget *like =
+        !window.isVisible() && window.parentWidget() ? window.parentWidget()->window() : &window;
+    return like->screen()->availableSize() - (like->frameSize() - like->size());
+}
+
+QSize fittingSize(const QLayout &layout, QSize size, QSize largest)
+{
+    constexpr int step = 10; // in pixels
+    QSize fitting = size.expandedTo(layout.totalMinimumSize());
+    while (heightFor(layout, fitting.width()) > largest.height() && fitting.width() < largest.width())
+        fitting.rwidth() += step;
+    fitting.setWidth(std::min(fitting.width(), largest.width()));
+    return fitting.expandedTo({0, heightFor(layout, fitting.width())}).boundedTo(largest);
+}
+
+void fitToScreen(QDialog &dialog, QDialogButtonBox &buttons)
+{
+    const QLayout &layout = *dialog.layout();
+    const QSize largest = largestSize(dialog);
+    const QSize fitting = fittingSize(layout, dialog.size(), largest);
+    if (layout.totalMinimumSize().width() > fitting.width() ||
+        heightFor(layout, fitting.width()) > fitting.height())
+        scrollContents(dialog, buttons);
+    dialog.resize(fitting);
+}
