@@ -4,7 +4,6 @@
 #include <QEvent>
 #include <QLayout>
 #include <QPainter>
-#include <QScreen>
 #include <QTextBrowser>
 
 #include "app/console_dialog.h"
@@ -14,6 +13,7 @@
 #include "pages/choosenetworkwizardpage.h"
 #include "pages/connecttlovarwizardpage.h"
 #include "pages/pageid.h"
+#include "pages/screenfit.h"
 #include "pages/testnetworkwizardpage.h"
 #include "pages/tolvarfoundwizardpage.h"
 #include "pages/tolvarnotfoundwizardpage.h"
@@ -96,10 +96,12 @@ void ZVTolvarSetupWizard::giveTextItsRoom()
         return;
     while (contents->parentWidget() != this)
         contents = contents->parentWidget();
-    const int wrapped = contents->layout()->totalMinimumHeightForWidth(contents->width());
-    const QSize needed = contents->minimumSizeHint().expandedTo({0, wrapped});
-    const QSize screenful = screen()->availableSize() - (frameSize() - size());
-    resize(size().expandedTo(needed.boundedTo(screenful)));
+    const QSize largest = largestSize(*this);
+    // The heights that layouts give are those with all that the page's spacers would like to have.
+    const QLayout *page = currentPage()->layout();
+    const int spare = page->totalHeightForWidth(width()) - page->totalMinimumHeightForWidth(width());
+    const QSize fitting = fittingSize(*contents->layout(), size(), largest + QSize(0, spare));
+    resize(size().expandedTo(fitting.boundedTo(largest)));
 }
 
 void ZVTolvarSetupWizard::paintEvent(QPaintEvent *event)
