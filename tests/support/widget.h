@@ -13,13 +13,13 @@ QString nameOf(WidgetKind kind);
 /// One thing on the screen as it was when it was read; it does not follow later changes.
 struct Widget {
     WidgetKind kind = WidgetKind::Other;
-    QString name;         ///< what a screen reader says, such as a label's text or a window's title
-    QString text;         ///< what a text field or text view holds, the name of anything else
-    QRect rect;           ///< in screen coordinates, without the window manager's frame
-    bool enabled = false; ///< it can be used
-    bool showing = false; ///< it is on the screen; only rows scrolled out of sight are listed without it
-    bool checked = false; ///< of a check box
-    bool focused = false; ///< it has the keyboard
+    QString name;          ///< what a screen reader says, such as a label's text or a window's title
+    QString text;          ///< what a text field or text view holds, the name of anything else
+    QRect rect;            ///< in screen coordinates, without the window manager's frame
+    bool enabled = false;  ///< it can be used
+    bool showing = false;  ///< it is on the screen; only rows scrolled out of sight are listed without it
+    bool checked = false;  ///< of a check box
+    bool focused = false;  ///< it has the keyboard
     bool selected = false; ///< of a row
     bool active = false;   ///< of a window: it has the keyboard's attention
     int parent = -1;       ///< index in its Screen of what it is in; -1 for a window
