@@ -1,6 +1,34 @@
 #include "app/diagnostics.h"
 
+#include <cstring>
+
+#include <QLoggingCategory>
 #include <QMessageLogger>
+
+namespace
+{
+QLoggingCategory::CategoryFilter theLoggingRules = nullptr;
+
+void enableMessages(QLoggingCategory *category)
+{
+    theLoggingRules(category);
+    // Other categories are Qt's own. Their debug messages would flood the log.
+    if (std::strcmp(category->categoryName(), "default") == 0) {
+        category->setEnabled(QtDebugMsg, true);
+        category->setEnabled(QtInfoMsg, true);
+    }
+    category->setEnabled(QtWarningMsg, true);
+    category->setEnabled(QtCriticalMsg, true);
+}
+} // namespace
+
+void enableAllMessages()
+{
+    // Not setFilterRules(): rules from the environment override those that a program sets.
+    if (!theLoggingRules)
+        theLoggingRules = QLoggingCategory::installFilter(nullptr); // Qt's own filter, which applies the rules
+    QLoggingCategory::installFilter(enableMessages);
+}
 
 ZVMessage::~ZVMessage()
 {

@@ -39,6 +39,10 @@ private:
     QString _text;
 };
 
+/// Delivers every message to the message handler, whatever Qt's logging rules say (QT_LOGGING_RULES,
+/// qtlogging.ini). The rules still decide on debug and info messages of named categories, such as Qt's own.
+void enableAllMessages();
+
 /// A debug message: state changes and traces ("D:" in the session log).
 inline ZVMessage zvDebug()
 {

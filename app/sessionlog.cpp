@@ -9,6 +9,8 @@
 #include <QTextEdit>
 #include <QTextStream>
 
+#include "app/diagnostics.h"
+
 QTextStream theSessionLog;
 QTextEdit *theConsoleWindow = nullptr;
 bool theTraceDebugFlag = false;
@@ -73,6 +75,7 @@ void openSessionLog()
 
 void installMessageHandler()
 {
+    enableAllMessages();
     qInstallMessageHandler(forwardMessage);
 }
 

@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QXmlStreamReader>
 
+#include "app/diagnostics.h"
 #include "app/sessionlog.h"
 #include "bench/measure.h"
 #include "simulator/tolvardocuments.h"
@@ -147,6 +148,7 @@ int main(int argc, char *argv[])
     const QCoreApplication app(argc, argv);
 
     // What is said about the replies is measured by itself, below.
+    enableAllMessages();
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
     timeReplies("status reply, one read", statuses(), mostOfATty, 2.0);
     timeReplies("status reply, a read each USB packet", statuses(), usbPacket, 2.0);

@@ -6,6 +6,7 @@
 #include <QListView>
 #include <QTest>
 
+#include "app/diagnostics.h"
 #include "app/sessionlog.h"
 #include "app/zvtolvarsetupwizard.h"
 #include "bench/measure.h"
@@ -103,6 +104,7 @@ void timeLines(ScanPage &page, int networks)
 int main(int argc, char *argv[])
 {
     const QApplication app(argc, argv);
+    enableAllMessages();
     qInstallMessageHandler(ignore);
     ScanPage page;
     timeRebuilds(page, 10, 0);

@@ -13,6 +13,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include "app/diagnostics.h"
 #include "device/zvtolvar.h"
 #include "pages/pageid.h"
 #include "tests/support/descriptors.h"
@@ -69,6 +70,7 @@ FaultBench::FaultBench(const TolvarSetup &setup, const WalkWishes &ourWishes)
     , walk(wizard, wishes)
 {
     messages().clear();
+    enableAllMessages();
     qInstallMessageHandler(keep);
     const ZVTolvar *const controller = wizard._tolvar;
     QObject::connect(controller, &ZVTolvar::systemIDChanged, &wizard,

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "app/diagnostics.h"
+
 namespace
 {
 MessageRecorder *theRecorder = nullptr;
@@ -10,6 +12,7 @@ MessageRecorder *theRecorder = nullptr;
 MessageRecorder::MessageRecorder()
 {
     theRecorder = this;
+    enableAllMessages();
     _earlier = qInstallMessageHandler(record);
 }
 

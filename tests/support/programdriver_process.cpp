@@ -21,12 +21,6 @@ ProgramDriver::ProgramDriver()
     // The program is to find its settings in the home folder it gets, and not in the caller's.
     for (const char *name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_STATE_HOME"})
         _environment.remove(QString::fromLatin1(name));
-    // Reading the screen makes Qt warn about windows that close meanwhile. Those warnings are of the driver's
-    // making and must not get into the program's own log.
-    QString rules = _environment.value(QStringLiteral("QT_LOGGING_RULES"));
-    rules +=
-        QStringLiteral("%1qt.accessibility.*=false").arg(rules.isEmpty() ? QString() : QStringLiteral(";"));
-    _environment.insert(QStringLiteral("QT_LOGGING_RULES"), rules);
 
     _process.setStandardInputFile(QProcess::nullDevice());
     QObject::connect(&_process, &QProcess::readyReadStandardOutput, &_process,

@@ -159,6 +159,8 @@ private Q_SLOTS:
     void theLogOfTheRunBeforeIsLost();
     void messagesBeforeTheLogGoWhereTheToolkitSendsThem();
     void standardOutputHasEachMessageBare();
+    void loggingRulesDropNoMessage_data();
+    void loggingRulesDropNoMessage();
     void theLogStandsInTheHomeFolder();
     void aLogThatCantBeWrittenIsNoHindrance_data();
     void aLogThatCantBeWrittenIsNoHindrance();
@@ -209,6 +211,7 @@ void TestMain::theLogOfTheRunBeforeIsLost()
 void TestMain::messagesBeforeTheLogGoWhereTheToolkitSendsThem()
 {
     Program program;
+    program.environment.remove("QT_LOGGING_RULES"); // Qt's output drops what they disable
     program.run();
     const QByteArray early = "the application object is being made";
     QVERIFY2(program.errorOutput.contains(early), program.errorOutput);
@@ -226,6 +229,38 @@ void TestMain::standardOutputHasEachMessageBare()
                                              "_commState =  \"NOT_CONNECTED\" \n"
                                              "the wizard is gone\n");
     QVERIFY2(!program.errorOutput.contains("the event loop runs"), "nothing goes to standard error any more");
+}
+
+void TestMain::loggingRulesDropNoMessage_data()
+{
+    QTest::addColumn<QString>("variable");
+    QTest::addColumn<QString>("rules");
+    for (const char *rule : {"*=false", "*.debug=false", "*.warning=false", "default=false"}) {
+        QTest::addRow("%s in the environment", rule) << "QT_LOGGING_RULES" << rule;
+        QTest::addRow("%s in the user's qtlogging.ini", rule) << "XDG_CONFIG_HOME" << rule;
+        QTest::addRow("%s in a file that the environment names", rule) << "QT_LOGGING_CONF" << rule;
+    }
+}
+
+void TestMain::loggingRulesDropNoMessage()
+{
+    QFETCH(QString, variable);
+    QFETCH(QString, rules);
+    Program program;
+    const QDir settings(program.workingFolder);
+    const QString file = settings.filePath("QtProject/qtlogging.ini");
+    QVERIFY(settings.mkdir("QtProject"));
+    QVERIFY(write(file, "[Rules]\n" + rules.toUtf8() + "\n"));
+    const QHash<QString, QString> values{
+        {"QT_LOGGING_RULES", rules}, {"XDG_CONFIG_HOME", settings.path()}, {"QT_LOGGING_CONF", file}};
+    program.environment.remove("QT_LOGGING_RULES"); // it goes before the files
+    program.environment.insert(variable, values.value(variable));
+    program.run();
+    QVERIFY2(!program.errorOutput.contains("the application object is being made") ||
+                 rules == "*.debug=false",
+             "the rules are in force before the program installs its handler");
+    QCOMPARE(withoutRemarks(program.log()), logOfTheStart + logOfTheEnd);
+    QVERIFY2(program.saw("console").endsWith("the event loop runs"), qPrintable(program.saw("console")));
 }
 
 void TestMain::theLogStandsInTheHomeFolder()

@@ -12,6 +12,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include "app/diagnostics.h"
 #include "serial/qextserialenumerator.h"
 #include "tests/support/descriptors.h"
 #include "tests/support/messagerecorder.h"
@@ -237,6 +238,7 @@ static QString lockFile(const Pty &terminal)
 // and refused. Gives its exit code.
 static int leavePortsOpen()
 {
+    enableAllMessages();
     static Pty terminal;
     static Pty gone;
     static QextSerialPort staticPort(terminal.portName()); // outlives the application

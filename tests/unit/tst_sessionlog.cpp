@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <QFile>
+#include <QLoggingCategory>
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTest>
@@ -64,6 +65,7 @@ private Q_SLOTS:
     void beforeTheLogIsOpenedNothingIsWritten();
     void bytesBeyondAscii();
     void everyMessageOfTheProgramPasses();
+    void namedCategoriesKeepTheirWarnings();
     void aFatalMessageIsRecordedBeforeTheProgramEnds();
 
 private:
@@ -91,6 +93,7 @@ void TestSessionLog::init()
 
 void TestSessionLog::cleanup()
 {
+    QLoggingCategory::setFilterRules({});
     qInstallMessageHandler(nullptr);
     theConsoleWindow = nullptr;
     theTraceDebugFlag = false;
@@ -308,6 +311,24 @@ void TestSessionLog::everyMessageOfTheProgramPasses()
     qCritical("no port");
     QCOMPARE(contents(logPath()), QByteArray("D:->IN_PROMPT \nD:--> \"get\r\n\" \nW:abc \nC:no port\n"));
     QCOMPARE(_console->toPlainText(), QStringLiteral("abc no port"));
+}
+
+void TestSessionLog::namedCategoriesKeepTheirWarnings()
+{
+    openSessionLog();
+    installMessageHandler();
+    const QLoggingCategory early("zv.early");
+    QLoggingCategory::setFilterRules("*=false");
+    const QLoggingCategory late("zv.late");
+    for (const QLoggingCategory *category : {&early, &late}) {
+        qCDebug((*category), "debug");
+        qCWarning((*category), "warning");
+        qCCritical((*category), "critical");
+    }
+    zvDebug() << "from the program";
+    QCOMPARE(contents(logPath()), QByteArray("W:warning\nC:critical\n"
+                                             "W:warning\nC:critical\n"
+                                             "D:from the program \n"));
 }
 
 void TestSessionLog::aFatalMessageIsRecordedBeforeTheProgramEnds()
