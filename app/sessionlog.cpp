@@ -59,6 +59,35 @@ void openPrivately(QFile &log)
         log.setPermissions(owners);
 }
 
+bool writeFailed = false;   // the last write, because the disk was full
+bool lastLineIsCut = false; // and it wrote only the first part of a long line
+
+/// Writes \a line to the log's file. A line that cannot be written is dropped: a stream keeps its text after a
+/// failed write, and writes nothing more.
+void writeLine(const QString &line)
+{
+    QIODevice *device = theSessionLog.device();
+    // What did not fit on the disk is still in the file's buffer, and goes first.
+    auto *file = qobject_cast<QFileDevice *>(device);
+    if (writeFailed && file && !file->flush())
+        return;
+
+    const qint64 start = device->pos();
+    const QString text = lastLineIsCut ? QLatin1Char('\n') + line : line;
+    theSessionLog << text;
+    theSessionLog.flush();
+    writeFailed = theSessionLog.status() != QTextStream::Ok;
+    if (!writeFailed) {
+        lastLineIsCut = false;
+        return;
+    }
+    theSessionLog.resetStatus();
+    // The file's buffer takes a line or nothing. A line that is longer than the buffer goes past it.
+    const qint64 written = device->pos() - start;
+    if (written > 0)
+        lastLineIsCut = written < text.toUtf8().size();
+}
+
 void forwardMessage(QtMsgType type, const QMessageLogContext &, const QString &message)
 {
     zvMessageOutput(type, message.toLocal8Bit().constData());
@@ -71,6 +100,7 @@ void openSessionLog()
     auto *file = new QFile(QDir::homePath() + QStringLiteral("/zvinstall.log"));
     openPrivately(*file);
     theSessionLog.setDevice(file);
+    writeFailed = lastLineIsCut = false;
 }
 
 void installMessageHandler()
@@ -84,8 +114,9 @@ void zvMessageOutput(QtMsgType type, const char *msg)
     const char *level = prefix(type);
     // In one piece: three would cost a line a twentieth of its time.
     if (level && isOpen(theSessionLog))
-        theSessionLog << QString(QLatin1String(level) % QString::fromUtf8(msg) % QLatin1Char('\n'));
-    theSessionLog.flush();
+        writeLine(QLatin1String(level) % QString::fromUtf8(msg) % QLatin1Char('\n'));
+    else
+        theSessionLog.flush();
 
     std::printf("%s\n", msg);
     std::fflush(stdout);
