@@ -17,6 +17,13 @@ bool theTraceDebugFlag = false;
 
 namespace
 {
+// Objects that are destroyed at process exit may log after theSessionLog has gone. This flag has no destructor.
+bool logExists = true;
+/// Is destroyed just before theSessionLog, which is defined before it.
+const struct LogEnd {
+    ~LogEnd() { logExists = false; }
+} theLogEnd;
+
 /// The level as the session log shows it; null for a level that it doesn't hold.
 const char *prefix(QtMsgType type)
 {
@@ -34,10 +41,10 @@ const char *prefix(QtMsgType type)
     }
 }
 
-/// Whether the log's file could be opened. The toolkit remarks on each write to one that couldn't.
-bool isOpen(const QTextStream &log)
+/// Whether the log's file could be opened. Qt warns about each write to a file that is not open.
+bool isOpen()
 {
-    return log.device() && log.device()->isOpen();
+    return theSessionLog.device() && theSessionLog.device()->isOpen();
 }
 
 /// Opens the log, readable and writable by its owner alone: it holds the passphrase.
@@ -111,12 +118,14 @@ void installMessageHandler()
 
 void zvMessageOutput(QtMsgType type, const char *msg)
 {
-    const char *level = prefix(type);
-    // In one piece: three would cost a line a twentieth of its time.
-    if (level && isOpen(theSessionLog))
-        writeLine(QLatin1String(level) % QString::fromUtf8(msg) % QLatin1Char('\n'));
-    else
-        theSessionLog.flush();
+    if (logExists) {
+        const char *level = prefix(type);
+        // In one piece: three would cost a line a twentieth of its time.
+        if (level && isOpen())
+            writeLine(QLatin1String(level) % QString::fromUtf8(msg) % QLatin1Char('\n'));
+        else
+            theSessionLog.flush();
+    }
 
     std::printf("%s\n", msg);
     std::fflush(stdout);

@@ -161,6 +161,7 @@ private Q_SLOTS:
     void standardOutputHasEachMessageBare();
     void loggingRulesDropNoMessage_data();
     void loggingRulesDropNoMessage();
+    void aMessageAfterTheLogHasGoneDoesNoHarm();
     void theLogStandsInTheHomeFolder();
     void aLogThatCantBeWrittenIsNoHindrance_data();
     void aLogThatCantBeWrittenIsNoHindrance();
@@ -261,6 +262,18 @@ void TestMain::loggingRulesDropNoMessage()
              "the rules are in force before the program installs its handler");
     QCOMPARE(withoutRemarks(program.log()), logOfTheStart + logOfTheEnd);
     QVERIFY2(program.saw("console").endsWith("the event loop runs"), qPrintable(program.saw("console")));
+}
+
+void TestMain::aMessageAfterTheLogHasGoneDoesNoHarm()
+{
+    Program program;
+    program.environment.insert("LD_PRELOAD", program.environment.value("LD_PRELOAD") + ":" ZV_LAST_MESSAGE);
+    program.environment.insert("MALLOC_PERTURB_", "165"); // memory that has been freed holds nothing any more
+    program.run();
+    QVERIFY2(program.output.endsWith("the wizard is gone\nthe last message\n"), program.output);
+    QCOMPARE(program.exitCode, 0);
+    QCOMPARE(withoutRemarks(program.log()), logOfTheStart + logOfTheEnd);
+    QVERIFY2(!program.errorOutput.contains("AddressSanitizer"), program.errorOutput);
 }
 
 void TestMain::theLogStandsInTheHomeFolder()

@@ -1,0 +1,12 @@
+// Preloaded into a program, logs a message when the program's own static objects have been destroyed.
+
+#include <QtGlobal>
+
+namespace
+{
+struct LastMessage {
+    ~LastMessage() { qWarning("the last message"); }
+};
+// A preloaded library is initialized before the program, and so destroyed after it.
+const LastMessage theLastMessage;
+} // namespace
