@@ -122,7 +122,7 @@ void zvMessageOutput(QtMsgType type, const char *msg)
         const char *level = prefix(type);
         // In one piece: three would cost a line a twentieth of its time.
         if (level && isOpen())
-            writeLine(QLatin1String(level) % QString::fromUtf8(msg) % QLatin1Char('\n'));
+            writeLine(QLatin1String(level) % QString::fromLocal8Bit(msg) % QLatin1Char('\n'));
         else
             theSessionLog.flush();
     }

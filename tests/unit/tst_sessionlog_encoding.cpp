@@ -1,0 +1,47 @@
+#include <QFile>
+#include <QString>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTextStream>
+
+#include "app/diagnostics.h"
+#include "app/sessionlog.h"
+#include "tests/support/filecontents.h"
+
+// Qt's local 8-bit encoding is always UTF-8 here. On Windows it is the code page, such as Latin-1. These stand before
+// Qt's own for the whole program. They are declared as Qt declares them.
+QString QString::fromLocal8Bit(QByteArrayView bytes)
+{
+    return QString::fromLatin1(bytes);
+}
+QByteArray QString::toLocal8Bit_helper(const QChar *text, qsizetype size)
+{
+    return QStringView(text, size).toLatin1();
+}
+
+/// The session log where the local 8-bit encoding is not UTF-8.
+class TestSessionLogEncoding : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aMessageIsDecodedAsItWasEncoded();
+};
+
+void TestSessionLogEncoding::aMessageIsDecodedAsItWasEncoded()
+{
+    const QString text = QString::fromUtf8("caf\xc3\xa9");
+    QCOMPARE(text.toLocal8Bit(), QByteArray("caf\xe9"));
+    const QTemporaryDir home;
+    qputenv("HOME", QFile::encodeName(home.path()));
+    openSessionLog();
+    installMessageHandler();
+    zvDebug() << "SSID:" << text;
+    zvDebug() << "from the device:" << QByteArray("\xc3\xa9");
+    qInstallMessageHandler(nullptr);
+    QCOMPARE(contents(home.filePath("zvinstall.log")), QByteArray("D:SSID: \"caf\xc3\xa9\" \n"
+                                                                  "D:from the device: \"\xc3\x83\xc2\xa9\" \n"));
+}
+
+QTEST_GUILESS_MAIN(TestSessionLogEncoding)
+#include "tst_sessionlog_encoding.moc"
