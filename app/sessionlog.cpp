@@ -69,19 +69,22 @@ void openPrivately(QFile &log)
 bool writeFailed = false;   // the last write, because the disk was full
 bool lastLineIsCut = false; // and it wrote only the first part of a long line
 
-/// Writes \a line to the log's file. A line that cannot be written is dropped: a stream keeps its text after a
+/// Writes a line to the log's file. A line that cannot be written is dropped: a stream keeps its text after a
 /// failed write, and writes nothing more.
-void writeLine(const QString &line)
+void writeLine(const char *level, const QString &text)
 {
     QIODevice *device = theSessionLog.device();
-    // What did not fit on the disk is still in the file's buffer, and goes first.
-    auto *file = qobject_cast<QFileDevice *>(device);
-    if (writeFailed && file && !file->flush())
-        return;
+    if (writeFailed) {
+        // What did not fit on the disk is still in the file's buffer, and goes first.
+        auto *file = qobject_cast<QFileDevice *>(device);
+        if (file && !file->flush())
+            return;
+    }
 
+    // In one piece: three would cost a line a twentieth of its time.
+    const QString line = QLatin1String(lastLineIsCut ? "\n" : "") % QLatin1String(level) % text % QLatin1Char('\n');
     const qint64 start = device->pos();
-    const QString text = lastLineIsCut ? QLatin1Char('\n') + line : line;
-    theSessionLog << text;
+    theSessionLog << line;
     theSessionLog.flush();
     writeFailed = theSessionLog.status() != QTextStream::Ok;
     if (!writeFailed) {
@@ -92,12 +95,36 @@ void writeLine(const QString &line)
     // The file's buffer takes a line or nothing. A line that is longer than the buffer goes past it.
     const qint64 written = device->pos() - start;
     if (written > 0)
-        lastLineIsCut = written < text.toUtf8().size();
+        lastLineIsCut = written < line.toUtf8().size();
+}
+
+/// Writes one message. The caller gives it in Unicode and in the local 8-bit encoding, and has one of them already.
+void writeMessage(QtMsgType type, const QString &text, const char *bytes)
+{
+    if (logExists) {
+        const char *level = prefix(type);
+        if (level && isOpen())
+            writeLine(level, text);
+        else
+            theSessionLog.flush();
+    }
+
+    std::puts(bytes);
+    std::fflush(stdout);
+
+    if (!theConsoleWindow)
+        return;
+    if (type == QtDebugMsg && !theTraceDebugFlag)
+        return;
+    // kept: neither prefix nor line end. The device's own line ends lay out the console.
+    theConsoleWindow->insertPlainText(QString::fromLatin1(bytes));
+    theConsoleWindow->ensureCursorVisible();
 }
 
 void forwardMessage(QtMsgType type, const QMessageLogContext &, const QString &message)
 {
-    zvMessageOutput(type, message.toLocal8Bit().constData());
+    // As a C string, the message ends at its first zero byte.
+    writeMessage(type, message.left(message.indexOf(QChar::Null)), message.toLocal8Bit().constData());
 }
 } // namespace
 
@@ -118,23 +145,5 @@ void installMessageHandler()
 
 void zvMessageOutput(QtMsgType type, const char *msg)
 {
-    if (logExists) {
-        const char *level = prefix(type);
-        // In one piece: three would cost a line a twentieth of its time.
-        if (level && isOpen())
-            writeLine(QLatin1String(level) % QString::fromLocal8Bit(msg) % QLatin1Char('\n'));
-        else
-            theSessionLog.flush();
-    }
-
-    std::printf("%s\n", msg);
-    std::fflush(stdout);
-
-    if (!theConsoleWindow)
-        return;
-    if (type == QtDebugMsg && !theTraceDebugFlag)
-        return;
-    // kept: neither prefix nor line end. The device's own line ends lay out the console.
-    theConsoleWindow->insertPlainText(QString::fromLatin1(msg));
-    theConsoleWindow->ensureCursorVisible();
+    writeMessage(type, QString::fromLocal8Bit(msg), msg);
 }

@@ -65,6 +65,7 @@ private Q_SLOTS:
     void beforeTheLogIsOpenedNothingIsWritten();
     void bytesBeyondAscii();
     void everyMessageOfTheProgramPasses();
+    void aMessageEndsAtItsFirstZeroByte();
     void namedCategoriesKeepTheirWarnings();
     void aFatalMessageIsRecordedBeforeTheProgramEnds();
 
@@ -311,6 +312,16 @@ void TestSessionLog::everyMessageOfTheProgramPasses()
     qCritical("no port");
     QCOMPARE(contents(logPath()), QByteArray("D:->IN_PROMPT \nD:--> \"get\r\n\" \nW:abc \nC:no port\n"));
     QCOMPARE(_console->toPlainText(), QStringLiteral("abc no port"));
+}
+
+void TestSessionLog::aMessageEndsAtItsFirstZeroByte()
+{
+    openSessionLog();
+    installMessageHandler();
+    zvWarning() << QString(QLatin1String("one\0two", 7));
+    zvWarning() << "three";
+    QCOMPARE(contents(logPath()), QByteArray("W:\"one\nW:three \n"));
+    QCOMPARE(_console->toPlainText(), QStringLiteral("\"onethree "));
 }
 
 void TestSessionLog::namedCategoriesKeepTheirWarnings()

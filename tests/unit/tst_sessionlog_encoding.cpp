@@ -38,9 +38,11 @@ void TestSessionLogEncoding::aMessageIsDecodedAsItWasEncoded()
     installMessageHandler();
     zvDebug() << "SSID:" << text;
     zvDebug() << "from the device:" << QByteArray("\xc3\xa9");
+    zvMessageOutput(QtDebugMsg, text.toLocal8Bit().constData());
     qInstallMessageHandler(nullptr);
     QCOMPARE(contents(home.filePath("zvinstall.log")), QByteArray("D:SSID: \"caf\xc3\xa9\" \n"
-                                                                  "D:from the device: \"\xc3\x83\xc2\xa9\" \n"));
+                                                                  "D:from the device: \"\xc3\x83\xc2\xa9\" \n"
+                                                                  "D:caf\xc3\xa9\n"));
 }
 
 QTEST_GUILESS_MAIN(TestSessionLogEncoding)
