@@ -26,7 +26,8 @@ void enableAllMessages()
 {
     // Not setFilterRules(): rules from the environment override those that a program sets.
     if (!theLoggingRules)
-        theLoggingRules = QLoggingCategory::installFilter(nullptr); // Qt's own filter, which applies the rules
+        theLoggingRules =
+            QLoggingCategory::installFilter(nullptr); // Qt's own filter, which applies the rules
     QLoggingCategory::installFilter(enableMessages);
 }
 

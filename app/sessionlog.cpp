@@ -17,12 +17,14 @@ bool theTraceDebugFlag = false;
 
 namespace
 {
-// Objects that are destroyed at process exit may log after theSessionLog has gone. This flag has no destructor.
+// Objects that are destroyed at process exit may log after theSessionLog has gone. This flag has no
+// destructor.
 bool logExists = true;
-/// Is destroyed just before theSessionLog, which is defined before it.
-const struct LogEnd {
+struct LogEnd {
     ~LogEnd() { logExists = false; }
-} theLogEnd;
+};
+// Is destroyed just before theSessionLog, which is defined before it.
+const LogEnd theLogEnd; // clazy:exclude=non-pod-global-static
 
 /// The level as the session log shows it; null for a level that it doesn't hold.
 const char *prefix(QtMsgType type)
@@ -82,7 +84,8 @@ void writeLine(const char *level, const QString &text)
     }
 
     // In one piece: three would cost a line a twentieth of its time.
-    const QString line = QLatin1String(lastLineIsCut ? "\n" : "") % QLatin1String(level) % text % QLatin1Char('\n');
+    const QString line =
+        QLatin1String(lastLineIsCut ? "\n" : "") % QLatin1String(level) % text % QLatin1Char('\n');
     const qint64 start = device->pos();
     theSessionLog << line;
     theSessionLog.flush();
@@ -98,7 +101,8 @@ void writeLine(const char *level, const QString &text)
         lastLineIsCut = written < line.toUtf8().size();
 }
 
-/// Writes one message. The caller gives it in Unicode and in the local 8-bit encoding, and has one of them already.
+/// Writes one message. The caller gives it in Unicode and in the local 8-bit encoding, and has one of them
+/// already.
 void writeMessage(QtMsgType type, const QString &text, const char *bytes)
 {
     if (logExists) {

@@ -24,6 +24,6 @@ void openSessionLog();
 void installMessageHandler();
 
 /// Writes one message to the session log with its level's prefix, to standard output, and to the console
-/// view. \a msg is in the local 8-bit encoding. A line that the log's disk has no space for is dropped, but for
-/// the first one; the log goes on when there is space again.
+/// view. \a msg is in the local 8-bit encoding. A line that the log's disk has no space for is dropped, but
+/// for the first one; the log goes on when there is space again.
 void zvMessageOutput(QtMsgType type, const char *msg);

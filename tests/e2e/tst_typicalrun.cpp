@@ -38,7 +38,8 @@ QList<Message> messagesOf(const QByteArray &log)
         else if (!messages.isEmpty())
             messages.last().text += '\n' + line;
     }
-    // The driver reads the screen through the accessibility bus, and Qt warns when a widget has gone meanwhile.
+    // The driver reads the screen through the accessibility bus, and Qt warns when a widget has gone
+    // meanwhile.
     messages.removeIf([](const Message &message) {
         static const QRegularExpression warning(
             "^(WARNING Qt AtSpiAdaptor: )?(Could not find accessible on path|Accessible invalid): ");

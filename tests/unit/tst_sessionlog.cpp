@@ -318,7 +318,7 @@ void TestSessionLog::aMessageEndsAtItsFirstZeroByte()
 {
     openSessionLog();
     installMessageHandler();
-    zvWarning() << QString(QLatin1String("one\0two", 7));
+    zvWarning() << QStringLiteral("one").append(QChar::Null).append("two");
     zvWarning() << "three";
     QCOMPARE(contents(logPath()), QByteArray("W:\"one\nW:three \n"));
     QCOMPARE(_console->toPlainText(), QStringLiteral("\"onethree "));

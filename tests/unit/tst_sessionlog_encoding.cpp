@@ -8,15 +8,15 @@
 #include "app/sessionlog.h"
 #include "tests/support/filecontents.h"
 
-// Qt's local 8-bit encoding is always UTF-8 here. On Windows it is the code page, such as Latin-1. These stand before
-// Qt's own for the whole program. They are declared as Qt declares them.
-QString QString::fromLocal8Bit(QByteArrayView bytes)
+// Qt's local 8-bit encoding is always UTF-8 here. On Windows it is the code page, such as Latin-1. These two
+// stand before Qt's own for the whole program.
+QString QString::fromLocal8Bit(QByteArrayView ba)
 {
-    return QString::fromLatin1(bytes);
+    return QString::fromLatin1(ba);
 }
-QByteArray QString::toLocal8Bit_helper(const QChar *text, qsizetype size)
+QByteArray QString::toLocal8Bit_helper(const QChar *data, qsizetype size)
 {
-    return QStringView(text, size).toLatin1();
+    return QStringView(data, size).toLatin1();
 }
 
 /// The session log where the local 8-bit encoding is not UTF-8.

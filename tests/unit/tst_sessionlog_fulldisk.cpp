@@ -1,5 +1,6 @@
 #include <malloc.h>
 
+#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <memory>
@@ -43,8 +44,7 @@ bool unshareMounts()
     const QByteArray uid = QByteArray::number(::getuid());
     const QByteArray gid = QByteArray::number(::getgid());
     if (::unshare(CLONE_NEWNS) != 0) {
-        if (::unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0 ||
-            !writeText("/proc/self/setgroups", "deny") ||
+        if (::unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0 || !writeText("/proc/self/setgroups", "deny") ||
             !writeText("/proc/self/uid_map", "0 " + uid + " 1") ||
             !writeText("/proc/self/gid_map", "0 " + gid + " 1"))
             return false;
@@ -97,11 +97,12 @@ public:
     /// Takes all the space but \a left bytes; a page holds 4096.
     void fill(qint64 left = 0)
     {
-        const int file = ::open(QFile::encodeName(filler()).constData(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
-        const QByteArray page(4096, 'x');
+        const int file =
+            ::open(QFile::encodeName(filler()).constData(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+        constexpr std::array<char, 4096> page = {};
         qint64 size = 0;
-        while (::write(file, page.constData(), page.size()) == page.size())
-            size += page.size();
+        while (::write(file, page.data(), page.size()) == ssize_t(page.size()))
+            size += qint64(page.size());
         QCOMPARE(errno, ENOSPC);
         QCOMPARE(::ftruncate(file, size - left), 0);
         ::close(file);
