@@ -113,7 +113,7 @@ void writeMessage(QtMsgType type, const QString &text, const char *bytes)
             theSessionLog.flush();
     }
 
-    std::puts(bytes);
+    std::printf("%s\n", bytes);
     std::fflush(stdout);
 
     if (!theConsoleWindow)
