@@ -127,7 +127,8 @@ void TolvarFoundWizardPage::saveLog()
     _ui->pushButton_viewLog->setEnabled(false);
     _ui->label_LogWrite_progress->setText(tr("Opening file: %1").arg(_logFileName));
 
-    // kept: never deleted. Once open it is the controller's; it lives until the process ends either way.
+    // kept: the page does not delete it. The controller deletes an open file once the log is written; a file
+    // that cannot be opened, or whose log never comes, lives until the process ends.
     auto *file = new QFile(_logFileName);
     zvDebug() << "Opening file:" << _logFileName;
     if (!file->open(QIODevice::WriteOnly | QIODevice::Text)) {
