@@ -53,3 +53,8 @@ inline ZVMessage zvWarning()
 {
     return ZVMessage(QtWarningMsg);
 }
+/// Something failed that the user should know of ("C:"); the console view shows it too.
+inline ZVMessage zvCritical()
+{
+    return ZVMessage(QtCriticalMsg);
+}

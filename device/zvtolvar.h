@@ -129,7 +129,8 @@ Q_SIGNALS:
 
 public Q_SLOTS:
     void onReadyRead();
-    /// Sends the oldest queued command; blocks for 10 ms a byte.
+    /// Sends the oldest queued command; blocks for 10 ms a byte. When the port does not take a byte, the rest of
+    /// the command is not sent, and the next command begins with a line end.
     void onReadyForCommand();
     void onResponseReceived(const QString &aResponse);
     void setSystemID(const QString &);
@@ -213,4 +214,5 @@ private:
     QStringList _commandQueue;
     QString _currentCommand; // kept: recorded, never read
     CommState _commState = NOT_CONNECTED;
+    bool _isLineOpen = false; // a command was cut: the device has a part of its line, and no line end
 };

@@ -121,5 +121,6 @@ void ZVTolvar::onDeviceRemoved(const QextPortInfo &info)
     _connected = false;
     _scanning = false;
     _testing = false;
+    _isLineOpen = false;
     // kept: _response and _currentCommand stay as they are.
 }

@@ -24,6 +24,7 @@ constexpr int STX = 0x02; // a reply begins
 constexpr int ETX = 0x03; // a reply ends
 constexpr int EOT = 0x04; // the device is ready, in the handshake that is not in use
 constexpr int Prompt = '>';
+constexpr const char *LineEnd = "\r\n";
 
 // What a row of the table leaves open.
 constexpr int Any = -1;
@@ -31,6 +32,25 @@ constexpr int Same = -1;
 
 // While the device scans or tests, prompts mean nothing and only its framed reply counts.
 enum Mode : unsigned { Scanning = 1, Testing = 2, Normal = 4, Handshake = 8, Commanded = Normal | Handshake };
+
+/// Writes \a bytes one at a time with a pause after each, up to the first that the port does not take. Returns
+/// how many it took.
+qsizetype sendSlowly(QextSerialPort &port, const QByteArray &bytes)
+{
+    QMutex mutex;
+    QWaitCondition neverSignalled; // kept: a sleep by the clock; the event loop waits too
+    qsizetype taken = 0;
+    for (const char byte : bytes) {
+        if (port.write(&byte, 1) != 1)
+            break;
+        ++taken;
+        const QMutexLocker locker(&mutex);
+        const QDeadlineTimer pause(BytePause, Qt::PreciseTimer);
+        while (neverSignalled.wait(&mutex, pause))
+            ; // woken early by the system: the rest of the pause is still due
+    }
+    return taken;
+}
 } // namespace
 
 struct ZVTolvarLink {
@@ -173,17 +193,21 @@ void ZVTolvar::onReadyForCommand()
     if (!_port)
         return; // kept: the command is lost
 
-    const QByteArray bytes = _currentCommand.toLatin1();
-    zvDebug() << "-->" << bytes;
-    QMutex mutex;
-    QWaitCondition neverSignalled; // kept: a sleep by the clock; the event loop waits too
-    for (const char byte : bytes) {
-        _port->write(&byte, 1);
-        const QMutexLocker locker(&mutex);
-        const QDeadlineTimer pause(BytePause, Qt::PreciseTimer);
-        while (neverSignalled.wait(&mutex, pause))
-            ; // woken early by the system: the rest of the pause is still due
+    const QByteArray command = _currentCommand.toLatin1();
+    zvDebug() << "-->" << command;
+    // The device still waits for the end of a line that was cut: without one, this command would become part
+    // of it, such as a passphrase part of a network name.
+    const QByteArray bytes = _isLineOpen ? LineEnd + command : command;
+    const qsizetype taken = sendSlowly(*_port, bytes);
+    if (taken == bytes.size()) {
+        _isLineOpen = false;
+        return;
     }
+    // The rest is not sent: the device would take it for a command of its own.
+    _isLineOpen = _isLineOpen || taken > 0;
+    const qsizetype takenOfCommand = std::max<qsizetype>(0, taken - (bytes.size() - command.size()));
+    zvCritical() << "The command was cut: the port took" << static_cast<int>(takenOfCommand) << "of"
+                 << static_cast<int>(command.size()) << "bytes";
 }
 
 void ZVTolvar::onTimerKickOffTlovarConsole()

@@ -96,7 +96,8 @@ void TestDiagnostics::theLevelIsTheCallers()
     MessageRecorder log;
     zvDebug() << "a";
     zvWarning() << "b";
-    QCOMPARE(log.messages(), QStringList({"D:a ", "W:b "}));
+    zvCritical() << "c";
+    QCOMPARE(log.messages(), QStringList({"D:a ", "W:b ", "C:c "}));
 }
 
 QTEST_GUILESS_MAIN(TestDiagnostics)

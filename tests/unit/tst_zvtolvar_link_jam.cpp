@@ -1,0 +1,204 @@
+#include <poll.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <thread>
+
+#include <QTest>
+
+#include "tests/support/linkbench.h"
+#include "tests/support/plaintty.h"
+
+namespace
+{
+/// A port that takes a given number of bytes, then not the next, and then a given number again.
+class JammedPort : public QextSerialPort
+{
+public:
+    explicit JammedPort(qint64 room, qint64 roomAfterwards = 0)
+        : QextSerialPort(QStringLiteral("jammed"))
+        , _room(room)
+        , _roomAfterwards(roomAfterwards)
+    {
+        setOpenMode(ReadWrite | Unbuffered);
+    }
+
+    void setRoom(qint64 room) { _room = room; }
+    QByteArray taken() const { return _taken; }
+
+protected:
+    qint64 writeData(const char *data, qint64 size) override
+    {
+        const qint64 count = std::min(size, _room);
+        _taken.append(data, count);
+        _room = count < size ? _roomAfterwards : _room - count;
+        return count;
+    }
+
+private:
+    qint64 _room;
+    qint64 _roomAfterwards;
+    QByteArray _taken;
+};
+
+constexpr qint64 Endless = 1000;
+constexpr const char *Passphrase = "setpass secret words\r\n";
+} // namespace
+
+/// Commands that the line does not take, or not all of.
+class TestLinkJam : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aCommandEndsWhereTheLineTakesNoMore_data();
+    void aCommandEndsWhereTheLineTakesNoMore();
+    void theNextCommandBeginsOnALineOfItsOwn_data();
+    void theNextCommandBeginsOnALineOfItsOwn();
+    void aLineEndThatIsCutItselfIsSentAgain();
+    void aNewDeviceHasNoOpenLine();
+    void aDeadPortCutsEachCommandAtOnce();
+    void noTailReachesADeviceThatStopsAndGoesOn();
+};
+
+void TestLinkJam::aCommandEndsWhereTheLineTakesNoMore_data()
+{
+    QTest::addColumn<int>("room");
+    QTest::addColumn<QByteArray>("taken");
+    QTest::addColumn<QStringList>("logged");
+    const auto cutAfter = [](int count) {
+        return QStringList{QStringLiteral("C:The command was cut: the port took %1 of 22 bytes ").arg(count)};
+    };
+    QTest::newRow("nothing is taken") << 0 << QByteArray() << cutAfter(0);
+    QTest::newRow("the first byte is taken") << 1 << QByteArray("s") << cutAfter(1);
+    QTest::newRow("half of it is taken") << 8 << QByteArray("setpass ") << cutAfter(8);
+    QTest::newRow("the line feed is not taken")
+        << 21 << QByteArray("setpass secret words\r") << cutAfter(21);
+    QTest::newRow("all is taken") << 22 << QByteArray(Passphrase) << QStringList();
+}
+
+void TestLinkJam::aCommandEndsWhereTheLineTakesNoMore()
+{
+    QFETCH(int, room);
+    LinkBench bench;
+    JammedPort port(room, Endless);
+    bench.inside.port() = &port;
+    bench.tolvar.submitCommand(QString::fromLatin1(Passphrase));
+    bench.tolvar.onReadyForCommand();
+    QTEST(port.taken(), "taken"); // and no tail, though the port takes bytes again
+    QTEST(bench.log->messages(QStringLiteral("C:")), "logged");
+}
+
+void TestLinkJam::theNextCommandBeginsOnALineOfItsOwn_data()
+{
+    QTest::addColumn<int>("room");
+    QTest::addColumn<QByteArray>("taken");
+    QTest::newRow("nothing was taken") << 0 << QByteArray("save\r\nexit\r\n");
+    QTest::newRow("a part was taken") << 11 << QByteArray("setpass sec\r\nsave\r\nexit\r\n");
+    QTest::newRow("all was taken") << 22 << QByteArray("setpass secret words\r\nsave\r\nexit\r\n");
+}
+
+void TestLinkJam::theNextCommandBeginsOnALineOfItsOwn()
+{
+    QFETCH(int, room);
+    LinkBench bench;
+    JammedPort port(room);
+    bench.inside.port() = &port;
+    bench.inside.state() = IN_PROMPT;
+    bench.tolvar.submitCommand(QString::fromLatin1(Passphrase));
+    port.setRoom(0);
+    bench.tolvar.submitCommand(QStringLiteral("test\r\n")); // lost as a whole
+    port.setRoom(Endless);
+    bench.log->take();
+    bench.tolvar.submitCommand(QStringLiteral("save\r\n"));
+    bench.tolvar.submitCommand(QStringLiteral("exit\r\n"));
+    QTEST(port.taken(), "taken");
+    // The line end is no part of the command, and is not logged as one.
+    QVERIFY(bench.log->messages().contains(QStringLiteral("D:--> \"save\r\n\" ")));
+    QCOMPARE(bench.log->messages(QStringLiteral("C:")), QStringList());
+}
+
+void TestLinkJam::aLineEndThatIsCutItselfIsSentAgain()
+{
+    LinkBench bench;
+    JammedPort port(1);
+    bench.inside.port() = &port;
+    bench.inside.state() = IN_PROMPT;
+    bench.tolvar.submitCommand(QStringLiteral("exit\r\n"));
+    port.setRoom(1);
+    bench.log->take();
+    bench.tolvar.submitCommand(QStringLiteral("test\r\n"));
+    QCOMPARE(bench.log->messages(QStringLiteral("C:")),
+             QStringList{"C:The command was cut: the port took 0 of 6 bytes "});
+    port.setRoom(Endless);
+    bench.tolvar.submitCommand(QStringLiteral("save\r\n"));
+    QCOMPARE(port.taken(), QByteArray("e\r\r\nsave\r\n"));
+}
+
+void TestLinkJam::aNewDeviceHasNoOpenLine()
+{
+    LinkBench bench;
+    JammedPort first(3);
+    bench.inside.port() = &first;
+    bench.inside.portName() = QStringLiteral("jammed");
+    bench.tolvar.submitCommand(QStringLiteral("save\r\n"));
+    bench.tolvar.onReadyForCommand();
+    QextPortInfo gone;
+    gone.portName = QStringLiteral("jammed");
+    bench.tolvar.onDeviceRemoved(gone);
+
+    JammedPort second(Endless);
+    bench.inside.port() = &second;
+    bench.tolvar.submitCommand(QStringLiteral("get\r\n"));
+    bench.tolvar.onReadyForCommand();
+    QCOMPARE(second.taken(), QByteArray("get\r\n"));
+}
+
+void TestLinkJam::aDeadPortCutsEachCommandAtOnce()
+{
+    LinkBench bench;
+    bench.connectPort();
+    bench.inside.state() = IN_PROMPT;
+    bench.pty.hangUp();
+    bench.tolvar.submitCommand(QStringLiteral("save\r\n"));
+    bench.tolvar.submitCommand(QStringLiteral("exit\r\n"));
+    QCOMPARE(bench.log->messages(QStringLiteral("C:The command")),
+             QStringList({"C:The command was cut: the port took 0 of 6 bytes ",
+                          "C:The command was cut: the port took 0 of 6 bytes "}));
+}
+
+void TestLinkJam::noTailReachesADeviceThatStopsAndGoesOn()
+{
+    LinkBench bench;
+    const PlainTty line(bench.pty.portName().toLatin1()); // opened first: the port is for one program only
+    bench.connectPort();
+    bench.inside.state() = IN_PROMPT;
+    // The device stops the line in the middle of the command, as by a flow control that nobody asked for.
+    QByteArray received;
+    std::atomic<bool> isStopped = false;
+    std::thread device([&] {
+        while (!received.contains("sec")) {
+            pollfd end{bench.pty.device(), POLLIN, 0};
+            if (::poll(&end, 1, 5000) <= 0)
+                return;
+            received += bench.pty.received();
+        }
+        isStopped = ::tcflow(line.descriptor, TCOOFF) == 0;
+    });
+    bench.tolvar.submitCommand(QString::fromLatin1(Passphrase));
+    device.join();
+    QVERIFY(isStopped);
+    received += bench.pty.received();
+    QVERIFY2(received.startsWith("setpass sec") && received.size() < 22, received.constData());
+    QCOMPARE(bench.log->messages(QStringLiteral("C:")),
+             QStringList{QStringLiteral("C:The command was cut: the port took %1 of 22 bytes ")
+                             .arg(received.size())});
+
+    QCOMPARE(::tcflow(line.descriptor, TCOON), 0);
+    bench.tolvar.submitCommand(QStringLiteral("get\r\n"));
+    QCOMPARE(bench.pty.received(), QByteArray("\r\nget\r\n"));
+}
+
+QTEST_GUILESS_MAIN(TestLinkJam)
+#include "tst_zvtolvar_link_jam.moc"
