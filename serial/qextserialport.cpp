@@ -94,7 +94,7 @@ void QextSerialPort::close()
     QIODevice::close();
     if (_line)
         _line->leave(this);
-    lineClosed();
+    lineClosed({});
 }
 
 qint64 QextSerialPort::bytesAvailable() const
@@ -134,8 +134,9 @@ void QextSerialPort::tell()
         Q_EMIT readyRead();
 }
 
-void QextSerialPort::lineClosed()
+void QextSerialPort::lineClosed(const QString &reason)
 {
+    setErrorString(reason);
     _line = nullptr;
     _received.clear();
 }

@@ -24,7 +24,8 @@ enum FlowType { FLOW_OFF, FLOW_HARDWARE, FLOW_XONXOFF };
 /// one line, each gets every received byte into a buffer of its own, and any may write.
 ///
 /// When the port goes away the objects that had it open stay valid and open, but dead: nothing more is
-/// received or told of, there is nothing to read, and a write fails.
+/// received or told of, there is nothing to read, and a write fails. errorString() says why, and one critical
+/// message has said so.
 class QextSerialPort : public QIODevice
 {
     Q_OBJECT
@@ -76,7 +77,7 @@ private:
     // The line's side: bytes have come, their time to be told of has come, the line has been closed.
     void take(const QByteArray &bytes);
     void tell();
-    void lineClosed();
+    void lineClosed(const QString &reason);
 
     const QString _name;
     const std::unique_ptr<LineSettings> _settings;

@@ -1,11 +1,13 @@
 #include "serial/serialline.h"
 
+#include <chrono>
 #include <memory>
 #include <utility>
 
 #include <QCoreApplication>
 #include <QHash>
 #include <QPointer>
+#include <QSocketNotifier>
 
 #include "serial/linesettings.h"
 #include "serial/linewriter.h"
@@ -16,8 +18,8 @@
 #include <poll.h>
 #endif
 
-// A line that fails this often without a byte in between is as good as gone.
-static constexpr int mostEmptyReads = 100;
+// How long reading rests after it has failed: 230 bytes at 115200 baud, which the system keeps meanwhile.
+static constexpr auto readRetryDelay = std::chrono::milliseconds(20);
 
 // At 115200 baud a bridge empties its largest packet in some 20 ms, and even a busy computer gets to it
 // within this time: a line that takes nothing for so long is stuck. The caller's event loop waits meanwhile.
@@ -42,7 +44,7 @@ static bool hasHungUp(const QSerialPort &port)
 {
 #ifdef Q_OS_UNIX
     pollfd line{port.handle(), 0, 0};
-    return ::poll(&line, 1, 0) != 0; // a hang-up shows without being asked for
+    return ::poll(&line, 1, 0) > 0; // a hang-up shows without being asked for
 #else
     Q_UNUSED(port)
     return true;
@@ -64,7 +66,7 @@ SerialLine *SerialLine::join(const QString &portName, QextSerialPort *user, QStr
         line = fresh.release();
         connect(&line->_port, &QSerialPort::readyRead, line, &SerialLine::onReceived);
         connect(&line->_port, &QSerialPort::errorOccurred, line, &SerialLine::onError);
-        connect(&line->_hangUpWatch, &HangUpWatch::hungUp, line, &SerialLine::close);
+        connect(&line->_hangUpWatch, &HangUpWatch::hungUp, line, &SerialLine::onHungUp);
 #ifdef Q_OS_UNIX
         line->_hangUpWatch.start(line->_port.handle());
 #endif
@@ -79,7 +81,7 @@ void SerialLine::portGone(const QString &portName)
     const QString name = lineName(portName);
     forgetRefusal(name);
     if (SerialLine *line = openLines().value(name))
-        line->close();
+        line->closeBy(QStringLiteral("the port was removed"));
 }
 
 // Lines that nobody leaves are closed with the application: its end takes the port's lock file away.
@@ -87,6 +89,9 @@ SerialLine::SerialLine(const QString &portName)
     : QObject(QCoreApplication::instance())
 {
     _port.setPortName(portName);
+    _readRetry.setSingleShot(true);
+    _readRetry.setInterval(readRetryDelay);
+    connect(&_readRetry, &QTimer::timeout, this, &SerialLine::resumeReading);
 }
 
 SerialLine::~SerialLine()
@@ -119,7 +124,6 @@ void SerialLine::onReceived()
     const QByteArray bytes = _port.readAll();
     if (bytes.isEmpty())
         return;
-    _emptyReads = 0;
     for (QextSerialPort *user : std::as_const(_users))
         user->take(bytes);
     // The users are told by the event loop, not from inside the port: somebody's slot may run an event loop
@@ -144,28 +148,64 @@ void SerialLine::onError(QSerialPort::SerialPortError error)
         error != QSerialPort::DeviceNotFoundError)
         return;
     // Qt calls it an error as well when there is nothing to read after all, because another program took the
-    // byte (modem managers try every port). Asking for more resumes the reading.
-    if (!hasHungUp(_port) && ++_emptyReads < mostEmptyReads)
-        onReceived();
+    // byte (modem managers try every port). The line stays open, whatever the error: it is over once the other
+    // end is gone. Reading rests for a moment, since Qt would try again without end.
+    if (hasHungUp(_port))
+        onHungUp();
     else
-        close();
+        pauseReading();
 }
 
-void SerialLine::close()
+void SerialLine::pauseReading()
 {
-    letGo();
+    setReading(false);
+    if (!_readRetry.isActive())
+        _readRetry.start();
+}
+
+void SerialLine::resumeReading()
+{
+    setReading(true);
+    onReceived(); // asking for bytes resumes the reading where Qt itself has ended it
+}
+
+void SerialLine::setReading(bool on)
+{
+    // Qt has no function for it. Where a port is not a descriptor, nothing is found here.
+    const auto notifiers = _port.findChildren<QSocketNotifier *>();
+    for (QSocketNotifier *notifier : notifiers) {
+        if (notifier->type() == QSocketNotifier::Read)
+            notifier->setEnabled(on);
+    }
+}
+
+void SerialLine::onHungUp()
+{
+    closeBy(QStringLiteral("the device hung up"));
+}
+
+void SerialLine::closeBy(const QString &reason)
+{
+    qCritical("%s", qUtf8Printable(QStringLiteral("The port %1 was closed: %2").arg(_port.portName(), reason)));
+    close(reason);
+}
+
+void SerialLine::close(const QString &reason)
+{
+    letGo(reason);
     deleteLater(); // not at once: a user's slot, or the port itself, may be the caller
 }
 
 // Forgets the line and gives the port back to the system.
-void SerialLine::letGo()
+void SerialLine::letGo(const QString &reason)
 {
     if (!_port.isOpen())
         return;
     openLines().remove(_port.portName());
     for (QextSerialPort *user : std::exchange(_users, {}))
-        user->lineClosed();
+        user->lineClosed(reason);
     _hangUpWatch.stop();
+    _readRetry.stop();
     _port.disconnect(this);
     _port.close();
 }

@@ -3,6 +3,7 @@
 #include <QList>
 #include <QObject>
 #include <QSerialPort>
+#include <QTimer>
 
 #include "serial/hangupwatch.h"
 
@@ -37,12 +38,18 @@ private:
     void onReceived();
     void onError(QSerialPort::SerialPortError error);
     void tellUsers();
-    void close();
-    void letGo();
+    void pauseReading();
+    void resumeReading();
+    void setReading(bool on);
+    void onHungUp();
+    /// Closes the line though none of its users asked for it, which one critical message says.
+    void closeBy(const QString &reason);
+    void close(const QString &reason = QString());
+    void letGo(const QString &reason = QString());
 
     QSerialPort _port;
     HangUpWatch _hangUpWatch;
     QList<QextSerialPort *> _users;
+    QTimer _readRetry;
     bool _stuck = false; // the last write gave up waiting
-    int _emptyReads = 0; // in a row
 };

@@ -22,6 +22,9 @@ struct Record {
     int unreadPretences = 0;
     int unreadQuestions = 0;
     std::optional<int> controller;
+    QByteArray unreadableNode;
+    int readError = 0;
+    int failedReads = 0;
 };
 } // namespace
 
@@ -97,6 +100,28 @@ extern "C" int ioctl(int descriptor, unsigned long request, ...)
     return static_cast<int>(::syscall(SYS_ioctl, descriptor, request, argument));
 }
 
+/// Whether the descriptor is open on the tty that can't be read.
+static bool isUnreadable(int descriptor)
+{
+    if (record().unreadableNode.isEmpty())
+        return false;
+    char target[256];
+    const QByteArray link = "/proc/self/fd/" + QByteArray::number(descriptor);
+    const ssize_t length = ::readlink(link.constData(), target, sizeof target);
+    return length > 0 && QByteArray(target, length) == record().unreadableNode;
+}
+
+extern "C" ssize_t read(int descriptor, void *buffer, size_t size)
+{
+    using Function = ssize_t (*)(int, void *, size_t);
+    static const auto original = reinterpret_cast<Function>(::dlsym(RTLD_NEXT, "read"));
+    if (!isUnreadable(descriptor))
+        return original(descriptor, buffer, size);
+    ++record().failedReads;
+    errno = record().readError;
+    return record().readError == 0 ? 0 : -1;
+}
+
 static int openBy(const char *function, const char *path, int flags, mode_t mode)
 {
     if (record().refusesOpening && QByteArray(path).startsWith("/dev/ttyUSB")) {
@@ -165,6 +190,17 @@ void TtyCalls::pretendUnread(int times)
 int TtyCalls::questionsForUnread()
 {
     return record().unreadQuestions;
+}
+
+void TtyCalls::failReading(const QByteArray &node, int error)
+{
+    record().unreadableNode = node;
+    record().readError = error;
+}
+
+int TtyCalls::failedReads()
+{
+    return record().failedReads;
 }
 
 void TtyCalls::pretendController(int type)

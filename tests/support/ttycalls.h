@@ -30,6 +30,10 @@ void keepFrame();
 void pretendUnread(int times);
 /// How often a tty was asked for that since clear().
 int questionsForUnread();
+/// Has each read of the open tty \a node fail with \a error from here on; 0 is the end of the file.
+void failReading(const QByteArray &node, int error);
+/// How many reads have failed so.
+int failedReads();
 /// Has the ttys say that a serial controller of this \a type is behind them, one of PORT_... in
 /// linux/serial.h.
 void pretendController(int type);
