@@ -1,7 +1,10 @@
 #include "serial/portwatcher.h"
 
+#include <chrono>
+
 #include <QCoreApplication>
 #include <QPointer>
+#include <QTimer>
 
 #include "serial/portwatcher_poll.h"
 #include "serial/qextserialenumerator.h"
@@ -25,10 +28,16 @@ static std::unique_ptr<PortWatcher> makeWatcher()
     return watcher;
 }
 
-std::shared_ptr<PortWatcher> PortWatcher::shared()
+// The one that is shared, while somebody holds it.
+static std::weak_ptr<PortWatcher> &currentWatcher()
 {
     static std::weak_ptr<PortWatcher> current;
-    std::shared_ptr<PortWatcher> watcher = current.lock();
+    return current;
+}
+
+std::shared_ptr<PortWatcher> PortWatcher::shared()
+{
+    std::shared_ptr<PortWatcher> watcher = currentWatcher().lock();
     if (!watcher) {
         // Its last holder may let go inside one of its signals, or after the application has taken it along.
         PortWatcher *fresh = makeWatcher().release();
@@ -36,9 +45,29 @@ std::shared_ptr<PortWatcher> PortWatcher::shared()
             if (alive)
                 alive->deleteLater();
         });
-        current = watcher;
+        currentWatcher() = watcher;
     }
     return watcher;
+}
+
+void PortWatcher::lineClosed(const QString &portName)
+{
+    if (const std::shared_ptr<PortWatcher> watcher = currentWatcher().lock())
+        watcher->onLineClosed(portName);
+}
+
+void PortWatcher::onLineClosed(const QString &portName)
+{
+    if (!_known.contains(portName))
+        return;
+    _closed.insert(portName);
+    // Not at once: a port that is being pulled out hangs up while it is still listed.
+    QTimer::singleShot(std::chrono::seconds(1), this, [this, portName] {
+        if (!_closed.contains(portName))
+            return;
+        portWent(portName);
+        portCame(portName);
+    });
 }
 
 void PortWatcher::rememberPresent()
@@ -56,7 +85,7 @@ void PortWatcher::portCame(const QString &portName)
     for (const QextPortInfo &info : ports) {
         if (info.portName != portName)
             continue;
-        if (_known.value(portName) == info)
+        if (_known.value(portName) == info && !_closed.contains(portName))
             return;
         portWent(portName); // another device took its place unnoticed
         _known.insert(portName, info);
@@ -70,6 +99,7 @@ void PortWatcher::portWent(const QString &portName)
     if (!_known.contains(portName))
         return;
     const QextPortInfo info = _known.take(portName);
+    _closed.remove(portName);
     SerialLine::portGone(portName);
     Q_EMIT removed(info);
 }

@@ -4,6 +4,7 @@
 
 #include <QHash>
 #include <QObject>
+#include <QSet>
 
 #include "serial/qextportinfo.h"
 
@@ -17,6 +18,11 @@ public:
     /// The process's watcher, armed; all who hold it share it. Being one, it closes a port's line once for
     /// each removal, and not again when the name is in use by the next port.
     static std::shared_ptr<PortWatcher> shared();
+
+    /// To be called when the line of a port has closed and none of its users asked for it. The port has gone,
+    /// or another one has taken its name, or it was never away: a second later it is reported removed, and as
+    /// arrived when it is listed, unless that has been reported by then.
+    static void lineClosed(const QString &portName);
 
     /// Starts to watch; false when the system can't tell.
     virtual bool arm() = 0;
@@ -45,5 +51,8 @@ protected:
 private:
     Q_DISABLE_COPY_MOVE(PortWatcher)
 
+    void onLineClosed(const QString &portName);
+
     QHash<QString, QextPortInfo> _known; // by port name
+    QSet<QString> _closed;               // those of them whose line has closed by itself
 };

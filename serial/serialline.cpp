@@ -12,6 +12,7 @@
 #include "serial/linesettings.h"
 #include "serial/linewriter.h"
 #include "serial/openrefusal.h"
+#include "serial/portwatcher.h"
 #include "serial/qextserialport.h"
 
 #ifdef Q_OS_UNIX
@@ -188,6 +189,7 @@ void SerialLine::closeBy(const QString &reason)
 {
     qCritical("%s", qUtf8Printable(QStringLiteral("The port %1 was closed: %2").arg(_port.portName(), reason)));
     close(reason);
+    PortWatcher::lineClosed(_port.portName());
 }
 
 void SerialLine::close(const QString &reason)

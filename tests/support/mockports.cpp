@@ -1,5 +1,6 @@
 #include "tests/support/mockports.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 MockPorts::MockPorts()
@@ -91,6 +92,13 @@ void MockPorts::announce(const QString &name, const char *action)
 void MockPorts::setProperty(const QString &name, const char *property, const char *value)
 {
     umockdev_testbed_set_property(_bed, sysPath(name).constData(), property, value);
+}
+
+void MockPorts::hangUp(const QString &name) const
+{
+    const int nothing = ::open("/dev/null", O_RDWR | O_CLOEXEC); // the number stays the test bed's
+    ::dup3(nothing, deviceDescriptor(name), O_CLOEXEC);
+    ::close(nothing);
 }
 
 int MockPorts::deviceDescriptor(const QString &name) const

@@ -40,6 +40,8 @@ public:
     void announce(const QString &name, const char *action);
     /// Changes what udev knows of the tty.
     void setProperty(const QString &name, const char *property, const char *value);
+    /// Has the open tty hang up, which stays listed.
+    void hangUp(const QString &name) const;
     /// The device's end of the port.
     int deviceDescriptor(const QString &name) const;
 

@@ -9,6 +9,8 @@
 #include "serial/portwatcher_poll.h"
 #include "serial/portwatcher_udev.h"
 #include "serial/qextserialenumerator.h"
+#include "serial/qextserialport.h"
+#include "tests/support/singleshots.h"
 #include "tests/support/udevcalls.h"
 
 using MakeWatcher = std::unique_ptr<PortWatcher> (*)();
@@ -41,10 +43,16 @@ private Q_SLOTS:
     void whereUdevCantBeHeardTheWatcherSaysSo_data();
     void whereUdevCantBeHeardTheWatcherSaysSo();
     void whereUdevCantBeHeardTheListIsComparedOnceASecond();
+    void aPortThatHangsUpIsReportedAgain_data() { failures(); }
+    void aPortThatHangsUpIsReportedAgain();
+    void aPortThatHangsUpAndGoesIsReportedGoneOnce_data() { failures(); }
+    void aPortThatHangsUpAndGoesIsReportedGoneOnce();
+    void aPortThatIsClosedByItsUserIsNotReported();
     void theWatcherIsSharedWhileSomebodyHoldsIt();
 
 private:
     static void watchers();
+    static void failures();
 };
 
 namespace
@@ -64,6 +72,21 @@ struct Watch {
     QSignalSpy arrived;
     QSignalSpy removed;
     bool armed;
+};
+
+// The process's watcher, and what it reports.
+struct SharedWatch {
+    SharedWatch()
+    {
+        QObject::connect(watcher.get(), &PortWatcher::arrived, &here,
+                         [this](const QextPortInfo &info) { reports += "arrived " + info.portName; });
+        QObject::connect(watcher.get(), &PortWatcher::removed, &here,
+                         [this](const QextPortInfo &info) { reports += "removed " + info.portName; });
+    }
+
+    mutable QStringList reports;
+    std::shared_ptr<PortWatcher> watcher = PortWatcher::shared();
+    QObject here;
 };
 
 QextPortInfo toldOf(const QSignalSpy &spy, int number)
@@ -312,6 +335,62 @@ void TestPortWatcher::whereUdevCantBeHeardTheListIsComparedOnceASecond()
     QCOMPARE(toldOf(arrived, 0).portName, name);
     QVERIFY2(!toldTooEarly, "not before 0.8 seconds");
     QVERIFY2(!toldTooLate, "before 1.5 seconds");
+}
+
+void TestPortWatcher::failures()
+{
+    QTest::addColumn<int>("failure");
+    QTest::newRow("udev") << int(UdevCalls::None);
+    QTest::newRow("once a second") << int(UdevCalls::NoReceiving);
+}
+
+void TestPortWatcher::aPortThatHangsUpIsReportedAgain()
+{
+    QFETCH(int, failure);
+    MockPorts computer;
+    UdevCalls::fail(static_cast<UdevCalls::Failure>(failure));
+    const QString name = computer.plugUsb("0403", "6001");
+    computer.plugUsb("067b", "2303"); // which is not reported
+    const SharedWatch watch;
+    QextSerialPort first(name);
+    QVERIFY(first.open(QIODevice::ReadWrite));
+    QextSerialPort second(name);
+    QVERIFY(second.open(QIODevice::ReadWrite)); // one line, so one report
+    computer.hangUp(name);
+    QTRY_COMPARE(watch.reports, QStringList({"removed " + name, "arrived " + name}));
+}
+
+void TestPortWatcher::aPortThatHangsUpAndGoesIsReportedGoneOnce()
+{
+    QFETCH(int, failure);
+    MockPorts computer;
+    UdevCalls::fail(static_cast<UdevCalls::Failure>(failure));
+    const QString name = computer.plugUsb("0403", "6001");
+    const SharedWatch watch;
+    QextSerialPort port(name);
+    QVERIFY(port.open(QIODevice::ReadWrite));
+    const SingleShots timers;
+    computer.hangUp(name);
+    QTRY_VERIFY(port.write("x") == -1 && port.errorString() == QLatin1String("the device hung up"));
+    QCOMPARE(watch.reports, QStringList());
+    computer.unplug(name);
+    QTRY_COMPARE(watch.reports, QStringList{"removed " + name});
+    QTRY_COMPARE(timers.underWay(), QList<int>());
+    QCOMPARE(watch.reports, QStringList{"removed " + name});
+}
+
+void TestPortWatcher::aPortThatIsClosedByItsUserIsNotReported()
+{
+    MockPorts computer;
+    const QString name = computer.plugUsb("0403", "6001");
+    const SharedWatch watch;
+    QextSerialPort port(name);
+    QVERIFY(port.open(QIODevice::ReadWrite));
+    const SingleShots timers;
+    port.close();
+    QCOMPARE(timers.underWay(), QList<int>());
+    const QString next = computer.plugUsb("067b", "2303");
+    QTRY_COMPARE(watch.reports, QStringList{"arrived " + next});
 }
 
 void TestPortWatcher::theWatcherIsSharedWhileSomebodyHoldsIt()
