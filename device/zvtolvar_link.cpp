@@ -33,8 +33,8 @@ constexpr int Same = -1;
 // While the device scans or tests, prompts mean nothing and only its framed reply counts.
 enum Mode : unsigned { Scanning = 1, Testing = 2, Normal = 4, Handshake = 8, Commanded = Normal | Handshake };
 
-/// Writes \a bytes one at a time with a pause after each, up to the first that the port does not take. Returns
-/// how many it took.
+/// Writes \a bytes one at a time with a pause after each, up to the first that the port does not take.
+/// Returns how many it took.
 qsizetype sendSlowly(QextSerialPort &port, const QByteArray &bytes)
 {
     QMutex mutex;

@@ -12,6 +12,7 @@
 #include "serial/linesettings.h"
 #include "serial/linewriter.h"
 #include "serial/openrefusal.h"
+#include "serial/portopening.h"
 #include "serial/portwatcher.h"
 #include "serial/qextserialport.h"
 
@@ -58,8 +59,8 @@ SerialLine *SerialLine::join(const QString &portName, QextSerialPort *user, QStr
     SerialLine *line = openLines().value(name);
     if (!line) {
         auto fresh = std::unique_ptr<SerialLine>(new SerialLine(name));
-        if (!fresh->_port.open(QIODevice::ReadWrite)) {
-            *refusal = refusalOf(fresh->_port);
+        *refusal = openPort(fresh->_port);
+        if (!refusal->isEmpty()) {
             reportRefusal(name, *refusal);
             return nullptr;
         }
@@ -149,8 +150,8 @@ void SerialLine::onError(QSerialPort::SerialPortError error)
         error != QSerialPort::DeviceNotFoundError)
         return;
     // Qt calls it an error as well when there is nothing to read after all, because another program took the
-    // byte (modem managers try every port). The line stays open, whatever the error: it is over once the other
-    // end is gone. Reading rests for a moment, since Qt would try again without end.
+    // byte (modem managers try every port). The line stays open, whatever the error: it is over once the
+    // other end is gone. Reading rests for a moment, since Qt would try again without end.
     if (hasHungUp(_port))
         onHungUp();
     else
@@ -187,7 +188,8 @@ void SerialLine::onHungUp()
 
 void SerialLine::closeBy(const QString &reason)
 {
-    qCritical("%s", qUtf8Printable(QStringLiteral("The port %1 was closed: %2").arg(_port.portName(), reason)));
+    qCritical("%s",
+              qUtf8Printable(QStringLiteral("The port %1 was closed: %2").arg(_port.portName(), reason)));
     close(reason);
     PortWatcher::lineClosed(_port.portName());
 }

@@ -72,7 +72,8 @@ void TestReplug::aStatusIsNotWaitedForEndlessly()
     setup.faults.neverPrompts = true;
     FaultBench bench(setup);
     QVERIFY(bench.tolvar.plug());
-    QVERIFY2(bench.waitFor([&] { return bench.tolvar.state().awake; }), qPrintable(FaultBench::lastMessages()));
+    QVERIFY2(bench.waitFor([&] { return bench.tolvar.state().awake; }),
+             qPrintable(FaultBench::lastMessages()));
 
     bench.tolvar.alter([](TolvarSetup &device) { device.faults.neverPrompts = false; });
     const QByteArray name = bench.tolvar.ttyName();

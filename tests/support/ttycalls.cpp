@@ -17,6 +17,7 @@ struct Record {
     termios lastSettings = {};
     QList<int> modemLines;
     QStringList order;
+    QList<QByteArray> opened;
     bool refusesOpening = false;
     bool keepsFrame = false;
     int unreadPretences = 0;
@@ -128,6 +129,8 @@ static int openBy(const char *function, const char *path, int flags, mode_t mode
         errno = EACCES;
         return -1;
     }
+    if (QByteArray(path).startsWith("/dev/"))
+        record().opened += path;
     using Function = int (*)(const char *, int, ...);
     return reinterpret_cast<Function>(::dlsym(RTLD_NEXT, function))(path, flags, mode);
 }
@@ -170,6 +173,11 @@ QList<int> TtyCalls::modemLines()
 QStringList TtyCalls::order()
 {
     return record().order;
+}
+
+int TtyCalls::openings(const QByteArray &node)
+{
+    return static_cast<int>(record().opened.count(node));
 }
 
 void TtyCalls::refuseOpening(bool refuse)

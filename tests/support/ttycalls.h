@@ -20,6 +20,8 @@ QList<int> modemLines();
 /// bits", "stop bits", "DTR", "RTS".
 QStringList order();
 
+/// How often \a node has been opened since clear().
+int openings(const QByteArray &node);
 /// Has the system refuse, or give again, permission to open the bridges' ttys. Root can't be refused
 /// otherwise.
 void refuseOpening(bool refuse);

@@ -418,8 +418,9 @@ void TestQextSerialEnumerator::aRefusalIsNamedAgainAfterThePortHasGone()
     MessageRecorder log;
     QVERIFY(!QextSerialPort(name).open(QIODevice::ReadWrite));
     QVERIFY(!QextSerialPort(name).open(QIODevice::ReadWrite));
-    const QStringList once{QStringLiteral("C:Opening the port %1 failed: Device or resource busy").arg(name)};
-    QCOMPARE(log.take(), once);
+    const QStringList once = log.take();
+    QCOMPARE(once.size(), 1);
+    QVERIFY(once.first().startsWith("C:Opening the port " + name + " failed: Device or resource busy; "));
     computer.announce(name, "remove");
     QVERIFY(told.removed.wait());
     QVERIFY(!QextSerialPort(name).open(QIODevice::ReadWrite));

@@ -1,5 +1,5 @@
 #include <QFile>
-#include <QRegularExpression>
+#include <QScopeGuard>
 #include <QSerialPort>
 #include <QTemporaryDir>
 #include <QTest>
@@ -14,6 +14,24 @@
 #include "serial/qextserialport.h"
 #include "tests/support/messagerecorder.h"
 #include "tests/support/pty.h"
+
+namespace
+{
+QString lockFile(const QString &portName)
+{
+    return "/var/lock/LCK.." + QString(portName).replace('/', '_');
+}
+
+/// The reason where this process holds the port's lock file.
+QString lockedHere(const QString &portName)
+{
+    const QString program = QCoreApplication::applicationName().left(15); // the system keeps no more of it
+    return QStringLiteral("Device or resource busy; the lock file %1 belongs to the process %2 (%3)")
+        .arg(lockFile(portName))
+        .arg(::getpid())
+        .arg(program);
+}
+} // namespace
 
 /// What is said of a port that does not open.
 class TestQextSerialPortRefusals : public QObject
@@ -41,7 +59,7 @@ void TestQextSerialPortRefusals::aRefusalNamesTheReason_data()
     QTest::newRow("a folder on the way is none") << "/dev/null/ttyUSB0"
                                                  << "Not a directory";
     QTest::newRow("another program has the port") << ""
-                                                  << "Device or resource busy";
+                                                  << "";
 }
 
 void TestQextSerialPortRefusals::aRefusalNamesTheReason()
@@ -53,8 +71,10 @@ void TestQextSerialPortRefusals::aRefusalNamesTheReason()
     Pty terminal;
     QVERIFY(QFile::link(target.isEmpty() ? terminal.name() : target, name));
     QSerialPort other(name);
-    if (target.isEmpty())
+    if (target.isEmpty()) {
         QVERIFY(other.open(QIODevice::ReadWrite));
+        reason = lockedHere(name);
+    }
 
     MessageRecorder log;
     QextSerialPort port(name);
@@ -70,8 +90,8 @@ void TestQextSerialPortRefusals::aRefusalIsNamedOnce()
     QTemporaryDir folder;
     const QString name = folder.filePath(QStringLiteral("port"));
     const auto attempt = [&name] { return QextSerialPort(name).open(QIODevice::ReadWrite); };
-    const auto message = [&name](const char *reason) {
-        return QStringLiteral("C:Opening the port %1 failed: %2").arg(name, QLatin1String(reason));
+    const auto message = [&name](const QString &reason) {
+        return QStringLiteral("C:Opening the port %1 failed: %2").arg(name, reason);
     };
     MessageRecorder log;
     QVERIFY(!attempt());
@@ -84,20 +104,30 @@ void TestQextSerialPortRefusals::aRefusalIsNamedOnce()
     QVERIFY(other.open(QIODevice::ReadWrite));
     QVERIFY(!attempt());
     QVERIFY(!attempt());
-    QCOMPARE(log.take(), QStringList{message("Device or resource busy")}); // another reason is news
+    QCOMPARE(log.take(), QStringList{message(lockedHere(name))}); // another reason is news
 
     other.close();
     QVERIFY(attempt());
     QVERIFY(other.open(QIODevice::ReadWrite));
     QVERIFY(!attempt());
-    QCOMPARE(log.take(), QStringList{message("Device or resource busy")}); // it had opened in between
+    QCOMPARE(log.take(), QStringList{message(lockedHere(name))}); // it had opened in between
 }
 
 namespace
 {
 
 constexpr uid_t nobody = 65534;
-enum Obstacle { ClosedNode = 1, HeldLock = 2, NoLockFolder = 4 };
+enum Obstacle { ClosedNode = 1, HeldLock = 2, NoLockFolder = 4, StaleLock = 8, ClosedLock = 16 };
+
+/// The number of a process that has ended.
+pid_t endedProcess()
+{
+    const pid_t child = ::fork();
+    if (child == 0)
+        ::_exit(0);
+    ::waitpid(child, nullptr, 0);
+    return child;
+}
 
 // Hides the folders that lock files go to behind ones that only root may write to; for this process alone.
 bool hideLockFolders()
@@ -149,7 +179,12 @@ void TestQextSerialPortRefusals::aRefusalToAnOrdinaryUserNamesTheReason_data()
     QTest::newRow("the port is not the user's") << int(ClosedNode) << permission;
     QTest::newRow("nor is it when somebody has it open") << int(ClosedNode | HeldLock) << permission;
     QTest::newRow("nor when lock files have no place") << int(ClosedNode | NoLockFolder) << permission;
-    QTest::newRow("somebody has it open") << int(HeldLock) << "Device or resource busy";
+    QTest::newRow("somebody has it open") << int(HeldLock) << "";
+    QTest::newRow("another user's program left its lock file behind")
+        << int(StaleLock)
+        << "Operation not permitted; the lock file %1 was left behind and belongs to the user \"root\"";
+    QTest::newRow("another user's lock file can't be read")
+        << int(ClosedLock) << "Permission denied; the lock file %1 belongs to the user \"root\"";
     QTest::newRow("lock files have no place")
         << int(NoLockFolder) << "Permission error while creating lock file";
 }
@@ -174,6 +209,22 @@ void TestQextSerialPortRefusals::aRefusalToAnOrdinaryUserNamesTheReason()
         QTRY_VERIFY(other.isOpen() ||
                     other.open(QIODevice::ReadWrite)); // another test may be giving the lock file back
     const QString name = other.portName();
+    QFile lock(lockFile(name));
+    if (obstacles & (StaleLock | ClosedLock)) {
+        QVERIFY(lock.open(QIODevice::WriteOnly));
+        lock.write(QByteArray::number(endedProcess()) + '\n');
+        lock.close();
+        if (obstacles & ClosedLock)
+            QVERIFY(lock.setPermissions(QFile::ReadOwner));
+    }
+    const auto noLock = qScopeGuard([&] {
+        if (!other.isOpen())
+            lock.remove();
+    });
+    if (reason.isEmpty())
+        reason = lockedHere(name);
+    if (reason.contains(QLatin1String("%1")))
+        reason = reason.arg(lock.fileName());
     const QStringList messages = attemptAsNobody(name, obstacles);
     if (messages.value(0) == QLatin1String("not possible here"))
         QSKIP("this system does not let the test hide folders");

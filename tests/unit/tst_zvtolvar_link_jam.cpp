@@ -73,8 +73,7 @@ void TestLinkJam::aCommandEndsWhereTheLineTakesNoMore_data()
     QTest::newRow("nothing is taken") << 0 << QByteArray() << cutAfter(0);
     QTest::newRow("the first byte is taken") << 1 << QByteArray("s") << cutAfter(1);
     QTest::newRow("half of it is taken") << 8 << QByteArray("setpass ") << cutAfter(8);
-    QTest::newRow("the line feed is not taken")
-        << 21 << QByteArray("setpass secret words\r") << cutAfter(21);
+    QTest::newRow("the line feed is not taken") << 21 << QByteArray("setpass secret words\r") << cutAfter(21);
     QTest::newRow("all is taken") << 22 << QByteArray(Passphrase) << QStringList();
 }
 
@@ -191,9 +190,10 @@ void TestLinkJam::noTailReachesADeviceThatStopsAndGoesOn()
     QVERIFY(isStopped);
     received += bench.pty.received();
     QVERIFY2(received.startsWith("setpass sec") && received.size() < 22, received.constData());
-    QCOMPARE(bench.log->messages(QStringLiteral("C:")),
-             QStringList{QStringLiteral("C:The command was cut: the port took %1 of 22 bytes ")
-                             .arg(received.size())});
+    QCOMPARE(
+        bench.log->messages(QStringLiteral("C:")),
+        QStringList{
+            QStringLiteral("C:The command was cut: the port took %1 of 22 bytes ").arg(received.size())});
 
     QCOMPARE(::tcflow(line.descriptor, TCOON), 0);
     bench.tolvar.submitCommand(QStringLiteral("get\r\n"));
