@@ -1,5 +1,6 @@
 #include "serial/portlist.h"
 
+#include <cstdlib>
 #include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
@@ -34,11 +35,17 @@ bool isConsole(const std::string_view name)
     return name.size() > 3 && name.substr(0, 3) == "tty" && name[3] >= '0' && name[3] <= '9';
 }
 
-/// Whether the port is one that its driver offers with nothing behind it.
-bool isPhantom(const char *driver, const char *location)
+/// Whether the port is one that its driver offers with nothing behind it. Kernels since 6.5 put a device of
+/// the driver "port" between the driver's own and the tty.
+bool isPhantom(udev_device *port, udev_device *parent)
 {
-    if (!driver || std::strcmp(driver, "serial8250") != 0)
+    const char *driver = udev_device_get_driver(parent);
+    if (!driver || (std::strcmp(driver, "serial8250") != 0 && std::strcmp(driver, "port") != 0))
         return false;
+    if (const char *type = udev_device_get_sysattr_value(port, "type"))
+        return std::atoi(type) == PORT_UNKNOWN;
+    // An old kernel says so on the open port only.
+    const char *location = udev_device_get_devnode(port);
     const int descriptor = ::open(location, O_RDWR | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     if (descriptor < 0)
         return true;
@@ -78,7 +85,7 @@ std::optional<ListedPort> portOf(udev_device *device)
     udev_device *const parent = udev_device_get_parent(device); // lives as long as the device
     if (!parent)
         return isPortWithoutDevice(port.name) ? std::optional(port) : std::nullopt;
-    if (isPhantom(udev_device_get_driver(parent), udev_device_get_devnode(device)))
+    if (isPhantom(device, parent))
         return std::nullopt;
     port.description = QString::fromLatin1(udev_device_get_property_value(device, "ID_MODEL"))
                            .replace(QLatin1Char('_'), QLatin1Char(' '));

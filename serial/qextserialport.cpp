@@ -84,7 +84,12 @@ bool QextSerialPort::open(OpenMode mode)
     // Unbuffered: the received bytes have their buffer here, and written ones must have none.
     QIODevice::open(mode | Unbuffered);
     _line->apply(*_settings);
-    return true;
+    if (_line)
+        return true;
+    const QString reason = errorString(); // the port went away meanwhile
+    QIODevice::close();
+    setErrorString(reason);
+    return false;
 }
 
 void QextSerialPort::close()

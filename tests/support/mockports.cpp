@@ -52,6 +52,15 @@ QString MockPorts::addPhantom(Node node)
         "", Linked, node);
 }
 
+QString MockPorts::addPortOfDriver(const char *driver, int type)
+{
+    const QString name = nextName("ttyS");
+    return addTty(name, QStringLiteral("/devices/platform/serial8250_%1").arg(name),
+                  QByteArray("E: SUBSYSTEM=serial-base\nE: DRIVER=") + driver +
+                      "\nL: driver=../../../bus/serial-base/drivers/" + driver + '\n',
+                  "A: type=" + QByteArray::number(type) + "\n\n");
+}
+
 QString MockPorts::addConsole()
 {
     QString name = nextName("tty");

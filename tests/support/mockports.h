@@ -27,6 +27,9 @@ public:
     enum Node { WithNode, WithoutNode }; // whether there is something in /dev to open
     /// A port that the driver offers with nothing behind it, unless TtyCalls pretends a controller.
     QString addPhantom(Node node = WithNode);
+    /// The same as later kernels show it: the driver is \a driver, and the tty has an attribute that tells
+    /// the \a type of the controller behind it, one of PORT_... in linux/serial.h.
+    QString addPortOfDriver(const char *driver, int type);
     /// A virtual console, which is a tty and no port.
     QString addConsole();
     /// A tty called \a name with no device behind it, such as a null modem's.

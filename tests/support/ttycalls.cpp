@@ -3,10 +3,12 @@
 #include <cerrno>
 #include <cstdarg>
 #include <optional>
+#include <utility>
 
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <linux/serial.h>
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -15,6 +17,9 @@ namespace
 {
 struct Record {
     termios lastSettings = {};
+    int timesSet = 0;
+    int settingsUntilCall = 0;
+    std::function<void()> call;
     QList<int> modemLines;
     QStringList order;
     QList<QByteArray> opened;
@@ -26,6 +31,7 @@ struct Record {
     QByteArray unreadableNode;
     int readError = 0;
     int failedReads = 0;
+    bool failsHangUpQuestions = false;
 };
 } // namespace
 
@@ -61,6 +67,9 @@ extern "C" int tcsetattr(int descriptor, int when, const termios *settings)
 {
     using Function = int (*)(int, int, const termios *);
     static const auto original = reinterpret_cast<Function>(::dlsym(RTLD_NEXT, "tcsetattr"));
+    ++record().timesSet;
+    if (record().settingsUntilCall > 0 && --record().settingsUntilCall == 0)
+        record().call();
     termios present = {};
     ::tcgetattr(descriptor, &present);
     record().order += differences(present, *settings);
@@ -123,6 +132,17 @@ extern "C" ssize_t read(int descriptor, void *buffer, size_t size)
     return record().readError == 0 ? 0 : -1;
 }
 
+extern "C" int poll(pollfd *files, nfds_t count, int timeout)
+{
+    using Function = int (*)(pollfd *, nfds_t, int);
+    static const auto original = reinterpret_cast<Function>(::dlsym(RTLD_NEXT, "poll"));
+    if (record().failsHangUpQuestions && count == 1 && files->events == 0) {
+        errno = EINTR;
+        return -1;
+    }
+    return original(files, count, timeout);
+}
+
 static int openBy(const char *function, const char *path, int flags, mode_t mode)
 {
     if (record().refusesOpening && QByteArray(path).startsWith("/dev/ttyUSB")) {
@@ -163,6 +183,17 @@ void TtyCalls::clear()
 termios TtyCalls::lastSettings()
 {
     return record().lastSettings;
+}
+
+int TtyCalls::timesSet()
+{
+    return record().timesSet;
+}
+
+void TtyCalls::beforeSettings(int number, std::function<void()> call)
+{
+    record().settingsUntilCall = number;
+    record().call = std::move(call);
 }
 
 QList<int> TtyCalls::modemLines()
@@ -209,6 +240,11 @@ void TtyCalls::failReading(const QByteArray &node, int error)
 int TtyCalls::failedReads()
 {
     return record().failedReads;
+}
+
+void TtyCalls::failHangUpQuestions()
+{
+    record().failsHangUpQuestions = true;
 }
 
 void TtyCalls::pretendController(int type)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include <QList>
 #include <QStringList>
 
@@ -16,6 +18,11 @@ void clear();
 termios lastSettings();
 /// The modem lines switched on and off so far: a line's bit (TIOCM_DTR) for on, its negative for off.
 QList<int> modemLines();
+/// How often settings have been asked for since clear().
+int timesSet();
+/// Has \a call called when the settings are asked for the \a number -th time from here on, before the system
+/// is.
+void beforeSettings(int number, std::function<void()> call);
 /// What was asked to be other than it is so far, in order: "baud rate", "flow control", "parity", "data
 /// bits", "stop bits", "DTR", "RTS".
 QStringList order();
@@ -36,6 +43,8 @@ int questionsForUnread();
 void failReading(const QByteArray &node, int error);
 /// How many reads have failed so.
 int failedReads();
+/// Has each question whether a tty has hung up fail from here on: the system gives no answer.
+void failHangUpQuestions();
 /// Has the ttys say that a serial controller of this \a type is behind them, one of PORT_... in
 /// linux/serial.h.
 void pretendController(int type);

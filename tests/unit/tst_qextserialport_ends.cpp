@@ -31,11 +31,14 @@ class TestQextSerialPortEnds : public QObject
 private Q_SLOTS:
     void aHangUpLeavesTheObjectsDead();
     void aHangUpDoesNotSpin();
+    void aPortThatGoesWhileItIsSetUpDoesNotOpen_data();
+    void aPortThatGoesWhileItIsSetUpDoesNotOpen();
     void aPortThatComesUnderTheSameNameIsANewLine();
     void aDeadObjectMayBeOpenedAgain();
     void aByteThatAnotherProgramTookIsNoHangUp();
     void aLineThatCannotBeReadIsTriedAtABoundedRate_data();
     void aLineThatCannotBeReadIsTriedAtABoundedRate();
+    void aQuestionWithoutAnAnswerIsNoHangUp();
     void aLineThatClosesByItselfSaysSoOnce();
     void aLineThatItsUsersLeaveSaysNothing();
     void anOpenPortIsWatchedUntilItIsClosed();
@@ -86,6 +89,47 @@ void TestQextSerialPortEnds::aHangUpDoesNotSpin()
     loop.exec();
     QVERIFY2(turns > 0 && turns < 20, qPrintable(QString::number(turns)));
     QCOMPARE(terminal.openDescriptors(), 0);
+}
+
+void TestQextSerialPortEnds::aPortThatGoesWhileItIsSetUpDoesNotOpen_data()
+{
+    QTest::addColumn<bool>("byQt"); // counted from those that Qt makes when it opens the port
+    QTest::addColumn<int>("setting");
+    QTest::addColumn<QString>("message");
+    QTest::addColumn<QString>("error");
+    QTest::newRow("inside Qt's open") << true << 1 << "C:Opening the port %1 failed: Input/output error"
+                                      << "Input/output error";
+    const QString closed = QStringLiteral("C:The port %1 was closed: the device hung up");
+    QTest::newRow("at the first setting") << false << 1 << closed << "the device hung up";
+    QTest::newRow("at a later one") << false << 3 << closed << "the device hung up";
+}
+
+void TestQextSerialPortEnds::aPortThatGoesWhileItIsSetUpDoesNotOpen()
+{
+    QFETCH(bool, byQt);
+    QFETCH(int, setting);
+    QFETCH(QString, message);
+    QFETCH(QString, error);
+    TtyCalls::clear();
+    const Pty another;
+    const PortPointer open = openedPort(another);
+    const int number = (byQt ? 0 : TtyCalls::timesSet()) + setting;
+
+    MessageRecorder log;
+    Pty terminal;
+    QextSerialPort port(terminal.portName());
+    port.setBaudRate(BAUD115200);
+    port.setFlowControl(FLOW_XONXOFF);
+    port.setParity(PAR_ODD);
+    port.setStopBits(STOP_2);
+    TtyCalls::beforeSettings(number, [&terminal] { terminal.hangUp(); });
+    const bool isOpened = port.open(QIODevice::ReadWrite);
+    TtyCalls::clear();
+    QVERIFY(!isOpened);
+    QVERIFY(!port.isOpen());
+    QCOMPARE(port.errorString(), error);
+    QCOMPARE(terminal.openDescriptors(), 0);
+    QCOMPARE(log.messages(), QStringList{message.arg(terminal.portName())});
 }
 
 void TestQextSerialPortEnds::aPortThatComesUnderTheSameNameIsANewLine()
@@ -234,6 +278,20 @@ void TestQextSerialPortEnds::aLineThatCannotBeReadIsTriedAtABoundedRate()
 
     QTRY_COMPARE(port->bytesAvailable(), 6); // it was never given up
     QCOMPARE(log.messages(QStringLiteral("C:")), QStringList());
+}
+
+void TestQextSerialPortEnds::aQuestionWithoutAnAnswerIsNoHangUp()
+{
+    MessageRecorder log;
+    Pty terminal;
+    const PortPointer port = openedPort(terminal);
+    TtyCalls::failHangUpQuestions();
+    TtyCalls::failReading(terminal.name().toLocal8Bit(), EAGAIN);
+    terminal.send("unread");
+    QTRY_VERIFY(TtyCalls::failedReads() > 1);
+    TtyCalls::clear();
+    QTRY_COMPARE(port->bytesAvailable(), 6);
+    QCOMPARE(log.messages(), QStringList());
 }
 
 void TestQextSerialPortEnds::aLineThatClosesByItselfSaysSoOnce()
