@@ -12,6 +12,10 @@ void UdevPortWatcher::Unref::operator()(udev *context) const
 {
     udev_unref(context);
 }
+void UdevPortWatcher::Unref::operator()(udev_device *device) const
+{
+    udev_device_unref(device);
+}
 void UdevPortWatcher::Unref::operator()(udev_monitor *monitor) const
 {
     udev_monitor_unref(monitor);
@@ -41,20 +45,31 @@ bool UdevPortWatcher::arm()
 
 void UdevPortWatcher::onTold()
 {
-    struct UnrefDevice {
-        void operator()(udev_device *device) const { udev_device_unref(device); }
-    };
-    while (const auto device =
-               std::unique_ptr<udev_device, UnrefDevice>(udev_monitor_receive_device(_monitor.get()))) {
-        const char *action = udev_device_get_action(device.get());
-        const QString portName = QFile::decodeName(udev_device_get_sysname(device.get()));
-        if (!action)
-            continue;
-        if (std::strcmp(action, "add") == 0)
-            portCame(portName);
-        else if (std::strcmp(action, "remove") == 0)
-            portWent(portName);
+    // After more events than the socket holds, those that it still holds are older than the list of ports: a removal
+    // among them may be followed by an arrival that is lost. They are read and dropped before the list is compared.
+    bool areEventsLost = false;
+    for (;;) {
+        errno = 0;
+        const std::unique_ptr<udev_device, Unref> device(udev_monitor_receive_device(_monitor.get()));
+        if (device && !areEventsLost)
+            handle(*device);
+        else if (!device && errno == ENOBUFS)
+            areEventsLost = true;
+        else if (!device && errno != EINTR)
+            break;
     }
-    if (errno == ENOBUFS) // more was told than the socket holds
+    if (areEventsLost)
         catchUp();
+}
+
+void UdevPortWatcher::handle(udev_device &event)
+{
+    const char *action = udev_device_get_action(&event);
+    const QString portName = QFile::decodeName(udev_device_get_sysname(&event));
+    if (!action)
+        return;
+    if (std::strcmp(action, "add") == 0)
+        portCame(portName);
+    else if (std::strcmp(action, "remove") == 0)
+        portWent(portName);
 }

@@ -48,7 +48,7 @@ extern "C" udev_device *udev_monitor_receive_device(udev_monitor *monitor)
 {
     const auto receive = original<decltype(udev_monitor_receive_device)>("udev_monitor_receive_device");
     udev_device *device = receive(monitor);
-    if (wanted != UdevCalls::EventsLost)
+    if (wanted != UdevCalls::EventsLost || !device)
         return device;
     for (; device; device = receive(monitor))
         udev_device_unref(device);
