@@ -67,10 +67,20 @@ bool isPortWithoutDevice(const QString &name)
     return isNumber && number >= 0 && number <= 255;
 }
 
-std::optional<int> idOf(udev_device *device, const char *property)
+/// What udev's database has of the port, or the kernel of the USB device that it is on: the database is empty
+/// where udev does not run.
+QByteArray valueOf(udev_device *port, const char *property, const char *usbAttribute)
+{
+    if (const char *value = udev_device_get_property_value(port, property))
+        return value;
+    udev_device *const device = udev_device_get_parent_with_subsystem_devtype(port, "usb", "usb_device");
+    return device ? udev_device_get_sysattr_value(device, usbAttribute) : nullptr;
+}
+
+std::optional<int> idOf(const QByteArray &value)
 {
     bool isNumber = false;
-    const int id = QByteArray(udev_device_get_property_value(device, property)).toInt(&isNumber, 16);
+    const int id = value.toInt(&isNumber, 16);
     if (!isNumber)
         return std::nullopt;
     return id & 0xFFFF;
@@ -87,10 +97,10 @@ std::optional<ListedPort> portOf(udev_device *device)
         return isPortWithoutDevice(port.name) ? std::optional(port) : std::nullopt;
     if (isPhantom(device, parent))
         return std::nullopt;
-    port.description = QString::fromLatin1(udev_device_get_property_value(device, "ID_MODEL"))
+    port.description = QString::fromLatin1(valueOf(device, "ID_MODEL", "product"))
                            .replace(QLatin1Char('_'), QLatin1Char(' '));
-    port.vendorID = idOf(device, "ID_VENDOR_ID");
-    port.productID = idOf(device, "ID_MODEL_ID");
+    port.vendorID = idOf(valueOf(device, "ID_VENDOR_ID", "idVendor"));
+    port.productID = idOf(valueOf(device, "ID_MODEL_ID", "idProduct"));
     return port;
 }
 } // namespace

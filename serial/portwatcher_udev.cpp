@@ -7,6 +7,8 @@
 #include <QSocketNotifier>
 
 #include <libudev.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
 void UdevPortWatcher::Unref::operator()(udev *context) const
 {
@@ -19,6 +21,19 @@ void UdevPortWatcher::Unref::operator()(udev_device *device) const
 void UdevPortWatcher::Unref::operator()(udev_monitor *monitor) const
 {
     udev_monitor_unref(monitor);
+}
+
+// Whether anything sends to the monitor. udev makes one where it does not run too, such as in a container,
+// and no event ever reaches it.
+static bool hasSender(udev_monitor *monitor)
+{
+    sockaddr address{};
+    socklen_t size = sizeof address;
+    if (::getsockname(udev_monitor_get_fd(monitor), &address, &size) != 0)
+        return false;
+    if (address.sa_family != AF_NETLINK)
+        return true; // not the kernel's socket: a test bed stands in for udev
+    return ::access("/run/udev/control", F_OK) == 0;
 }
 
 UdevPortWatcher::UdevPortWatcher(QObject *parent)
@@ -34,7 +49,7 @@ bool UdevPortWatcher::arm()
         return false;
     _monitor.reset(udev_monitor_new_from_netlink(_udev.get(), "udev"));
     if (!_monitor || udev_monitor_filter_add_match_subsystem_devtype(_monitor.get(), "tty", nullptr) < 0 ||
-        udev_monitor_enable_receiving(_monitor.get()) < 0)
+        udev_monitor_enable_receiving(_monitor.get()) < 0 || !hasSender(_monitor.get()))
         return false;
     auto *notifier = new QSocketNotifier(udev_monitor_get_fd(_monitor.get()), QSocketNotifier::Read, this);
     connect(notifier, &QSocketNotifier::activated, this, &UdevPortWatcher::onTold);
@@ -45,8 +60,9 @@ bool UdevPortWatcher::arm()
 
 void UdevPortWatcher::onTold()
 {
-    // After more events than the socket holds, those that it still holds are older than the list of ports: a removal
-    // among them may be followed by an arrival that is lost. They are read and dropped before the list is compared.
+    // After more events than the socket holds, those that it still holds are older than the list of ports: a
+    // removal among them may be followed by an arrival that is lost. They are read and dropped before the
+    // list is compared.
     bool areEventsLost = false;
     for (;;) {
         errno = 0;

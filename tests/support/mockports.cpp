@@ -27,6 +27,15 @@ QString MockPorts::plugUsb(const char *vendor, const char *product, const char *
                       "\nE: ID_MODEL=" + model + '\n');
 }
 
+QString MockPorts::plugUsbWithoutUdev(const char *vendor, const char *product, const char *model)
+{
+    const QString name = nextName("ttyUSB");
+    const QString device = QStringLiteral("/devices/pci0000:00/0000:00:14.0/usb1/device_%1").arg(name);
+    add("P: " + device.toUtf8() + "\nE: SUBSYSTEM=usb\nE: DEVTYPE=usb_device\nA: idVendor=" + vendor +
+        "\\n\nA: idProduct=" + product + "\\n\nA: product=" + model + "\\n\n\n");
+    return addTty(name, device + QLatin1Char('/') + name, "E: SUBSYSTEM=usb\nE: DEVTYPE=usb_interface\n", "");
+}
+
 QString MockPorts::plugOnBus(const char *subsystem, const char *vendor, const char *product)
 {
     const QString name = nextName("ttyB");

@@ -19,6 +19,8 @@ public:
 
     /// Plugs a bridge in; its name is one that no other process uses, and each time another.
     QString plugUsb(const char *vendor, const char *product, const char *model = "FT232R_USB_UART");
+    /// The same where udev does not run: its database is empty, and only the kernel knows the ids.
+    QString plugUsbWithoutUdev(const char *vendor, const char *product, const char *model);
     /// The same on the bus \a subsystem, such as the one that the bridges' drivers make; null for a port
     /// whose bus the system doesn't name.
     QString plugOnBus(const char *subsystem, const char *vendor, const char *product);

@@ -38,6 +38,7 @@ private Q_SLOTS:
     void whereUdevCantBeAskedTheToolkitIs();
     void whereTheSystemHasNoTtysTheToolkitIsAskedToo();
     void thisComputersListIsTheToolkits();
+    void whereUdevKnowsNothingTheKernelsIdsAreTaken();
     void idsAreUsbIdsByTheBus_data();
     void idsAreUsbIdsByTheBus();
     void nothingIsToldBeforeItIsAskedFor();
@@ -266,6 +267,16 @@ void TestQextSerialEnumerator::thisComputersListIsTheToolkits()
     };
     expected.erase(std::remove_if(expected.begin(), expected.end(), isPhantom), expected.end());
     QCOMPARE(described(*listed), described(expected));
+}
+
+void TestQextSerialEnumerator::whereUdevKnowsNothingTheKernelsIdsAreTaken()
+{
+    MockPorts computer;
+    const QString port = computer.plugUsbWithoutUdev("0403", "6001", "FT232R USB UART");
+    const QList<QextPortInfo> ports = QextSerialEnumerator::getPorts();
+    QCOMPARE(ports.size(), 1);
+    QVERIFY(ports.first() == (QextPortInfo{port, "/dev/" + port, QStringLiteral("FT232R USB UART"),
+                                           QStringLiteral("USB"), 0x0403, 0x6001}));
 }
 
 void TestQextSerialEnumerator::idsAreUsbIdsByTheBus_data()

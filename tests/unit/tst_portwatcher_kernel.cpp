@@ -13,6 +13,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "serial/portwatcher_poll.h"
 #include "serial/portwatcher_udev.h"
 #include "serial/qextserialenumerator.h"
 
@@ -23,6 +24,7 @@
 namespace
 {
 constexpr unsigned udevGroup = 2;
+constexpr const char *udevControl = "/run/udev/control"; // there as long as udev runs
 
 /// What udev writes ahead of the properties of an event.
 struct Header {
@@ -140,29 +142,39 @@ bool makeOwnSystem()
 {
     return ::unshare(CLONE_NEWNET | CLONE_NEWNS) == 0 &&
            ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
-           ::mount("none", "/run", "tmpfs", 0, "mode=0755") == 0 && ::mkdir("/run/udev", 0755) == 0 &&
-           ::mknod("/run/udev/control", S_IFREG | 0600, 0) == 0;
+           ::mount("none", "/run", "tmpfs", 0, "mode=0755") == 0 && ::mkdir("/run/udev", 0755) == 0;
+}
+
+/// Has udev run, as far as that shows, or not.
+void setUdevRunning(bool runs)
+{
+    if (runs)
+        ::mknod(udevControl, S_IFREG | 0600, 0);
+    else
+        ::unlink(udevControl);
 }
 } // namespace
 
-/// More events than the socket holds.
-class TestPortWatcherOverrun : public QObject
+/// The watcher on the kernel's own socket, with udev and without.
+class TestPortWatcherKernel : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void initTestCase();
     void whatWasReportedBeforeTheLossDoesNotUndoTheComparison();
+    void whereUdevDoesNotRunTheListIsCompared();
 };
 
-void TestPortWatcherOverrun::initTestCase()
+void TestPortWatcherKernel::initTestCase()
 {
     if (!makeOwnSystem())
         QSKIP("only root can send events, and needs a network of its own for it");
 }
 
-void TestPortWatcherOverrun::whatWasReportedBeforeTheLossDoesNotUndoTheComparison()
+void TestPortWatcherKernel::whatWasReportedBeforeTheLossDoesNotUndoTheComparison()
 {
+    setUdevRunning(true);
     UdevPortWatcher watcher; // before there are mock ports, and mock events with them
     QVERIFY(watcher.arm());
     const QStringList realPorts = namesOfPorts();
@@ -202,5 +214,15 @@ void TestPortWatcherOverrun::whatWasReportedBeforeTheLossDoesNotUndoTheCompariso
     QCOMPARE(reports, QStringList{"removed " + comes});
 }
 
-QTEST_GUILESS_MAIN(TestPortWatcherOverrun)
-#include "tst_portwatcher_overrun.moc"
+void TestPortWatcherKernel::whereUdevDoesNotRunTheListIsCompared()
+{
+    setUdevRunning(true);
+    QVERIFY(UdevPortWatcher().arm());
+    QVERIFY(qobject_cast<UdevPortWatcher *>(PortWatcher::shared().get()));
+    setUdevRunning(false);
+    QVERIFY(!UdevPortWatcher().arm());
+    QVERIFY(qobject_cast<PollingPortWatcher *>(PortWatcher::shared().get()));
+}
+
+QTEST_GUILESS_MAIN(TestPortWatcherKernel)
+#include "tst_portwatcher_kernel.moc"
