@@ -16,6 +16,10 @@ static QSet<QextSerialPort *> &allPorts()
     return *ports;
 }
 
+// How many received bytes an object keeps until they are read: a minute and a half of the device's line.
+// Whoever uses a port reads what has come each time; only an object that was dropped is not read.
+static constexpr qsizetype maxUnread = 1 << 20;
+
 QextSerialPort::QextSerialPort(const QString &name, QueryMode, QObject *parent)
     : QIODevice(parent)
     , _name(name)
@@ -129,7 +133,7 @@ qint64 QextSerialPort::writeData(const char *data, qint64 maxSize)
 
 void QextSerialPort::take(const QByteArray &bytes)
 {
-    _received += bytes;
+    _received += bytes.left(maxUnread - _received.size());
 }
 
 void QextSerialPort::tell()

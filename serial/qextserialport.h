@@ -21,7 +21,8 @@ enum StopBitsType { STOP_1, STOP_1_5, STOP_2 };
 enum FlowType { FLOW_OFF, FLOW_HARDWARE, FLOW_XONXOFF };
 
 /// One user's view of a serial port. Several objects of the process may have the same port open: they share
-/// one line, each gets every received byte into a buffer of its own, and any may write.
+/// one line, each gets every received byte into a buffer of its own, and any may write. The buffer holds 1
+/// MiB: an object that is not read any more loses what comes after that.
 ///
 /// When the port goes away the objects that had it open stay valid and open, but dead: nothing more is
 /// received or told of, there is nothing to read, and a write fails. errorString() says why, and one critical

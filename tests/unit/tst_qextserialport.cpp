@@ -33,6 +33,7 @@ private Q_SLOTS:
     void theLastToLeaveClosesTheLine();
     void anOpenPortIsNotOpenedAgain();
     void whatWasNotReadIsLostWhenThePortIsClosed();
+    void anObjectThatNobodyReadsKeepsOneMebibyte();
     void aPortIsAStreamOfBytes();
     void aPortGoesWithItsParent();
     void aClosedPortHasNoLine();
@@ -269,6 +270,30 @@ void TestQextSerialPort::whatWasNotReadIsLostWhenThePortIsClosed()
     QVERIFY(closing->open(QIODevice::ReadWrite));
     QCOMPARE(closing->bytesAvailable(), 0);
     QCOMPARE(staying->readAll(), QByteArray("unread")); // its own buffer
+}
+
+void TestQextSerialPort::anObjectThatNobodyReadsKeepsOneMebibyte()
+{
+    constexpr qsizetype mebibyte = 1048576;
+    Pty terminal;
+    const PortPointer abandoned = openedPort(terminal);
+    const PortPointer used = openedPort(terminal);
+    QByteArray sent;
+    QByteArray read;
+    connect(used.get(), &QIODevice::readyRead, this, [&] { read += used->readAll(); });
+    while (sent.size() < mebibyte + 100000) {
+        const QByteArray piece = QByteArray::number(sent.size()).repeated(500);
+        terminal.send(piece);
+        sent += piece;
+        QTRY_COMPARE(read.size(), sent.size());
+    }
+    QVERIFY(read == sent);
+    QCOMPARE(abandoned->bytesAvailable(), mebibyte);
+    QVERIFY(abandoned->readAll() == sent.left(mebibyte));
+
+    terminal.send("later"); // it is a port as before
+    QTRY_COMPARE(abandoned->bytesAvailable(), 5);
+    QCOMPARE(abandoned->readAll(), QByteArray("later"));
 }
 
 void TestQextSerialPort::aPortIsAStreamOfBytes()
