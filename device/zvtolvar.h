@@ -129,8 +129,8 @@ Q_SIGNALS:
 
 public Q_SLOTS:
     void onReadyRead();
-    /// Sends the oldest queued command; blocks for 10 ms a byte. When the port does not take a byte, the rest of
-    /// the command is not sent, and the next command begins with a line end.
+    /// Sends the oldest queued command; blocks for 10 ms a byte. When the port does not take a byte, the rest
+    /// of the command is not sent, and the next command begins with a line end.
     void onReadyForCommand();
     void onResponseReceived(const QString &aResponse);
     void setSystemID(const QString &);

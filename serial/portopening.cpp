@@ -27,7 +27,7 @@ static QString obstacleTo(const QString &portName, const QString &path)
 {
     if (::access(QFile::encodeName(path).constData(), R_OK | W_OK) != 0)
         return errno == EACCES ? permissionText(path) : systemText(errno);
-    const QString obstacle = lockFileObstacle(portName);
+    QString obstacle = lockFileObstacle(portName);
     return obstacle.isEmpty() ? descriptorLockOn(path) : obstacle;
 }
 
@@ -35,7 +35,7 @@ QString openPort(QSerialPort &port)
 {
     const QString name = port.portName();
     const QString path = name.startsWith(QLatin1Char('/')) ? name : QLatin1String("/dev/") + name;
-    const QString obstacle = obstacleTo(name, path);
+    QString obstacle = obstacleTo(name, path);
     if (!obstacle.isEmpty())
         return obstacle;
     if (!port.open(QIODevice::ReadWrite))

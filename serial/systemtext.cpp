@@ -18,7 +18,7 @@ QString busyText(const QString &reason)
 
 QString processText(qint64 process)
 {
-    const QString number = QStringLiteral("process %1").arg(process);
+    QString number = QStringLiteral("process %1").arg(process);
     QFile name(QStringLiteral("/proc/%1/comm").arg(process));
     if (!name.open(QIODevice::ReadOnly))
         return number;

@@ -387,7 +387,7 @@ void TestQextSerialPortEnds::aProcessEndsInOrderWithItsPortsOpen()
     const QByteArray said = process.readAllStandardError();
     QCOMPARE(process.exitStatus(), QProcess::NormalExit);
     QVERIFY2(process.exitCode() == 0, said + " exit code " + QByteArray::number(process.exitCode()));
-    const QRegularExpression messages(
+    static const QRegularExpression messages(
         QStringLiteral("^Opening the port /nowhere/port failed: No such file or directory\n"
                        "The port pts/[0-9]+ was closed: the device hung up\n$"));
     QVERIFY2(messages.match(QString::fromLocal8Bit(said)).hasMatch(), said);
