@@ -8,12 +8,9 @@
 #include "device/zvscanresult.h"
 #include "serial/qextserialenumerator.h"
 
+class QCoreXmlStreamReader;
 class QextSerialPort;
 class QFile;
-class QXmlStreamReader;
-
-/// The toolkit's old name for its pull reader.
-using QCoreXmlStreamReader = QXmlStreamReader;
 
 /// The controller of one ZV Tolvar: finds its port, talks to its console, keeps what it reports as text and
 /// tells of each change.

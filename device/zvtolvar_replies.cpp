@@ -2,8 +2,8 @@
 #include <iterator>
 
 #include <QFile>
-#include <QXmlStreamReader>
 
+#include "device/qcorexmlstreamreader.h"
 #include "device/zvtolvar.h"
 
 // The documents that the device replies with: "puckdata", "scan_results", "networktest_results" and
@@ -90,8 +90,7 @@ void forEachChild(QCoreXmlStreamReader &reader, Take take, Skip skip)
 
 void ZVTolvar::onResponseReceived(const QString &aResponse)
 {
-    QCoreXmlStreamReader reader;
-    reader.addData(aResponse);
+    QCoreXmlStreamReader reader(aResponse);
     reader.readNext();
     while (!reader.atEnd()) {
         if (reader.isStartElement()) {

@@ -26,6 +26,7 @@ private Q_SLOTS:
     void aPlaceholderRowCanBePicked();
     void thePlaceholderRowsAreNotTranslated();
     void aClickPicksTheNetwork();
+    void aNameWithControlBytesIsPickedAndSentAsItCame();
     void aClickOnNothingPicksNothing();
     void theRefreshButtonScans();
     void theRefreshSlotScans();
@@ -139,6 +140,26 @@ void TestNetworkList::aClickPicksTheNetwork()
     _f->click("Open");
     QCOMPARE(_f->tolvar().network(), QStringLiteral("Open"));
     QCOMPARE(_f->name()->text(), QStringLiteral("Open"));
+}
+
+void TestNetworkList::aNameWithControlBytesIsPickedAndSentAsItCame()
+{
+    QString odd = "x";
+    for (char16_t byte = 1; byte < 0x20; ++byte) {
+        if (byte != '\t' && byte != '\n' && byte != '\r' && byte != 2 && byte != 3)
+            odd += QChar(byte);
+    }
+    _f->wizard.finishScan("<scan SSID=\"A\"/><scan SSID=\"" + odd + "\"/><scan SSID=\"B\"/>");
+    QStringList shown = _f->rows();
+    shown.sort();
+    QCOMPARE(shown, QStringList({"A", "B", odd}));
+    _f->click(odd);
+    QCOMPARE(_f->name()->text(), odd);
+    QVERIFY(_f->wizard.canGoOn());
+    _f->queue().clear();
+    _f->wizard.wizard.next();
+    QCOMPARE(_f->tolvar().network(), odd);
+    QVERIFY2(_f->queue().contains("setssid " + odd + "\r\n"), qPrintable(_f->queue().join(QLatin1Char('|'))));
 }
 
 void TestNetworkList::aClickOnNothingPicksNothing()

@@ -5,8 +5,8 @@
 #include <unistd.h>
 
 #include <QTest>
-#include <QXmlStreamReader>
 
+#include "device/qcorexmlstreamreader.h"
 #include "tests/support/signaldiary.h"
 #include "tests/support/zvtolvarinspector.h"
 
@@ -247,7 +247,7 @@ void TestReplies::aDocumentAfterAnotherIsNotRead()
     QCOMPARE(_tolvar->systemID(), QStringLiteral("T1"));
 }
 
-using Parse = void (ZVTolvarInspector::*)(QXmlStreamReader &) const;
+using Parse = void (ZVTolvarInspector::*)(QCoreXmlStreamReader &) const;
 
 void TestReplies::eachReaderStopsPastTheEndOfItsElement_data()
 {
@@ -269,7 +269,7 @@ void TestReplies::eachReaderStopsPastTheEndOfItsElement()
 {
     QFETCH(Parse, parse);
     QFETCH(QString, document);
-    QXmlStreamReader reader(document + "<!-- past the end -->");
+    QCoreXmlStreamReader reader(document + "<!-- past the end -->");
     QVERIFY(reader.readNextStartElement());
     (ZVTolvarInspector{*_tolvar}.*parse)(reader);
     QCOMPARE(reader.tokenString(), QStringLiteral("Comment"));
@@ -283,6 +283,9 @@ void TestReplies::aForeignRootHoldsTheDispatcher_data()
     QTest::newRow("a known root is read and left") << "<puckdata/>" << true;
     QTest::newRow("an unknown root") << "<uptime/>" << false;
     QTest::newRow("a known name in other letters") << "<PuckData/>" << false;
+    QTest::newRow("an unknown root of four bytes") << "<ab>" << false;
+    QTest::newRow("fewer than four bytes are no document") << "<a>" << true;
+    QTest::newRow("three bytes, one of the upper half") << QString::fromLatin1("<\xe9>") << true;
 }
 
 void TestReplies::aForeignRootHoldsTheDispatcher()

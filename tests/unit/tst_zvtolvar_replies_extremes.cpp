@@ -4,8 +4,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QThread>
-#include <QXmlStreamReader>
 
+#include "device/qcorexmlstreamreader.h"
 #include "tests/support/signaldiary.h"
 #include "tests/support/zvtolvarinspector.h"
 
@@ -14,7 +14,7 @@ namespace
 constexpr int Levels = 100000;
 
 /// Skips the element that the reader stands on by going into each element in it.
-void skipByDescending(QXmlStreamReader &reader)
+void skipByDescending(QCoreXmlStreamReader &reader)
 {
     reader.readNext();
     while (!reader.atEnd()) {
@@ -30,7 +30,7 @@ void skipByDescending(QXmlStreamReader &reader)
 }
 
 /// Where a reader stands.
-QStringList place(const QXmlStreamReader &reader)
+QStringList place(const QCoreXmlStreamReader &reader)
 {
     return {reader.tokenString(), reader.name().toString(), QString::number(reader.characterOffset()),
             QString::number(reader.error())};
@@ -90,7 +90,7 @@ void TestExtremes::deepNestingIsSkippedAsDescendingWould()
     QFETCH(bool, endsThere);
     const QString document = "<puckdata><dns>4</dns>" + unknown + "<name>T1</name></puckdata>";
     const auto readerAtUnknown = [&document] {
-        auto reader = std::make_unique<QXmlStreamReader>(document);
+        auto reader = std::make_unique<QCoreXmlStreamReader>(document);
         while (!reader->atEnd() && reader->name() != QLatin1String("a"))
             reader->readNext();
         return reader;

@@ -2,9 +2,9 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QXmlStreamReader>
 
 #include "app/diagnostics.h"
+#include "device/qcorexmlstreamreader.h"
 #include "tests/support/filecontents.h"
 #include "tests/support/signaldiary.h"
 #include "tests/support/zvtolvarinspector.h"
@@ -56,6 +56,7 @@ private Q_SLOTS:
     void theFileIsWrittenClosedAndDeletedBeforeItsEndIsToldOf();
     void anEmptyRootWritesNothingAndStillFinishes();
     void aFileThatTakesNothingIsDeletedAllTheSame();
+    void aLogCutOffInItsFirstTagIsStillAwaited();
     void onlyTheFirstLogIsWritten();
     void aLogThatNobodyWaitsForIsIgnored();
     void whatStandsBeforeTheLogIsSteppedOver();
@@ -109,8 +110,21 @@ void TestLog::theLogIsWritten_data()
                                                            << "one\ntwo\n";
     QTest::newRow("as many bytes as characters, whatever they take")
         << QString("<log_file>caf\u00e9!\n</log_file>") << QString("caf\u00c3\u00a9!");
-    QTest::newRow("cut off: nothing of it can be read") << "<log_file>one\ntwo"
-                                                        << "";
+    QTest::newRow("cut off in the text: nothing of it can be read") << "<log_file>one\ntwo"
+                                                                    << "";
+    QTest::newRow("cut off in the text, behind a comment: what was before it") << "<log_file>one<!-- -->two"
+                                                                               << "one";
+    QTest::newRow("cut off in the text, behind a CDATA section: up to its end")
+        << "<log_file>one<![CDATA[two]]>three"
+        << "onetwo";
+    QTest::newRow("cut off in the end tag: the whole text") << "<log_file>one\ntwo</log_f"
+                                                            << "one\ntwo";
+    QTest::newRow("a control byte: what was before it") << "<log_file>one\x01two</log_file>"
+                                                        << "one";
+    QTest::newRow("an undeclared entity: what was before it") << "<log_file>one&no;two</log_file>"
+                                                              << "one";
+    QTest::newRow("a zero byte is left out") << "<log_file>one" + QString(1, QChar(0)) + "two</log_file>"
+                                             << "onetwo";
 }
 
 void TestLog::theLogIsWritten()
@@ -154,6 +168,18 @@ void TestLog::aFileThatTakesNothingIsDeletedAllTheSame()
     QCOMPARE(_diary->take(), QStringList{"finishedWriteLog"});
 }
 
+void TestLog::aLogCutOffInItsFirstTagIsStillAwaited()
+{
+    waitForLog();
+    reply("<log_fi");
+    QVERIFY(logFile());
+    QCOMPARE(_steps, QStringList());
+    QCOMPARE(_diary->take(), QStringList());
+    reply("<log_file>one</log_file>");
+    QCOMPARE(written(), QStringLiteral("one"));
+    QCOMPARE(_diary->take(), QStringList{"finishedWriteLog"});
+}
+
 void TestLog::onlyTheFirstLogIsWritten()
 {
     waitForLog();
@@ -173,7 +199,7 @@ void TestLog::aLogThatNobodyWaitsForIsIgnored()
 void TestLog::whatStandsBeforeTheLogIsSteppedOver()
 {
     waitForLog();
-    QXmlStreamReader reader("<?xml version=\"1.0\"?><!-- the log --><log_file>one</log_file>");
+    QCoreXmlStreamReader reader("<?xml version=\"1.0\"?><!-- the log --><log_file>one</log_file>");
     reader.readNext();
     ZVTolvarInspector{*_tolvar}.parseLog(reader);
     QCOMPARE(written(), QStringLiteral("one"));
