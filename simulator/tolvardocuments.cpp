@@ -1,5 +1,6 @@
 #include "simulator/tolvardocuments.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <QString>
@@ -14,21 +15,45 @@ QString asText(const QByteArray &bytes)
     return QString::fromLatin1(bytes);
 }
 
-// The writer's formatting begins with an empty line, which is left out.
-QByteArray asBytes(const QString &document)
+bool isControl(char byte)
 {
-    return document.toLatin1().mid(document.startsWith(QLatin1Char('\n')));
+    return static_cast<unsigned char>(byte) < 0x20 && byte != '\t' && byte != '\n' && byte != '\r';
 }
 
 // What no XML document may hold, and the frame's own marks among it.
 QByteArray withoutControls(QByteArray bytes)
 {
-    for (char &byte : bytes) {
-        const auto code = static_cast<unsigned char>(byte);
-        if (code < 0x20 && byte != '\t' && byte != '\n' && byte != '\r')
-            byte = '?';
-    }
+    std::replace_if(bytes.begin(), bytes.end(), isControl, '?');
     return bytes;
+}
+
+// The device doesn't care what a network's name holds, and only what would end its frame or its own strings
+// is sent as
+// '?'. The writer refuses control characters, so they are private characters until it is done.
+constexpr char16_t firstPrivate = 0xE000;
+
+QString asAttribute(const QByteArray &bytes)
+{
+    QString text;
+    for (const char byte : bytes) {
+        if (byte == 0x00 || byte == 0x02 || byte == 0x03)
+            text += QLatin1Char('?');
+        else if (isControl(byte))
+            text += QChar(static_cast<char16_t>(firstPrivate + byte));
+        else
+            text += QLatin1Char(byte);
+    }
+    return text;
+}
+
+// The writer's formatting begins with an empty line, which is left out.
+QByteArray asBytes(QString document)
+{
+    for (QChar &c : document) {
+        if (c.unicode() >= firstPrivate)
+            c = QChar(c.unicode() - firstPrivate);
+    }
+    return document.toLatin1().mid(document.startsWith(QLatin1Char('\n')));
 }
 } // namespace
 
@@ -87,7 +112,7 @@ QByteArray TolvarDocuments::scanResults(const QList<TolvarNetwork> &air)
         };
         xml.writeEmptyElement(QStringLiteral("scan"));
         for (const auto &[name, value] : attributes)
-            xml.writeAttribute(QString::fromLatin1(name), asText(withoutControls(value)));
+            xml.writeAttribute(QString::fromLatin1(name), asAttribute(value));
     }
     xml.writeEndElement();
     return asBytes(document);
@@ -100,7 +125,7 @@ QByteArray TolvarDocuments::testResults(const QByteArray &ssid, const QByteArray
     xml.setAutoFormatting(true);
     xml.writeStartElement(QStringLiteral("networktest_results"));
     xml.writeEmptyElement(QStringLiteral("status"));
-    xml.writeAttribute(QStringLiteral("SSID"), asText(withoutControls(ssid)));
+    xml.writeAttribute(QStringLiteral("SSID"), asAttribute(ssid));
     xml.writeAttribute(QStringLiteral("desc"), asText(description));
     xml.writeAttribute(QStringLiteral("result"), QString::number(result));
     xml.writeEndElement();

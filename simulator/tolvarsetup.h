@@ -3,7 +3,9 @@
 #include <QByteArray>
 #include <QList>
 
-/// One wireless network within the simulated device's reach. Names may hold any byte from 0x20 to 0xFF.
+/// One wireless network within the simulated device's reach. Names may hold any byte; 0x00, 0x02 and 0x03 are
+/// sent as
+/// '?' in documents.
 struct TolvarNetwork {
     QByteArray ssid;
     QByteArray passphrase;    ///< what joining takes; when empty the network is open and any passphrase does

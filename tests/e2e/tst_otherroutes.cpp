@@ -47,6 +47,7 @@ private Q_SLOTS:
     void theDetailsOfANetwork();
     void theConsoleShowsWhatTheDeviceSays();
     void anOpenConsoleHoldsTheProgramUpNoLonger();
+    void anSsidGoesBackByteForByteAsItCame_data();
     void anSsidGoesBackByteForByteAsItCame();
     void refreshingScansAgain();
     void refreshingAfterATestSavesWhatWasTried();
@@ -228,18 +229,44 @@ void TestOtherRoutes::anOpenConsoleHoldsTheProgramUpNoLonger()
     QCOMPARE(s.received().constLast(), QByteArray("exit"));
 }
 
+void TestOtherRoutes::anSsidGoesBackByteForByteAsItCame_data()
+{
+    QTest::addColumn<QByteArray>("ssid");
+    QTest::newRow("UTF-8") << QByteArray("Caf\xC3\xA9 Br\xC3\xBC"
+                                         "cke");
+    QByteArray controls = "x";
+    for (char byte = 1; byte < 0x20; ++byte) {
+        if (!QByteArray("\x02\x03\t\n\r").contains(byte))
+            controls += byte;
+    }
+    QTest::newRow("control bytes") << controls + "y";
+}
+
 void TestOtherRoutes::anSsidGoesBackByteForByteAsItCame()
 {
-    const QByteArray ssid = "Caf\xC3\xA9 Br\xC3\xBC"
-                            "cke";
-    Scenario s;
+    QFETCH(QByteArray, ssid);
+    TolvarSetup setup;
+    TolvarNetwork odd;
+    odd.ssid = ssid;
+    odd.passphrase = "Milchkaffee";
+    odd.security = "WPA2";
+    TolvarNetwork before;
+    before.ssid = "Before";
+    TolvarNetwork behind;
+    behind.ssid = "Behind";
+    setup.air = {before, odd, behind};
+    Scenario s(setup);
     ZV_STEP(s, scans(s));
+    QStringList names = s.screen.names(row());
+    names.sort();
+    QCOMPARE(names, QStringList({"Before", "Behind", QString::fromLatin1(ssid)}));
     ZV_STEP(s, s.user.picks(QString::fromLatin1(ssid)));
     ZV_STEP(s, s.user.typesPassphrase("Milchkaffee"));
     ZV_STEP(s, s.user.goesOn());
     ZV_STEP(s, s.user.sees("Successfully tested connection to network\n"));
     ZV_STEP(s, s.user.saves());
     ZV_STEP(s, s.user.finishes());
+    QCOMPARE(s.receivedSinceStatus(), typicalLines(ssid, "Milchkaffee"));
     QCOMPARE(s.deviceState().saved.network, ssid);
 }
 
