@@ -148,6 +148,11 @@ void TestResults::eachTestResult_data()
         << "<status result=\"02\"/>" << QStringList{"networkTestSsidNotFound"};
     QTest::newRow("0x1 is no decimal number and found")
         << "<status result=\"0x1\"/>" << QStringList{"networkTestFound"};
+    QTest::newRow("2147483647 is nothing") << "<status result=\"2147483647\"/>" << QStringList();
+    QTest::newRow("2147483648 is beyond the range and found")
+        << "<status result=\"2147483648\"/>" << QStringList{"networkTestFound"};
+    QTest::newRow("4294967298 is beyond the range and found")
+        << "<status result=\"4294967298\"/>" << QStringList{"networkTestFound"};
     QTest::newRow("none is found") << "<status/>" << QStringList{"networkTestFound"};
     QTest::newRow("empty is found") << "<status result=\"\"/>" << QStringList{"networkTestFound"};
     QTest::newRow("a word is found") << "<status result=\"two\"/>" << QStringList{"networkTestFound"};
