@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstdint>
+#include <vector>
 
 #include <QFile>
 #include <QWaitCondition>
@@ -35,7 +36,7 @@ public:
     }
     qint64 bytesAvailable() const override { return _arrived.size(); }
     /// Has the bytes come in at once.
-    void receive(const QByteArray &bytes)
+    void receive(QByteArrayView bytes)
     {
         _arrived = bytes;
         Q_EMIT readyRead();
@@ -46,9 +47,9 @@ public:
 protected:
     qint64 readData(char *data, qint64 size) override
     {
-        const QByteArray taken = _arrived.left(size);
+        const QByteArrayView taken = _arrived.first(std::min<qint64>(size, _arrived.size()));
         std::copy(taken.begin(), taken.end(), data);
-        _arrived.remove(0, taken.size());
+        _arrived = _arrived.sliced(taken.size());
         return taken.size();
     }
     qint64 writeData(const char *data, qint64 size) override
@@ -58,24 +59,25 @@ protected:
     }
 
 private:
-    QByteArray _arrived;
+    QByteArrayView _arrived;
 };
 
-/// A controller with a port, and beside it what is expected of it.
+/// A controller with a port, and what is expected of it. One for all inputs: making one takes longer than
+/// most.
 class Trial
 {
 public:
-    Trial(unsigned circumstances, unsigned state);
-    ~Trial() { delete _inside.logFile(); }
+    Trial();
 
+    /// Forgets what came before; the link is in \a state from here on.
+    void begin(unsigned circumstances, unsigned state);
     /// Has the bytes come in; false when the controller would not come back from one of the replies.
-    bool feed(const QByteArray &bytes);
+    bool feed(QByteArrayView bytes);
     void compare() const;
     void replug();
 
 private:
     Q_DISABLE_COPY_MOVE(Trial)
-    bool feedPiece(const QByteArray &bytes);
 
     MemoryPort _port;
     ZVTolvar _tolvar;
@@ -84,52 +86,61 @@ private:
     QStringList _replies;
 };
 
-Trial::Trial(unsigned circumstances, unsigned state)
+Trial::Trial()
+{
+    QObject::connect(&_port, &QextSerialPort::readyRead, &_tolvar, &ZVTolvar::onReadyRead);
+    QObject::connect(&_tolvar, &ZVTolvar::responseReceived, &_tolvar,
+                     [this](const QString &reply) { _replies += reply; });
+}
+
+void Trial::begin(unsigned circumstances, unsigned state)
 {
     _inside.state() = static_cast<CommState>(state);
     _inside.scanning() = circumstances & Scanning;
     _inside.testing() = circumstances & Testing;
     _inside.eotHandshake() = circumstances & Handshake;
     _inside.queue() = QStringList{QStringLiteral("one\r\n"), QStringLiteral("two\r\n")};
+    _inside.response().clear();
     _inside.port() = &_port;
     _inside.portName() = QStringLiteral("memory");
+    delete _inside.logFile();
+    _inside.logFile() = nullptr;
     if (circumstances & LogAwaited) {
         _inside.logFile() = new QFile(QStringLiteral("/dev/null"));
         require(_inside.logFile()->open(QIODevice::WriteOnly | QIODevice::Text), "there is a /dev/null");
     }
+    _port.written.clear();
+    _replies.clear();
+    _model = LinkModel();
     _model.state = _inside.state();
     _model.scanning = _inside.scanning();
     _model.testing = _inside.testing();
     _model.handshake = _inside.eotHandshake();
     _model.queue = _inside.queue();
-    QObject::connect(&_port, &QextSerialPort::readyRead, &_tolvar, &ZVTolvar::onReadyRead);
-    QObject::connect(&_tolvar, &ZVTolvar::responseReceived, &_tolvar,
-                     [this](const QString &reply) { _replies += reply; });
 }
 
-bool Trial::feed(const QByteArray &bytes)
+bool Trial::feed(QByteArrayView bytes)
 {
-    // A line may be cut anywhere. Here it is before each mark that may end a reply: the reply can be looked
-    // at.
+    // The model goes ahead, so that each reply can be looked at before the controller gets it.
+    std::vector<qsizetype> ends;
+    for (const char &byte : bytes) {
+        if (byte == LinkModel::ETX && _model.state == IN_RESPONSE_RECEIVE) {
+            if (!Fuzzing::comesBack(_model.replyText()))
+                return false;
+            ends.push_back(&byte - bytes.data());
+        }
+        _model.take(byte);
+    }
+
+    // A line may be cut anywhere. Here it is before each mark that ends a reply.
     qsizetype begin = 0;
-    while (begin < bytes.size()) {
-        const qsizetype mark = bytes.indexOf(LinkModel::ETX, begin + 1);
-        const qsizetype end = mark < 0 ? bytes.size() : mark;
-        if (!feedPiece(bytes.mid(begin, end - begin)))
-            return false;
+    for (const qsizetype end : ends) {
+        if (end > begin)
+            _port.receive(bytes.sliced(begin, end - begin));
         begin = end;
     }
-    return true;
-}
-
-bool Trial::feedPiece(const QByteArray &bytes)
-{
-    if (bytes.front() == LinkModel::ETX && _model.state == IN_RESPONSE_RECEIVE &&
-        !Fuzzing::comesBack(_model.reply))
-        return false;
-    for (const char byte : bytes)
-        _model.take(byte);
-    _port.receive(bytes);
+    if (begin < bytes.size())
+        _port.receive(bytes.sliced(begin));
     return true;
 }
 
@@ -137,7 +148,7 @@ void Trial::compare() const
 {
     require(_inside.state() == _model.state, "the link is in the state it should be in");
     require(_inside.scanning() == _model.scanning && _inside.testing() == _model.testing, "so are the modes");
-    require(_inside.response() == _model.reply, "the reply is collected byte by byte");
+    require(_inside.response() == _model.replyText(), "the reply is collected byte by byte");
     require(_replies == _model.replies, "each reply is told of once, whole");
     require(_inside.queue() == _model.queue, "commands wait for their prompt");
     require(_port.written == _model.sent, "commands are sent in their order, whole");
@@ -166,8 +177,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
 {
     if (size < 2)
         return -1;
-    Trial trial(data[0] & 15U, data[1] & 7U);
-    if (!trial.feed(QByteArray(reinterpret_cast<const char *>(data) + 2, static_cast<qsizetype>(size) - 2)))
+    static Trial trial;
+    trial.begin(data[0] & 15U, data[1] & 7U);
+    if (!trial.feed({reinterpret_cast<const char *>(data) + 2, static_cast<qsizetype>(size) - 2}))
         return -1;
     trial.compare();
     trial.replug();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include <QStringList>
 
 #include "device/commstate.h"
@@ -22,10 +24,16 @@ struct LinkModel {
     bool scanning = false;
     bool testing = false;
     bool handshake = false;
-    QString reply;       ///< collected so far
+    std::string reply;   ///< collected so far
     QStringList replies; ///< whole ones
     QStringList queue;   ///< commands that wait
     QByteArray sent;     ///< what went over the line
+
+    /// The reply collected so far, each byte one character.
+    QString replyText() const
+    {
+        return QString::fromLatin1(reply.data(), static_cast<qsizetype>(reply.size()));
+    }
 
 private:
     void takeWhileItWorks(char byte)
@@ -35,7 +43,7 @@ private:
         else if (state == IN_RESPONSE_RECEIVE && byte == ETX)
             endOfWork();
         else if (state == IN_RESPONSE_RECEIVE)
-            reply += QLatin1Char(byte);
+            reply += byte;
     }
     void takeAtTheConsole(char byte)
     {
@@ -52,7 +60,7 @@ private:
             if (byte == ETX)
                 end(WAITING_FOR_CONSOLE_PROMPT);
             else
-                reply += QLatin1Char(byte);
+                reply += byte;
         }
     }
     void begin()
@@ -63,7 +71,7 @@ private:
     void end(int next)
     {
         state = next;
-        replies += reply;
+        replies += replyText();
     }
     void endOfWork()
     {

@@ -1,5 +1,7 @@
 #include "tests/fuzz/referencereader.h"
 
+#include "tests/fuzz/fuzzing.h"
+
 namespace
 {
 constexpr int Deepest = 1000;
@@ -30,13 +32,17 @@ const QHash<QString, QString> &statusSignals()
 } // namespace
 
 ReferenceReader::ReferenceReader(const QString &document)
-    : _reader(document)
+    : _document(document)
+    , _reader(_document.text())
 {
     _reader.readNext();
     while (!_reader.atEnd() && !_tooDeep) {
         const auto name = _reader.name();
         if (!_reader.isStartElement()) {
             _reader.readNext();
+        } else if (!Fuzzing::isKnownRoot(name)) {
+            _comesBack = false;
+            return;
         } else if (name == QLatin1String("puckdata")) {
             children(&ReferenceReader::statusChild);
         } else if (name == QLatin1String("scan_results")) {
@@ -87,12 +93,12 @@ bool ReferenceReader::scanChild()
         return false;
     const QXmlStreamAttributes attributes = _reader.attributes();
     text();
-    const QString ssid = attributes.value(QLatin1String("SSID")).toString();
+    const QString ssid = _document.restored(attributes.value(QLatin1String("SSID")));
     if (_networks.contains(ssid))
         return true;
     QStringList others;
     for (const char *name : {"channel", "adhoc", "sec", "suites", "WPS", "RSSI"})
-        others += attributes.value(QLatin1String(name)).toString();
+        others += _document.restored(attributes.value(QLatin1String(name)));
     _networks.insert(ssid, others);
     _told += QStringLiteral("scannedNetworkListChanged:%1").arg(_networks.size());
     return true;
@@ -104,7 +110,7 @@ bool ReferenceReader::testChild()
         return false;
     const QXmlStreamAttributes attributes = _reader.attributes();
     text();
-    switch (attributes.value(QLatin1String("result")).toInt()) {
+    switch (_document.restored(attributes.value(QLatin1String("result"))).toInt()) {
     case 0:
         _told += QStringLiteral("networkTestFound");
         break;

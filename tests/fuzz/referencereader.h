@@ -4,6 +4,8 @@
 #include <QStringList>
 #include <QXmlStreamReader>
 
+#include "tests/fuzz/controlmarks.h"
+
 /// Reads a reply document as its description has it: element by element, and what is unknown by going into
 /// it. To be compared with what the controller makes of it.
 class ReferenceReader
@@ -11,6 +13,9 @@ class ReferenceReader
 public:
     explicit ReferenceReader(const QString &document);
 
+    /// Whether the controller returns from the document; the rest is of no use otherwise.
+    /// Fuzzing::comesBack() is the same for those that want nothing else.
+    bool comesBack() const { return _comesBack; }
     /// Whether the document nests too deeply for going into it; the rest is of no use then.
     bool isTooDeep() const { return _tooDeep; }
     /// What is to be told of, in its order, as SignalDiary notes it. All values are empty at first.
@@ -31,7 +36,9 @@ private:
     QString text();
     void skip(int depth);
 
+    const ControlMarks _document;
     QXmlStreamReader _reader;
+    bool _comesBack = true;
     bool _tooDeep = false;
     QStringList _told;
     QHash<QString, QString> _values;
