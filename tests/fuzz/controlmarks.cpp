@@ -57,8 +57,9 @@ ControlMarks::ControlMarks(const QString &document)
     if (document.size() < 4)
         return;
     // Only what comes behind a quotation mark may be in an attribute.
-    const auto quote = std::find_if(document.cbegin(), document.cend(),
-                                    [](QChar c) { return c == QLatin1Char('"') || c == QLatin1Char('\''); });
+    const auto *const quote = std::find_if(document.cbegin(), document.cend(), [](QChar c) {
+        return c == QLatin1Char('"') || c == QLatin1Char('\'');
+    });
     if (std::none_of(quote, document.cend(), isControlByte)) {
         _text = document;
         _text.remove(QChar(0));
@@ -115,9 +116,11 @@ ControlMarks::ControlMarks(const QString &document)
 
 QString ControlMarks::restored(QStringView value) const
 {
+    if (_first == 0)
+        return value.toString();
     QString text;
     for (const char32_t code : value.toUcs4()) {
-        if (_first > 0 && code >= _first && code < _first + 0x20)
+        if (code >= _first && code < _first + 0x20)
             text += QChar(static_cast<char16_t>(code - _first));
         else
             text += QString::fromUcs4(&code, 1);

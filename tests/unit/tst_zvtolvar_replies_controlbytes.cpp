@@ -7,8 +7,11 @@
 
 namespace
 {
-const QString before = "<scan_results><scan SSID=\"before\"/>";
-const QString behind = "<scan SSID=\"behind\"/></scan_results>";
+/// A scan with \a elements between two networks.
+QString amid(const QString &elements)
+{
+    return "<scan_results><scan SSID=\"before\"/>" + elements + "<scan SSID=\"behind\"/></scan_results>";
+}
 
 /// The bytes below 0x20 that XML does not know, zero left out.
 QList<char> controlBytes()
@@ -23,7 +26,7 @@ QList<char> controlBytes()
 
 QString scanned(const QString &ssidAttribute)
 {
-    return before + "<scan " + ssidAttribute + " RSSI=\"-1\"/>" + behind;
+    return amid("<scan " + ssidAttribute + " RSSI=\"-1\"/>");
 }
 } // namespace
 
@@ -199,14 +202,13 @@ void TestControlBytes::elsewhereTheyEndTheReading_data()
     status("in character data, where an attribute could be", "<radio><![CDATA[<a b=\"%1\">]]></radio>", name);
     status("in what is skipped", "<radio><a>%1</a></radio>", name);
     status("behind a quotation mark in a text", "<radio>b=\"%1\"</radio>", name);
-    QTest::newRow("between attributes") << before + "<scan SSID=\"A\" %1 RSSI=\"1\"/>" + behind << network;
-    QTest::newRow("ahead of the name of an attribute") << before + "<scan %1SSID=\"A\"/>" + behind << network;
-    QTest::newRow("before a quotation mark") << before + "<scan SSID=%1\"A\"/>" + behind << network;
-    QTest::newRow("behind a quotation mark") << before + "<scan SSID=\"A\"%1/>" + behind << network;
-    QTest::newRow("in an attribute without quotation marks")
-        << before + "<scan SSID=%1/>" + behind << network;
+    QTest::newRow("between attributes") << amid("<scan SSID=\"A\" %1 RSSI=\"1\"/>") << network;
+    QTest::newRow("ahead of the name of an attribute") << amid("<scan %1SSID=\"A\"/>") << network;
+    QTest::newRow("before a quotation mark") << amid("<scan SSID=%1\"A\"/>") << network;
+    QTest::newRow("behind a quotation mark") << amid("<scan SSID=\"A\"%1/>") << network;
+    QTest::newRow("in an attribute without quotation marks") << amid("<scan SSID=%1/>") << network;
     QTest::newRow("in an attribute of an end")
-        << before + "<scan></scan a=\"%1\">" + behind << network + QStringList{"scannedNetworkListChanged:2"};
+        << amid("<scan></scan a=\"%1\">") << network + QStringList{"scannedNetworkListChanged:2"};
     QTest::newRow("before the root") << "%1<puckdata><name>T1</name></puckdata>" << QStringList();
     QTest::newRow("in the declaration")
         << "<?xml version=\"1.%1\"?><puckdata><name>T1</name></puckdata>" << QStringList();
@@ -237,7 +239,7 @@ void TestControlBytes::elsewhereTheyEndTheReading()
 
 void TestControlBytes::theFirstOneElsewhereEndsTheReading()
 {
-    reply(before + "<scan SSID='\x01'/>\x02<scan SSID='\x03'/>\x04" + behind);
+    reply(amid("<scan SSID='\x01'/>\x02<scan SSID='\x03'/>\x04"));
     QCOMPARE(names(), QStringList({"\x01", "before"}));
 }
 
@@ -281,12 +283,12 @@ void TestControlBytes::theOtherCharactersOfTheDocumentStayAsTheyAre()
 void TestControlBytes::zeroBytesAreLeftOut_data()
 {
     QTest::addColumn<QString>("document"); // %1 is where the byte stands
-    QTest::newRow("in an attribute") << before + "<scan SSID=\"%1be%1low%1\"/>" + behind;
-    QTest::newRow("in a name") << before + "<sc%1an SSID=\"below\"/>" + behind;
-    QTest::newRow("between two elements") << before + "%1<scan SSID=\"below\"/>%1" + behind;
-    QTest::newRow("in a text") << before + "<scan SSID=\"below\">%1a%1b</scan>" + behind;
-    QTest::newRow("in a comment") << before + "<!-- %1 --><scan SSID=\"below\"/>" + behind;
-    QTest::newRow("around the document") << "%1%1" + before + "<scan SSID=\"below\"/>" + behind + "%1";
+    QTest::newRow("in an attribute") << amid("<scan SSID=\"%1be%1low%1\"/>");
+    QTest::newRow("in a name") << amid("<sc%1an SSID=\"below\"/>");
+    QTest::newRow("between two elements") << amid("%1<scan SSID=\"below\"/>%1");
+    QTest::newRow("in a text") << amid("<scan SSID=\"below\">%1a%1b</scan>");
+    QTest::newRow("in a comment") << amid("<!-- %1 --><scan SSID=\"below\"/>");
+    QTest::newRow("around the document") << "%1%1" + amid("<scan SSID=\"below\"/>") + "%1";
 }
 
 void TestControlBytes::zeroBytesAreLeftOut()
