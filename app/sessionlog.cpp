@@ -5,9 +5,10 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QStringBuilder>
+#include <QStringConverter>
 #include <QTextEdit>
 #include <QTextStream>
+#include <QVarLengthArray>
 
 #include "app/diagnostics.h"
 
@@ -68,52 +69,53 @@ void openPrivately(QFile &log)
         log.setPermissions(owners);
 }
 
+constexpr qsizetype typicalLineLength = 1024; // a longer line costs an allocation
+
 bool writeFailed = false;   // the last write, because the disk was full
 bool lastLineIsCut = false; // and it wrote only the first part of a long line
 
-/// Writes a line to the log's file. A line that cannot be written is dropped: a stream keeps its text after a
-/// failed write, and writes nothing more.
-void writeLine(const char *level, const QString &text)
+/// Writes what has been written to the device so far to the disk.
+bool flush(QIODevice *device)
 {
-    QIODevice *device = theSessionLog.device();
-    if (writeFailed) {
-        // What did not fit on the disk is still in the file's buffer, and goes first.
-        auto *file = qobject_cast<QFileDevice *>(device);
-        if (file && !file->flush())
-            return;
-    }
-
-    // In one piece: three would cost a line a twentieth of its time.
-    const QString line =
-        QLatin1String(lastLineIsCut ? "\n" : "") % QLatin1String(level) % text % QLatin1Char('\n');
-    const qint64 start = device->pos();
-    theSessionLog << line;
-    theSessionLog.flush();
-    writeFailed = theSessionLog.status() != QTextStream::Ok;
-    if (!writeFailed) {
-        lastLineIsCut = false;
-        return;
-    }
-    theSessionLog.resetStatus();
-    // The file's buffer takes a line or nothing. A line that is longer than the buffer goes past it.
-    const qint64 written = device->pos() - start;
-    if (written > 0)
-        lastLineIsCut = written < line.toUtf8().size();
+    auto *file = qobject_cast<QFileDevice *>(device);
+    return !file || file->flush();
 }
 
-/// Writes one message. The caller gives it in Unicode and in the local 8-bit encoding, and has one of them
-/// already.
-void writeMessage(QtMsgType type, const QString &text, const char *bytes)
+/// Writes a line in UTF-8 to the log's file. A line that cannot be written is dropped.
+void writeLine(const char *level, QByteArrayView text)
+{
+    QIODevice *device = theSessionLog.device();
+    // What did not fit on the disk is still in the file's buffer, and goes first.
+    if (writeFailed && !flush(device))
+        return;
+
+    // Past the stream's buffer: it would take a quarter of a line's time, and writes nothing more after a
+    // failed write. In one piece: the file's buffer takes a line or nothing.
+    QVarLengthArray<char, typicalLineLength> line;
+    if (lastLineIsCut)
+        line += '\n';
+    line.append(level, qsizetype(qstrlen(level)));
+    line.append(text.data(), text.size());
+    line += '\n';
+    const qint64 written = device->write(line.constData(), line.size());
+    writeFailed = written < line.size() || !flush(device);
+    // A line that is longer than the file's buffer goes past it.
+    if (written > 0)
+        lastLineIsCut = written < line.size();
+}
+
+/// Writes one message, whose text the caller gives in UTF-8 and in the local 8-bit encoding.
+void writeMessage(QtMsgType type, QByteArrayView utf8, const char *local)
 {
     if (logExists) {
+        theSessionLog.flush();
+        theSessionLog.resetStatus();
         const char *level = prefix(type);
         if (level && isOpen())
-            writeLine(level, text);
-        else
-            theSessionLog.flush();
+            writeLine(level, utf8);
     }
 
-    std::printf("%s\n", bytes);
+    std::puts(local);
     std::fflush(stdout);
 
     if (!theConsoleWindow)
@@ -121,14 +123,22 @@ void writeMessage(QtMsgType type, const QString &text, const char *bytes)
     if (type == QtDebugMsg && !theTraceDebugFlag)
         return;
     // kept: neither prefix nor line end. The device's own line ends lay out the console.
-    theConsoleWindow->insertPlainText(QString::fromLatin1(bytes));
+    theConsoleWindow->insertPlainText(QString::fromLatin1(local));
     theConsoleWindow->ensureCursorVisible();
 }
 
 void forwardMessage(QtMsgType type, const QMessageLogContext &, const QString &message)
 {
+    // Not toLocal8Bit(), which allocates memory for each message.
+    QStringEncoder toLocal8Bit(QStringEncoder::System);
+    QVarLengthArray<char, typicalLineLength> local(toLocal8Bit.requiredSpace(message.size()) + 1);
+    *toLocal8Bit.appendToBuffer(local.data(), message) = '\0';
     // As a C string, the message ends at its first zero byte.
-    writeMessage(type, message.left(message.indexOf(QChar::Null)), message.toLocal8Bit().constData());
+#ifdef Q_OS_WIN
+    writeMessage(type, message.left(message.indexOf(QChar::Null)).toUtf8(), local.constData());
+#else
+    writeMessage(type, local.constData(), local.constData()); // it is UTF-8
+#endif
 }
 } // namespace
 
@@ -149,5 +159,5 @@ void installMessageHandler()
 
 void zvMessageOutput(QtMsgType type, const char *msg)
 {
-    writeMessage(type, QString::fromLocal8Bit(msg), msg);
+    writeMessage(type, QString::fromLocal8Bit(msg).toUtf8(), msg);
 }
