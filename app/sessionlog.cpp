@@ -115,7 +115,7 @@ void writeMessage(QtMsgType type, QByteArrayView utf8, const char *local)
             writeLine(level, utf8);
     }
 
-    std::puts(local);
+    std::printf("%s\n", local);
     std::fflush(stdout);
 
     if (!theConsoleWindow)
