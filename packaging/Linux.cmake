@@ -54,10 +54,18 @@ install(FILES debian/lintian-overrides DESTINATION ${CMAKE_INSTALL_DATADIR}/lint
 
 # -- for the archive --
 
+# The program needs the Qt and the C library that it was built with, or later ones, so name and README say which.
+cmake_host_system_information(RESULT system QUERY DISTRIB_INFO)
+set(qt_release ${Qt6_VERSION_MAJOR}.${Qt6_VERSION_MINOR})
+set(ZV_ARCHIVE_NAME
+    ${PROJECT_NAME}-${PROJECT_VERSION}-${system_ID}${system_VERSION_ID}-qt${qt_release}-${CMAKE_SYSTEM_PROCESSOR}
+    CACHE INTERNAL "Name of the archive and of the folder in it")
+configure_file(portable/README.txt.in portable/README.txt @ONLY)
+
 zv_launcher(${CMAKE_CURRENT_BINARY_DIR}/portable/zvinstall zvinstall.bin .)
 install(PROGRAMS ${CMAKE_CURRENT_BINARY_DIR}/portable/zvinstall DESTINATION . COMPONENT portable EXCLUDE_FROM_ALL)
 install(PROGRAMS $<TARGET_FILE:zvinstall> DESTINATION . RENAME zvinstall.bin COMPONENT portable EXCLUDE_FROM_ALL)
-install(FILES ${catalogues} 70-zvinstall.rules portable/README.txt ${PROJECT_SOURCE_DIR}/LICENSE
+install(FILES ${catalogues} 70-zvinstall.rules ${CMAKE_CURRENT_BINARY_DIR}/portable/README.txt ${PROJECT_SOURCE_DIR}/LICENSE
     DESTINATION . COMPONENT portable EXCLUDE_FROM_ALL)
 
 # -- the Debian package --
