@@ -19,7 +19,7 @@ install(PROGRAMS ${CMAKE_CURRENT_BINARY_DIR}/zvinstall DESTINATION ${CMAKE_INSTA
 install(TARGETS zvinstall RUNTIME DESTINATION ${program})
 install(FILES ${catalogues} DESTINATION ${texts})
 
-install(FILES zvinstall.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+install(FILES example.zvtolvar.zvinstall.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES example.zvtolvar.zvinstall.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 set(icons ${CMAKE_INSTALL_DATADIR}/icons/hicolor)
 foreach(size 16 24 32 48 64 128 256)
