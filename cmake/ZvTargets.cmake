@@ -21,23 +21,24 @@ if(ZV_COVERAGE)
 endif()
 
 # What users get is hardened: library calls that know their buffers' sizes, guarded stacks and branches, a place in memory
-# that can't be guessed, tables that are read-only before the program starts. tests/unit/tst_hardening looks at the result.
-# Sanitizers see more than the first two, and don't go with them.
+# that can't be guessed, tables that are read-only before the program starts. scripts/package checks the result.
+# Sanitizers see more than the first two, and don't go with them. Debian's package is built as type None: most flags are
+# Debian's own then, and only those that not every release has are added.
 include(CheckPIESupported)
 check_pie_supported(LANGUAGES CXX)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 if(CMAKE_SYSTEM_NAME STREQUAL "Linux" AND CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang" AND NOT ZV_SANITIZE)
-    set(hardening -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3 -fstack-protector-strong)
+    set(released $<CONFIG:Release,RelWithDebInfo,MinSizeRel>)
+    target_compile_options(zv_build_options INTERFACE
+        "$<${released}:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=3;-fstack-protector-strong>")
     include(CheckCXXCompilerFlag)
     foreach(flag -fstack-clash-protection -fcf-protection) # not for every processor
         string(MAKE_C_IDENTIFIER "ZV_HAS${flag}" has)
         check_cxx_compiler_flag(${flag} ${has})
         if(${has})
-            list(APPEND hardening ${flag})
+            target_compile_options(zv_build_options INTERFACE $<$<NOT:$<CONFIG:Debug>>:${flag}>)
         endif()
     endforeach()
-    set(released $<CONFIG:Release,RelWithDebInfo,MinSizeRel>)
-    target_compile_options(zv_build_options INTERFACE "$<${released}:${hardening}>")
     target_link_options(zv_build_options INTERFACE $<${released}:LINKER:-z,relro,-z,now,-z,noexecstack>)
 endif()
 

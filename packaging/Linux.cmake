@@ -20,7 +20,9 @@ install(TARGETS zvinstall RUNTIME DESTINATION ${program})
 install(FILES ${catalogues} DESTINATION ${texts})
 
 install(FILES example.zvtolvar.zvinstall.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
-install(FILES example.zvtolvar.zvinstall.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
+configure_file(example.zvtolvar.zvinstall.metainfo.xml.in example.zvtolvar.zvinstall.metainfo.xml @ONLY)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/example.zvtolvar.zvinstall.metainfo.xml
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 set(icons ${CMAKE_INSTALL_DATADIR}/icons/hicolor)
 foreach(size 16 24 32 48 64 128 256)
     install(FILES ${PROJECT_SOURCE_DIR}/resources/icons/${size}.png
@@ -33,24 +35,8 @@ install(FILES ${PROJECT_SOURCE_DIR}/resources/artwork/zv_setup.svg
 # Not by CMAKE_INSTALL_LIBDIR: the device manager looks nowhere else.
 install(FILES 70-zvinstall.rules DESTINATION lib/udev/rules.d)
 
-# What Debian has compressed is compressed without a name and a time, so that the same file gives the same bytes.
-find_program(ZV_GZIP gzip)
-function(zv_install_compressed source name destination)
-    if(ZV_GZIP)
-        set(compressed ${CMAKE_CURRENT_BINARY_DIR}/${name}.gz)
-        add_custom_command(OUTPUT ${compressed} DEPENDS ${source}
-            COMMAND ${ZV_GZIP} -9nc ${CMAKE_CURRENT_SOURCE_DIR}/${source} > ${compressed} VERBATIM)
-        string(MAKE_C_IDENTIFIER "zv_${name}" target)
-        add_custom_target(${target} ALL DEPENDS ${compressed})
-        install(FILES ${compressed} DESTINATION ${destination})
-    else()
-        install(FILES ${source} DESTINATION ${destination} RENAME ${name})
-    endif()
-endfunction()
-zv_install_compressed(zvinstall.1 zvinstall.1 ${CMAKE_INSTALL_MANDIR}/man1)
-zv_install_compressed(debian/changelog changelog.Debian ${CMAKE_INSTALL_DATADIR}/doc/zvinstall)
-install(FILES debian/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/zvinstall)
-install(FILES debian/lintian-overrides DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides RENAME zvinstall)
+configure_file(zvinstall.1.in zvinstall.1 @ONLY)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/zvinstall.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 
 # -- for the archive --
 
@@ -67,29 +53,3 @@ install(PROGRAMS ${CMAKE_CURRENT_BINARY_DIR}/portable/zvinstall DESTINATION . CO
 install(PROGRAMS $<TARGET_FILE:zvinstall> DESTINATION . RENAME zvinstall.bin COMPONENT portable EXCLUDE_FROM_ALL)
 install(FILES ${catalogues} 70-zvinstall.rules ${CMAKE_CURRENT_BINARY_DIR}/portable/README.txt ${PROJECT_SOURCE_DIR}/LICENSE
     DESTINATION . COMPONENT portable EXCLUDE_FROM_ALL)
-
-# -- the Debian package --
-
-set(CPACK_GENERATOR DEB)
-set(CPACK_PACKAGE_NAME zvinstall)
-set(CPACK_PACKAGE_CONTACT "ZV Tolvar Setup maintainers <maintainers@zvtolvar.example>")
-set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
-set(CPACK_STRIP_FILES ON)
-set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
-set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
-set(CPACK_DEBIAN_PACKAGE_SECTION utils)
-set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
-set(CPACK_DEBIAN_PACKAGE_HOMEPAGE https://www.zvtolvar.example)
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# The toolkit's own texts (Cancel, the file dialog), and the desktops that speak Wayland alone.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-translations-l10n, qt6-wayland")
-set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "wizard that puts Wi-Fi settings into a ZV Tolvar over USB")
-set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "\
-ZV Tolvar Setup is a desktop wizard that puts your Wi-Fi settings into a
-ZV Tolvar. Plug the device into a USB port, start the wizard, pick your
-network, type its passphrase, and let the device try it before it is saved.
-.
-The wizard knows the device by its USB bridge and leaves every other port
-alone. Whoever sits at the computer may open it; no group has to be joined.")
-include(CPack)
