@@ -11,9 +11,10 @@
 namespace
 {
 /// What stays as it is in every language, wherever a text has it.
-constexpr const char *names[] = {"ZV Tolvar", "Tolvar", "Orvane", "WEP",  "WPA2", "TKIP",
-                                 "U-AES",     "M-AES",  "A059",   "A060", "2011", "www.zvtolvar.example",
-                                 "RSSI",      "WPS",    "MAC",    "v2.3"};
+constexpr const char *names[] = {"ZV Tolvar", "Tolvar", "Orvane", "WEP",
+                                 "WPA2",      "TKIP",   "U-AES",  "M-AES",
+                                 "A059",      "A060",   "2011",   "www.zvtolvar.example",
+                                 "RSSI",      "WPS",    "MAC",    ("v" ZV_VERSION)};
 
 /// All that the pattern finds, in the order of the alphabet: a language may turn a sentence round.
 QStringList found(const char *pattern, const QString &text)

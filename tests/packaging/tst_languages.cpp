@@ -58,7 +58,7 @@ void TestLanguages::theWizardSpeaksTheUsersLanguage()
         readTsFile(QStringLiteral(ZV_TRANSLATIONS "/zvinstall_") + catalogue + QStringLiteral(".ts"));
     const QString page = ts.translation("ConnectTlovarWizardPage", "Identifying ZV Tolvar");
     QVERIFY2(!page.isEmpty() && page != "Identifying ZV Tolvar", "the first page's title is not translated");
-    const QString title = ts.translation("ZVTolvarSetupWizard", "ZV Tolvar Setup v2.3");
+    const QString title = ts.translation("ZVTolvarSetupWizard", "ZV Tolvar Setup v" ZV_VERSION);
     QVERIFY2(!title.isEmpty(), "the window's title is not translated");
 
     ProgramDriver app;
@@ -96,7 +96,7 @@ void TestLanguages::otherLanguagesGetEnglish()
     ProgramDriver app;
     app.setEnvironment("LC_ALL", locale);
     ZV_DRIVE(app, start(ZV_LAUNCHER));
-    ZV_DRIVE(app, waitFor(window("ZV Tolvar Setup v2.3")));
+    ZV_DRIVE(app, waitFor(window("ZV Tolvar Setup v" ZV_VERSION)));
     ZV_DRIVE(app, waitFor(label("Identifying ZV Tolvar")));
 }
 
@@ -108,11 +108,11 @@ void TestLanguages::whatIsSavedGoesWhereTheUserMayWrite()
     app.setHome(home.path());
     app.setWorkingFolder("/");
     ZV_DRIVE(app, start(ZV_LAUNCHER));
-    ZV_DRIVE(app, waitFor(window("ZV Tolvar Setup v2.3")));
+    ZV_DRIVE(app, waitFor(window("ZV Tolvar Setup v" ZV_VERSION)));
     const QFileInfo folder(QStringLiteral("/proc/%1/cwd").arg(app.processId()));
     QCOMPARE(folder.canonicalFilePath(), QDir(home.path()).canonicalPath() + "/ZV Tolvar Setup");
     QVERIFY(folder.isWritable());
-    ZV_DRIVE(app, closeWindow("ZV Tolvar Setup v2.3"));
+    ZV_DRIVE(app, closeWindow("ZV Tolvar Setup v" ZV_VERSION));
     ZV_DRIVE(app, waitForEnd());
     QCOMPARE(app.exitCode(), 0);
     QVERIFY2(QFileInfo(home.filePath("zvinstall.log")).isFile(), "the session log stays in the home folder");
