@@ -1,5 +1,6 @@
 #include "pages/choosenetworkwizardpage.h"
 
+#include <QItemSelectionModel>
 #include <QMessageBox>
 
 #include "app/diagnostics.h"
@@ -45,6 +46,9 @@ void ChooseNetworkWizardPage::initializePage()
 
     _networks.setStringList({QStringLiteral("Scanning for Networks"), QStringLiteral("Please Wait....")});
     _ui->networkListView->setModel(&_networks);
+    // A view that is given the model that it has keeps its selection model, too: one connection is enough.
+    connect(_ui->networkListView->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &ChooseNetworkWizardPage::onSelectionChanged, Qt::UniqueConnection);
     tolvar->startScan();
 }
 
@@ -116,6 +120,14 @@ void ChooseNetworkWizardPage::OnNetworkListClicked(QModelIndex ind)
 {
     // The name field follows by the controller's signal.
     wizardController(this)->setNetwork(ind.data(Qt::DisplayRole).toString());
+}
+
+// The highlighted network is the one to join, whether a key, a click, or a press that slipped to another row
+// has highlighted it. Not currentChanged(): the list has a current row as soon as Tab enters it.
+void ChooseNetworkWizardPage::onSelectionChanged(const QItemSelection &selected)
+{
+    if (!selected.isEmpty() && !wizardController(this)->scanning())
+        OnNetworkListClicked(selected.indexes().constFirst());
 }
 
 void ChooseNetworkWizardPage::OnNetworkListDoubleClicked(QModelIndex ind)

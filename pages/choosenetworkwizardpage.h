@@ -9,6 +9,7 @@
 
 #include "device/zvscanresult.h"
 
+class QItemSelection;
 class Ui_ChooseNetworkWizardPage;
 class ZVTolvar;
 
@@ -53,6 +54,7 @@ public Q_SLOTS:
 
 private:
     void connectEverything(ZVTolvar *tolvar);
+    void onSelectionChanged(const QItemSelection &selected);
     QString shownAntenna() const;
 
     std::unique_ptr<Ui_ChooseNetworkWizardPage> _ui;

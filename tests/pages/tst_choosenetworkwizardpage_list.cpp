@@ -1,9 +1,11 @@
+#include <QListView>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
 
 #include "tests/pages/choosepagefixture.h"
+#include "tests/support/listener.h"
 #include "tests/support/markingtranslator.h"
 #include "tests/support/steprecorder.h"
 
@@ -28,11 +30,22 @@ private Q_SLOTS:
     void aClickPicksTheNetwork();
     void aNameWithControlBytesIsPickedAndSentAsItCame();
     void aClickOnNothingPicksNothing();
+    void aHighlightedRowIsTheNetwork();
+    void aRowHighlightedDuringAScanIsNot();
+    void aClickReportsTheNetworkOnce();
+    void afterASecondEntryAHighlightedRowCountsOnce();
     void theRefreshButtonScans();
     void theRefreshSlotScans();
     void afterASecondEntryTheRefreshButtonScansTwice();
 
 private:
+    /// Highlights \a row as an arrow key does.
+    void highlight(const QString &row) const
+    {
+        auto *list = _f->widget<QListView>("networkListView");
+        list->setCurrentIndex(list->model()->index(int(_f->rows().indexOf(row)), 0));
+    }
+
     std::unique_ptr<ChoosePageFixture> _f;
 };
 
@@ -166,6 +179,53 @@ void TestNetworkList::aClickOnNothingPicksNothing()
 {
     QVERIFY(QMetaObject::invokeMethod(_f->page(), "OnNetworkListClicked", Q_ARG(QModelIndex, QModelIndex())));
     QCOMPARE(_f->tolvar().network(), QString());
+}
+
+void TestNetworkList::aHighlightedRowIsTheNetwork()
+{
+    _f->wizard.finishScan(threeNetworks);
+    highlight("Open");
+    QCOMPARE(_f->tolvar().network(), QStringLiteral("Open"));
+    QCOMPARE(_f->name()->text(), QStringLiteral("Open"));
+    _f->widget<QListView>("networkListView")->clearSelection();
+    QCOMPARE(_f->name()->text(), QStringLiteral("Open"));
+}
+
+void TestNetworkList::aRowHighlightedDuringAScanIsNot()
+{
+    highlight("Please Wait....");
+    QCOMPARE(_f->tolvar().network(), QStringLiteral("Home"));
+    _f->wizard.finishScan(threeNetworks);
+    _f->tolvar().startScan();
+    highlight("Open"); // the old rows stay until the reply
+    QCOMPARE(_f->tolvar().network(), QStringLiteral("Home"));
+    _f->wizard.finishScan(threeNetworks);
+    QVERIFY2(!_f->widget<QListView>("networkListView")->selectionModel()->hasSelection(),
+             "no row may stay highlighted that is not the network");
+}
+
+void TestNetworkList::aClickReportsTheNetworkOnce()
+{
+    _f->wizard.finishScan(threeNetworks);
+    const QSignalSpy changed(&_f->tolvar(), &ZVTolvar::networkChanged);
+    _f->click("Open");
+    QCOMPARE(changed.count(), 1);
+}
+
+void TestNetworkList::afterASecondEntryAHighlightedRowCountsOnce()
+{
+    _f->wizard.finishScan(threeNetworks);
+    _f->wizard.goBackAndEnterAgain();
+    _f->wizard.finishScan(threeNetworks);
+    int calls = 0;
+    const Listener undo(&_f->tolvar(), &ZVTolvar::networkChanged, [&](const QString &name) {
+        if (name != "Open")
+            return;
+        ++calls;
+        _f->tolvar().setNetwork("Home"); // a second call would be a change again
+    });
+    highlight("Open");
+    QCOMPARE(calls, 1);
 }
 
 void TestNetworkList::theRefreshButtonScans()

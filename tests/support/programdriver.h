@@ -78,6 +78,8 @@ public:
     /// Double-clicks likewise until \a happens. On a starved computer the two clicks may come too far apart,
     /// and a person tries again then.
     bool doubleClick(const WidgetQuery &query, const std::function<bool()> &happens);
+    /// Presses the left button on \a from, moves to \a to, and releases it there.
+    bool drag(const WidgetQuery &from, const WidgetQuery &to);
     /// Types \a text where the keyboard is; waits for the program to have it.
     bool typeText(const QString &text);
     /// Presses a key such as "Return", "ctrl+a" or "shift+Tab" where the keyboard is.

@@ -137,6 +137,18 @@ bool ProgramDriver::doubleClick(const WidgetQuery &query, const std::function<bo
     return false;
 }
 
+bool ProgramDriver::drag(const WidgetQuery &from, const WidgetQuery &to)
+{
+    if (!pointAt(from))
+        return false;
+    _input->press();
+    const bool isThere = pointAt(to);
+    _input->release();
+    settle();
+    _lastClick = std::chrono::steady_clock::now();
+    return isThere;
+}
+
 bool ProgramDriver::waitForKeyboard()
 {
     return waitUntil([this] { return _display->activeWindow().pid == _process.processId(); },
