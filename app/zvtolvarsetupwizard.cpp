@@ -68,6 +68,7 @@ ZVTolvarSetupWizard::ZVTolvarSetupWizard(QWidget *parent)
     _console = new console_dialog(this);
     theConsoleWindow = _console->console_textBrowser();
     tabAsTheEyeReads();
+    connect(this, &QWizard::currentIdChanged, this, &ZVTolvarSetupWizard::keepFocusOnPage);
 }
 
 // From left to right as this style lays the buttons out; the toolkit would begin in the middle.
@@ -78,6 +79,15 @@ void ZVTolvarSetupWizard::tabAsTheEyeReads()
         setTabOrder(previous, button(next));
         previous = button(next);
     }
+}
+
+// On a page where nothing can be used yet, Qt moves the focus on to the next button that can be: the
+// console's, which Enter would then press.
+void ZVTolvarSetupWizard::keepFocusOnPage()
+{
+    QWizardPage *page = currentPage();
+    if (page && !page->isAncestorOf(focusWidget()) && focusWidget() != button(NextButton))
+        page->setFocus();
 }
 
 bool ZVTolvarSetupWizard::event(QEvent *event)

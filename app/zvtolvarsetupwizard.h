@@ -32,6 +32,7 @@ protected:
 
 private:
     void giveTextItsRoom();
+    void keepFocusOnPage();
     void tabAsTheEyeReads();
 
     console_dialog *_console;

@@ -2,6 +2,7 @@
 
 #include <QItemSelectionModel>
 #include <QMessageBox>
+#include <QWizard>
 
 #include "app/diagnostics.h"
 #include "app/sessionlog.h"
@@ -96,6 +97,9 @@ int ChooseNetworkWizardPage::nextId() const
 
 void ChooseNetworkWizardPage::onStartScan()
 {
+    // The networks are what comes next. Qt would move the focus to the name and select that.
+    if (wizard()->focusWidget() == _ui->refreshButton)
+        _ui->networkListView->setFocus();
     _ui->refreshButton->setEnabled(false);
     _ui->viewDetailsButton->setEnabled(false);
     _ui->progressBar->show();

@@ -1,5 +1,8 @@
 #include "pages/connecttlovarwizardpage.h"
 
+#include <QAbstractButton>
+#include <QWizard>
+
 #include "app/diagnostics.h"
 #include "device/zvtolvar.h"
 #include "pages/pageid.h"
@@ -38,9 +41,17 @@ void ConnectTlovarWizardPage::onCandidateDeviceFound()
     Q_EMIT completeChanged();
 }
 
-void ConnectTlovarWizardPage::onSystemIDChanged(QString)
+void ConnectTlovarWizardPage::onSystemIDChanged(QString sysID)
 {
+    QWidget *continueButton = wizard()->button(QWizard::NextButton);
+    const bool wasOnContinue = wizard()->focusWidget() == continueButton;
     Q_EMIT completeChanged();
+    if (!isVisible())
+        return;
+    if (!sysID.isEmpty())
+        continueButton->setFocus();
+    else if (wasOnContinue)
+        setFocus(); // Qt has moved it on to the console's button
 }
 
 bool ConnectTlovarWizardPage::isComplete() const

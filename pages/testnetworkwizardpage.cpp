@@ -1,5 +1,8 @@
 #include "pages/testnetworkwizardpage.h"
 
+#include <QAbstractButton>
+#include <QWizard>
+
 #include "device/zvtolvar.h"
 #include "pages/devicetext.h"
 #include "pages/wizardcontroller.h"
@@ -51,6 +54,7 @@ void TestNetworkWizardPage::onTestNetworkFound()
     _ui->pushButton->setEnabled(true);
     _ui->pushButton->setText(tr("Save network configuration", "push button text"));
     _ui->progressBar->hide();
+    moveFocus(_ui->pushButton);
 }
 
 void TestNetworkWizardPage::onTestPassphraseInvalid()
@@ -69,6 +73,7 @@ void TestNetworkWizardPage::offerSaveAnyway(const QString &verdict)
     _ui->pushButton->setText(tr("Save network configuration anyway?", "push button text"));
     _ui->pushButton->setEnabled(true);
     _ui->progressBar->hide();
+    moveFocus(wizard()->button(QWizard::BackButton));
 }
 
 void TestNetworkWizardPage::onTestSystemError()
@@ -85,4 +90,12 @@ void TestNetworkWizardPage::onSaveNetworkConfig()
     _ui->label->setText(tr("Configuration saved\n", "Progress Text"));
     testInProgress = false;
     Q_EMIT completeChanged();
+    moveFocus(wizard()->button(QWizard::FinishButton));
+}
+
+// A verdict may arrive when the user has gone back and types.
+void TestNetworkWizardPage::moveFocus(QWidget *next)
+{
+    if (isVisible())
+        next->setFocus();
 }

@@ -31,6 +31,7 @@ public Q_SLOTS:
 
 private:
     void offerSaveAnyway(const QString &verdict);
+    void moveFocus(QWidget *next);
 
     std::unique_ptr<Ui_TestNetworkWizardPage> _ui;
     bool testInProgress = false; // until a save; the verdicts leave it alone

@@ -5,6 +5,7 @@
 #include <QFileDialog>
 #include <QLocale>
 #include <QMessageBox>
+#include <QWizard>
 
 #include "app/diagnostics.h"
 #include "device/zvtolvar.h"
@@ -97,7 +98,7 @@ void TolvarFoundWizardPage::OnAntennaChanged(QString)
 
 void TolvarFoundWizardPage::onStartLogWrite()
 {
-    _ui->pushButton_viewLog->setEnabled(false);
+    disableLogButton();
     _ui->label_LogWrite_progress->setText(tr("Writing log file to: %1", "Progress String").arg(_logFileName));
 }
 
@@ -105,6 +106,8 @@ void TolvarFoundWizardPage::onFinishLogWrite()
 {
     _ui->pushButton_viewLog->setEnabled(true);
     _ui->label_LogWrite_progress->setText(tr("Log file written to: %1", "Progress String").arg(_logFileName));
+    if (wizard()->focusWidget() == this)
+        _ui->pushButton_viewLog->setFocus();
 }
 
 void TolvarFoundWizardPage::onViewLogClicked()
@@ -122,9 +125,17 @@ void TolvarFoundWizardPage::onViewLogClicked()
         saveLog();
 }
 
+// The page keeps the focus for the button meanwhile. Qt would move it on to the console's button.
+void TolvarFoundWizardPage::disableLogButton()
+{
+    if (wizard()->focusWidget() == _ui->pushButton_viewLog)
+        setFocus();
+    _ui->pushButton_viewLog->setEnabled(false);
+}
+
 void TolvarFoundWizardPage::saveLog()
 {
-    _ui->pushButton_viewLog->setEnabled(false);
+    disableLogButton();
     _ui->label_LogWrite_progress->setText(tr("Opening file: %1").arg(_logFileName));
 
     // kept: the page does not delete it. The controller deletes an open file once the log is written; a file

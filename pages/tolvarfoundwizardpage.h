@@ -31,6 +31,7 @@ public Q_SLOTS:
 
 private:
     void saveLog();
+    void disableLogButton();
 
     std::unique_ptr<Ui_TolvarFoundWizardPage> _ui;
     QString _logFileName; // what the next save dialog starts from; empty for the dated default
