@@ -5,6 +5,7 @@
 
 #include "app/diagnostics.h"
 #include "device/zvtolvar.h"
+#include "pages/announcement.h"
 #include "pages/pageid.h"
 #include "pages/wizardcontroller.h"
 #include "ui_connecttlovarwizardpage.h"
@@ -43,6 +44,7 @@ void ConnectTlovarWizardPage::onCandidateDeviceFound()
 
 void ConnectTlovarWizardPage::onSystemIDChanged(QString sysID)
 {
+    const Announcement found(sysID.isEmpty() ? nullptr : _ui->label_progress);
     QWidget *continueButton = wizard()->button(QWizard::NextButton);
     const bool wasOnContinue = wizard()->focusWidget() == continueButton;
     Q_EMIT completeChanged();

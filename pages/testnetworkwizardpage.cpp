@@ -4,6 +4,7 @@
 #include <QWizard>
 
 #include "device/zvtolvar.h"
+#include "pages/announcement.h"
 #include "pages/devicetext.h"
 #include "pages/wizardcontroller.h"
 #include "ui_testnetworkwizardpage.h"
@@ -50,6 +51,7 @@ void TestNetworkWizardPage::initializePage()
 
 void TestNetworkWizardPage::onTestNetworkFound()
 {
+    const Announcement announcement(_ui->label);
     _ui->label->setText(tr("Successfully tested connection to network\n", "Progress Text"));
     _ui->pushButton->setEnabled(true);
     _ui->pushButton->setText(tr("Save network configuration", "push button text"));
@@ -69,6 +71,7 @@ void TestNetworkWizardPage::onTestSsidNotFound()
 
 void TestNetworkWizardPage::offerSaveAnyway(const QString &verdict)
 {
+    const Announcement announcement(_ui->label);
     _ui->label->setText(verdict);
     _ui->pushButton->setText(tr("Save network configuration anyway?", "push button text"));
     _ui->pushButton->setEnabled(true);
@@ -78,6 +81,7 @@ void TestNetworkWizardPage::offerSaveAnyway(const QString &verdict)
 
 void TestNetworkWizardPage::onTestSystemError()
 {
+    const Announcement announcement(_ui->label);
     _ui->label->setText(tr("There was an unexpected system error. Please power off and then power on the "
                            "Tolvar and restart this utility\n",
                            "Progress Text"));
@@ -86,6 +90,7 @@ void TestNetworkWizardPage::onTestSystemError()
 
 void TestNetworkWizardPage::onSaveNetworkConfig()
 {
+    const Announcement announcement(_ui->label);
     wizardController(this)->saveNetworkConfig();
     _ui->label->setText(tr("Configuration saved\n", "Progress Text"));
     testInProgress = false;

@@ -9,6 +9,7 @@
 
 #include "app/diagnostics.h"
 #include "device/zvtolvar.h"
+#include "pages/announcement.h"
 #include "pages/devicetext.h"
 #include "pages/pageid.h"
 #include "pages/wizardcontroller.h"
@@ -104,6 +105,7 @@ void TolvarFoundWizardPage::onStartLogWrite()
 
 void TolvarFoundWizardPage::onFinishLogWrite()
 {
+    const Announcement announcement(_ui->label_LogWrite_progress);
     _ui->pushButton_viewLog->setEnabled(true);
     _ui->label_LogWrite_progress->setText(tr("Log file written to: %1", "Progress String").arg(_logFileName));
     if (wizard()->focusWidget() == this)
