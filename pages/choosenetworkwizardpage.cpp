@@ -10,6 +10,7 @@
 #include "pages/advanceddialog.h"
 #include "pages/pageid.h"
 #include "pages/viewdetailsdialog.h"
+#include "pages/waitcursor.h"
 #include "pages/wizardcontroller.h"
 #include "ui_choosenetworkwizardpage.h"
 
@@ -50,6 +51,9 @@ void ChooseNetworkWizardPage::initializePage()
     // A view that is given the model that it has keeps its selection model, too: one connection is enough.
     connect(_ui->networkListView->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &ChooseNetworkWizardPage::onSelectionChanged, Qt::UniqueConnection);
+    // Released comes before clicked, which starts the next scans.
+    connect(_ui->refreshButton, &QPushButton::released, this, showWaitCursor);
+    showWaitCursor();
     tolvar->startScan();
 }
 

@@ -6,6 +6,7 @@
 #include "device/zvtolvar.h"
 #include "pages/announcement.h"
 #include "pages/devicetext.h"
+#include "pages/waitcursor.h"
 #include "pages/wizardcontroller.h"
 #include "ui_testnetworkwizardpage.h"
 
@@ -46,6 +47,7 @@ void TestNetworkWizardPage::initializePage()
     _ui->progressBar->show();
     _ui->label->setText(waiting);
     testInProgress = true;
+    showWaitCursor();
     tolvar->startNetworkTest();
 }
 
@@ -91,6 +93,7 @@ void TestNetworkWizardPage::onTestSystemError()
 void TestNetworkWizardPage::onSaveNetworkConfig()
 {
     const Announcement announcement(_ui->label);
+    showWaitCursor();
     wizardController(this)->saveNetworkConfig();
     _ui->label->setText(tr("Configuration saved\n", "Progress Text"));
     testInProgress = false;

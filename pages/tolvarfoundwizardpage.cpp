@@ -12,6 +12,7 @@
 #include "pages/announcement.h"
 #include "pages/devicetext.h"
 #include "pages/pageid.h"
+#include "pages/waitcursor.h"
 #include "pages/wizardcontroller.h"
 #include "ui_tolvarfoundwizardpage.h"
 
@@ -151,5 +152,6 @@ void TolvarFoundWizardPage::saveLog()
                 .arg(_logFileName, file->errorString()));
         return;
     }
+    showWaitCursor();
     wizardController(this)->getLogFileTo(file);
 }

@@ -1,6 +1,7 @@
 #include "tests/support/xdisplay.h"
 
 // Last: Xlib's macros collide with Qt's names.
+#include <X11/extensions/Xfixes.h>
 #include <X11/Xatom.h>
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
@@ -189,6 +190,22 @@ bool XDisplay::isPingAnswered()
         XSelectInput(_display, _root, NoEventMask);
     }
     return answered;
+}
+
+QImage XDisplay::pointerImage() const
+{
+    XFixesCursorImage *cursor = XFixesGetCursorImage(_display);
+    if (!cursor)
+        return {};
+    QImage image(cursor->width, cursor->height, QImage::Format_ARGB32_Premultiplied);
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const auto pixel = QRgb(cursor->pixels[y * image.width() + x]); // one in each long
+            reinterpret_cast<QRgb *>(image.scanLine(y))[x] = pixel;
+        }
+    }
+    XFree(cursor);
+    return image;
 }
 
 QImage XDisplay::picture(const QRect &rect) const

@@ -52,6 +52,8 @@ public:
     /// Whether the last ping was answered, or cannot be any more because its window is gone.
     bool isPingAnswered();
 
+    /// The pointer's image at this moment; the server animates some of them.
+    QImage pointerImage() const;
     /// A picture of \a rect of the screen; of all of it if \a rect is empty.
     QImage picture(const QRect &rect = {}) const;
 

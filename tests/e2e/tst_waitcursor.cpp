@@ -1,0 +1,96 @@
+#include <QTest>
+#include <QTimer>
+
+#include "tests/e2e/scenario.h"
+#include "tests/support/xdisplay.h"
+
+using namespace onscreen;
+
+namespace
+{
+/// A device whose network is open: the user presses buttons only, and the pointer is over nothing that gives
+/// it another shape.
+TolvarSetup openNetwork()
+{
+    TolvarSetup setup;
+    setup.configuration.network = "Library";
+    return setup;
+}
+
+/// Looks at the pointer again and again while it lives.
+class PointerWatch
+{
+public:
+    PointerWatch()
+        : _before(_display.pointerImage())
+    {
+        QObject::connect(&_timer, &QTimer::timeout, &_timer,
+                         [this] { _hasChanged = _hasChanged || !looksAsBefore(); });
+        _timer.start(5);
+    }
+
+    /// Whether the pointer ever was another one than at the beginning.
+    bool hasChanged() const { return _hasChanged; }
+    bool looksAsBefore() const { return _display.pointerImage() == _before; }
+
+private:
+    XDisplay _display;
+    QImage _before;
+    bool _hasChanged = false;
+    QTimer _timer;
+};
+} // namespace
+
+/// The pointer over the real program's window, while commands are sent and the window cannot answer.
+class TestWaitCursor : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void thePointerWaitsWhileCommandsAreSent();
+    void thePointerDoesNotWaitForTheDevice();
+};
+
+void TestWaitCursor::thePointerWaitsWhileCommandsAreSent()
+{
+    Scenario s(openNetwork());
+    QVERIFY(s.tolvar.plug());
+    ZV_STEP(s, s.start());
+    ZV_STEP(s, s.user.seesTheDevice());
+    ZV_STEP(s, s.user.goesOn());
+    ZV_STEP(s, s.screen.waitFor(label("Found Device")));
+    // Each button, and what the page shows once all is sent.
+    const std::pair<QString, WidgetQuery> steps[] = {
+        {"Continue", button("Look for Networks...").enabled()},
+        {"Look for Networks...", button("Look for Networks...").enabled()},
+        {"Continue", label("Successfully tested connection to network\n")},
+        {"Save network configuration", button("Done").enabled()},
+    };
+    for (const auto &[press, sent] : steps) {
+        const PointerWatch pointer;
+        ZV_STEP(s, s.screen.click(button(press).enabled()));
+        ZV_STEP(s, s.screen.waitFor(sent));
+        QVERIFY2(pointer.hasChanged(), qPrintable("a wait cursor was expected after: " + press));
+        QTRY_VERIFY(pointer.looksAsBefore());
+    }
+}
+
+void TestWaitCursor::thePointerDoesNotWaitForTheDevice()
+{
+    TolvarSetup slow = openNetwork();
+    slow.delays.scan = 60000; // longer than the test takes
+    Scenario s(slow);
+    QVERIFY(s.tolvar.plug());
+    ZV_STEP(s, s.start());
+    ZV_STEP(s, s.user.seesTheDevice());
+    ZV_STEP(s, s.user.goesOn());
+    ZV_STEP(s, s.screen.waitFor(label("Found Device")));
+    const PointerWatch pointer;
+    ZV_STEP(s, s.user.goesOn());
+    ZV_STEP(s, s.screen.waitFor(button("Look for Networks...").disabled()));
+    QTRY_VERIFY(pointer.looksAsBefore());
+    ZV_STEP(s, s.screen.waitFor(button("Look for Networks...").disabled()));
+}
+
+QTEST_GUILESS_MAIN(TestWaitCursor)
+#include "tst_waitcursor.moc"
