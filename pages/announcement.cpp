@@ -3,6 +3,18 @@
 #include <QAccessible>
 #include <QLabel>
 
+void announce(QLabel *label)
+{
+    if (!label->isVisible())
+        return;
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+    QAccessibleAnnouncementEvent event(label, label->text());
+#else
+    QAccessibleEvent event(label, QAccessible::Alert);
+#endif
+    QAccessible::updateAccessibility(&event);
+}
+
 Announcement::Announcement(QLabel *label)
     : _label(label)
     , _before(label ? label->text() : QString())
@@ -11,12 +23,6 @@ Announcement::Announcement(QLabel *label)
 
 Announcement::~Announcement()
 {
-    if (!_label || !_label->isVisible() || _label->text() == _before)
-        return;
-#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
-    QAccessibleAnnouncementEvent event(_label, _label->text());
-#else
-    QAccessibleEvent event(_label, QAccessible::Alert);
-#endif
-    QAccessible::updateAccessibility(&event);
+    if (_label && _label->text() != _before)
+        announce(_label);
 }

@@ -1,5 +1,7 @@
 #include "pages/testnetworkwizardpage.h"
 
+#include <chrono>
+
 #include <QAbstractButton>
 #include <QWizard>
 
@@ -10,12 +12,27 @@
 #include "pages/wizardcontroller.h"
 #include "ui_testnetworkwizardpage.h"
 
+namespace
+{
+using namespace std::chrono_literals;
+
+// A key that was pressed during the save arrives after it. It is still meant for the save button: for Done,
+// it would end the wizard unseen.
+constexpr auto InputDelay = 100ms;
+} // namespace
+
 TestNetworkWizardPage::TestNetworkWizardPage(QWidget *parent)
     : QWizardPage(parent)
     , _ui(std::make_unique<Ui_TestNetworkWizardPage>())
 {
     _ui->setupUi(this);
     takeForText({_ui->label}); // it names the network
+    _afterSave.setSingleShot(true);
+    _afterSave.setInterval(InputDelay);
+    connect(&_afterSave, &QTimer::timeout, this, [this] {
+        moveFocus(wizard()->button(QWizard::FinishButton));
+        announce(_ui->label);
+    });
 }
 
 TestNetworkWizardPage::~TestNetworkWizardPage() = default;
@@ -92,13 +109,12 @@ void TestNetworkWizardPage::onTestSystemError()
 
 void TestNetworkWizardPage::onSaveNetworkConfig()
 {
-    const Announcement announcement(_ui->label);
     showWaitCursor();
     wizardController(this)->saveNetworkConfig();
     _ui->label->setText(tr("Configuration saved\n", "Progress Text"));
     testInProgress = false;
     Q_EMIT completeChanged();
-    moveFocus(wizard()->button(QWizard::FinishButton));
+    _afterSave.start();
 }
 
 // A verdict may arrive when the user has gone back and types.

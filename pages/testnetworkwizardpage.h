@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include <QTimer>
 #include <QWizardPage>
 
 class Ui_TestNetworkWizardPage;
@@ -35,4 +36,5 @@ private:
 
     std::unique_ptr<Ui_TestNetworkWizardPage> _ui;
     bool testInProgress = false; // until a save; the verdicts leave it alone
+    QTimer _afterSave;           // then the focus moves on
 };

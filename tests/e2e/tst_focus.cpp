@@ -60,6 +60,7 @@ private Q_SLOTS:
     void theTypicalRunByEnterSpaceAndTab();
     void nothingIsPressedWhileATestRuns();
     void afterAFailedTestEnterGoesBack();
+    void aPressDuringASaveSavesAgain();
     void lookingForNetworksAgainLeavesTheNetworkFieldAlone();
     void theLogButtonKeepsTheFocus();
     void aFoundDeviceTakesNoFocusFromTheConsole();
@@ -107,6 +108,24 @@ void TestFocus::nothingIsPressedWhileATestRuns()
                                   "the removal in the session log"));
     ZV_STEP(s, pressesInVain(s));
     ZV_STEP(s, s.screen.waitFor(label("Testing Network Settings")));
+}
+
+void TestFocus::aPressDuringASaveSavesAgain()
+{
+    Scenario s;
+    QVERIFY(s.tolvar.plug());
+    ZV_STEP(s, s.start());
+    ZV_STEP(s, entersTheNetworks(s));
+    ZV_STEP(s, entersTheTest(s, "correct horse battery"));
+    ZV_STEP(s, s.screen.waitFor(button("Save network configuration").enabled().focused()));
+    const XDisplay display;
+    XInput hands(display, [] {}); // they do not wait for the program
+    QVERIFY(hands.pressKey("space"));
+    QVERIFY(s.deviceGets("ant_select")); // the first line of a save
+    QVERIFY(hands.pressKey("space"));
+    ZV_STEP(s, pressesFocused(s, "Done", "space"));
+    ZV_STEP(s, s.screen.waitForEnd());
+    QCOMPARE(s.receivedSinceStatus().count("save"), 3);
 }
 
 void TestFocus::afterAFailedTestEnterGoesBack()

@@ -39,6 +39,7 @@ class TestNetworkChoice : public QObject
 private Q_SLOTS:
     void enteringTheListSelectsNothing();
     void arrowKeysChooseANetwork();
+    void spaceChoosesTheRowThatTabEnters();
     void typingTheFirstLettersChoosesANetwork();
     void aPressThatSlipsToAnotherRowChoosesThatRow();
     void aNonAsciiNameIsChosenByKeyboard();
@@ -73,6 +74,18 @@ void TestNetworkChoice::arrowKeysChooseANetwork()
     ZV_STEP(s, hasChosen(s, networks.constLast()));
     ZV_STEP(s, s.screen.pressKey("Up"));
     ZV_STEP(s, hasChosen(s, networks.at(networks.size() - 2)));
+}
+
+void TestNetworkChoice::spaceChoosesTheRowThatTabEnters()
+{
+    Scenario s;
+    ZV_STEP(s, seesTheNetworks(s));
+    const QStringList networks = s.screen.names(row());
+    ZV_STEP(s, s.screen.click(field().beside("Passphrase")));
+    ZV_STEP(s, entersTheList(s));
+    QVERIFY(!s.screen.find(row().selected()));
+    ZV_STEP(s, s.screen.pressKey("space"));
+    ZV_STEP(s, hasChosen(s, networks.constFirst()));
 }
 
 void TestNetworkChoice::typingTheFirstLettersChoosesANetwork()

@@ -202,7 +202,7 @@ void TestPageFocus::doneHasTheFocusAfterSaving()
     _f->goTo(TestNetworkPageId);
     _f->finishTest("0");
     _f->widget<QPushButton>("pushButton")->click();
-    QCOMPARE(focus(), QStringLiteral("Done"));
+    QTRY_COMPARE(focus(), QStringLiteral("Done"));
 }
 
 QTEST_MAIN(TestPageFocus)
