@@ -1,10 +1,11 @@
 include(GNUInstallDirs)
 
 # The launcher is what users start; it starts the program (see its own comment).
-function(zv_launcher output program catalogues) # the last two as seen from the launcher's folder
+function(zv_scripts folder program data catalogues) # the last three as seen from the launcher's folder
     set(ZV_PROGRAM_FROM_LAUNCHER ${program})
     set(ZV_CATALOGUES_FROM_LAUNCHER ${catalogues})
-    configure_file(zvinstall.in ${output} @ONLY USE_SOURCE_PERMISSIONS)
+    set(ZV_MESSAGES_FROM_LAUNCHER ${data}/messages.sh)
+    configure_file(zvinstall.in ${folder}/zvinstall @ONLY USE_SOURCE_PERMISSIONS)
 endfunction()
 
 # -- for a system --
@@ -13,9 +14,12 @@ set(program ${CMAKE_INSTALL_LIBEXECDIR}/zvinstall)
 set(texts ${CMAKE_INSTALL_DATADIR}/zvinstall/translations)
 file(RELATIVE_PATH program_from_launcher /${CMAKE_INSTALL_BINDIR} /${program}/zvinstall)
 file(RELATIVE_PATH texts_from_launcher /${CMAKE_INSTALL_BINDIR} /${texts})
-zv_launcher(${CMAKE_CURRENT_BINARY_DIR}/zvinstall ${program_from_launcher} ${texts_from_launcher})
+set(data ${CMAKE_INSTALL_DATADIR}/zvinstall)
+file(RELATIVE_PATH data_from_launcher /${CMAKE_INSTALL_BINDIR} /${data})
+zv_scripts(${CMAKE_CURRENT_BINARY_DIR} ${program_from_launcher} ${data_from_launcher} ${texts_from_launcher})
 
 install(PROGRAMS ${CMAKE_CURRENT_BINARY_DIR}/zvinstall DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(FILES messages.sh DESTINATION ${data})
 install(TARGETS zvinstall RUNTIME DESTINATION ${program})
 install(FILES ${catalogues} DESTINATION ${texts})
 
@@ -54,8 +58,10 @@ install(FILES debian/lintian-overrides DESTINATION ${CMAKE_INSTALL_DATADIR}/lint
 
 # -- for the archive --
 
-zv_launcher(${CMAKE_CURRENT_BINARY_DIR}/portable/zvinstall zvinstall.bin .)
-install(PROGRAMS ${CMAKE_CURRENT_BINARY_DIR}/portable/zvinstall DESTINATION . COMPONENT portable EXCLUDE_FROM_ALL)
+zv_scripts(${CMAKE_CURRENT_BINARY_DIR}/portable zvinstall.bin support .)
+set(portable ${CMAKE_CURRENT_BINARY_DIR}/portable)
+install(PROGRAMS ${portable}/zvinstall DESTINATION . COMPONENT portable EXCLUDE_FROM_ALL)
+install(FILES messages.sh DESTINATION support COMPONENT portable EXCLUDE_FROM_ALL)
 install(PROGRAMS $<TARGET_FILE:zvinstall> DESTINATION . RENAME zvinstall.bin COMPONENT portable EXCLUDE_FROM_ALL)
 install(FILES ${catalogues} 70-zvinstall.rules portable/README.txt ${PROJECT_SOURCE_DIR}/LICENSE
     DESTINATION . COMPONENT portable EXCLUDE_FROM_ALL)
