@@ -1,11 +1,13 @@
 include(GNUInstallDirs)
 
-# The launcher is what users start; it starts the program (see its own comment).
-function(zv_scripts folder program data catalogues) # the last three as seen from the launcher's folder
+# The launcher is what users start; it starts the program (see its own comment). The report is for support.
+function(zv_scripts folder program data catalogues) # the last three as seen from the folder that users start them in
     set(ZV_PROGRAM_FROM_LAUNCHER ${program})
     set(ZV_CATALOGUES_FROM_LAUNCHER ${catalogues})
     set(ZV_MESSAGES_FROM_LAUNCHER ${data}/messages.sh)
+    set(ZV_REDACT_FROM_LAUNCHER ${data}/redact.awk)
     configure_file(zvinstall.in ${folder}/zvinstall @ONLY USE_SOURCE_PERMISSIONS)
+    configure_file(report/zvinstall-report.in ${folder}/zvinstall-report @ONLY USE_SOURCE_PERMISSIONS)
 endfunction()
 
 # -- for a system --
@@ -18,8 +20,9 @@ set(data ${CMAKE_INSTALL_DATADIR}/zvinstall)
 file(RELATIVE_PATH data_from_launcher /${CMAKE_INSTALL_BINDIR} /${data})
 zv_scripts(${CMAKE_CURRENT_BINARY_DIR} ${program_from_launcher} ${data_from_launcher} ${texts_from_launcher})
 
-install(PROGRAMS ${CMAKE_CURRENT_BINARY_DIR}/zvinstall DESTINATION ${CMAKE_INSTALL_BINDIR})
-install(FILES messages.sh DESTINATION ${data})
+install(PROGRAMS ${CMAKE_CURRENT_BINARY_DIR}/zvinstall ${CMAKE_CURRENT_BINARY_DIR}/zvinstall-report
+    DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(FILES messages.sh report/redact.awk DESTINATION ${data})
 install(TARGETS zvinstall RUNTIME DESTINATION ${program})
 install(FILES ${catalogues} DESTINATION ${texts})
 
@@ -52,6 +55,7 @@ function(zv_install_compressed source name destination)
     endif()
 endfunction()
 zv_install_compressed(zvinstall.1 zvinstall.1 ${CMAKE_INSTALL_MANDIR}/man1)
+zv_install_compressed(report/zvinstall-report.1 zvinstall-report.1 ${CMAKE_INSTALL_MANDIR}/man1)
 zv_install_compressed(debian/changelog changelog.Debian ${CMAKE_INSTALL_DATADIR}/doc/zvinstall)
 install(FILES debian/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/zvinstall)
 install(FILES debian/lintian-overrides DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides RENAME zvinstall)
@@ -60,8 +64,8 @@ install(FILES debian/lintian-overrides DESTINATION ${CMAKE_INSTALL_DATADIR}/lint
 
 zv_scripts(${CMAKE_CURRENT_BINARY_DIR}/portable zvinstall.bin support .)
 set(portable ${CMAKE_CURRENT_BINARY_DIR}/portable)
-install(PROGRAMS ${portable}/zvinstall DESTINATION . COMPONENT portable EXCLUDE_FROM_ALL)
-install(FILES messages.sh DESTINATION support COMPONENT portable EXCLUDE_FROM_ALL)
+install(PROGRAMS ${portable}/zvinstall ${portable}/zvinstall-report DESTINATION . COMPONENT portable EXCLUDE_FROM_ALL)
+install(FILES messages.sh report/redact.awk DESTINATION support COMPONENT portable EXCLUDE_FROM_ALL)
 install(PROGRAMS $<TARGET_FILE:zvinstall> DESTINATION . RENAME zvinstall.bin COMPONENT portable EXCLUDE_FROM_ALL)
 install(FILES ${catalogues} 70-zvinstall.rules portable/README.txt ${PROJECT_SOURCE_DIR}/LICENSE
     DESTINATION . COMPONENT portable EXCLUDE_FROM_ALL)
