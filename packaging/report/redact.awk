@@ -1,17 +1,20 @@
 # redact.awk: prints a session log of ZV Tolvar Setup without the passphrases.
 #
-#   LC_ALL=C awk -f redact.awk zvinstall.log
+#   tr -s '\000' '\001' <zvinstall.log | LC_ALL=C awk -f redact.awk
 #
-# Works on bytes; the log must not contain NUL bytes. What is removed appears as [removed]:
+# Works on bytes. A log that two wizards have written, or that a crash has cut, has holes, which are NUL bytes. Not every awk
+# can read these, so 0x01 stands for them. What is removed appears as [removed]:
 #
 # - A passphrase in the messages that are known to hold one ("Password Edit:", "nextId", the command "setpass").
 # - From the first "setpass" (or "get_log_file") on, all that the device sends outside its replies: it repeats the commands,
 #   and log lines cut what it sends anywhere. Of its replies, those with a known document are kept; the device's own log,
 #   which the user saves as a file, is not.
+#   The same from a hole in the log on.
 # - Every other occurrence of a passphrase that the log holds somewhere, also in network names, in other cases, as XML
 #   writes it, or split between two messages. Texts with fewer than five characters are no keys of a Wi-Fi network and are
 #   not searched for.
-# - Debug messages that are not the wizard's own. Qt's can hold what the user types, key by key.
+# - Debug messages that are not the wizard's own, since Qt's can hold what the user types, key by key. Lines that belong to no
+#   message.
 #
 # Of a long log the beginning and the end are printed, the passphrases of all of it are removed.
 
@@ -52,13 +55,20 @@ BEGIN {
 # -- Reading: messages, and the passphrases in them --
 
 {
+    hasHole = gsub(Gone, "")
     if (/^[DWCF]:/ && !(isSensitive() && !closed(text))) {
         endMessage()
         type = substr($0, 1, 1)
         text = substr($0, 3)
+    } else if (type != "" && text ~ / $/ && !isSensitive()) {
+        # The message was complete. When two wizards write to the log, the rest of a line can follow.
+        endMessage()
+        text = $0
     } else if (length(text) < LongestMessage) {
         text = text "\n" $0
     }
+    if (hasHole)
+        holes[count]
 }
 
 function isSensitive()
@@ -203,7 +213,7 @@ function joinLines(view,   i, n, part, j, message, at)
 {
     at = 1
     for (i = 0; i < count; i++) {
-        if (i == headEnd && leftOut)
+        if ((i == headEnd && leftOut) || i in holes)
             removeFrom(view, at)
         if (types[i] == "D" && index(texts[i], "--> \"") == 1) {
             # Where a command begins, no reply is under way.
@@ -211,11 +221,12 @@ function joinLines(view,   i, n, part, j, message, at)
             if (texts[i] ~ /^--> "(setpass|get_log_file)/)
                 removeFrom(view, at)
         }
+        if (types[i] == "")
+            at++ # a part of a line is lost
         if (types[i] != "W" || (view == 2 && i in twinOf))
             continue
         message = texts[i]
         sub(/ $/, "", message)
-        gsub(Gone, "?", message)
         n = split(message, part, "\n")
         pieces[view, i] = n ? n : 1
         firstLine[view, i] = at
@@ -328,13 +339,13 @@ function shown(message)
     return message
 }
 
-# Prints a message; one of many in a row that are removed as a whole.
-function put(message)
+# Prints a message; of many in a row that are removed as a whole the first one.
+function put(message,   isRemoved)
 {
-    if (message ~ /^.:\[removed\] ?$/ && message == lastPut)
-        return
-    lastPut = message
-    print message
+    isRemoved = message ~ /^.:\[removed\] ?$/
+    if (!isRemoved || !wasRemoved)
+        print message
+    wasRemoved = isRemoved
 }
 
 function received(view, i,   out, j, line)
@@ -384,7 +395,6 @@ function redacted(i,   start, value)
         if (texts[i] !~ Known || texts[i] !~ / $/)
             return "[removed]"
     }
-    gsub(Gone, "?", texts[i])
     return shown(hide(texts[i]))
 }
 
