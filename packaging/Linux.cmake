@@ -70,6 +70,38 @@ install(PROGRAMS $<TARGET_FILE:zvinstall> DESTINATION . RENAME zvinstall.bin COM
 install(FILES ${catalogues} 70-zvinstall.rules portable/README.txt ${PROJECT_SOURCE_DIR}/LICENSE
     DESTINATION . COMPONENT portable EXCLUDE_FROM_ALL)
 
+# -- for both: the documents for users --
+
+find_program(ZV_CMARK cmark-gfm)
+find_program(ZV_AWK awk)
+if(ZV_CMARK AND ZV_AWK)
+    set(documents manual troubleshooting)
+    string(JOIN " " names ${documents})
+    set(pages)
+    foreach(document ${documents})
+        set(source ${PROJECT_SOURCE_DIR}/docs/${document}.md)
+        set(page ${CMAKE_CURRENT_BINARY_DIR}/documents/${document}.html)
+        add_custom_command(OUTPUT ${page} DEPENDS ${source} documents/page.awk
+            COMMAND ${CMAKE_COMMAND} -E make_directory ${CMAKE_CURRENT_BINARY_DIR}/documents
+            COMMAND ${ZV_CMARK} --extension table ${source} | ${CMAKE_COMMAND} -E env LC_ALL=C
+                ${ZV_AWK} -v "pages=${names}" -f ${CMAKE_CURRENT_SOURCE_DIR}/documents/page.awk > ${page}
+            VERBATIM)
+        list(APPEND pages ${page})
+    endforeach()
+    add_custom_target(zv_documents ALL DEPENDS ${pages})
+    foreach(place ${CMAKE_INSTALL_DATADIR}/doc/zvinstall doc)
+        set(component)
+        if(place STREQUAL "doc")
+            set(component COMPONENT portable EXCLUDE_FROM_ALL)
+        endif()
+        install(FILES ${pages} DESTINATION ${place} ${component})
+        install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/images DESTINATION ${place} ${component}
+            PATTERN wizard.png EXCLUDE) # only the README shows it
+    endforeach()
+else()
+    message(STATUS "cmark-gfm was not found: building without the manual as HTML")
+endif()
+
 # -- the Debian package --
 
 set(CPACK_GENERATOR DEB)
