@@ -5,6 +5,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the system's names are reserved
 extern "C" int faccessat(int folder, const char *path, int mode, int /*flags*/) noexcept
 {
     if (folder == AT_FDCWD || path[0] == '/')
