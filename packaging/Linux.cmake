@@ -1,10 +1,13 @@
 include(GNUInstallDirs)
 
-# The launcher is what users start; it starts the program (see its own comment).
-function(zv_launcher output program catalogues) # the last two as seen from the launcher's folder
+# The launcher is what users start; it starts the program (see its own comment). The report is for support.
+function(zv_scripts folder program data catalogues) # the last three as seen from the folder that users start them in
     set(ZV_PROGRAM_FROM_LAUNCHER ${program})
     set(ZV_CATALOGUES_FROM_LAUNCHER ${catalogues})
-    configure_file(zvinstall.in ${output} @ONLY USE_SOURCE_PERMISSIONS)
+    set(ZV_MESSAGES_FROM_LAUNCHER ${data}/messages.sh)
+    set(ZV_REDACT_FROM_LAUNCHER ${data}/redact.awk)
+    configure_file(zvinstall.in ${folder}/zvinstall @ONLY USE_SOURCE_PERMISSIONS)
+    configure_file(report/zvinstall-report.in ${folder}/zvinstall-report @ONLY USE_SOURCE_PERMISSIONS)
 endfunction()
 
 # -- for a system --
@@ -13,9 +16,13 @@ set(program ${CMAKE_INSTALL_LIBEXECDIR}/zvinstall)
 set(texts ${CMAKE_INSTALL_DATADIR}/zvinstall/translations)
 file(RELATIVE_PATH program_from_launcher /${CMAKE_INSTALL_BINDIR} /${program}/zvinstall)
 file(RELATIVE_PATH texts_from_launcher /${CMAKE_INSTALL_BINDIR} /${texts})
-zv_launcher(${CMAKE_CURRENT_BINARY_DIR}/zvinstall ${program_from_launcher} ${texts_from_launcher})
+set(data ${CMAKE_INSTALL_DATADIR}/zvinstall)
+file(RELATIVE_PATH data_from_launcher /${CMAKE_INSTALL_BINDIR} /${data})
+zv_scripts(${CMAKE_CURRENT_BINARY_DIR} ${program_from_launcher} ${data_from_launcher} ${texts_from_launcher})
 
-install(PROGRAMS ${CMAKE_CURRENT_BINARY_DIR}/zvinstall DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(PROGRAMS ${CMAKE_CURRENT_BINARY_DIR}/zvinstall ${CMAKE_CURRENT_BINARY_DIR}/zvinstall-report
+    DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(FILES messages.sh report/redact.awk DESTINATION ${data})
 install(TARGETS zvinstall RUNTIME DESTINATION ${program})
 install(FILES ${catalogues} DESTINATION ${texts})
 
@@ -36,7 +43,9 @@ install(FILES ${PROJECT_SOURCE_DIR}/resources/artwork/zv_setup.svg
 install(FILES 70-zvinstall.rules DESTINATION lib/udev/rules.d)
 
 configure_file(zvinstall.1.in zvinstall.1 @ONLY)
-install(FILES ${CMAKE_CURRENT_BINARY_DIR}/zvinstall.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+configure_file(report/zvinstall-report.1.in zvinstall-report.1 @ONLY)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/zvinstall.1 ${CMAKE_CURRENT_BINARY_DIR}/zvinstall-report.1
+    DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 
 # -- for the archive --
 
@@ -48,8 +57,41 @@ set(ZV_ARCHIVE_NAME
     CACHE INTERNAL "Name of the archive and of the folder in it")
 configure_file(portable/README.txt.in portable/README.txt @ONLY)
 
-zv_launcher(${CMAKE_CURRENT_BINARY_DIR}/portable/zvinstall zvinstall.bin .)
-install(PROGRAMS ${CMAKE_CURRENT_BINARY_DIR}/portable/zvinstall DESTINATION . COMPONENT portable EXCLUDE_FROM_ALL)
+zv_scripts(${CMAKE_CURRENT_BINARY_DIR}/portable zvinstall.bin support .)
+set(portable ${CMAKE_CURRENT_BINARY_DIR}/portable)
+install(PROGRAMS ${portable}/zvinstall ${portable}/zvinstall-report DESTINATION . COMPONENT portable EXCLUDE_FROM_ALL)
+install(FILES messages.sh report/redact.awk DESTINATION support COMPONENT portable EXCLUDE_FROM_ALL)
 install(PROGRAMS $<TARGET_FILE:zvinstall> DESTINATION . RENAME zvinstall.bin COMPONENT portable EXCLUDE_FROM_ALL)
 install(FILES ${catalogues} 70-zvinstall.rules ${CMAKE_CURRENT_BINARY_DIR}/portable/README.txt ${PROJECT_SOURCE_DIR}/LICENSE
     DESTINATION . COMPONENT portable EXCLUDE_FROM_ALL)
+# -- for both: the documents for users --
+
+find_program(ZV_CMARK cmark-gfm)
+find_program(ZV_AWK awk)
+if(ZV_CMARK AND ZV_AWK)
+    set(documents manual troubleshooting)
+    string(JOIN " " names ${documents})
+    set(pages)
+    foreach(document ${documents})
+        set(source ${PROJECT_SOURCE_DIR}/docs/${document}.md)
+        set(page ${CMAKE_CURRENT_BINARY_DIR}/documents/${document}.html)
+        add_custom_command(OUTPUT ${page} DEPENDS ${source} documents/page.awk
+            COMMAND ${CMAKE_COMMAND} -E make_directory ${CMAKE_CURRENT_BINARY_DIR}/documents
+            COMMAND ${ZV_CMARK} --extension table ${source} | ${CMAKE_COMMAND} -E env LC_ALL=C
+                ${ZV_AWK} -v "pages=${names}" -f ${CMAKE_CURRENT_SOURCE_DIR}/documents/page.awk > ${page}
+            VERBATIM)
+        list(APPEND pages ${page})
+    endforeach()
+    add_custom_target(zv_documents ALL DEPENDS ${pages})
+    foreach(place ${CMAKE_INSTALL_DATADIR}/doc/zvinstall doc)
+        set(component)
+        if(place STREQUAL "doc")
+            set(component COMPONENT portable EXCLUDE_FROM_ALL)
+        endif()
+        install(FILES ${pages} DESTINATION ${place} ${component})
+        install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/images DESTINATION ${place} ${component}
+            PATTERN wizard.png EXCLUDE) # only the README shows it
+    endforeach()
+else()
+    message(STATUS "cmark-gfm was not found: building without the manual as HTML")
+endif()

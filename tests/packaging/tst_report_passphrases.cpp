@@ -1,0 +1,248 @@
+#include <QFile>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTest>
+
+#include "tests/e2e/scenario.h"
+
+// The reader here shares nothing with the script that takes the passphrases out: it joins what the log lines
+// have cut, in each way that a person could think of, and looks for the passphrase in that.
+
+namespace
+{
+struct Message {
+    char level;
+    QByteArray text;
+};
+
+QList<Message> messagesOf(const QByteArray &log)
+{
+    QList<Message> messages;
+    for (const QByteArray &line : log.split('\n')) {
+        static const QByteArray levels("DWCF");
+        if (line.size() > 1 && line.at(1) == ':' && levels.contains(line.at(0)))
+            messages.append({line.at(0), line.mid(2)});
+        else if (!messages.isEmpty())
+            messages.last().text += '\n' + line;
+    }
+    return messages;
+}
+
+QByteArray withoutReferences(QByteArray text)
+{
+    return text.replace("&lt;", "<")
+        .replace("&gt;", ">")
+        .replace("&quot;", "\"")
+        .replace("&apos;", "'")
+        .replace("&amp;", "&");
+}
+
+QByteArray withoutWhiteSpace(QByteArray text)
+{
+    for (const char space : {' ', '\t', '\r', '\n'})
+        text.replace(space, "");
+    return text;
+}
+
+/// What can be made of a log by joining its messages.
+QByteArrayList readings(const QByteArray &log)
+{
+    QByteArray received;
+    QByteArray receivedOnce; // with two readers, each message is there twice
+    QByteArray everything;
+    QByteArray previous;
+    for (const Message &message : messagesOf(log)) {
+        const QByteArray text = message.text.endsWith(' ') ? message.text.chopped(1) : message.text;
+        everything += text;
+        if (message.level != 'W')
+            continue;
+        received += text;
+        if (text == previous) {
+            previous.clear();
+            continue;
+        }
+        receivedOnce += text;
+        previous = text;
+    }
+    QByteArrayList readings = {log, received, receivedOnce, everything};
+    for (const QByteArray &reading : QByteArrayList(readings))
+        readings += withoutReferences(reading);
+    for (const QByteArray &reading : QByteArrayList(readings))
+        readings += withoutWhiteSpace(reading);
+    return readings;
+}
+
+/// The ways in which a passphrase may be written.
+QByteArrayList writings(const QString &passphrase)
+{
+    QByteArrayList writings = {passphrase.toUtf8(), passphrase.toLatin1(), passphrase.trimmed().toUtf8()};
+    writings += QString::fromLatin1(passphrase.toUtf8()).toUtf8(); // UTF-8 taken for Latin-1
+    for (const QByteArray &writing : QByteArrayList(writings))
+        writings += withoutWhiteSpace(writing);
+    return writings;
+}
+
+/// Where a passphrase is found; empty if it is nowhere.
+QByteArray findIn(const QByteArray &log, const QString &passphrase)
+{
+    for (const QByteArray &reading : readings(log)) {
+        for (const QByteArray &writing : writings(passphrase)) {
+            const qsizetype at = reading.toLower().indexOf(writing.toLower());
+            if (at >= 0)
+                return "..." + reading.mid(at - 60, writing.size() + 120) + "...";
+        }
+    }
+    return {};
+}
+
+/// A piece of a passphrase that is found in what the device sent: five characters of it.
+QByteArray findPieceIn(const QByteArray &log, const QString &passphrase)
+{
+    constexpr int piece = 5;
+    for (int start = 0; start + piece <= passphrase.size(); ++start) {
+        const QByteArray text = passphrase.mid(start, piece).toUtf8();
+        for (const QByteArray &reading : readings(log)) {
+            const qsizetype at = reading.indexOf(text);
+            if (at >= 0)
+                return text + " in ..." + reading.mid(at - 60, 120) + "...";
+        }
+    }
+    return {};
+}
+
+struct Run {
+    TolvarNetwork network;
+    QStringList passphrases; ///< in the order they are tried; the last is right
+    LineFaults::Reads reads = LineFaults::AsTheyCome;
+    bool isPluggedLater = false; ///< then both controllers read
+    bool isReplyLost =
+        false; ///< two readers, byte by byte: replies after the passphrase can't be told from echo
+};
+} // namespace
+Q_DECLARE_METATYPE(Run)
+
+/// Passphrases go through the real program, and must not be in the report for support.
+class TestReportPassphrases : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aRunLeavesNoneInTheReport_data();
+    void aRunLeavesNoneInTheReport();
+
+private:
+    static bool walks(Scenario &s, const Run &run);
+    static QByteArray report(const Scenario &s);
+};
+
+void TestReportPassphrases::aRunLeavesNoneInTheReport_data()
+{
+    const auto network = [](const QByteArray &name, const QString &passphrase,
+                            const QByteArray &security = "WPA2") {
+        TolvarNetwork result;
+        result.ssid = name;
+        result.passphrase = passphrase.toLatin1();
+        result.security = security;
+        return result;
+    };
+    QTest::addColumn<Run>("run");
+
+    const QString markup = "<b>\"it's a & b\"</b>";
+    QTest::newRow("markup and quotes, after a wrong one")
+        << Run{network("Barn", markup), {"mistyped first", markup}};
+    const QString latin1 = QString::fromUtf8("Gr\xc3\xb6\xc3\x9f\x65nma\xc3\x9f §");
+    QTest::newRow("Latin-1, read byte by byte") << Run{network("Barn", latin1), {latin1}, LineFaults::Single};
+    const QString spaces = "  two  yellow  spaces  ";
+    QTest::newRow("spaces, with two readers byte by byte")
+        << Run{network("Barn", spaces), {spaces}, LineFaults::Single, true, true};
+    QTest::newRow("also the network's name, with two readers")
+        << Run{network("Quixotic jam", "Quixotic jam"), {"Quixotic jam"}, LineFaults::AsTheyCome, true};
+    QTest::newRow("a WEP key") << Run{network("Barn", "3f9a77c01e", "WEP"), {"3f9a77c01e"}};
+}
+
+bool TestReportPassphrases::walks(Scenario &s, const Run &run)
+{
+    if (!s.user.seesTheDevice())
+        return false;
+    // Both controllers ask for the status. A reply that comes during the scan would end it.
+    const int queries = run.isPluggedLater ? 2 : 1;
+    if (!s.tolvar.waitUntil([&] { return s.received().count("get") == queries && s.tolvar.isAtRest(); },
+                            20000))
+        return false;
+    if (!s.user.goesToTheNetworks() || !s.user.seesTheNetworks() ||
+        !s.user.picks(QString::fromLatin1(run.network.ssid)))
+        return false;
+    for (const QString &passphrase : run.passphrases) {
+        if (!s.user.typesPassphrase(passphrase) || !s.user.goesOn())
+            return false;
+        if (run.network.security == "WEP" && !s.user.goesOn())
+            return false;
+        if (passphrase == run.passphrases.last())
+            return s.user.sees("Successfully tested connection to network\n") && s.user.saves() &&
+                   s.user.finishes();
+        if (!s.user.sees("The network was found, but the passphrase was invalid\n") || !s.user.goesBack() ||
+            !s.user.seesTheNetworks())
+            return false;
+    }
+    return false;
+}
+
+QByteArray TestReportPassphrases::report(const Scenario &s)
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("HOME", s.inHome(""));
+    process.setProcessEnvironment(environment);
+    process.setWorkingDirectory(s.inHome(""));
+    process.start(ZV_REPORT, {"report.txt"});
+    if (!process.waitForFinished(60000) || process.exitCode() != 0)
+        qWarning("zvinstall-report failed: %s", process.readAllStandardError().constData());
+    QFile file(s.inHome("report.txt"));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void TestReportPassphrases::aRunLeavesNoneInTheReport()
+{
+    QFETCH(Run, run);
+    TolvarSetup setup;
+    setup.air = {run.network};
+    setup.delays = TolvarDelays();
+    Scenario s(setup);
+    LineFaults faults;
+    faults.reads = run.reads;
+    s.tolvar.setFaults(faults);
+    if (!run.isPluggedLater)
+        QVERIFY(s.tolvar.plug());
+    ZV_STEP(s, s.start());
+    if (run.isPluggedLater) {
+        ZV_STEP(s, s.user.seesTheSearch());
+        QVERIFY(s.tolvar.plug());
+    }
+    ZV_STEP(s, walks(s, run));
+
+    const QByteArray log = s.sessionLog();
+    const QByteArray report = TestReportPassphrases::report(s);
+    for (const QString &passphrase : run.passphrases) {
+        QVERIFY2(!findIn(log, passphrase).isEmpty(), "the session log holds the passphrase");
+        const QByteArray found = findIn(report, passphrase);
+        QVERIFY2(found.isEmpty(), found.constData());
+        const QByteArray piece = findPieceIn(report, passphrase);
+        QVERIFY2(piece.isEmpty(), piece.constData());
+    }
+    // What support needs is still there.
+    QByteArrayList useful = {"D:****Device DISCOVERED: \n",    "<name>TOLVAR-4711</name>",
+                             "D:->IN_PROMPT - end scaning \n", "D:--> \"setpass [removed]",
+                             "D:->IN_PROMPT - end testing \n", "D:--> \"exit\r\n"};
+    if (!run.isReplyLost)
+        useful += "result=\"0\"";
+    const QByteArrayList shown = readings(report);
+    for (const QByteArray &text : useful) {
+        QVERIFY2(std::any_of(shown.cbegin(), shown.cend(),
+                             [&](const QByteArray &reading) { return reading.contains(text); }),
+                 ("expected in the report: " + text).constData());
+    }
+    QVERIFY(report.contains("0403:6001 "));
+}
+
+QTEST_GUILESS_MAIN(TestReportPassphrases)
+#include "tst_report_passphrases.moc"
