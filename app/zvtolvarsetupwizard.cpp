@@ -69,6 +69,8 @@ ZVTolvarSetupWizard::ZVTolvarSetupWizard(QWidget *parent)
     theConsoleWindow = _console->console_textBrowser();
     tabAsTheEyeReads();
     connect(this, &QWizard::currentIdChanged, this, &ZVTolvarSetupWizard::keepFocusOnPage);
+    for (const int id : pageIds()) // after the wizard's own connections, which disable Continue
+        connect(page(id), &QWizardPage::completeChanged, this, &ZVTolvarSetupWizard::keepFocusOnPage);
 }
 
 // From left to right as this style lays the buttons out; the toolkit would begin in the middle.
@@ -81,13 +83,14 @@ void ZVTolvarSetupWizard::tabAsTheEyeReads()
     }
 }
 
-// On a page where nothing can be used yet, Qt moves the focus on to the next button that can be: the
-// console's, which Enter would then press.
+// Qt finds no other widget for the focus of a button that it disables or hides, because the wizard hides its
+// contents for the update. When the window is activated later, Qt would choose Console, which Enter then
+// opens.
 void ZVTolvarSetupWizard::keepFocusOnPage()
 {
-    QWizardPage *page = currentPage();
-    if (page && !page->isAncestorOf(focusWidget()) && focusWidget() != button(NextButton))
-        page->setFocus();
+    const QWidget *focused = focusWidget();
+    if (currentPage() && (!focused || !focused->isEnabled() || !focused->isVisibleTo(this)))
+        currentPage()->setFocus();
 }
 
 bool ZVTolvarSetupWizard::event(QEvent *event)

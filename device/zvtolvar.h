@@ -74,6 +74,9 @@ public:
     int firmwareVersionAsInt() const;
     /// The antenna in the user's words, translated.
     QString antennaDescription() const;
+    /// Whether no device is known, or the known one has been pulled out: its port is dead, though its removal
+    /// may not have been reported yet.
+    bool isGone() const;
     /// A copy of the record stored for \a ssid; a record named "Not Found" and otherwise empty when there is
     /// none.
     ZVScanResult getScanResult(QString ssid) const;

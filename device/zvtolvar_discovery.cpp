@@ -124,3 +124,8 @@ void ZVTolvar::onDeviceRemoved(const QextPortInfo &info)
     _isLineOpen = false;
     // kept: _response and _currentCommand stay as they are.
 }
+
+bool ZVTolvar::isGone() const
+{
+    return _systemID.isEmpty() || (_port && _port->isDead());
+}

@@ -25,6 +25,8 @@ ChooseNetworkWizardPage::ChooseNetworkWizardPage(QWidget *parent)
 {
     _ui->setupUi(this);
     _ui->progressBar->hide();
+    // Released comes before clicked, which starts a scan.
+    connect(_ui->refreshButton, &QPushButton::released, this, showWaitCursor);
 }
 
 ChooseNetworkWizardPage::~ChooseNetworkWizardPage()
@@ -51,8 +53,6 @@ void ChooseNetworkWizardPage::initializePage()
     // A view that is given the model that it has keeps its selection model, too: one connection is enough.
     connect(_ui->networkListView->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &ChooseNetworkWizardPage::onSelectionChanged, Qt::UniqueConnection);
-    // Released comes before clicked, which starts the next scans.
-    connect(_ui->refreshButton, &QPushButton::released, this, showWaitCursor);
     showWaitCursor();
     tolvar->startScan();
 }
@@ -101,8 +101,9 @@ int ChooseNetworkWizardPage::nextId() const
 
 void ChooseNetworkWizardPage::onStartScan()
 {
-    // The networks are what comes next. Qt would move the focus to the name and select that.
-    if (wizard()->focusWidget() == _ui->refreshButton)
+    // Qt would move the focus from a disabled button to the Network field and select the name there.
+    const QWidget *focused = wizard()->focusWidget();
+    if (focused == _ui->refreshButton || focused == _ui->viewDetailsButton)
         _ui->networkListView->setFocus();
     _ui->refreshButton->setEnabled(false);
     _ui->viewDetailsButton->setEnabled(false);
@@ -115,12 +116,14 @@ void ChooseNetworkWizardPage::onFinishScan()
     _ui->refreshButton->setEnabled(true);
     _ui->viewDetailsButton->setEnabled(true);
     _ui->progressBar->hide();
+    clearOtherSelection(wizardController(this)->network());
     Q_EMIT completeChanged();
 }
 
 void ChooseNetworkWizardPage::OnNetworkNameChanged(QString name)
 {
     _ui->input_NetworkName->setText(name);
+    clearOtherSelection(name);
     Q_EMIT completeChanged();
 }
 
@@ -130,12 +133,26 @@ void ChooseNetworkWizardPage::OnNetworkListClicked(QModelIndex ind)
     wizardController(this)->setNetwork(ind.data(Qt::DisplayRole).toString());
 }
 
-// The highlighted network is the one to join, whether a key, a click, or a press that slipped to another row
-// has highlighted it. Not currentChanged(): the list has a current row as soon as Tab enters it.
+// Not currentChanged(): the list has a current row as soon as Tab enters it. When a scan ends without a list,
+// the placeholder rows stay; they are no networks.
 void ChooseNetworkWizardPage::onSelectionChanged(const QItemSelection &selected)
 {
-    if (!selected.isEmpty() && !wizardController(this)->scanning())
-        OnNetworkListClicked(selected.indexes().constFirst());
+    ZVTolvar *tolvar = wizardController(this);
+    if (selected.isEmpty() || tolvar->scanning())
+        return;
+    const QModelIndex row = selected.indexes().constFirst();
+    if (tolvar->scannedNetworks()->contains(row.data(Qt::DisplayRole).toString()))
+        OnNetworkListClicked(row);
+}
+
+// The highlighted network is the one that is tried. A name that was typed, or a row that was highlighted
+// during a scan, leaves another one highlighted.
+void ChooseNetworkWizardPage::clearOtherSelection(const QString &network)
+{
+    const QItemSelectionModel *selection = _ui->networkListView->selectionModel();
+    if (selection && selection->hasSelection() &&
+        selection->selectedIndexes().constFirst().data(Qt::DisplayRole).toString() != network)
+        _ui->networkListView->clearSelection();
 }
 
 void ChooseNetworkWizardPage::OnNetworkListDoubleClicked(QModelIndex ind)

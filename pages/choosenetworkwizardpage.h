@@ -55,6 +55,7 @@ public Q_SLOTS:
 private:
     void connectEverything(ZVTolvar *tolvar);
     void onSelectionChanged(const QItemSelection &selected);
+    void clearOtherSelection(const QString &network);
     QString shownAntenna() const;
 
     std::unique_ptr<Ui_ChooseNetworkWizardPage> _ui;

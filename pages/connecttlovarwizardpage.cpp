@@ -45,15 +45,9 @@ void ConnectTlovarWizardPage::onCandidateDeviceFound()
 void ConnectTlovarWizardPage::onSystemIDChanged(QString sysID)
 {
     const Announcement found(sysID.isEmpty() ? nullptr : _ui->label_progress);
-    QWidget *continueButton = wizard()->button(QWizard::NextButton);
-    const bool wasOnContinue = wizard()->focusWidget() == continueButton;
     Q_EMIT completeChanged();
-    if (!isVisible())
-        return;
-    if (!sysID.isEmpty())
-        continueButton->setFocus();
-    else if (wasOnContinue)
-        setFocus(); // Qt has moved it on to the console's button
+    if (!sysID.isEmpty() && isVisible())
+        wizard()->button(QWizard::NextButton)->setFocus();
 }
 
 bool ConnectTlovarWizardPage::isComplete() const

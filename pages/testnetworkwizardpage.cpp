@@ -24,15 +24,13 @@ constexpr auto InputDelay = 100ms;
 TestNetworkWizardPage::TestNetworkWizardPage(QWidget *parent)
     : QWizardPage(parent)
     , _ui(std::make_unique<Ui_TestNetworkWizardPage>())
+    , _afterSave(this)
 {
     _ui->setupUi(this);
     takeForText({_ui->label}); // it names the network
     _afterSave.setSingleShot(true);
     _afterSave.setInterval(InputDelay);
-    connect(&_afterSave, &QTimer::timeout, this, [this] {
-        moveFocus(wizard()->button(QWizard::FinishButton));
-        announce(_ui->label);
-    });
+    connect(&_afterSave, &QTimer::timeout, this, &TestNetworkWizardPage::leadOnAfterSave);
 }
 
 TestNetworkWizardPage::~TestNetworkWizardPage() = default;
@@ -64,6 +62,7 @@ void TestNetworkWizardPage::initializePage()
     _ui->progressBar->show();
     _ui->label->setText(waiting);
     testInProgress = true;
+    _afterSave.stop(); // of a save just before the user went back
     showWaitCursor();
     tolvar->startNetworkTest();
 }
@@ -114,7 +113,18 @@ void TestNetworkWizardPage::onSaveNetworkConfig()
     _ui->label->setText(tr("Configuration saved\n", "Progress Text"));
     testInProgress = false;
     Q_EMIT completeChanged();
+    _focusAtSave = wizard()->focusWidget();
     _afterSave.start();
+}
+
+// Not for a device that was pulled out meanwhile, perhaps in the middle of the save.
+void TestNetworkWizardPage::leadOnAfterSave()
+{
+    if (wizardController(this)->isGone())
+        return;
+    if (wizard()->focusWidget() == _focusAtSave) // the user has not moved it meanwhile
+        moveFocus(wizard()->button(QWizard::FinishButton));
+    announce(_ui->label);
 }
 
 // A verdict may arrive when the user has gone back and types.

@@ -32,9 +32,11 @@ public Q_SLOTS:
 
 private:
     void offerSaveAnyway(const QString &verdict);
+    void leadOnAfterSave();
     void moveFocus(QWidget *next);
 
     std::unique_ptr<Ui_TestNetworkWizardPage> _ui;
-    bool testInProgress = false; // until a save; the verdicts leave it alone
-    QTimer _afterSave;           // then the focus moves on
+    bool testInProgress = false;           // until a save; the verdicts leave it alone
+    QTimer _afterSave;                     // then the focus moves on
+    const QWidget *_focusAtSave = nullptr; // never dereferenced
 };

@@ -60,6 +60,8 @@ public:
     qint64 bytesAvailable() const override;
     /// Whether the received bytes hold a line end.
     bool canReadLine() const override;
+    /// Whether the port went away while this object had it open.
+    bool isDead() const { return isOpen() && !_line; }
 
 protected:
     /// Takes from the received bytes; -1 when there are none and the line is gone.

@@ -185,7 +185,7 @@ void TestKeyboard::tabFollowsTheEye()
     ZV_STEP(s, s.screen.waitFor(button("Save network configuration").enabled()));
     QCOMPARE(strayFrom(user, {"Save network configuration", "Console", "Cancel", "Go Back"}), QString());
     ZV_STEP(s, user.presses("Save network configuration"));
-    ZV_STEP(s, s.screen.waitFor(button("Done").enabled()));
+    ZV_STEP(s, s.screen.waitFor(button("Done").enabled().focused()));
     QCOMPARE(strayFrom(user, {"Save network configuration", "Console", "Cancel", "Go Back", "Done"}),
              QString());
 }

@@ -78,7 +78,9 @@ void TestNetworkChoice::arrowKeysChooseANetwork()
 
 void TestNetworkChoice::spaceChoosesTheRowThatTabEnters()
 {
-    Scenario s;
+    TolvarSetup setup; // without names that begin with a space: the list would go on to one of them
+    setup.air.removeIf([](const TolvarNetwork &network) { return network.ssid.startsWith(' '); });
+    Scenario s(setup);
     ZV_STEP(s, seesTheNetworks(s));
     const QStringList networks = s.screen.names(row());
     ZV_STEP(s, s.screen.click(field().beside("Passphrase")));

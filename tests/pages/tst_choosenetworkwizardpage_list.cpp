@@ -32,6 +32,9 @@ private Q_SLOTS:
     void aClickOnNothingPicksNothing();
     void aHighlightedRowIsTheNetwork();
     void aRowHighlightedDuringAScanIsNot();
+    void aPlaceholderIsNotHighlightedAsTheNetwork();
+    void aScanThatEndsWithoutAListLeavesNoOtherRowHighlighted();
+    void aTypedNameLeavesNoOtherRowHighlighted();
     void aClickReportsTheNetworkOnce();
     void afterASecondEntryAHighlightedRowCountsOnce();
     void theRefreshButtonScans();
@@ -44,6 +47,18 @@ private:
     {
         auto *list = _f->widget<QListView>("networkListView");
         list->setCurrentIndex(list->model()->index(int(_f->rows().indexOf(row)), 0));
+    }
+
+    /// Ends the scan in progress with a status document, as when the device answers an earlier "get" late.
+    void endScanWithoutList() const
+    {
+        for (const char byte : "\x02<puckdata></puckdata>\x03")
+            _f->tolvar().handleReceived(byte);
+        _f->wizard.inside.state() = NOT_CONNECTED; // there is no port to send the next command to
+    }
+    bool hasHighlight() const
+    {
+        return _f->widget<QListView>("networkListView")->selectionModel()->hasSelection();
     }
 
     std::unique_ptr<ChoosePageFixture> _f;
@@ -187,6 +202,7 @@ void TestNetworkList::aHighlightedRowIsTheNetwork()
     highlight("Open");
     QCOMPARE(_f->tolvar().network(), QStringLiteral("Open"));
     QCOMPARE(_f->name()->text(), QStringLiteral("Open"));
+    QVERIFY(hasHighlight());
     _f->widget<QListView>("networkListView")->clearSelection();
     QCOMPARE(_f->name()->text(), QStringLiteral("Open"));
 }
@@ -200,8 +216,43 @@ void TestNetworkList::aRowHighlightedDuringAScanIsNot()
     highlight("Open"); // the old rows stay until the reply
     QCOMPARE(_f->tolvar().network(), QStringLiteral("Home"));
     _f->wizard.finishScan(threeNetworks);
-    QVERIFY2(!_f->widget<QListView>("networkListView")->selectionModel()->hasSelection(),
-             "no row may stay highlighted that is not the network");
+    QVERIFY2(!hasHighlight(), "no row may stay highlighted that is not the network");
+}
+
+void TestNetworkList::aPlaceholderIsNotHighlightedAsTheNetwork()
+{
+    endScanWithoutList();
+    QVERIFY(!_f->tolvar().scanning());
+    QCOMPARE(_f->rows().constFirst(), QStringLiteral("Scanning for Networks"));
+    highlight("Scanning for Networks");
+    QCOMPARE(_f->tolvar().network(), QStringLiteral("Home"));
+    QCOMPARE(_f->name()->text(), QStringLiteral("Home"));
+}
+
+void TestNetworkList::aScanThatEndsWithoutAListLeavesNoOtherRowHighlighted()
+{
+    _f->wizard.finishScan(threeNetworks);
+    _f->tolvar().startScan();
+    highlight("Open");
+    endScanWithoutList();
+    QVERIFY(_f->rows().contains("Open"));
+    QCOMPARE(_f->tolvar().network(), QStringLiteral("Home"));
+    QVERIFY2(!hasHighlight(), "no row may stay highlighted that is not the network");
+}
+
+void TestNetworkList::aTypedNameLeavesNoOtherRowHighlighted()
+{
+    _f->wizard.finishScan(threeNetworks);
+    highlight("Open");
+    _f->name()->setFocus();
+    _f->name()->selectAll();
+    QTest::keyClicks(_f->name(), "Hidden");
+    QTest::keyClick(_f->name(), Qt::Key_Tab);
+    QCOMPARE(_f->tolvar().network(), QStringLiteral("Hidden"));
+    QVERIFY2(!hasHighlight(), "no row may stay highlighted that is not the network");
+    highlight("Open"); // the same row counts again
+    QCOMPARE(_f->tolvar().network(), QStringLiteral("Open"));
+    QVERIFY(hasHighlight());
 }
 
 void TestNetworkList::aClickReportsTheNetworkOnce()

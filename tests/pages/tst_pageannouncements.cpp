@@ -2,6 +2,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 
 #include "pages/pageid.h"
 #include "tests/support/wizardfixture.h"
@@ -46,6 +47,9 @@ private Q_SLOTS:
     void aVerdictComesAfterTheFocus();
     void aVerdictOnAnotherPageIsNotAnnounced();
     void afterASecondEntryEverythingIsAnnouncedOnce();
+    void aSaveOfADeviceThatIsGoneIsNotAnnounced();
+    void anUnplugIsNotAnnounced_data();
+    void anUnplugIsNotAnnounced();
     void aWrittenLog();
 
 private:
@@ -145,6 +149,44 @@ void TestPageAnnouncements::afterASecondEntryEverythingIsAnnouncedOnce()
     _f->widget<QPushButton>("pushButton")->click();
     QTRY_VERIFY(spoken.contains(saved));
     QCOMPARE(heard(), QStringList({"focus: Done", saved}));
+}
+
+void TestPageAnnouncements::aSaveOfADeviceThatIsGoneIsNotAnnounced()
+{
+    _f->goTo(TestNetworkPageId);
+    _f->finishTest("0");
+    heard();
+    const auto *afterSave =
+        _f->wizard.currentPage()->findChild<QTimer *>(QString(), Qt::FindDirectChildrenOnly);
+    _f->widget<QPushButton>("pushButton")->click();
+    QVERIFY(afterSave->isActive());
+    _f->tolvar.onDeviceRemoved({});
+    QTRY_VERIFY(!afterSave->isActive());
+    QCOMPARE(heard(), QStringList());
+}
+
+void TestPageAnnouncements::anUnplugIsNotAnnounced_data()
+{
+    QTest::addColumn<int>("page");
+    QTest::addColumn<QString>("verdict");
+    QTest::newRow("on the page of the found device") << int(TolvarFoundPageId) << QString();
+    QTest::newRow("during a scan") << int(ChooseNetworkPageId) << QString();
+    QTest::newRow("during a test") << int(TestNetworkPageId) << QString();
+    QTest::newRow("after success") << int(TestNetworkPageId) << "0";
+    QTest::newRow("after a failure") << int(TestNetworkPageId) << "1";
+    QTest::newRow("after a system error") << int(TestNetworkPageId) << "3";
+}
+
+void TestPageAnnouncements::anUnplugIsNotAnnounced()
+{
+    QFETCH(int, page);
+    QFETCH(QString, verdict);
+    _f->goTo(page);
+    if (!verdict.isNull())
+        _f->finishTest(verdict);
+    heard();
+    _f->tolvar.onDeviceRemoved({});
+    QCOMPARE(heard(), QStringList());
 }
 
 void TestPageAnnouncements::aWrittenLog()

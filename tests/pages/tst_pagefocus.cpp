@@ -1,6 +1,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 
 #include "pages/pageid.h"
 #include "tests/support/wizardfixture.h"
@@ -23,13 +24,20 @@ private Q_SLOTS:
     void theLogButtonGetsTheFocusBack();
     void aFinishedLogTakesNoFocusFromAnotherButton();
     void theListHasTheFocusWhileTheFirstScanRuns();
+    void anotherScanMovesTheFocusToTheList_data();
     void anotherScanMovesTheFocusToTheList();
+    void anUnplugMovesTheFocusFromContinueToThePage();
     void aScanTakesNoFocusFromTheFields();
     void thePageHasTheFocusDuringATest();
     void aVerdictMovesTheFocus_data();
     void aVerdictMovesTheFocus();
     void aVerdictOnAnotherPageMovesNoFocus();
+    void anUnplugLeavesTheFocusAfterAVerdict();
     void doneHasTheFocusAfterSaving();
+    void aSaveTakesNoFocusThatTheUserHasMoved();
+    void aSaveOfADeviceThatIsGoneMovesNoFocus();
+    void aSaveMovesNoFocusOnThePageBefore();
+    void aTestRightAfterASaveKeepsTheFocusOnThePage();
 
 private:
     /// What has the focus: "the page", or its text or object name.
@@ -45,6 +53,14 @@ private:
     }
     void moveFocusTo(QWizard::WizardButton button) const { _f->wizard.button(button)->setFocus(); }
     void finds() const { _f->status("<name>TOLVAR-1</name><firmware_version>A060</firmware_version>"); }
+    void save() const { _f->widget<QPushButton>("pushButton")->click(); }
+    /// Whether the test page is still waiting for keys that were pressed during a save.
+    bool isSaving() const
+    {
+        return _f->wizard.page(TestNetworkPageId)
+            ->findChild<QTimer *>(QString(), Qt::FindDirectChildrenOnly)
+            ->isActive();
+    }
     void call(const char *slot) const { QVERIFY(QMetaObject::invokeMethod(_f->wizard.currentPage(), slot)); }
 
     std::unique_ptr<WizardFixture> _f;
@@ -128,17 +144,36 @@ void TestPageFocus::theListHasTheFocusWhileTheFirstScanRuns()
     QCOMPARE(focus(), QStringLiteral("networkListView"));
 }
 
+void TestPageFocus::anotherScanMovesTheFocusToTheList_data()
+{
+    QTest::addColumn<QByteArray>("focused");
+    QTest::newRow("from the button that starts it") << QByteArray("refreshButton");
+    // A screen reader presses a button without moving the focus to it.
+    QTest::newRow("from the details button") << QByteArray("viewDetailsButton");
+}
+
 void TestPageFocus::anotherScanMovesTheFocusToTheList()
 {
+    QFETCH(QByteArray, focused);
     _f->goTo(ChooseNetworkPageId);
     _f->finishScan();
-    auto *again = _f->widget<QPushButton>("refreshButton");
-    again->setFocus();
-    again->click();
+    _f->widget<QPushButton>(focused.constData())->setFocus();
+    _f->widget<QPushButton>("refreshButton")->click();
     QCOMPARE(focus(), QStringLiteral("networkListView"));
     QVERIFY(!_f->widget<QLineEdit>("input_NetworkName")->hasSelectedText());
     _f->finishScan();
     QCOMPARE(focus(), QStringLiteral("networkListView"));
+}
+
+// Continue is disabled, since the network's name goes with the device.
+void TestPageFocus::anUnplugMovesTheFocusFromContinueToThePage()
+{
+    _f->goTo(ChooseNetworkPageId);
+    _f->finishScan();
+    moveFocusTo(QWizard::NextButton);
+    QCOMPARE(focus(), QStringLiteral("Continue"));
+    _f->tolvar.onDeviceRemoved({});
+    QCOMPARE(focus(), QStringLiteral("the page"));
 }
 
 void TestPageFocus::aScanTakesNoFocusFromTheFields()
@@ -197,12 +232,68 @@ void TestPageFocus::aVerdictOnAnotherPageMovesNoFocus()
     }
 }
 
+void TestPageFocus::anUnplugLeavesTheFocusAfterAVerdict()
+{
+    _f->goTo(TestNetworkPageId);
+    _f->finishTest("0");
+    _f->tolvar.onDeviceRemoved({});
+    QCOMPARE(focus(), QStringLiteral("Save network configuration"));
+}
+
 void TestPageFocus::doneHasTheFocusAfterSaving()
 {
     _f->goTo(TestNetworkPageId);
     _f->finishTest("0");
-    _f->widget<QPushButton>("pushButton")->click();
+    save();
+    QCOMPARE(focus(), QStringLiteral("Save network configuration"));
     QTRY_COMPARE(focus(), QStringLiteral("Done"));
+}
+
+void TestPageFocus::aSaveTakesNoFocusThatTheUserHasMoved()
+{
+    _f->goTo(TestNetworkPageId);
+    _f->finishTest("0");
+    save();
+    QVERIFY(isSaving());
+    moveFocusTo(QWizard::CancelButton);
+    QTRY_VERIFY(!isSaving());
+    QCOMPARE(focus(), QStringLiteral("Cancel"));
+}
+
+void TestPageFocus::aSaveOfADeviceThatIsGoneMovesNoFocus()
+{
+    _f->goTo(TestNetworkPageId);
+    _f->finishTest("0");
+    save();
+    _f->tolvar.onDeviceRemoved({});
+    QVERIFY(isSaving());
+    QTRY_VERIFY(!isSaving());
+    QCOMPARE(focus(), QStringLiteral("Save network configuration"));
+}
+
+void TestPageFocus::aSaveMovesNoFocusOnThePageBefore()
+{
+    _f->goTo(TestNetworkPageId);
+    _f->finishTest("0");
+    save();
+    _f->wizard.back();
+    QCOMPARE(_f->wizard.currentId(), int(ChooseNetworkPageId));
+    auto *passphrase = _f->widget<QLineEdit>("input_Password");
+    passphrase->setFocus();
+    QVERIFY(isSaving());
+    QTRY_VERIFY(!isSaving());
+    QCOMPARE(focus(), QStringLiteral("input_Password"));
+}
+
+void TestPageFocus::aTestRightAfterASaveKeepsTheFocusOnThePage()
+{
+    _f->goTo(TestNetworkPageId);
+    _f->finishTest("0");
+    save();
+    QVERIFY(isSaving());
+    _f->goBackAndEnterAgain();
+    QVERIFY2(!isSaving(), "the next test has nothing to do with the save");
+    QCOMPARE(focus(), QStringLiteral("the page"));
 }
 
 QTEST_MAIN(TestPageFocus)

@@ -218,6 +218,7 @@ void AccessibleTree::readLevel(Screen &screen, QList<Object> &objects, int first
         // A hidden page is skipped whole; a row scrolled out of sight is hidden too, but one can get at it.
         if (!widget.showing && widget.kind != WidgetKind::Row)
             continue;
+        widget.object = asked.path;
         widget.name = widget.text = answer(asked.name).toString();
         widget.parent = asked.parent;
         widget.window = asked.parent < 0 ? int(screen.size()) : screen.at(asked.parent).window;
@@ -249,4 +250,19 @@ void AccessibleTree::readRectsAndTexts(Screen &screen, const QList<Object> &obje
         screen[i].rect = qdbus_cast<QRect>(answer(rects.at(i)));
     for (auto text = texts.cbegin(); text != texts.cend(); ++text)
         screen[text.key()].text = answer(text.value()).toString();
+}
+
+bool AccessibleTree::act(const Widget &widget) const
+{
+    constexpr int first = 0; // what a click does comes before what moves the focus and the like
+    return answer(ask(widget.object, QStringLiteral("org.a11y.atspi.Action"), QStringLiteral("DoAction"),
+                      {first}))
+        .toBool();
+}
+
+bool AccessibleTree::setText(const Widget &widget, const QString &text) const
+{
+    return answer(ask(widget.object, QStringLiteral("org.a11y.atspi.EditableText"),
+                      QStringLiteral("SetTextContents"), {text}))
+        .toBool();
 }

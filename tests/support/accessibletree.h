@@ -23,6 +23,12 @@ public:
 
     /// What the program with process id \a pid shows now; null while it is not on the bus or does not answer.
     std::optional<Screen> read(qint64 pid);
+    /// Has the program do what it offers for \a widget, such as to press a button or to select a row. \a
+    /// widget is one of the last read(). False if it is gone or offers nothing.
+    bool act(const Widget &widget) const;
+    /// Has the program put \a text in place of what the field \a widget of the last read() holds. False if it
+    /// is gone.
+    bool setText(const Widget &widget, const QString &text) const;
     /// Why the bus could not be reached; empty if it could.
     QString error() const { return _error; }
 

@@ -3,6 +3,8 @@
 #include <QEventLoop>
 #include <QTimer>
 
+#include <algorithm>
+
 using namespace std::chrono_literals;
 
 bool ProgramDriver::fail(const QString &message)
@@ -18,15 +20,27 @@ void ProgramDriver::pause(std::chrono::milliseconds time)
     loop.exec();
 }
 
+/// What the program shows now; null while it does not answer.
+std::optional<Screen> ProgramDriver::readScreen()
+{
+    std::optional<Screen> now = _tree->read(_process.processId());
+    if (!now || now->isEmpty() || !isOnWayland())
+        return now;
+    // Without a keyboard no window is ever active. The user would look at the last one that opened.
+    const auto isWindow = [](const Widget &widget) { return widget.parent < 0; };
+    std::find_if(now->rbegin(), now->rend(), isWindow)->active = true;
+    return now;
+}
+
 Screen ProgramDriver::screen()
 {
-    return isRunning() ? _tree->read(_process.processId()).value_or(Screen()) : Screen();
+    return isRunning() ? readScreen().value_or(Screen()) : Screen();
 }
 
 bool ProgramDriver::waitUntil(const std::function<bool()> &condition, const QString &expectation,
                               std::chrono::milliseconds patience)
 {
-    if (!_input)
+    if (!_tree)
         return fail(QStringLiteral("Expected: %1. But no program was started.").arg(expectation));
     const auto end = std::chrono::steady_clock::now() + patience;
     _keyboardSeen = std::chrono::steady_clock::now();
@@ -83,7 +97,7 @@ bool ProgramDriver::waitUntilGone(const WidgetQuery &query)
         if (!isRunning())
             return true;
         // That nothing can be seen does not mean that it is gone.
-        const std::optional<Screen> now = _tree->read(_process.processId());
+        const std::optional<Screen> now = readScreen();
         return now && query.canTellFrom(*now) && query.allIn(*now).isEmpty();
     };
     return waitUntil(isGone, QStringLiteral("no ") + query.description());

@@ -25,6 +25,10 @@
 /// It needs a desktop around it (the script `desktop` beside this file) and a QCoreApplication. Steps wait
 /// until what they need is on the screen, and keep the local event loop running meanwhile. A step that fails
 /// returns false (or null) and failure() says what was expected and what was there instead.
+///
+/// On a Wayland desktop there is neither mouse nor keyboard: click() and fill() have the program act by its
+/// accessibility interfaces, as assistive technologies do. Other steps that take a mouse, a key or a picture
+/// fail.
 class ProgramDriver
 {
 public:
@@ -112,13 +116,17 @@ public:
 
 private:
     bool connectToDesktop();
+    bool isOnWayland() const { return _tree && !_display; }
+    bool lacksInput();
     bool fail(const QString &message);
     bool waitUntil(const std::function<bool()> &condition, const QString &expectation,
                    std::chrono::milliseconds patience);
     std::optional<Widget> await(const WidgetQuery &query, std::chrono::milliseconds patience);
+    std::optional<Screen> readScreen();
     Screen screen();
     std::optional<XWindow> windowTitled(const QString &title) const;
     std::optional<XWindow> awaitWindow(const QString &title);
+    bool act(const WidgetQuery &query, const std::function<bool(const Widget &)> &action);
     bool waitForKeyboard();
     void settle();
     void fetchLostKeyboard();
@@ -137,7 +145,7 @@ private:
     QByteArray _errorOutput;
     QString _failure;
     std::chrono::milliseconds _patience{20000};
-    std::unique_ptr<XDisplay> _display;
+    std::unique_ptr<XDisplay> _display; ///< null on a Wayland desktop
     std::unique_ptr<AccessibleTree> _tree;
     std::unique_ptr<XInput> _input;
     QRect _lastRect; ///< of what is about to be clicked: it has to be the same twice

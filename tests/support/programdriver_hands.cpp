@@ -30,6 +30,8 @@ void ProgramDriver::settle()
 /// no window at all. A person clicks into the program's window then; so does this, when it lasts.
 void ProgramDriver::fetchLostKeyboard()
 {
+    if (!_display)
+        return;
     const auto now = std::chrono::steady_clock::now();
     const QList<XWindow> windows = _display->windowsOf(_process.processId());
     if (!isRunning() || windows.isEmpty() || _display->activeWindow().id != 0)
@@ -95,6 +97,8 @@ std::optional<QPoint> ProgramDriver::clickablePoint(const WidgetQuery &query, QS
 /// Moves the pointer to what \a query means, once it can be clicked there.
 bool ProgramDriver::pointAt(const WidgetQuery &query)
 {
+    if (lacksInput())
+        return false;
     std::optional<QPoint> point;
     QString obstacle;
     _lastRect = QRect();
@@ -112,8 +116,20 @@ bool ProgramDriver::pointAt(const WidgetQuery &query)
     return true;
 }
 
+/// Waits until \a query fits something enabled and \a action succeeds with it.
+bool ProgramDriver::act(const WidgetQuery &query, const std::function<bool(const Widget &)> &action)
+{
+    const auto isDone = [&] {
+        const std::optional<Widget> widget = find(query.enabled());
+        return widget && action(*widget);
+    };
+    return waitUntil(isDone, QStringLiteral("an action of ") + query.description());
+}
+
 bool ProgramDriver::click(const WidgetQuery &query)
 {
+    if (isOnWayland())
+        return act(query, [this](const Widget &widget) { return _tree->act(widget); });
     if (!pointAt(query))
         return false;
     _input->click();
@@ -151,6 +167,8 @@ bool ProgramDriver::drag(const WidgetQuery &from, const WidgetQuery &to)
 
 bool ProgramDriver::waitForKeyboard()
 {
+    if (lacksInput())
+        return false;
     return waitUntil([this] { return _display->activeWindow().pid == _process.processId(); },
                      QStringLiteral("a window of the program that has the keyboard"));
 }
@@ -177,6 +195,9 @@ bool ProgramDriver::pressKey(const QString &name)
 
 bool ProgramDriver::fill(const WidgetQuery &field, const QString &text)
 {
+    if (isOnWayland())
+        return act(field, [&](const Widget &widget) { return _tree->setText(widget, text); }) &&
+               waitFor(field.withText(text));
     return click(field) && waitFor(field.focused()) && pressKey(QStringLiteral("ctrl+a")) &&
            (text.isEmpty() ? pressKey(QStringLiteral("Delete")) : typeText(text)) &&
            waitFor(field.withText(text));
@@ -184,6 +205,8 @@ bool ProgramDriver::fill(const WidgetQuery &field, const QString &text)
 
 bool ProgramDriver::saveAs(const QString &path)
 {
+    if (lacksInput())
+        return false;
     const WidgetQuery save = button(QStringLiteral("Save"));
     if (!waitFor(save) || !fill(field().number(1), path))
         return false;
@@ -203,6 +226,8 @@ bool ProgramDriver::saveAs(const QString &path)
 /// The window of that title, once both the program and the window manager have it; null when it doesn't come.
 std::optional<XWindow> ProgramDriver::awaitWindow(const QString &title)
 {
+    if (lacksInput())
+        return {};
     std::optional<XWindow> found;
     const auto isManaged = [&] { return (found = windowTitled(title)).has_value(); };
     if (waitFor(window(title)))

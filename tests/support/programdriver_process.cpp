@@ -54,20 +54,29 @@ void ProgramDriver::setEnvironment(const QString &name, const QString &value)
 
 bool ProgramDriver::connectToDesktop()
 {
-    if (_input)
+    if (_tree)
         return true;
-    auto display = std::make_unique<XDisplay>();
-    if (!display->isOpen())
-        return fail(QStringLiteral("There is no X display. Run this inside tests/support/desktop."));
     auto tree = std::make_unique<AccessibleTree>();
     if (!tree->error().isEmpty())
         return fail(
             QStringLiteral("There is no accessibility bus (%1). Run this inside tests/support/desktop.")
                 .arg(tree->error()));
-    _display = std::move(display);
+    if (qEnvironmentVariable("QT_QPA_PLATFORM") != QLatin1String("wayland")) {
+        auto display = std::make_unique<XDisplay>();
+        if (!display->isOpen())
+            return fail(QStringLiteral("There is no X display. Run this inside tests/support/desktop."));
+        _display = std::move(display);
+        _input = std::make_unique<XInput>(*_display, [this] { settle(); });
+    }
     _tree = std::move(tree);
-    _input = std::make_unique<XInput>(*_display, [this] { settle(); });
     return true;
+}
+
+/// Fails the step that is under way where it cannot be taken.
+bool ProgramDriver::lacksInput()
+{
+    return isOnWayland() &&
+           !fail(QStringLiteral("There is neither mouse nor keyboard nor picture of a Wayland desktop."));
 }
 
 bool ProgramDriver::start(const QString &program, const QStringList &arguments)
@@ -127,7 +136,7 @@ QString ProgramDriver::describeScreen()
 
 bool ProgramDriver::screenshot(const QString &path)
 {
-    if (!connectToDesktop())
+    if (!connectToDesktop() || lacksInput())
         return false;
     return _display->picture().save(path, "PNG") || fail(QStringLiteral("%1 can't be written").arg(path));
 }

@@ -24,6 +24,7 @@ struct Widget {
     bool active = false;   ///< of a window: it has the keyboard's attention
     int parent = -1;       ///< index in its Screen of what it is in; -1 for a window
     int window = -1;       ///< index in its Screen of the window it is in; a window names itself
+    QString object;        ///< where it is on the accessibility bus
 
     /// One line for messages: kind, name and whatever is remarkable about it.
     QString description() const;

@@ -56,12 +56,14 @@ void TestQextSerialPortEnds::aHangUpLeavesTheObjectsDead()
     QTRY_COMPARE(toldOf, 13);
     QCOMPARE(second->read(7), QByteArray("mostly "));
     QSignalSpy told(first.get(), &QIODevice::readyRead);
+    QVERIFY(!first->isDead());
 
     terminal.hangUp();
     QCOMPARE(first->write("x"), -1); // even before the event loop has seen it
     QTRY_COMPARE(terminal.openDescriptors(), 0);
     for (QextSerialPort *port : {first.get(), second.get()}) {
         QVERIFY2(port->isOpen(), "dead, and open as far as its user knows");
+        QVERIFY(port->isDead());
         QCOMPARE(port->bytesAvailable(), 0);
         char byte;
         QCOMPARE(port->read(&byte, 1), -1);

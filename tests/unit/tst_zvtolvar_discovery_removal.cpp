@@ -23,6 +23,7 @@ private Q_SLOTS:
     void whatTheDeviceSaidOfItselfIsForgottenInAnyState();
     void everythingElseStays();
     void thePortObjectIsLeftAsItIs();
+    void aDeviceWithADeadPortIsGoneBeforeItsRemoval();
     void theRemovalIsLoggedBeforeAnythingIsReset();
     void theLinkIsResetBeforeTheFirstSignal();
     void theModesEndAfterTheLastSignal();
@@ -125,6 +126,16 @@ void TestRemoval::thePortObjectIsLeftAsItIs()
     QTRY_VERIFY(port->bytesAvailable() > 0);
     QCOMPARE(_bench->log->messages(), QStringList());
     QCOMPARE(inside().state(), NOT_CONNECTED);
+}
+
+void TestRemoval::aDeviceWithADeadPortIsGoneBeforeItsRemoval()
+{
+    QVERIFY(!_tolvar->isGone());
+    _bench->pty.hangUp();
+    QTRY_VERIFY(_tolvar->isGone());
+    QCOMPARE(_tolvar->systemID(), QStringLiteral("T"));
+    remove("ttyX");
+    QVERIFY(_tolvar->isGone());
 }
 
 void TestRemoval::theRemovalIsLoggedBeforeAnythingIsReset()
