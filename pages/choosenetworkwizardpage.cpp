@@ -25,8 +25,6 @@ ChooseNetworkWizardPage::ChooseNetworkWizardPage(QWidget *parent)
 {
     _ui->setupUi(this);
     _ui->progressBar->hide();
-    // Released comes before clicked, which starts a scan.
-    connect(_ui->refreshButton, &QPushButton::released, this, showWaitCursor);
 }
 
 ChooseNetworkWizardPage::~ChooseNetworkWizardPage()
@@ -53,6 +51,8 @@ void ChooseNetworkWizardPage::initializePage()
     // A view that is given the model that it has keeps its selection model, too: one connection is enough.
     connect(_ui->networkListView->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &ChooseNetworkWizardPage::onSelectionChanged, Qt::UniqueConnection);
+    // Released comes before clicked, which starts the next scans.
+    connect(_ui->refreshButton, &QPushButton::released, this, showWaitCursor);
     showWaitCursor();
     tolvar->startScan();
 }
