@@ -1,5 +1,4 @@
 #include <QTest>
-#include <QTimer>
 
 #include "tests/e2e/scenario.h"
 #include "tests/support/xdisplay.h"
@@ -17,27 +16,23 @@ TolvarSetup openNetwork()
     return setup;
 }
 
-/// Looks at the pointer again and again while it lives.
+/// The pointer's image from here on.
 class PointerWatch
 {
 public:
     PointerWatch()
         : _before(_display.pointerImage())
     {
-        QObject::connect(&_timer, &QTimer::timeout, &_timer,
-                         [this] { _hasChanged = _hasChanged || !looksAsBefore(); });
-        _timer.start(5);
+        _display.watchPointer();
     }
 
-    /// Whether the pointer ever was another one than at the beginning.
-    bool hasChanged() const { return _hasChanged; }
+    /// Whether the pointer was another one since the last call, however shortly.
+    bool hasChanged() { return _display.hasPointerChanged(); }
     bool looksAsBefore() const { return _display.pointerImage() == _before; }
 
 private:
     XDisplay _display;
     QImage _before;
-    bool _hasChanged = false;
-    QTimer _timer;
 };
 } // namespace
 
@@ -67,7 +62,7 @@ void TestWaitCursor::thePointerWaitsWhileCommandsAreSent()
         {"Save network configuration", button("Done").enabled()},
     };
     for (const auto &[press, sent] : steps) {
-        const PointerWatch pointer;
+        PointerWatch pointer;
         ZV_STEP(s, s.screen.click(button(press).enabled()));
         ZV_STEP(s, s.screen.waitFor(sent));
         QVERIFY2(pointer.hasChanged(), qPrintable("a wait cursor was expected after: " + press));

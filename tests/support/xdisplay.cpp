@@ -208,6 +208,21 @@ QImage XDisplay::pointerImage() const
     return image;
 }
 
+void XDisplay::watchPointer()
+{
+    XFixesSelectCursorInput(_display, _root, XFixesDisplayCursorNotifyMask);
+    XSync(_display, False);
+}
+
+bool XDisplay::hasPointerChanged()
+{
+    int firstEvent = 0;
+    int firstError = 0;
+    XFixesQueryExtension(_display, &firstEvent, &firstError);
+    XEvent event;
+    return XCheckTypedEvent(_display, firstEvent + XFixesCursorNotify, &event);
+}
+
 QImage XDisplay::picture(const QRect &rect) const
 {
     XWindowAttributes root;

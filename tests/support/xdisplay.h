@@ -54,6 +54,10 @@ public:
 
     /// The pointer's image at this moment; the server animates some of them.
     QImage pointerImage() const;
+    /// Has the server report each change of the pointer's image to this connection from now on.
+    void watchPointer();
+    /// Whether the server has reported a change.
+    bool hasPointerChanged();
     /// A picture of \a rect of the screen; of all of it if \a rect is empty.
     QImage picture(const QRect &rect = {}) const;
 
