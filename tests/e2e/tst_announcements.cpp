@@ -7,13 +7,13 @@ using namespace onscreen;
 
 namespace
 {
-const QString found = QStringLiteral("***** A Tolvar has been found *****");
-const QString success = QStringLiteral("Successfully tested connection to network\n");
-const QString wrongPassphrase = QStringLiteral("The network was found, but the passphrase was invalid\n");
-const QString notFound = QStringLiteral("The network was not found\n");
-const QString systemError = QStringLiteral("There was an unexpected system error. Please power off and then "
-                                           "power on the Tolvar and restart this utility\n");
-const QString saved = QStringLiteral("Configuration saved\n");
+constexpr QLatin1String found("***** A Tolvar has been found *****");
+constexpr QLatin1String success("Successfully tested connection to network\n");
+constexpr QLatin1String wrongPassphrase("The network was found, but the passphrase was invalid\n");
+constexpr QLatin1String notFound("The network was not found\n");
+constexpr QLatin1String systemError("There was an unexpected system error. Please power off and then "
+                                    "power on the Tolvar and restart this utility\n");
+constexpr QLatin1String saved("Configuration saved\n");
 
 /// A run of the program that a screen reader listens to.
 struct HeardScenario {
@@ -90,9 +90,9 @@ void TestAnnouncements::aFailureIsHeard_data()
     QTest::addColumn<QString>("network");
     QTest::addColumn<bool>("isSystemError");
     QTest::addColumn<QString>("verdict");
-    QTest::newRow("a wrong passphrase") << "Workshop" << false << wrongPassphrase;
-    QTest::newRow("an unknown network") << "Far away" << false << notFound;
-    QTest::newRow("a system error") << "Workshop" << true << systemError;
+    QTest::newRow("a wrong passphrase") << "Workshop" << false << QString(wrongPassphrase);
+    QTest::newRow("an unknown network") << "Far away" << false << QString(notFound);
+    QTest::newRow("a system error") << "Workshop" << true << QString(systemError);
 }
 
 void TestAnnouncements::aFailureIsHeard()

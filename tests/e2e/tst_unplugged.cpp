@@ -7,7 +7,7 @@ using namespace onscreen;
 
 namespace
 {
-const QString save = QStringLiteral("Save network configuration");
+constexpr QLatin1String save("Save network configuration");
 
 /// The device joins without a passphrase, so that a run needs nothing but Enter.
 TolvarSetup openNetwork()
@@ -154,10 +154,10 @@ void TestUnplugged::theFocusIsSaneAndNothingIsAnnounced_data()
     QTest::newRow("after a scan") << Step(hasScanned) << 1 << "nothing";
     QTest::newRow("while the user types") << Step(isBeingConfigured) << 1 << "Passphrase";
     QTest::newRow("during a test") << Step(testsForLong) << 1 << "nothing";
-    QTest::newRow("after a successful test") << Step(hasJoined) << 2 << save;
+    QTest::newRow("after a successful test") << Step(hasJoined) << 2 << QString(save);
     QTest::newRow("after a failed test") << Step(hasNotJoined) << 2 << "Go Back";
     QTest::newRow("after a system error") << Step(hasFailed) << 2 << "nothing";
-    QTest::newRow("during a save") << Step(isSaving) << 2 << save;
+    QTest::newRow("during a save") << Step(isSaving) << 2 << QString(save);
     QTest::newRow("after a save") << Step(hasSaved) << 3 << "Done";
 }
 

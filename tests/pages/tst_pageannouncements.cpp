@@ -9,26 +9,31 @@
 
 namespace
 {
-QStringList spoken; // an update handler is a plain function
+/// What has been noted so far. An update handler is a plain function.
+QStringList &spoken()
+{
+    static QStringList texts;
+    return texts;
+}
 
 /// Notes what the program has spoken, and which button gets the focus.
 void note(QAccessibleEvent *event)
 {
     const auto *button = qobject_cast<QPushButton *>(event->object());
     if (event->type() == QAccessible::Focus && button)
-        spoken << "focus: " + button->text();
+        spoken() << "focus: " + button->text();
 #if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
     if (event->type() == QAccessible::Announcement)
-        spoken << static_cast<QAccessibleAnnouncementEvent *>(event)->message();
+        spoken() << static_cast<QAccessibleAnnouncementEvent *>(event)->message();
 #else
     if (event->type() == QAccessible::Alert)
-        spoken << qobject_cast<QLabel *>(event->object())->text();
+        spoken() << qobject_cast<QLabel *>(event->object())->text();
 #endif
 }
 
-const QString found = QStringLiteral("***** A Tolvar has been found *****");
-const QString success = QStringLiteral("Successfully tested connection to network\n");
-const QString saved = QStringLiteral("Configuration saved\n");
+constexpr QLatin1String found("***** A Tolvar has been found *****");
+constexpr QLatin1String success("Successfully tested connection to network\n");
+constexpr QLatin1String saved("Configuration saved\n");
 } // namespace
 
 /// What the pages have a screen reader say, and when.
@@ -54,7 +59,7 @@ private Q_SLOTS:
 
 private:
     void finds() const { _f->status("<name>TOLVAR-1</name><firmware_version>A060</firmware_version>"); }
-    QStringList heard() const { return std::exchange(spoken, {}); }
+    QStringList heard() const { return std::exchange(spoken(), {}); }
 
     std::unique_ptr<WizardFixture> _f;
     QAccessible::UpdateHandler _previous = nullptr;
@@ -63,7 +68,7 @@ private:
 void TestPageAnnouncements::init()
 {
     _f = std::make_unique<WizardFixture>();
-    spoken.clear();
+    spoken().clear();
     QTRY_VERIFY(QAccessible::isActive());
     _previous = QAccessible::installUpdateHandler(note);
 }
@@ -147,7 +152,7 @@ void TestPageAnnouncements::afterASecondEntryEverythingIsAnnouncedOnce()
         QCOMPARE(heard().count(success), 1);
     }
     _f->widget<QPushButton>("pushButton")->click();
-    QTRY_VERIFY(spoken.contains(saved));
+    QTRY_VERIFY(spoken().contains(saved));
     QCOMPARE(heard(), QStringList({"focus: Done", saved}));
 }
 
