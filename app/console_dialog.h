@@ -16,7 +16,7 @@ public:
     explicit console_dialog(QWidget *parent = nullptr);
     ~console_dialog() override;
 
-    /// The read-only text that the output goes into.
+    /// The read-only text widget for the output.
     QTextBrowser *console_textBrowser() const;
 
 private:

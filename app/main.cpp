@@ -4,8 +4,8 @@
 #include <QLocale>
 #include <QTranslator>
 
-#include "app/sessionlog.h"
 #include "app/zvtolvarsetupwizard.h"
+#include "messages/sessionlog.h"
 
 int main(int argc, char *argv[])
 {
@@ -15,7 +15,7 @@ int main(int argc, char *argv[])
     openSessionLog();
     installMessageHandler();
 
-    // kept: the picture stands at the bundle's root, so this finds none and the icon stays empty.
+    // kept: the image is at the root of the resources, so the icon stays empty.
     QApplication::setWindowIcon(QPixmap(QStringLiteral(":/images/zv_setup.png")));
 
     const QString locale = QLocale::system().name();
@@ -25,7 +25,7 @@ int main(int argc, char *argv[])
         QApplication::installTranslator(toolkitTranslator);
 
     QTranslator translator;
-    // kept: installed whether or not there is a catalogue in the current folder.
+    // kept: installed even if the current folder has no translation file.
     static_cast<void>(translator.load(QStringLiteral("zvinstall_") + locale));
     QApplication::installTranslator(&translator);
 

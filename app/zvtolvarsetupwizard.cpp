@@ -7,9 +7,9 @@
 #include <QTextBrowser>
 
 #include "app/console_dialog.h"
-#include "app/diagnostics.h"
-#include "app/sessionlog.h"
 #include "device/zvtolvar.h"
+#include "messages/diagnostics.h"
+#include "messages/sessionlog.h"
 #include "pages/choosenetworkwizardpage.h"
 #include "pages/connecttlovarwizardpage.h"
 #include "pages/pageid.h"
@@ -22,8 +22,8 @@
 
 ZVTolvar *wizardController(const QWizardPage *page)
 {
-    // A page tells its wizard to itself alone; taken here for all of them, so that they need not know the
-    // frame.
+    // QWizardPage::wizard() is protected. It is called here for all pages, so that they do not depend on the
+    // wizard window.
     struct Page : QWizardPage {
         using QWizardPage::wizard;
     };
@@ -33,12 +33,12 @@ ZVTolvar *wizardController(const QWizardPage *page)
 ZVTolvarSetupWizard::ZVTolvarSetupWizard(QWidget *parent)
     : QWizard(parent)
 {
-    // kept: this first controller is replaced below and never asked for anything. It lives on, and opens a
-    // device that is plugged in later as the second one does.
+    // kept: this first controller is replaced below and never used. It remains alive, and opens a device that
+    // is plugged in later, as the second one does.
     _tolvar = new ZVTolvar(this);
 
     setWizardStyle(MacStyle);
-    setWindowIcon(QPixmap(QStringLiteral(":/images/zv_setup.png"))); // kept: finds none, as in main()
+    setWindowIcon(QPixmap(QStringLiteral(":/images/zv_setup.png"))); // kept: stays empty, as in main()
     if (objectName().isEmpty())
         setObjectName(QStringLiteral("ZVTolvarMainWindow"));
     setOptions(IgnoreSubTitles | ExtendedWatermarkPixmap | NoDefaultButton | NoBackButtonOnStartPage |
@@ -67,14 +67,14 @@ ZVTolvarSetupWizard::ZVTolvarSetupWizard(QWidget *parent)
 
     _console = new console_dialog(this);
     theConsoleWindow = _console->console_textBrowser();
-    tabAsTheEyeReads();
+    setVisualTabOrder();
     connect(this, &QWizard::currentIdChanged, this, &ZVTolvarSetupWizard::keepFocusOnPage);
     for (const int id : pageIds()) // after the wizard's own connections, which disable Continue
         connect(page(id), &QWizardPage::completeChanged, this, &ZVTolvarSetupWizard::keepFocusOnPage);
 }
 
-// From left to right as this style lays the buttons out; the toolkit would begin in the middle.
-void ZVTolvarSetupWizard::tabAsTheEyeReads()
+// In visual order, as this style arranges the buttons; Qt would begin in the middle.
+void ZVTolvarSetupWizard::setVisualTabOrder()
 {
     QWidget *previous = button(CustomButton1);
     for (const WizardButton next : {CancelButton, BackButton, NextButton, FinishButton}) {
@@ -83,9 +83,9 @@ void ZVTolvarSetupWizard::tabAsTheEyeReads()
     }
 }
 
-// Qt finds no other widget for the focus of a button that it disables or hides, because the wizard hides its
-// contents for the update. When the window is activated later, Qt would choose Console, which Enter then
-// opens.
+// When Qt disables or hides a focused button, it finds no other widget for the focus, because the wizard
+// hides its contents during the update. When the window is activated later, Qt would focus Console, and Enter
+// would then open it.
 void ZVTolvarSetupWizard::keepFocusOnPage()
 {
     const QWidget *focused = focusWidget();
@@ -97,12 +97,12 @@ bool ZVTolvarSetupWizard::event(QEvent *event)
 {
     const bool taken = QWizard::event(event);
     if (event->type() == QEvent::LayoutRequest)
-        giveTextItsRoom();
+        growToFitPage();
     return taken;
 }
 
-// The toolkit's wizard doesn't ask how high its contents get when their text is wrapped.
-void ZVTolvarSetupWizard::giveTextItsRoom()
+// QWizard does not take the height of wrapped text into account.
+void ZVTolvarSetupWizard::growToFitPage()
 {
     const QWidget *contents = currentPage();
     if (!contents)
@@ -110,7 +110,7 @@ void ZVTolvarSetupWizard::giveTextItsRoom()
     while (contents->parentWidget() != this)
         contents = contents->parentWidget();
     const QSize largest = largestSize(*this);
-    // The heights that layouts give are those with all that the page's spacers would like to have.
+    // The heights that layouts return include the preferred size of all spacers of the page.
     const QLayout *page = currentPage()->layout();
     const int spare = page->totalHeightForWidth(width()) - page->totalMinimumHeightForWidth(width());
     const QSize fitting = fittingSize(*contents->layout(), size(), largest + QSize(0, spare));

@@ -5,7 +5,9 @@
 class console_dialog;
 class ZVTolvar;
 
-/// The program's window: the wizard with its pages, the device controller behind them, and the console view.
+/// The program's window: the wizard with its pages, the device controller, and the console view.
+///
+/// A comment that begins with "kept:" marks behaviour that must not change; docs/compatibility.md lists it.
 class ZVTolvarSetupWizard : public QWizard
 {
     Q_OBJECT
@@ -17,23 +19,23 @@ public:
     ZVTolvar *_tolvar;
 
 public Q_SLOTS:
-    /// kept: connected to nothing. The wizard's end goes to the controller directly.
+    /// kept: connected to nothing. finished() is connected to ZVTolvar::exitSetupMode() instead.
     void OnFinished(int result);
     /// Shows the console view; the wizard stays usable.
     void consoleButtonClicked();
 
 protected:
-    /// Grows the window when the page has more text than room (large letters, a long path), up to the
+    /// Grows the window if the page needs more space for its text (large fonts, a long path), up to the
     /// screen's size.
     bool event(QEvent *event) override;
-    /// Where one reads from the right, the picture stands mirrored at the right; the toolkit would leave it
-    /// at the left, under the page.
+    /// In right-to-left layouts, shows the image mirrored on the right; Qt would leave it on the left, under
+    /// the page.
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    void giveTextItsRoom();
+    void growToFitPage();
     void keepFocusOnPage();
-    void tabAsTheEyeReads();
+    void setVisualTabOrder();
 
     console_dialog *_console;
 };

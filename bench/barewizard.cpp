@@ -1,6 +1,6 @@
-// What the program is held against: the toolkit's wizard with the program's style, options, button, pictures
-// and size, and one page of the toolkit's own widgets: the texts and the busy bar of the program's first
-// page. With --empty the page has nothing on it.
+// The reference that the program is compared with: Qt's wizard with the program's style, options, button,
+// images and size, and one page of Qt's own widgets: the strings and the busy bar of the program's first
+// page. With --empty the page has no content.
 
 #include <QApplication>
 #include <QLabel>

@@ -14,7 +14,7 @@ namespace
 {
 using namespace std::chrono_literals;
 
-constexpr auto settling = 1000ms; // from the first page to a program at rest
+constexpr auto settling = 1000ms; // from the first page to an idle program
 
 qint64 peakMemory()
 {
@@ -29,7 +29,7 @@ qint64 peakMemory()
     return 0;
 }
 
-/// Milliseconds of processor time that the program has taken.
+/// The CPU time that the program has used, in milliseconds.
 double processorTime()
 {
     rusage usage{};
@@ -41,7 +41,7 @@ double processorTime()
 }
 } // namespace
 
-/// How the toolkit gets at it.
+/// The plugin through which Qt loads FirstPage.
 class FirstPagePlugin : public QGenericPlugin
 {
     Q_OBJECT
@@ -61,7 +61,7 @@ bool FirstPage::eventFilter(QObject *watched, QEvent *event)
     if (!_seen && event->type() == QEvent::Paint && qobject_cast<QWizardPage *>(watched)) {
         _seen = true;
         QCoreApplication::instance()->removeEventFilter(this);
-        // The event loop comes back when the whole window is painted and handed to the screen.
+        // The event loop gets here when the whole window is painted and sent to the screen.
         QMetaObject::invokeMethod(this, &FirstPage::shown, Qt::QueuedConnection);
     }
     return false;

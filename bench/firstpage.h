@@ -2,13 +2,13 @@
 
 #include <QObject>
 
-/// Sits inside a program with a wizard, which the toolkit loads it into as a plugin, and sees when the first
-/// page is on the screen. It writes a report and ends the program.
+/// Runs inside a program with a wizard, which Qt loads it into as a plugin, and detects when the first page
+/// is on the screen. It writes a report and ends the program.
 ///
-/// The environment tells it what to do: in ZV_BENCH_REPORT the file that gets the report, in ZV_BENCH_IDLE
-/// how many milliseconds the page is watched while nothing happens, if at all. The report is one line of
-/// three numbers: when the page was shown (nanoseconds of the monotonic clock), the peak of the memory until
-/// then (KiB), and the processor time of those milliseconds (in milliseconds).
+/// Environment variables configure it: ZV_BENCH_REPORT names the file that gets the report, and ZV_BENCH_IDLE
+/// gives the time in milliseconds for which the idle page is measured, if at all. The report is one line of
+/// three numbers: when the page was shown (nanoseconds of the monotonic clock), the peak memory until then
+/// (KiB), and the CPU time that the idle page used (milliseconds).
 class FirstPage : public QObject
 {
     Q_OBJECT

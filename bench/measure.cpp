@@ -26,7 +26,7 @@ QJsonObject summary(const QList<double> &samples)
             {QStringLiteral("greatest"), *greatest}};
 }
 
-/// A turn's two samples were taken one right after the other, so the machine was the same for both.
+/// The two samples of a turn were taken one right after the other, under the same machine load.
 QList<double> ratios(const Measure &measure)
 {
     QList<double> ratios;

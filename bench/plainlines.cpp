@@ -34,6 +34,6 @@ QList<QByteArray> sessionLogLines()
     if (!log.open(QIODevice::ReadOnly))
         qFatal("%s can't be read", qPrintable(log.fileName()));
     QList<QByteArray> lines = log.readAll().split('\n');
-    lines.removeLast(); // nothing follows the last line's end
+    lines.removeLast(); // nothing follows the end of the last line
     return lines;
 }

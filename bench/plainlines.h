@@ -6,16 +6,16 @@
 #include <QList>
 #include <QString>
 
-/// What the session log is held against: lines written to a file and to standard output with the C library,
-/// and each flushed at both places.
+/// The reference that the session log is compared with: lines written to a file and to standard output with
+/// the C library, each flushed to both.
 class PlainLines
 {
 public:
     explicit PlainLines(const QString &path);
     ~PlainLines();
 
-    /// \a lines as the session log has them: a level of two characters in front, which standard output
-    /// doesn't get.
+    /// Writes \a lines as the session log contains them: with a level prefix of two characters, which
+    /// standard output does not get.
     void write(const QList<QByteArray> &lines);
 
 private:
@@ -24,5 +24,5 @@ private:
     std::FILE *_file;
 };
 
-/// The session log as it stands in the home folder, a line an item, without their ends.
+/// Returns the lines of the session log in the home folder, without their line ends.
 QList<QByteArray> sessionLogLines();

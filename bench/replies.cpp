@@ -1,33 +1,33 @@
-// bench_replies: from received bytes to what the device has told, against the toolkit's XML reader stepping
-// through the same document, which it is handed as text.
+// bench_replies: the time from received bytes to the device's values, compared with Qt's XML reader that
+// steps through the same document, which it gets as text.
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QXmlStreamReader>
 
-#include "app/diagnostics.h"
-#include "app/sessionlog.h"
 #include "bench/measure.h"
+#include "messages/diagnostics.h"
+#include "messages/sessionlog.h"
 #include "simulator/tolvardocuments.h"
 #include "tests/support/memoryport.h"
-#include "tests/support/zvtolvarinspector.h"
+#include "tests/support/zvtolvartestpeer.h"
 
 namespace
 {
 constexpr int turns = 31;
 constexpr int logTurns = 11;
 constexpr qint64 logSize = 4 << 20;
-constexpr qint64 usbPacket = 64;    // what the bridge sends at a time
-constexpr qint64 mostOfATty = 4095; // the most that one read of a tty gives
+constexpr qint64 usbPacket = 64;    // the bridge sends this many bytes at a time
+constexpr qint64 mostOfATty = 4095; // the maximum that one read of a tty returns
 
-/// A controller at the prompt, and the port it hears.
+/// A controller at the prompt, and the port that it reads from.
 class Receiver
 {
 public:
     Receiver() { _inside.port() = &_port; }
 
-    /// One reply, from its start mark to its end mark, \a chunk bytes a read.
+    /// Receives one reply, from its start mark to its end mark, \a chunk bytes per read.
     void hear(const QByteArray &document, qint64 chunk)
     {
         _inside.state() = IN_PROMPT;
@@ -43,7 +43,7 @@ public:
 private:
     MemoryPort _port;
     ZVTolvar _tolvar;
-    const ZVTolvarInspector _inside{_tolvar};
+    const ZVTolvarTestPeer _inside{_tolvar};
 };
 
 void stepThrough(const QString &document)
@@ -56,11 +56,12 @@ void stepThrough(const QString &document)
         qFatal("the document is not well-formed");
 }
 
-/// The device's status by turns with two names and addresses, so that each one changes values.
+/// Returns two versions of the device's status with different names and addresses, so that each one changes
+/// values.
 QList<QByteArray> statuses()
 {
-    TolvarSetup one;
-    TolvarSetup other = one;
+    DeviceConfig one;
+    DeviceConfig other = one;
     other.systemId = "TOLVAR-4712";
     other.macAddress = "00:1E:C0:04:47:12";
     return {TolvarDocuments::status(one, one.configuration, one.testResult),
@@ -79,7 +80,7 @@ QByteArray scanned(int networks)
     return TolvarDocuments::scanResults(air);
 }
 
-/// Documents as one reply each, \a times round.
+/// Measures documents as one reply each, \a times times over.
 void timeReplies(const char *name, const QList<QByteArray> &documents, qint64 chunk, double bar,
                  int times = 100)
 {
@@ -108,7 +109,7 @@ void timeReplies(const char *name, const QList<QByteArray> &documents, qint64 ch
     tell(measure);
 }
 
-/// The device's log, from its bytes to the closed file.
+/// Measures the device's log, from its bytes to the closed file.
 void timeLog(const char *name, qint64 chunk, double bar)
 {
     QByteArray log;
@@ -124,7 +125,7 @@ void timeLog(const char *name, qint64 chunk, double bar)
     timeByTurns(
         measure, logTurns,
         [&] {
-            auto *file = new QFile(path); // the controller's from here on
+            auto *file = new QFile(path); // the controller owns it from here on
             if (!file->open(QIODevice::WriteOnly))
                 qFatal("%s can't be written", qPrintable(path));
             receiver.writeLogTo(file);
@@ -147,7 +148,7 @@ int main(int argc, char *argv[])
 {
     const QCoreApplication app(argc, argv);
 
-    // What is said about the replies is measured by itself, below.
+    // The cost of messages about the replies is measured separately, below.
     enableAllMessages();
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
     timeReplies("status reply, one read", statuses(), mostOfATty, 2.0);

@@ -1,5 +1,5 @@
-// bench_run: a device is set up, from the start of the wizard to its end, by a user whose input comes back to
-// back. How long that takes is held against the delays that are fixed and the device's own time. Runs under
+// bench_run: sets up a device, from the start of the wizard to its end, with user input that follows without
+// a pause. The time is compared with the sum of the fixed delays and the device's own time. Runs under
 // umockdev-wrapper.
 
 #include <QApplication>
@@ -10,10 +10,10 @@
 #include <QPushButton>
 #include <QTest>
 
-#include "app/sessionlog.h"
 #include "app/zvtolvarsetupwizard.h"
 #include "bench/measure.h"
 #include "device/zvtolvar.h"
+#include "messages/sessionlog.h"
 #include "simulator/pluggedport.h"
 #include "simulator/usbtestbed.h"
 
@@ -21,14 +21,15 @@ namespace
 {
 constexpr int turns = 5;
 
-// What the wizard waits for a device, in milliseconds.
+// The time that the wizard waits for a device, in milliseconds.
 constexpr double openDelay = 1000;
 constexpr double wakeUpDelay = 500;
 constexpr double bytePause = 10;
 constexpr int wakeUpBytes = 3; // "C\r\n", which is not paced
 constexpr int statusBytes = 5; // "get\r\n"
 
-// What the device takes, in milliseconds. The last byte's pause passes while the device is at work already.
+// The device's own delays, in milliseconds. The pause after the last byte passes while the device is already
+// working.
 constexpr TolvarDelays device{20, 1000, 1000};
 constexpr double workAfterPause(int delay)
 {
@@ -38,7 +39,7 @@ constexpr double workAfterPause(int delay)
 const char ssid[] = "The name with thirty-two letters";
 const char passphrase[] = "as long as it may be";
 
-/// Lets events go on until \a holds is true, which is looked at with each \a signal.
+/// Processes events until \a holds returns true; checks it on each \a signal.
 template <typename Signal, typename Condition>
 void await(const ZVTolvar *tolvar, Signal signal, Condition holds)
 {
@@ -75,7 +76,7 @@ void pickNetwork(const QWizard &wizard)
     QTest::keyClicks(field, QLatin1String(passphrase));
 }
 
-/// From the wizard's first page on until the device has been found. Its being shown is counted, too.
+/// Runs the wizard from its first page until the device is found. The time to show the wizard counts too.
 void find(ZVTolvarSetupWizard &wizard)
 {
     wizard.show();
@@ -85,11 +86,12 @@ void find(ZVTolvarSetupWizard &wizard)
         qFatal("the page doesn't say that the device was found");
 }
 
-/// From there to the wizard's end. \a prompts is how many prompts the device has shown.
+/// Continues from there to the end of the wizard. \a prompts is the number of prompts that the device has
+/// shown.
 void setUp(ZVTolvarSetupWizard &wizard, const int &prompts)
 {
     ZVTolvar *tolvar = wizard._tolvar;
-    // Whoever goes on before the status has its prompt gets no scan: in a scan no prompt counts.
+    // A user who continues before the status has its prompt gets no scan: during a scan, prompts are ignored.
     await(tolvar, &ZVTolvar::readyForCommand, [&] { return prompts == 2; });
     press(wizard.button(QWizard::NextButton));
     press(wizard.button(QWizard::NextButton));
@@ -102,7 +104,7 @@ void setUp(ZVTolvarSetupWizard &wizard, const int &prompts)
     press(wizard.button(QWizard::FinishButton));
 }
 
-/// Fails unless the device holds what it was to be told, and was told nothing twice.
+/// Fails unless the device has the expected settings and received nothing twice.
 void verify(const TolvarState &state)
 {
     if (state.saved.network != ssid || state.saved.passphrase != passphrase || !state.exited ||
@@ -112,7 +114,7 @@ void verify(const TolvarState &state)
 
 void runOnce(UsbTestbed &bed, Measure &finding, Measure &whole)
 {
-    TolvarSetup setup;
+    DeviceConfig setup;
     setup.delays = device;
     PluggedTolvar tolvar(bed, setup);
     if (!tolvar.plug())

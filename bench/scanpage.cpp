@@ -1,17 +1,17 @@
-// bench_scanpage: what the choose-network page does with a scan's reply. Its list is built anew for each
-// network of the reply, and each name in it is logged each time.
+// bench_scanpage: what the choose-network page does with the reply to a scan. It rebuilds its list for each
+// network of the reply, and logs each name in it each time.
 
 #include <QApplication>
 #include <QDir>
 #include <QListView>
 #include <QTest>
 
-#include "app/diagnostics.h"
-#include "app/sessionlog.h"
 #include "app/zvtolvarsetupwizard.h"
 #include "bench/measure.h"
 #include "bench/plainlines.h"
 #include "device/zvtolvar.h"
+#include "messages/diagnostics.h"
+#include "messages/sessionlog.h"
 #include "pages/pageid.h"
 
 namespace
@@ -31,7 +31,7 @@ QString scanReply(int networks)
     return document + QStringLiteral("</scan_results>");
 }
 
-/// The wizard on its choose-network page, a scan's reply being due again and again.
+/// The wizard on its choose-network page, which can receive scan replies repeatedly.
 class ScanPage
 {
 public:
@@ -45,7 +45,7 @@ public:
             _wizard.next();
     }
 
-    /// Takes a reply in, until the list is on the screen.
+    /// Processes a reply until the list is on the screen.
     void take(const QString &reply)
     {
         _wizard._tolvar->onResponseReceived(reply);
@@ -79,7 +79,7 @@ void timeRebuilds(ScanPage &page, int networks, double limit)
     tell(measure);
 }
 
-/// The same with its lines in the session log.
+/// Measures the same, including the lines in the session log.
 void timeLines(ScanPage &page, int networks)
 {
     const QString reply = scanReply(networks);

@@ -1,13 +1,13 @@
-// bench_sessionlog: the session log's lines, from being composed to being in the file and on standard output,
-// against the same lines written and flushed at the same two places.
+// bench_sessionlog: the lines of the session log, from composing them to having them in the file and on
+// standard output, compared with the same lines written and flushed to the same two places.
 
 #include <QCoreApplication>
 #include <QDir>
 
-#include "app/diagnostics.h"
-#include "app/sessionlog.h"
 #include "bench/measure.h"
 #include "bench/plainlines.h"
+#include "messages/diagnostics.h"
+#include "messages/sessionlog.h"
 
 namespace
 {

@@ -1,5 +1,6 @@
-// bench_start PROGRAM BAREWIZARD: how long the program takes to show its first page, the memory that takes,
-// and what the page costs while it waits for a device; each beside the bare wizard.
+// bench_start PROGRAM BAREWIZARD: measures how long the program takes to show its first page, how much memory
+// that takes, and how much CPU time the page uses while it waits for a device. Each value is compared with
+// the bare wizard.
 
 #include <chrono>
 
@@ -62,7 +63,7 @@ void timeStarts(const QString &program, const QString &bare)
         const Start samePage = start(bare, {}, 0);
         const Start emptyPage = start(bare, {QStringLiteral("--empty")}, 0);
         if (turn < 0)
-            continue; // everything comes from the disk the first time
+            continue; // the first time, everything is read from the disk
         time.add(ours.untilFirstPage, samePage.untilFirstPage);
         cpu.add(ours.cpuTime, samePage.cpuTime);
         timeOverEmpty.add(ours.untilFirstPage, emptyPage.untilFirstPage);

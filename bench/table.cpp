@@ -1,5 +1,5 @@
-// benchtable ROWS [JSON]: prints what the programs told as a table, and writes it all as one JSON document.
-// Ends with status 1 when a bar was missed.
+// benchtable ROWS [JSON]: prints the results of the benchmarks as a table, and writes all of them as one JSON
+// document. Exits with status 1 when a result misses its limit.
 
 #include <cstdio>
 
@@ -27,7 +27,7 @@ QString number(double value)
     return QString::number(value, 'f', value < 10 ? 2 : value < 1000 ? 1 : 0);
 }
 
-/// A value with its unit, or nothing.
+/// A value with its unit, or an empty string.
 QString amount(const QJsonObject &row, const QString &key)
 {
     if (!row.contains(key))
@@ -53,7 +53,7 @@ void print(const QString &measure, const QString &ours, const QString &against, 
     std::puts(qPrintable(line.trimmed()));
 }
 
-/// Whether the row has a bar that it misses.
+/// Prints the row; returns whether it has a limit and misses it.
 bool printRow(const QJsonObject &row)
 {
     const bool hasBar = row.contains(u"bar");

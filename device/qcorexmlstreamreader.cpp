@@ -5,12 +5,12 @@
 
 #include <QRegularExpression>
 
-// Qt 6's reader stops at a control character. Those in the values of attributes are therefore replaced before
-// the document is read, by characters that no other value contains, and restored by attributes().
+// Qt 6's reader stops at a control character. Control characters in attribute values are therefore replaced
+// before the document is read, by characters that no other value contains. attributes() restores them.
 
 namespace
 {
-// Control character n is replaced by character n of a block of Unicode's private use area.
+// Control character n is replaced by character n of a block in Unicode's private use area.
 constexpr char16_t FirstPrivate = 0xE000;
 constexpr char16_t BlockSize = 0x20;
 constexpr std::size_t Blocks = (0xF900 - FirstPrivate) / BlockSize;
@@ -20,15 +20,15 @@ bool isControl(QChar c)
     return c < QLatin1Char(' ') && c != QLatin1Char('\t') && c != QLatin1Char('\n') && c != QLatin1Char('\r');
 }
 
-/// The position behind the next \a mark, or the end of \a document.
+/// The position after the next \a mark, or the end of \a document.
 qsizetype behind(const QString &document, QLatin1String mark, qsizetype from)
 {
     const qsizetype found = document.indexOf(mark, from);
     return found < 0 ? document.size() : found + mark.size();
 }
 
-/// \a document with the control characters in the values of attributes replaced by those of \a block.
-/// Whatever is not well-formed need not be understood: the reading ends there.
+/// Returns \a document with the control characters in attribute values replaced by those of \a block. Text
+/// that is not well-formed need not be parsed: reading ends there.
 QString replacedInAttributes(QString document, char16_t block)
 {
     qsizetype at = 0;
@@ -41,9 +41,9 @@ QString replacedInAttributes(QString document, char16_t block)
         } else if (rest.startsWith(QLatin1String("<?"))) {
             at = behind(document, QLatin1String("?>"), at + 2);
         } else {
-            // A tag or a declaration. Those in a document type begin behind its bracket.
+            // A tag or a declaration. Those in a document type begin after its bracket.
             const bool isTag = !rest.startsWith(QLatin1String("<!"));
-            QChar quote; // that ends the value
+            QChar quote; // the quote that ends the value
             for (; at < document.size(); ++at) {
                 const QChar c = document.at(at);
                 if (!quote.isNull()) {
@@ -62,8 +62,8 @@ QString replacedInAttributes(QString document, char16_t block)
     return document;
 }
 
-/// The first character of a block that \a document has no character of, nor a reference to one; 0 if there is
-/// none.
+/// The first character of a block of which \a document contains no character and no reference to one; 0 if
+/// there is none.
 char16_t unusedBlock(const QString &document)
 {
     std::bitset<Blocks> isUsed;
@@ -90,7 +90,7 @@ char16_t unusedBlock(const QString &document)
 QCoreXmlStreamReader::QCoreXmlStreamReader(const QString &document)
 {
     if (document.size() < 4)
-        return; // no document is shorter, and Qt 4 read none; "<a>" would begin one
+        return; // no document is shorter, and Qt 4 did not read it; "<a>" would begin one
     if (std::none_of(document.cbegin(), document.cend(), isControl)) {
         addData(document);
         return;

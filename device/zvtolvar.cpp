@@ -1,13 +1,13 @@
 #include "device/zvtolvar.h"
 
-// The values the device reports, and what is made known of each change. What the link, the commands and the
-// replies do stands in the files named in the header.
+// The values that the device reports, and their change signals. The files named in the header contain the
+// link, the commands and the replies.
 
 namespace
 {
 using ChangeSignal = void (ZVTolvar::*)(QString);
 
-/// Stores \a text and tells of it, when it is new.
+/// Stores \a text and emits its change signal if it is new.
 void change(ZVTolvar *tolvar, QString &field, const QString &text, ChangeSignal changed)
 {
     if (field == text)
@@ -23,7 +23,7 @@ ZVTolvar::ZVTolvar(QObject *parent)
     connect(this, &ZVTolvar::readyForCommand, this, &ZVTolvar::onReadyForCommand);
     connect(this, &ZVTolvar::responseReceived, this, &ZVTolvar::onResponseReceived);
 
-    // kept: armed before they are listened to. What is there already is found by findTolvar() alone.
+    // kept: started before connecting. Only findTolvar() finds a port that is already present.
     _enumerator.setUpNotifications();
     connect(&_enumerator, &QextSerialEnumerator::deviceDiscovered, this, &ZVTolvar::onDeviceDiscovered);
     connect(&_enumerator, &QextSerialEnumerator::deviceRemoved, this, &ZVTolvar::onDeviceRemoved);

@@ -12,21 +12,22 @@ class QCoreXmlStreamReader;
 class QextSerialPort;
 class QFile;
 
-/// The controller of one ZV Tolvar: finds its port, talks to its console, keeps what it reports as text and
-/// tells of each change.
+/// The controller of one ZV Tolvar: finds its port, communicates with its console, stores what it reports as
+/// text, and emits a signal for each change.
 ///
 ///     zvtolvar.cpp            the record: accessors and setters
-///     zvtolvar_discovery.cpp  ports coming and going, opening
+///     zvtolvar_discovery.cpp  added and removed ports, opening
 ///     zvtolvar_link.cpp       the console: states, queue, pacing
-///     zvtolvar_commands.cpp   what the device can be told
+///     zvtolvar_commands.cpp   the commands to the device
 ///     zvtolvar_replies.cpp    the reply documents
 ///     zvtolvar_networks.cpp   the scanned networks
 ///
-/// The order of signals, slots and fields is fixed: it numbers the meta-object's entries.
+/// The order of signals, slots and fields is fixed: it defines the numbers of the meta-object's entries. A
+/// comment that begins with "kept:" marks behaviour that must not change; docs/compatibility.md lists it.
 class ZVTolvar : public QObject
 {
     Q_OBJECT
-    // kept: no NOTIFY. The change signals are ordinary signals. clazy:excludeall=qproperty-without-notify
+    // kept: no NOTIFY; the change signals are ordinary signals. clazy:excludeall=qproperty-without-notify
     Q_PROPERTY(QString systemID READ systemID WRITE setSystemID)
     Q_PROPERTY(QString status READ status WRITE setStatus)
     Q_PROPERTY(QString firmwareVersion READ firmwareVersion WRITE setFirmwareVersion)
@@ -35,16 +36,16 @@ class ZVTolvar : public QObject
     Q_PROPERTY(bool isScanning READ scanning)
 
 public:
-    /// Listens for ports coming and going from here on; looks for no device until findTolvar().
+    /// Starts to listen for added and removed ports; does not look for a device until findTolvar().
     explicit ZVTolvar(QObject *parent = nullptr);
-    /// kept: closes no port and tells the device nothing. Leaving setup mode is the wizard's business.
+    /// kept: closes no port and sends nothing. The wizard calls exitSetupMode() when it ends.
     ~ZVTolvar() override;
 
     QString systemID() const { return _systemID; }
     QString status() const { return _status; }
-    /// Such as "A060".
+    /// For example "A060".
     QString firmwareVersion() const { return _firmwareVersion; }
-    /// SSID the device is, or is to be, joined to.
+    /// SSID that the device has joined, or is to join.
     QString network() const { return _network; }
     /// Passphrase to send; the device never reports it.
     QString password() const { return _password; }
@@ -60,7 +61,7 @@ public:
     /// Integer text: "0" is the internal antenna, any other number the external one.
     QString antenna() const { return _antenna; }
     QString uartTrace() const { return _uartTrace; }
-    /// "Y" when on.
+    /// "Y" if on.
     QString sysLogOn() const { return _sysLogOn; }
     QString sysLogServer() const { return _sysLogServer; }
 
@@ -68,26 +69,27 @@ public:
     QHash<QString, ZVScanResult> *scannedNetworks() { return &_scannedNetworks; }
     /// Whether a scan is in progress.
     bool scanning() const { return _scanning; }
-    /// kept: always true. The verdict of a test comes by its signals.
+    /// kept: always true. Signals report the result of a test.
     bool networkTestOK() const { return true; }
-    /// The version's number, 60 for "A060"; 0 when there is none.
+    /// The number of the version, 60 for "A060"; 0 if there is none.
     int firmwareVersionAsInt() const;
-    /// The antenna in the user's words, translated.
+    /// The antenna as shown to the user, translated.
     QString antennaDescription() const;
-    /// Whether no device is known, or the known one has been pulled out: its port is dead, though its removal
-    /// may not have been reported yet.
+    /// Whether no device is known, or the known one was unplugged: its port is dead, although its removal may
+    /// not have been reported yet.
     bool isGone() const;
-    /// A copy of the record stored for \a ssid; a record named "Not Found" and otherwise empty when there is
-    /// none.
+    /// A copy of the record stored for \a ssid; if there is none, a record that is named "Not Found" and
+    /// otherwise empty.
     ZVScanResult getScanResult(QString ssid) const;
 
-    /// Looks for the device among the ports present now. The first one wins; with none, nothing happens.
+    /// Looks for the device among the ports present now. The first match wins; without a match, nothing
+    /// happens.
     void findTolvar();
-    /// Queues one command line, its "\r\n" included; at the prompt, sends the oldest queued one at once.
+    /// Queues one command line, including its "\r\n"; at the prompt, sends the oldest queued one at once.
     void submitCommand(const QString &command);
-    /// Logs the link's state by name.
+    /// Logs the name of the link's state.
     void debug_commState();
-    /// Feeds one received byte to the link.
+    /// Passes one received byte to the link.
     void handleReceived(char c);
 
 Q_SIGNALS:
@@ -110,7 +112,7 @@ Q_SIGNALS:
     void sysLogServerChanged(QString);
     /// The console shows its prompt.
     void readyForCommand();
-    /// One whole reply, without its framing bytes; each byte is one character.
+    /// One complete reply, without its framing bytes; each byte is one character.
     void responseReceived(const QString &response);
     /// The table was emptied, or one network was added. Carries the controller's own table.
     void scannedNetworkListChanged(QHash<QString, ZVScanResult> *);
@@ -122,14 +124,14 @@ Q_SIGNALS:
     void networkTestSystemError();
     void networkTestFinished();
     void networkTestStarted();
-    /// A port with the device's ids is there; it is opened a second later.
+    /// A port with the device's ids is present; it is opened a second later.
     void candidateDeviceFound();
     void startingToWriteLog();
     void finishedWriteLog();
 
 public Q_SLOTS:
     void onReadyRead();
-    /// Sends the oldest queued command; blocks for 10 ms a byte. When the port does not take a byte, the rest
+    /// Sends the oldest queued command; blocks for 10 ms per byte. If the port does not take a byte, the rest
     /// of the command is not sent, and the next command begins with a line end.
     void onReadyForCommand();
     void onResponseReceived(const QString &aResponse);
@@ -150,19 +152,19 @@ public Q_SLOTS:
     void setUartTrace(const QString &);
     void setSysLogOn(const QString &);
     void setSysLogServer(const QString &);
-    /// Has the device leave its setup mode.
+    /// Makes the device leave its setup mode.
     void exitSetupMode();
-    /// Stores a record under its SSID; dropped when that SSID is known already.
+    /// Stores a record under its SSID; drops it if that SSID is already known.
     void addScannedNetwork(ZVScanResult &network);
     void clearScannedNetworks();
-    /// Has the device scan for networks.
+    /// Makes the device scan for networks.
     void startScan();
-    /// Has the device try network() with password(); one of the four verdicts follows.
+    /// Makes the device try network() with password(); one of the four verdict signals follows.
     void startNetworkTest();
-    /// Has the device keep network, passphrase, antenna and static address.
+    /// Makes the device save network, passphrase, antenna and static address.
     void saveNetworkConfig();
-    /// Has the device hand over its log, to be written to \a pFile, which is open for writing and from here
-    /// on the controller's.
+    /// Requests the device's log and writes it to \a pFile, which is open for writing. The controller takes
+    /// ownership of the file.
     void getLogFileTo(QFile *pFile);
     void commitAntennaSetting();
     void commitStaticIPSetting();
@@ -170,13 +172,13 @@ public Q_SLOTS:
     void onDeviceRemoved(const QextPortInfo &info);
     /// Wakes the console, once a second until a prompt is seen.
     void onTimerKickOffTlovarConsole();
-    /// Opens the port, or tries again a second later.
+    /// Opens the port, or retries a second later.
     void onTimerOpenConnection();
 
 private:
     Q_DISABLE_COPY_MOVE(ZVTolvar)
-    friend struct ZVTolvarLink;      // the link's table and its actions
-    friend struct ZVTolvarInspector; // what the tests may look at
+    friend struct ZVTolvarLink;     // the link's table and its actions
+    friend struct ZVTolvarTestPeer; // the tests' access to private members
 
     void parseResponsePuckData(QCoreXmlStreamReader &reader);
     void parseResponseScanResults(QCoreXmlStreamReader &reader);
@@ -184,7 +186,7 @@ private:
     void parseLogFile(QCoreXmlStreamReader &reader);
     void skipUnknownElement(QCoreXmlStreamReader &reader);
 
-    QextSerialPort *_port = nullptr; // kept: never closed or destroyed here, the line sees to that
+    QextSerialPort *_port = nullptr; // kept: never closed or destroyed here; SerialLine closes it
     QextSerialEnumerator _enumerator;
     QString _portName;
     QString _response;
@@ -207,12 +209,12 @@ private:
     QString _sysLogServer;
     QFile *_logFile = nullptr;
     QHash<QString, ZVScanResult> _scannedNetworks;
-    bool _connected = false; // kept: never set, never read
+    bool _connected = false; // kept: only ever set to false, never read
     bool _scanning = false;
     bool _testing = false;
-    bool _eotHandshake = false; // kept: never set; the handshake it selects is inert
+    bool _eotHandshake = false; // kept: never set; the handshake that it selects is not used
     QStringList _commandQueue;
-    QString _currentCommand; // kept: recorded, never read
+    QString _currentCommand; // kept: only onReadyForCommand() uses it
     CommState _commState = NOT_CONNECTED;
-    bool _isLineOpen = false; // a command was cut: the device has a part of its line, and no line end
+    bool _isLineOpen = false; // a command was cut: the device has received part of a line, but no line end
 };

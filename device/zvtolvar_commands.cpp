@@ -1,6 +1,7 @@
 #include "device/zvtolvar.h"
 
-// What the device can be told. A command is a line; values stand in it as they are, unquoted, blanks and all.
+// The commands of the device. A command is a line; it contains values as they are, unquoted, including
+// spaces.
 
 namespace
 {
@@ -11,7 +12,7 @@ void ZVTolvar::startScan()
 {
     _scanning = true;
     submitCommand(QStringLiteral("setuarttrace y\r\n"));
-    submitCommand(QStringLiteral("save\r\n")); // kept: part of the sequence
+    submitCommand(QStringLiteral("save\r\n")); // kept: part of the sequence, although it saves everything
     Q_EMIT scanStarted();
     submitCommand(QStringLiteral("scan\r\n"));
 }
@@ -41,7 +42,7 @@ void ZVTolvar::commitAntennaSetting()
 
 void ZVTolvar::commitStaticIPSetting()
 {
-    // kept: the address alone is sent. Mask, gateway, DNS and the syslog values never are.
+    // kept: only the address is sent; mask, gateway, DNS server and syslog values never are.
     if (useStaticIP().toUpper() == QLatin1String("Y"))
         submitCommand(QStringLiteral("setstaticip Y ") + ipAddress() + LineEnd);
     else
@@ -50,7 +51,7 @@ void ZVTolvar::commitStaticIPSetting()
 
 void ZVTolvar::getLogFileTo(QFile *pFile)
 {
-    _logFile = pFile; // kept: a file that was still waiting is overwritten, not closed
+    _logFile = pFile; // kept: does not close a file that still waits for its log
     Q_EMIT startingToWriteLog();
     submitCommand(QStringLiteral("get_log_file\r\n"));
 }
@@ -62,7 +63,7 @@ void ZVTolvar::exitSetupMode()
 
 int ZVTolvar::firmwareVersionAsInt() const
 {
-    return QStringView(_firmwareVersion).mid(1).toInt(); // without its letter, whatever it is
+    return QStringView(_firmwareVersion).mid(1).toInt(); // without its first letter, whatever it is
 }
 
 QString ZVTolvar::antennaDescription() const

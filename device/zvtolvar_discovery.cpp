@@ -3,20 +3,20 @@
 
 #include <QTimer>
 
-#include "app/diagnostics.h"
 #include "device/zvtolvar.h"
+#include "messages/diagnostics.h"
 #include "serial/qextserialport.h"
 
-// Finding the device's port among the computer's, following it as it comes and goes, and opening it.
+// Finds the device's port among the computer's ports, follows its arrivals and removals, and opens it.
 
 namespace
 {
 using namespace std::chrono_literals;
 
-constexpr auto OpenDelay = 1000ms;  // from recognising the device, and between failed attempts
+constexpr auto OpenDelay = 1000ms;  // after recognizing the device, and between failed attempts
 constexpr auto WakeUpDelay = 500ms; // from opening the port to the first wake-up
 
-/// The USB ids of the serial bridges that the device is built with, from their makers' data sheets.
+/// The USB ids of the serial bridges that are built into the device, from the manufacturers' data sheets.
 constexpr struct {
     int vendorID;
     int productID;
@@ -68,8 +68,8 @@ void ZVTolvar::onDeviceDiscovered(const QextPortInfo &info)
     if (!isTolvar(info))
         return;
 
-    // kept: the state stays NOT_CONNECTED until the port is open, so a second arrival within that second
-    // takes over the name and adds an attempt of its own.
+    // kept: the state stays NOT_CONNECTED until the port is open. A second arrival within that second
+    // replaces the name and starts another open attempt.
     _portName = info.portName;
     Q_EMIT candidateDeviceFound();
     QTimer::singleShot(OpenDelay, this, &ZVTolvar::onTimerOpenConnection);
@@ -77,10 +77,10 @@ void ZVTolvar::onDeviceDiscovered(const QextPortInfo &info)
 
 void ZVTolvar::onTimerOpenConnection()
 {
-    if (_portName.isEmpty()) // unplugged meanwhile
+    if (_portName.isEmpty()) // unplugged in the meantime
         return;
 
-    // kept: an earlier port object is dropped, not destroyed.
+    // kept: does not destroy an earlier port object.
     _port = new QextSerialPort(_portName, QextSerialPort::EventDriven);
     _port->setBaudRate(BAUD115200);
     _port->setFlowControl(FLOW_OFF);
@@ -108,7 +108,7 @@ void ZVTolvar::onDeviceRemoved(const QextPortInfo &info)
     if (info.portName != _portName)
         return;
 
-    _port = nullptr; // kept: neither closed nor destroyed, its line has closed by itself
+    _port = nullptr; // kept: not closed or destroyed; SerialLine has closed it
     _commandQueue.clear();
     _portName.clear();
     _commState = NOT_CONNECTED;
@@ -122,7 +122,7 @@ void ZVTolvar::onDeviceRemoved(const QextPortInfo &info)
     _scanning = false;
     _testing = false;
     _isLineOpen = false;
-    // kept: _response and _currentCommand stay as they are.
+    // kept: _response and _currentCommand are not cleared.
 }
 
 bool ZVTolvar::isGone() const

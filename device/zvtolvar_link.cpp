@@ -5,40 +5,40 @@
 #include <QTimer>
 #include <QWaitCondition>
 
-#include "app/diagnostics.h"
 #include "device/zvtolvar.h"
+#include "messages/diagnostics.h"
 #include "serial/qextserialport.h"
 
-// The device's console, byte by byte: waking it, knowing its prompt, sending it one line at a time, and
-// cutting its framed replies out of what it prints.
+// The device's console, byte by byte: wakes it, recognizes its prompt, sends one line at a time, and extracts
+// its framed replies from the output.
 
 namespace
 {
 using namespace std::chrono_literals;
 
-constexpr auto BytePause = 10ms;        // what the device's console needs to take a byte in
+constexpr auto BytePause = 10ms;        // the time that the device's console needs for each byte
 constexpr auto WakeUpInterval = 1000ms; // until the first prompt
 
-// Bytes with a meaning. Any other is part of a reply, or nothing.
+// Bytes with a meaning. Any other byte is part of a reply, or is ignored.
 constexpr int STX = 0x02; // a reply begins
 constexpr int ETX = 0x03; // a reply ends
-constexpr int EOT = 0x04; // the device is ready, in the handshake that is not in use
+constexpr int EOT = 0x04; // the device is ready, in the handshake that is not used
 constexpr int Prompt = '>';
 constexpr const char *LineEnd = "\r\n";
 
-// What a row of the table leaves open.
+// In a row of the table: any value matches, or the value does not change.
 constexpr int Any = -1;
 constexpr int Same = -1;
 
-// While the device scans or tests, prompts mean nothing and only its framed reply counts.
+// While the device scans or tests, prompts are ignored and only its framed reply counts.
 enum Mode : unsigned { Scanning = 1, Testing = 2, Normal = 4, Handshake = 8, Commanded = Normal | Handshake };
 
-/// Writes \a bytes one at a time with a pause after each, up to the first that the port does not take.
-/// Returns how many it took.
+/// Writes \a bytes one at a time with a pause after each, until the port does not take a byte. Returns how
+/// many it took.
 qsizetype sendSlowly(QextSerialPort &port, const QByteArray &bytes)
 {
     QMutex mutex;
-    QWaitCondition neverSignalled; // kept: a sleep by the clock; the event loop waits too
+    QWaitCondition neverSignalled; // kept: sleeps, and blocks the event loop
     qsizetype taken = 0;
     for (const char byte : bytes) {
         if (port.write(&byte, 1) != 1)
@@ -47,7 +47,7 @@ qsizetype sendSlowly(QextSerialPort &port, const QByteArray &bytes)
         const QMutexLocker locker(&mutex);
         const QDeadlineTimer pause(BytePause, Qt::PreciseTimer);
         while (neverSignalled.wait(&mutex, pause))
-            ; // woken early by the system: the rest of the pause is still due
+            ; // woken early by the system: wait for the rest of the pause
     }
     return taken;
 }
@@ -108,9 +108,9 @@ struct ZVTolvarLink {
 };
 
 // clang-format off
-// kept: a scan's or a test's reply leads to IN_PROMPT without readyForCommand(), a normal one waits for its prompt.
-// kept: "scaning".
-constexpr ZVTolvarLink::Rule ZVTolvarLink::rules[] = { // the first row that fits decides; with none, the byte is nothing
+// kept: the reply to a scan or test leads to IN_PROMPT without readyForCommand(); any other reply waits for the prompt.
+// kept: the spelling "scaning".
+constexpr ZVTolvarLink::Rule ZVTolvarLink::rules[] = { // the first matching row decides; without one, the byte is ignored
     // modes     state                               byte    next state                  log                                           action
     { Scanning,  Any,                                STX,    IN_RESPONSE_RECEIVE,        "->IN_RESPONSE_RECEIVE and Scanning",         begin   },
     { Scanning,  IN_RESPONSE_RECEIVE,                ETX,    IN_PROMPT,                  "->IN_PROMPT - end scaning",                  endScan },
@@ -129,8 +129,8 @@ constexpr ZVTolvarLink::Rule ZVTolvarLink::rules[] = { // the first row that fit
 };
 // clang-format on
 
-// How many of these bytes the table can decide on at once: one that it has a row for, or all up to the next
-// such.
+// How many of these bytes the table can process at once: one that has a row, or all bytes up to the next one
+// that has a row.
 qsizetype ZVTolvarLink::takeFrom(QLatin1String received)
 {
     const auto hasMeaning = [](char c) { return c == STX || c == ETX || c == EOT || c == Prompt; };
@@ -169,7 +169,7 @@ void ZVTolvar::onReadyRead()
     QByteArray received(static_cast<int>(available), '\0');
     _port->read(received.data(), available);
     zvWarning() << received.constData(); // kept: a warning, so that the console view shows it
-    // Text comes in long runs, which a byte at a time would take twice as long.
+    // Text comes in long runs. Processing them byte by byte would take twice as long.
     for (QLatin1String rest(received); !rest.isEmpty();) {
         const qsizetype size = ZVTolvarLink::takeFrom(rest);
         ZVTolvarLink::handle(*this, rest.first(size));
@@ -182,7 +182,7 @@ void ZVTolvar::submitCommand(const QString &command)
     _commandQueue.append(command);
     debug_commState();
     if (_commState == IN_PROMPT)
-        onReadyForCommand(); // sends the oldest, which need not be this one
+        onReadyForCommand(); // sends the oldest command, which need not be this one
 }
 
 void ZVTolvar::onReadyForCommand()
@@ -195,15 +195,15 @@ void ZVTolvar::onReadyForCommand()
 
     const QByteArray command = _currentCommand.toLatin1();
     zvDebug() << "-->" << command;
-    // The device still waits for the end of a line that was cut: without one, this command would become part
-    // of it, such as a passphrase part of a network name.
+    // The device still waits for the end of a line that was cut. Without a line end, this command would
+    // become part of it, for example a passphrase part of a network name.
     const QByteArray bytes = _isLineOpen ? LineEnd + command : command;
     const qsizetype taken = sendSlowly(*_port, bytes);
     if (taken == bytes.size()) {
         _isLineOpen = false;
         return;
     }
-    // The rest is not sent: the device would take it for a command of its own.
+    // The rest is not sent: the device would interpret it as a separate command.
     _isLineOpen = _isLineOpen || taken > 0;
     const qsizetype takenOfCommand = std::max<qsizetype>(0, taken - (bytes.size() - command.size()));
     zvCritical() << "The command was cut: the port took" << static_cast<int>(takenOfCommand) << "of"
@@ -216,7 +216,7 @@ void ZVTolvar::onTimerKickOffTlovarConsole()
         return;
     _commState = INITIAL_WAITING_FOR_CONSOLE_PROMPT;
     if (_port) {
-        _port->write("C\r\n", 3); // kept: past the queue, unpaced, not logged
+        _port->write("C\r\n", 3); // kept: not queued, without pauses, not logged
         submitCommand(QStringLiteral("get\r\n"));
     }
     QTimer::singleShot(WakeUpInterval, this, &ZVTolvar::onTimerKickOffTlovarConsole);
@@ -224,7 +224,7 @@ void ZVTolvar::onTimerKickOffTlovarConsole()
 
 void ZVTolvar::debug_commState()
 {
-    // In CommState's order.
+    // In the order of CommState.
     static constexpr const char *names[] = {
         "NOT_CONNECTED",
         "CANDIDATE_DEVICE_FOUND",

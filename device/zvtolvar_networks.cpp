@@ -1,6 +1,6 @@
 #include "device/zvtolvar.h"
 
-// The scanned networks: one record an SSID, the first one reported wins.
+// The scanned networks: one record per SSID; the first one reported wins.
 
 void ZVTolvar::addScannedNetwork(ZVScanResult &network)
 {
@@ -13,13 +13,12 @@ void ZVTolvar::addScannedNetwork(ZVScanResult &network)
 void ZVTolvar::clearScannedNetworks()
 {
     _scannedNetworks = {};
-    Q_EMIT scannedNetworkListChanged(&_scannedNetworks); // kept: also when it was empty already
+    Q_EMIT scannedNetworkListChanged(&_scannedNetworks); // kept: also if it was already empty
 }
 
 ZVScanResult ZVTolvar::getScanResult(QString ssid) const
 {
     ZVScanResult unknown;
-    unknown.ssid =
-        QStringLiteral("Not Found"); // kept: not translated, pages and details dialog know it by this
+    unknown.ssid = QStringLiteral("Not Found"); // kept: not translated; the details dialog shows it
     return _scannedNetworks.value(ssid, unknown);
 }

@@ -6,14 +6,14 @@
 #include "device/qcorexmlstreamreader.h"
 #include "device/zvtolvar.h"
 
-// The documents that the device replies with: "puckdata", "scan_results", "networktest_results" and
-// "log_file". Names are matched exactly. What is unknown is skipped, what is malformed ends the reading:
-// values read before it stay.
+// The reply documents of the device: "puckdata", "scan_results", "networktest_results" and "log_file". Names
+// are matched exactly. Unknown elements are skipped. Malformed input ends the reading: values read before it
+// are kept.
 
 namespace
 {
 // clang-format off
-/// The status document: element beside setter.
+/// The status document: elements and their setters.
 constexpr struct {
     const char *element;
     void (ZVTolvar::*store)(const QString &);
@@ -37,7 +37,7 @@ constexpr struct {
     { "sl_ip",            &ZVTolvar::setSysLogServer    },
 };
 
-/// A scanned network: attribute beside field.
+/// A scanned network: attributes and their fields.
 constexpr struct {
     const char *attribute;
     QString ZVScanResult::*field;
@@ -51,7 +51,7 @@ constexpr struct {
     { "RSSI",     &ZVScanResult::rssi     },
 };
 
-/// The verdicts of a network test, by their result code.
+/// The verdicts of a network test, by result code.
 constexpr void (ZVTolvar::*verdicts[])() = {
     &ZVTolvar::networkTestFound,
     &ZVTolvar::networkTestPassphraseInvalid,
@@ -60,7 +60,7 @@ constexpr void (ZVTolvar::*verdicts[])() = {
 };
 // clang-format on
 
-/// Reads the text of the element that the reader stands on and steps past its end.
+/// Reads the text of the reader's current element and moves past the end of the element.
 QString readElement(QCoreXmlStreamReader &reader)
 {
     QString text = reader.readElementText();
@@ -69,8 +69,8 @@ QString readElement(QCoreXmlStreamReader &reader)
     return text;
 }
 
-/// Steps through the children of the root that the reader stands on, and past the root's end. \a take is
-/// asked for each child; one that it doesn't know, answering false, is left to \a skip.
+/// Iterates over the children of the reader's current root element, and moves past its end. \a take is called
+/// for each child; if it returns false, the child is unknown and is passed to \a skip.
 template <typename Take, typename Skip>
 void forEachChild(QCoreXmlStreamReader &reader, Take take, Skip skip)
 {
@@ -94,8 +94,7 @@ void ZVTolvar::onResponseReceived(const QString &aResponse)
     reader.readNext();
     while (!reader.atEnd()) {
         if (reader.isStartElement()) {
-            // kept: a root that is none of these is not stepped over, and holds this loop for good. The
-            // device sends only the four.
+            // kept: loops forever at an unknown root element. The device sends only these four.
             if (reader.name() == QLatin1String("puckdata")) {
                 parseResponsePuckData(reader);
             } else if (reader.name() == QLatin1String("scan_results")) {
@@ -110,7 +109,7 @@ void ZVTolvar::onResponseReceived(const QString &aResponse)
         } else {
             reader.readNext();
         }
-        static_cast<void>(reader.error()); // kept: asked, and the answer not used
+        static_cast<void>(reader.error()); // kept: the error is not used
     }
 }
 
@@ -158,7 +157,7 @@ void ZVTolvar::parseNetworkTestResults(QCoreXmlStreamReader &reader)
         const QXmlStreamAttributes attributes = reader.attributes();
         readElement(reader);
 
-        // kept: a result that is missing or no number reads as 0, the success.
+        // kept: a result that is missing or not a number counts as 0, success.
         const int result = attributes.value(QLatin1String("result")).toInt();
         if (result >= 0 && result < static_cast<int>(std::size(verdicts)))
             Q_EMIT(this->*verdicts[result])();
@@ -179,9 +178,9 @@ void ZVTolvar::parseLogFile(QCoreXmlStreamReader &reader)
             continue;
         }
         const QString text = reader.readElementText();
-        if (!_logFile) // nobody waits for it: both controllers see the reply of a device plugged in later
+        if (!_logFile) // no log was requested: both controllers see the reply of a device plugged in later
             continue;
-        // kept: as many bytes as the text has characters, whatever its encoding takes.
+        // kept: cuts the encoded text to as many bytes as it has characters.
         _logFile->write(text.toLocal8Bit().left(text.size()));
         _logFile->close();
         delete _logFile;
@@ -191,7 +190,7 @@ void ZVTolvar::parseLogFile(QCoreXmlStreamReader &reader)
 
 void ZVTolvar::skipUnknownElement(QCoreXmlStreamReader &reader)
 {
-    int depth = 1; // counted, so that no reply nests deeply enough to exhaust the stack
+    int depth = 1; // counted instead of recursive, so that a deeply nested reply cannot exhaust the stack
     reader.readNext();
     while (depth > 0 && !reader.atEnd()) {
         if (reader.isStartElement())

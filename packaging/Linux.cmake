@@ -1,7 +1,7 @@
 include(GNUInstallDirs)
 
-# The launcher is what users start; it starts the program (see its own comment). The report is for support.
-function(zv_scripts folder program data catalogues) # the last three as seen from the folder that users start them in
+# Users start the launcher, which starts the program (see the comment in the launcher). The report is for support.
+function(zv_scripts folder program data catalogues) # the last three are relative to the folder of the launcher
     set(ZV_PROGRAM_FROM_LAUNCHER ${program})
     set(ZV_CATALOGUES_FROM_LAUNCHER ${catalogues})
     set(ZV_MESSAGES_FROM_LAUNCHER ${data}/messages.sh)
@@ -10,7 +10,7 @@ function(zv_scripts folder program data catalogues) # the last three as seen fro
     configure_file(report/zvinstall-report.in ${folder}/zvinstall-report @ONLY USE_SOURCE_PERMISSIONS)
 endfunction()
 
-# -- for a system --
+# -- System installation --
 
 set(program ${CMAKE_INSTALL_LIBEXECDIR}/zvinstall)
 set(texts ${CMAKE_INSTALL_DATADIR}/zvinstall/translations)
@@ -39,7 +39,7 @@ install(FILES ${PROJECT_SOURCE_DIR}/resources/zv_setup.png DESTINATION ${icons}/
 install(FILES ${PROJECT_SOURCE_DIR}/resources/artwork/zv_setup.svg
     DESTINATION ${icons}/scalable/apps RENAME zvinstall.svg)
 
-# Not by CMAKE_INSTALL_LIBDIR: the device manager looks nowhere else.
+# Not CMAKE_INSTALL_LIBDIR: among the library folders, udev searches only this one.
 install(FILES 70-zvinstall.rules DESTINATION lib/udev/rules.d)
 
 configure_file(zvinstall.1.in zvinstall.1 @ONLY)
@@ -47,9 +47,10 @@ configure_file(report/zvinstall-report.1.in zvinstall-report.1 @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/zvinstall.1 ${CMAKE_CURRENT_BINARY_DIR}/zvinstall-report.1
     DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 
-# -- for the archive --
+# -- Archive --
 
-# The program needs the Qt and the C library that it was built with, or later ones, so name and README say which.
+# The program needs the versions of Qt and the C library that it was built with, or later ones, so name and README
+# state them.
 cmake_host_system_information(RESULT system QUERY DISTRIB_INFO)
 set(qt_release ${Qt6_VERSION_MAJOR}.${Qt6_VERSION_MINOR})
 set(ZV_ARCHIVE_NAME
@@ -64,7 +65,7 @@ install(FILES messages.sh report/redact.awk DESTINATION support COMPONENT portab
 install(PROGRAMS $<TARGET_FILE:zvinstall> DESTINATION . RENAME zvinstall.bin COMPONENT portable EXCLUDE_FROM_ALL)
 install(FILES ${catalogues} 70-zvinstall.rules ${CMAKE_CURRENT_BINARY_DIR}/portable/README.txt ${PROJECT_SOURCE_DIR}/LICENSE
     DESTINATION . COMPONENT portable EXCLUDE_FROM_ALL)
-# -- for both: the documents for users --
+# -- System and archive: the documents for users --
 
 find_program(ZV_CMARK cmark-gfm)
 find_program(ZV_AWK awk)

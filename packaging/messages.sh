@@ -1,5 +1,6 @@
 # shellcheck shell=sh disable=SC2034,SC1112 # the scripts that read this file use the variables; quotes are typographic
-# What the launcher and zvinstall-report say to the user, in the program's languages. Both read this file.
+# The messages of the launcher and zvinstall-report for the user, in the program's languages. Both scripts read this
+# file.
 
 load_messages() # load_messages LOCALE, such as de_DE.UTF-8
 {
@@ -9,7 +10,7 @@ load_messages() # load_messages LOCALE, such as de_DE.UTF-8
     report_written='Read the report before you send it to anyone. It holds no passphrases, but names of networks and users.'
     report_failed='The report cannot be written:'
 
-    # The texts are in UTF-8, which other locales do not show.
+    # The texts are in UTF-8, which other encodings cannot show.
     case $1 in
     *[Uu][Tt][Ff]8* | *[Uu][Tt][Ff]-8*) ;;
     *) return ;;

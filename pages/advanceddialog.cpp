@@ -10,13 +10,13 @@
 
 namespace
 {
-/// Whether the device means "on" by \a flag.
+/// Whether \a flag means "on" for the device.
 bool isOn(const QString &flag)
 {
     return flag.toUpper() == QLatin1String("Y");
 }
 
-/// Checks \a box and shows \a address when \a flag is on; else the field stays empty and shows its
+/// Checks \a box and shows \a address if \a flag is on; otherwise the field stays empty and shows its
 /// placeholder.
 void showOptionalAddress(const QString &flag, const QString &address, QCheckBox *box, QLineEdit *field)
 {
@@ -25,11 +25,11 @@ void showOptionalAddress(const QString &flag, const QString &address, QCheckBox 
         field->setText(address);
 }
 
-/// How many pixels \a field is too narrow for what it asks for, if it is.
+/// How many pixels \a field is too narrow for its placeholder text; 0 if it is wide enough.
 int lackOfWidth(const QLineEdit *field)
 {
     const QFontMetrics font = field->fontMetrics();
-    const int margins = font.height(); // the frame's and the field's own are less
+    const int margins = font.height(); // the margins of the frame and the field are smaller
     return std::max(0, font.horizontalAdvance(field->placeholderText()) + margins - field->width());
 }
 } // namespace
@@ -41,8 +41,8 @@ AdvancedDialog::AdvancedDialog(ZVTolvar *controller, QWidget *parent)
 {
     _ui->setupUi(this);
     showValues();
-    resize(size().expandedTo(layout()->totalMinimumSize())); // as it would be shown
-    layout()->setGeometry(rect());                           // with larger letters, its fields are too narrow
+    resize(size().expandedTo(layout()->totalMinimumSize())); // the size at which it would be shown
+    layout()->setGeometry(rect());                           // with larger fonts, its fields are too narrow
     resize(width() + std::max(lackOfWidth(_ui->lineEdit_ipAddress), lackOfWidth(_ui->lineEdit_syslogServer)),
            height());
     fitToScreen(*this, *_ui->buttonBox);
@@ -66,7 +66,7 @@ void AdvancedDialog::OnAccepted()
 {
     _controller->setAntenna(_ui->checkBox_ExternalAntenna->isChecked() ? QStringLiteral("1")
                                                                        : QStringLiteral("0"));
-    // kept: an unchecked box switches nothing off. The device keeps the address it had.
+    // kept: an unchecked box switches nothing off. The device keeps its address.
     if (_ui->checkBox_useStaticIP->isChecked()) {
         _controller->setUseStaticIP(QStringLiteral("Y"));
         _controller->setIPAddress(_ui->lineEdit_ipAddress->text());

@@ -7,7 +7,7 @@
 class Ui_AdvancedDialog;
 class ZVTolvar;
 
-/// Edits the less common settings. OK hands them to the controller; the device gets them with the next save.
+/// Edits the less common settings. OK passes them to the controller; the device gets them with the next save.
 class AdvancedDialog : public QDialog
 {
     Q_OBJECT

@@ -4,16 +4,16 @@
 
 class QLabel;
 
-/// Has a screen reader say what \a label shows. Does nothing while the label is not on the screen.
+/// Makes a screen reader speak the text of \a label. Does nothing while the label is not on the screen.
 void announce(QLabel *label);
 
-/// Announces what a label shows at the end of a scope, if the label showed something else at its beginning.
-/// Pages that were entered several times run their slots as often in a row, and still announce once. At the
-/// end of the scope, because a screen reader stops speaking when the focus moves.
+/// Announces the text of a label at the end of a scope, if it changed since the beginning. Pages that were
+/// entered several times run their slots several times in succession, but announce only once. It announces at
+/// the end of the scope because a screen reader stops speaking when the focus moves.
 class Announcement
 {
 public:
-    /// With null as \a label nothing is announced.
+    /// If \a label is null, nothing is announced.
     explicit Announcement(QLabel *label);
     ~Announcement();
     Q_DISABLE_COPY_MOVE(Announcement)

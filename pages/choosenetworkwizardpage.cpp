@@ -4,9 +4,9 @@
 #include <QMessageBox>
 #include <QWizard>
 
-#include "app/diagnostics.h"
-#include "app/sessionlog.h"
 #include "device/zvtolvar.h"
+#include "messages/diagnostics.h"
+#include "messages/sessionlog.h"
 #include "pages/advanceddialog.h"
 #include "pages/pageid.h"
 #include "pages/viewdetailsdialog.h"
@@ -16,7 +16,7 @@
 
 namespace
 {
-constexpr int lastFirmwareWithoutAntenna = 58; // nor any other advanced setting
+constexpr int lastFirmwareWithoutAntenna = 58; // and without any other advanced setting
 }
 
 ChooseNetworkWizardPage::ChooseNetworkWizardPage(QWidget *parent)
@@ -40,7 +40,7 @@ void ChooseNetworkWizardPage::initializePage()
 
     _ui->input_NetworkName->setText(tolvar->network());
     _ui->input_Password->setText(tolvar->password());
-    // kept: the box stays disabled, whatever the firmware. It only shows the setting.
+    // kept: the box stays disabled for every firmware. It only shows the setting.
     if (tolvar->firmwareVersionAsInt() > lastFirmwareWithoutAntenna)
         _ui->checkBox_useExternalAntenna->setChecked(tolvar->antenna().toInt() != 0);
     else
@@ -48,16 +48,16 @@ void ChooseNetworkWizardPage::initializePage()
 
     _networks.setStringList({QStringLiteral("Scanning for Networks"), QStringLiteral("Please Wait....")});
     _ui->networkListView->setModel(&_networks);
-    // A view that is given the model that it has keeps its selection model, too: one connection is enough.
+    // A view that is given the same model again keeps its selection model: one connection is enough.
     connect(_ui->networkListView->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &ChooseNetworkWizardPage::onSelectionChanged, Qt::UniqueConnection);
-    // Released comes before clicked, which starts the next scans.
+    // released() is emitted before clicked(), which starts the next scans.
     connect(_ui->refreshButton, &QPushButton::released, this, showWaitCursor);
     showWaitCursor();
     tolvar->startScan();
 }
 
-// kept: nothing guards against doubles. Each time the page is entered, every connection is made once more.
+// kept: each time the page is entered, all connections are made again.
 void ChooseNetworkWizardPage::connectEverything(ZVTolvar *tolvar)
 {
     using Page = ChooseNetworkWizardPage;
@@ -90,8 +90,8 @@ int ChooseNetworkWizardPage::nextId() const
     const QString name = _ui->input_NetworkName->text();
     const QString passphrase = _ui->input_Password->text();
 
-    // kept: the passphrase stands in the session log in clear, and a query sets values. The wizard asks for
-    // the next page when the user goes on, so the controller has both by then.
+    // kept: logs the passphrase in plain text, and changes values although it is a query. The wizard calls it
+    // before it shows the next page, which needs these values.
     zvDebug() << "nextId" << passphrase;
     tolvar->setNetwork(name);
     tolvar->setPassword(passphrase);
@@ -129,12 +129,12 @@ void ChooseNetworkWizardPage::OnNetworkNameChanged(QString name)
 
 void ChooseNetworkWizardPage::OnNetworkListClicked(QModelIndex ind)
 {
-    // The name field follows by the controller's signal.
+    // The controller's signal updates the name field.
     wizardController(this)->setNetwork(ind.data(Qt::DisplayRole).toString());
 }
 
-// Not currentChanged(): the list has a current row as soon as Tab enters it. When a scan ends without a list,
-// the placeholder rows stay; they are no networks.
+// Not currentChanged(): the list has a current row as soon as Tab moves the focus to it. If a scan ends
+// without a list, the placeholder rows remain; they are not networks.
 void ChooseNetworkWizardPage::onSelectionChanged(const QItemSelection &selected)
 {
     ZVTolvar *tolvar = wizardController(this);
@@ -145,8 +145,8 @@ void ChooseNetworkWizardPage::onSelectionChanged(const QItemSelection &selected)
         OnNetworkListClicked(row);
 }
 
-// The highlighted network is the one that is tried. A name that was typed, or a row that was highlighted
-// during a scan, leaves another one highlighted.
+// Only the network that is tested may be highlighted. A different one is highlighted if the user typed a
+// name, or highlighted a row during a scan.
 void ChooseNetworkWizardPage::clearOtherSelection(const QString &network)
 {
     const QItemSelectionModel *selection = _ui->networkListView->selectionModel();

@@ -13,33 +13,33 @@ class QItemSelection;
 class Ui_ChooseNetworkWizardPage;
 class ZVTolvar;
 
-/// Lists the networks that the device finds, and takes the name and the passphrase of the one to join.
+/// Lists the networks that the device finds, and takes the name and the passphrase of the network to join.
 class ChooseNetworkWizardPage : public QWizardPage
 {
     Q_OBJECT
 
 public:
     explicit ChooseNetworkWizardPage(QWidget *parent = nullptr);
-    /// Detaches the console view as well: nothing more is copied into it.
+    /// Also detaches the console view: nothing more is copied to it.
     ~ChooseNetworkWizardPage() override;
 
     /// Shows the controller's values and starts a scan.
     void initializePage() override;
-    /// Whether there is a name and no scan is going on.
+    /// Whether there is a name and no scan is in progress.
     bool isComplete() const override;
-    /// The WEP warning page for a network that was found with WEP, else the test-network page. Hands the name
-    /// and the passphrase to the controller each time it is asked.
+    /// The WEP warning page for a network that was found with WEP, otherwise the test-network page. Passes
+    /// the name and the passphrase to the controller on each call.
     int nextId() const override;
 
-    // The order of the slots and the names of their parameters are fixed: they are the meta-object's table.
+    // The order of the slots and the names of their parameters are fixed: they are part of the meta-object.
 public Q_SLOTS:
     void OnNetworkListDoubleClicked(QModelIndex ind);
     void OnNetworkListClicked(QModelIndex ind);
-    /// kept: connected to nothing. The button asks the controller itself.
+    /// kept: connected to nothing. The button is connected to ZVTolvar::startScan() instead.
     void OnRefreshButtonClicked();
     /// Opens the advanced settings; firmware A059 and later only. kept: connected to nothing.
     void OnAdvancedButtonClicked();
-    /// Opens the details of the network that is named in the name field.
+    /// Opens the details of the network in the name field.
     void OnViewDetailsButtonClicked();
     void onStartScan();
     void onFinishScan();

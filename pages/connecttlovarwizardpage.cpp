@@ -3,8 +3,8 @@
 #include <QAbstractButton>
 #include <QWizard>
 
-#include "app/diagnostics.h"
 #include "device/zvtolvar.h"
+#include "messages/diagnostics.h"
 #include "pages/announcement.h"
 #include "pages/pageid.h"
 #include "pages/wizardcontroller.h"
@@ -27,7 +27,7 @@ void ConnectTlovarWizardPage::initializePage()
     connect(tolvar, &ZVTolvar::systemIDChanged, this, &ConnectTlovarWizardPage::onSystemIDChanged);
     connect(tolvar, &ZVTolvar::candidateDeviceFound, this, &ConnectTlovarWizardPage::onCandidateDeviceFound);
 
-    // A device that is there already is announced before this returns, so the connections come first.
+    // A device that is already present is reported before this returns, so the connections come first.
     tolvar->findTolvar();
 }
 
@@ -55,18 +55,19 @@ bool ConnectTlovarWizardPage::isComplete() const
     const QString systemID = wizardController(this)->systemID();
     zvDebug() << "Sysid:" << systemID;
 
-    // kept: a query that changes widgets. The wizard asks at every turn, and so the page follows the search.
+    // kept: a query that changes widgets. The wizard calls it often, which keeps the page up to date.
     if (!systemID.isEmpty()) {
         _ui->label_progress->setText(tr("***** A Tolvar has been found *****", "Progress bar label"));
         _ui->connectionProgressBar->hide();
         return true;
     }
 
-    // Not isVisible(): the wizard takes its pages off the screen for the moment in which it asks, and the
-    // text of a device that has just been found would never stay.
+    // Not isVisible(): the wizard hides its pages while it calls this, and the text for a device that has
+    // just been found would never stay.
     const bool windowVisible = window()->isVisible();
     if (!windowVisible || _ui->connectionProgressBar->isHidden()) {
-        // Before the window is there the bar counts as hidden; a device that is there already keeps its text.
+        // Before the window is shown, the bar counts as hidden; a device that is already present keeps its
+        // text.
         if (windowVisible || _ui->label_progress->text() != gettingStatus())
             _ui->label_progress->setText(tr("Looking for ZV Tolvar", "Progress bar label"));
         _ui->connectionProgressBar->show();

@@ -6,7 +6,7 @@
 
 class Ui_ConnectTlovarWizardPage;
 
-/// The first page: has the user plug in a device and waits until that has told its system ID.
+/// The first page: asks the user to plug in a device and waits until the device has reported its system ID.
 class ConnectTlovarWizardPage : public QWizardPage
 {
     Q_OBJECT
@@ -17,7 +17,7 @@ public:
 
     /// Starts the search for the device.
     void initializePage() override;
-    /// Whether the device has told its system ID. Brings the page's label and bar up to date as well.
+    /// Whether the device has reported its system ID. Also updates the page's label and bar.
     bool isComplete() const override;
     /// kept: always the device-found page, never the device-not-found page.
     int nextId() const override;

@@ -1,6 +1,9 @@
 #pragma once
 
-/// The wizard's page ids. They are part of the pages' routing and do not change.
+/// The wizard's page ids. They do not change.
+///
+/// In all pages, a comment that begins with "kept:" marks behaviour that must not change;
+/// docs/compatibility.md lists it.
 enum PageId {
     ConnectPageId = 0,
     TolvarFoundPageId = 1,

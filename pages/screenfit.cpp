@@ -10,14 +10,14 @@
 
 namespace
 {
-/// How high \a layout has to be when it is \a width wide.
+/// The height that \a layout needs at \a width.
 int heightFor(const QLayout &layout, int width)
 {
-    // A layout in which nothing is wrapped has no height for a width.
+    // A layout without wrapped content has no height for a width.
     return std::max(layout.totalMinimumSize().height(), layout.totalMinimumHeightForWidth(width));
 }
 
-/// Moves all that \a dialog shows above \a buttons into an area that scrolls.
+/// Moves all of \a dialog above \a buttons into a scroll area.
 void scrollContents(QDialog &dialog, QDialogButtonBox &buttons)
 {
     auto *layout = static_cast<QBoxLayout *>(dialog.layout());
@@ -30,7 +30,7 @@ void scrollContents(QDialog &dialog, QDialogButtonBox &buttons)
         QLayoutItem *item = layout->takeAt(0);
         if (QWidget *widget = item->widget()) {
             column->addWidget(widget);
-            delete item; // the column has made one of its own
+            delete item; // the column has created its own
         } else if (QLayout *rows = item->layout()) {
             column->addLayout(rows);
         } else {

@@ -7,15 +7,15 @@ class QDialogButtonBox;
 class QLayout;
 class QWidget;
 
-/// The largest size that \a window may have without its frame, so that all of it is on its screen. A window
-/// that is not shown yet is taken to come to its parent's screen, with a frame like its parent's.
+/// The largest size without its frame that \a window may have so that all of it is on its screen. A window
+/// that is not shown yet is assumed to appear on its parent's screen, with a frame like its parent's.
 QSize largestSize(const QWidget &window);
 
-/// The size in which all that \a layout holds can be seen, wrapped text too: \a size where that is enough,
-/// otherwise higher. Where it would be higher than \a largest, it is wider. At most \a largest, which may not
-/// be enough.
+/// The size at which everything in \a layout is visible, including wrapped text: \a size if that is enough,
+/// otherwise higher. If it would be higher than \a largest, it is wider. Never exceeds \a largest, which may
+/// not be enough.
 QSize fittingSize(const QLayout &layout, QSize size, QSize largest);
 
-/// Gives \a dialog, before it is shown, the size that its contents need. Where the screen is too small for
-/// them, they can be scrolled. \a buttons, the last in the dialog's vertical layout, stay below.
+/// Resizes \a dialog, before it is shown, to the size that its contents need. If the screen is too small for
+/// them, they become scrollable. \a buttons, the last item of the dialog's vertical layout, stays below.
 void fitToScreen(QDialog &dialog, QDialogButtonBox &buttons);

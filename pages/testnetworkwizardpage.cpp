@@ -7,7 +7,7 @@
 
 #include "device/zvtolvar.h"
 #include "pages/announcement.h"
-#include "pages/devicetext.h"
+#include "pages/plaintextlabels.h"
 #include "pages/waitcursor.h"
 #include "pages/wizardcontroller.h"
 #include "ui_testnetworkwizardpage.h"
@@ -16,8 +16,8 @@ namespace
 {
 using namespace std::chrono_literals;
 
-// A key that was pressed during the save arrives after it. It is still meant for the save button: for Done,
-// it would end the wizard unseen.
+// A key that was pressed during the save arrives after it. It is still meant for the save button: on Done, it
+// would end the wizard unnoticed.
 constexpr auto InputDelay = 100ms;
 } // namespace
 
@@ -27,7 +27,7 @@ TestNetworkWizardPage::TestNetworkWizardPage(QWidget *parent)
     , _afterSave(this)
 {
     _ui->setupUi(this);
-    takeForText({_ui->label}); // it names the network
+    setPlainText({_ui->label}); // it contains the network's name
     _afterSave.setSingleShot(true);
     _afterSave.setInterval(InputDelay);
     connect(&_afterSave, &QTimer::timeout, this, &TestNetworkWizardPage::leadOnAfterSave);
@@ -62,7 +62,7 @@ void TestNetworkWizardPage::initializePage()
     _ui->progressBar->show();
     _ui->label->setText(waiting);
     testInProgress = true;
-    _afterSave.stop(); // of a save just before the user went back
+    _afterSave.stop(); // started by a save just before the user went back
     showWaitCursor();
     tolvar->startNetworkTest();
 }
@@ -117,17 +117,17 @@ void TestNetworkWizardPage::onSaveNetworkConfig()
     _afterSave.start();
 }
 
-// Not for a device that was pulled out meanwhile, perhaps in the middle of the save.
+// Not for a device that was unplugged in the meantime, perhaps during the save.
 void TestNetworkWizardPage::leadOnAfterSave()
 {
     if (wizardController(this)->isGone())
         return;
-    if (wizard()->focusWidget() == _focusAtSave) // the user has not moved it meanwhile
+    if (wizard()->focusWidget() == _focusAtSave) // the user has not moved it in the meantime
         moveFocus(wizard()->button(QWizard::FinishButton));
     announce(_ui->label);
 }
 
-// A verdict may arrive when the user has gone back and types.
+// A verdict may arrive after the user has gone back, while the user is typing.
 void TestNetworkWizardPage::moveFocus(QWidget *next)
 {
     if (isVisible())

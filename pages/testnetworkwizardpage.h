@@ -7,7 +7,7 @@
 
 class Ui_TestNetworkWizardPage;
 
-/// The last page: has the device try the network, shows the verdict, and saves the configuration.
+/// The last page: makes the device test the network, shows the verdict, and saves the configuration.
 class TestNetworkWizardPage : public QWizardPage
 {
     Q_OBJECT
@@ -18,7 +18,7 @@ public:
 
     /// Starts the test.
     void initializePage() override;
-    /// Whether the configuration was saved since the test began. A verdict alone doesn't do.
+    /// Whether the configuration was saved since the test began. A verdict alone is not enough.
     bool isComplete() const override;
     /// Always -1, for the last page.
     int nextId() const override;
@@ -36,7 +36,7 @@ private:
     void moveFocus(QWidget *next);
 
     std::unique_ptr<Ui_TestNetworkWizardPage> _ui;
-    bool testInProgress = false;           // until a save; the verdicts leave it alone
-    QTimer _afterSave;                     // then the focus moves on
+    bool testInProgress = false;           // until a save; the verdicts do not change it
+    QTimer _afterSave;                     // moves the focus when it ends
     const QWidget *_focusAtSave = nullptr; // never dereferenced
 };

@@ -7,11 +7,11 @@
 #include <QMessageBox>
 #include <QWizard>
 
-#include "app/diagnostics.h"
 #include "device/zvtolvar.h"
+#include "messages/diagnostics.h"
 #include "pages/announcement.h"
-#include "pages/devicetext.h"
 #include "pages/pageid.h"
+#include "pages/plaintextlabels.h"
 #include "pages/waitcursor.h"
 #include "pages/wizardcontroller.h"
 #include "ui_tolvarfoundwizardpage.h"
@@ -20,11 +20,11 @@ namespace
 {
 constexpr int lastFirmwareWithoutLog = 59;
 
-/// Today's name for a log file, with the month as the user's locale shortens it.
+/// Today's name for a log file, with the abbreviated month of the user's locale.
 QString defaultLogFileName()
 {
     const QDate today = QDate::currentDate();
-    // The locale's own format would write its digits, too.
+    // The locale's own format would also use its own digits.
     const QString month = QLocale::system().monthName(today.month(), QLocale::ShortFormat);
     return QLatin1String("zvtolvar_log_") + today.toString(QStringLiteral("dd")) + month +
            today.toString(QStringLiteral("yy")) + QLatin1String(".txt");
@@ -33,7 +33,7 @@ QString defaultLogFileName()
 void showMessage(const QString &text)
 {
     QMessageBox box;
-    box.setTextFormat(Qt::PlainText); // it may name a file
+    box.setTextFormat(Qt::PlainText); // it may contain a file name
     box.setText(text);
     box.exec();
 }
@@ -44,8 +44,8 @@ TolvarFoundWizardPage::TolvarFoundWizardPage(QWidget *parent)
     , _ui(std::make_unique<Ui_TolvarFoundWizardPage>())
 {
     _ui->setupUi(this);
-    takeForText({_ui->label_SystemId, _ui->label_Status, _ui->label_Version, _ui->label_Network,
-                 _ui->label_MacAddress, _ui->label_IPAddress, _ui->label_LogWrite_progress});
+    setPlainText({_ui->label_SystemId, _ui->label_Status, _ui->label_Version, _ui->label_Network,
+                  _ui->label_MacAddress, _ui->label_IPAddress, _ui->label_LogWrite_progress});
     alignToLeadingEdge({_ui->label_DeviceType, _ui->label_SystemId, _ui->label_Status, _ui->label_Version,
                         _ui->label_Network, _ui->label_MacAddress, _ui->label_IPAddress,
                         _ui->label_ExternalAntenna});
@@ -80,13 +80,13 @@ void TolvarFoundWizardPage::initializePage()
     _ui->label_MacAddress->setText(tolvar->macAddress());
     onIpAddressChanged(QString());
     _ui->label_ExternalAntenna->setText(tolvar->antennaDescription());
-    // kept: label_DeviceType reads "Unknown" for every device.
+    // kept: label_DeviceType shows "Unknown" for every device.
 }
 
 void TolvarFoundWizardPage::onIpAddressChanged(QString)
 {
     const ZVTolvar *tolvar = wizardController(this);
-    // kept: neither text is translated, and no blank follows the colon.
+    // kept: neither string is translated, and no space follows the colon.
     if (tolvar->useStaticIP() == QLatin1String("Y"))
         _ui->label_IPAddress->setText(QLatin1String("Static:") + tolvar->ipAddress());
     else
@@ -128,7 +128,7 @@ void TolvarFoundWizardPage::onViewLogClicked()
         saveLog();
 }
 
-// The page keeps the focus for the button meanwhile. Qt would move it on to the console's button.
+// In the meantime, the page keeps the focus for the button. Qt would move it to the Console button.
 void TolvarFoundWizardPage::disableLogButton()
 {
     if (wizard()->focusWidget() == _ui->pushButton_viewLog)
@@ -141,8 +141,8 @@ void TolvarFoundWizardPage::saveLog()
     disableLogButton();
     _ui->label_LogWrite_progress->setText(tr("Opening file: %1").arg(_logFileName));
 
-    // kept: the page does not delete it. The controller deletes an open file once the log is written; a file
-    // that cannot be opened, or whose log never comes, lives until the process ends.
+    // kept: the page never deletes the file. The controller deletes an open file when the log is written. A
+    // file that cannot be opened, or whose log never arrives, is leaked.
     auto *file = new QFile(_logFileName);
     zvDebug() << "Opening file:" << _logFileName;
     if (!file->open(QIODevice::WriteOnly | QIODevice::Text)) {

@@ -7,7 +7,7 @@
 
 class Ui_TolvarFoundWizardPage;
 
-/// Shows what the device has told about itself, and saves its log to a file.
+/// Shows what the device has reported about itself, and saves its log to a file.
 class TolvarFoundWizardPage : public QWizardPage
 {
     Q_OBJECT
@@ -16,7 +16,7 @@ public:
     explicit TolvarFoundWizardPage(QWidget *parent = nullptr);
     ~TolvarFoundWizardPage() override;
 
-    /// Shows the device's values and follows their changes from here on.
+    /// Shows the device's values and, from now on, their changes.
     void initializePage() override;
     /// Always the choose-network page.
     int nextId() const override;
@@ -24,7 +24,7 @@ public:
 public Q_SLOTS:
     void OnAntennaChanged(QString);
     void onIpAddressChanged(QString);
-    /// Asks for a file and has the device's log written to it; firmware A060 and later only.
+    /// Asks for a file and requests the device's log into it; firmware A060 and later only.
     void onViewLogClicked();
     void onStartLogWrite();
     void onFinishLogWrite();
@@ -34,5 +34,5 @@ private:
     void disableLogButton();
 
     std::unique_ptr<Ui_TolvarFoundWizardPage> _ui;
-    QString _logFileName; // what the next save dialog starts from; empty for the dated default
+    QString _logFileName; // where the next save dialog starts; empty for the dated default
 };

@@ -6,7 +6,7 @@
 
 class Ui_TolvarNotFoundWizardPage;
 
-/// Tells that no device was detected. kept: no page leads here; the connect page waits instead.
+/// Reports that no device was detected. kept: no page leads here; the connect page waits instead.
 class TolvarNotFoundWizardPage : public QWizardPage
 {
     Q_OBJECT

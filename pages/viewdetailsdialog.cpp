@@ -1,7 +1,7 @@
 #include "pages/viewdetailsdialog.h"
 
 #include "device/zvscanresult.h"
-#include "pages/devicetext.h"
+#include "pages/plaintextlabels.h"
 #include "pages/screenfit.h"
 #include "ui_viewdetailsdialog.h"
 
@@ -12,7 +12,7 @@ ViewDetailsDialog::ViewDetailsDialog(ZVScanResult *network, QWidget *parent)
     _ui->setupUi(this);
     const auto values = {_ui->label_network, _ui->label_channel, _ui->label_adhoc, _ui->label_security,
                          _ui->label_suites,  _ui->label_wps,     _ui->label_rssi};
-    takeForText(values);
+    setPlainText(values);
     alignToLeadingEdge(values);
     _ui->label_network->setText(network->ssid);
     _ui->label_channel->setText(network->channel);

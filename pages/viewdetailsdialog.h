@@ -13,7 +13,7 @@ class ViewDetailsDialog : public QDialog
     Q_OBJECT
 
 public:
-    /// Copies \a network's texts as they stand; the record is not needed afterwards.
+    /// Copies \a network's texts unchanged; the record is not needed afterwards.
     explicit ViewDetailsDialog(ZVScanResult *network, QWidget *parent = nullptr);
     ~ViewDetailsDialog() override;
 

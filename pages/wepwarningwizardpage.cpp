@@ -7,7 +7,7 @@ WEPWarningWizardPage::WEPWarningWizardPage(QWidget *parent)
     : QWizardPage(parent)
     , _ui(std::make_unique<Ui_WEPWarningWizardPage>())
 {
-    // kept: the link opens nothing. Its address is there to be read.
+    // kept: the link opens nothing; it only shows the address.
     _ui->setupUi(this);
 }
 

@@ -6,7 +6,7 @@
 
 class Ui_WEPWarningWizardPage;
 
-/// Warns against WEP before the test; the user may go on all the same.
+/// Warns against WEP before the test; the user may continue anyway.
 class WEPWarningWizardPage : public QWizardPage
 {
     Q_OBJECT

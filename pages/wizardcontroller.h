@@ -3,7 +3,7 @@
 class QWizardPage;
 class ZVTolvar;
 
-/// The device controller of the wizard that \a page stands in. Pages ask anew each time they need it and keep
-/// no pointer of their own; the frame defines it, so that pages never include the frame. Not to be called
-/// before the page stands in the wizard.
+/// The device controller of the wizard that contains \a page. Pages call this each time they need the
+/// controller and store no pointer to it. The wizard window defines this function, so that pages never
+/// include the wizard window. Do not call it before the page is in the wizard.
 ZVTolvar *wizardController(const QWizardPage *page);

@@ -18,11 +18,11 @@
 
 #include "serial/systemtext.h"
 
-/// The process that has locked the file, 0 when none is known.
+/// The process that has locked the file, 0 if none is known.
 static qint64 lockingProcess(const struct stat &file)
 {
 #ifdef Q_OS_LINUX
-    // "1: FLOCK  ADVISORY  WRITE 1234 00:18:3 0 EOF". A program that waits for a lock has "->" behind the
+    // "1: FLOCK  ADVISORY  WRITE 1234 00:18:3 0 EOF". For a program that waits for a lock, "->" follows the
     // number.
     QFile list(QStringLiteral("/proc/locks"));
     if (!list.open(QIODevice::ReadOnly))

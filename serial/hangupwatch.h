@@ -6,8 +6,8 @@
 
 class QSocketNotifier;
 
-/// Watches an open port for its other end going away. Qt's own port tells of that in some versions only: in
-/// others it reads the end of the file for ever, and says nothing.
+/// Watches an open port for a hang-up of its other end. QSerialPort reports it in some versions only: other
+/// versions read the end of the file forever and report nothing.
 class HangUpWatch : public QObject
 {
     Q_OBJECT
@@ -16,13 +16,14 @@ public:
     HangUpWatch();
     ~HangUpWatch() override;
 
-    /// Begins, for the port that is open under \a descriptor until stop(); nothing where the system can't.
+    /// Watches the port that is open under \a descriptor until stop(); does nothing if the system cannot
+    /// watch it.
     void start(int descriptor);
-    /// Ends; to be called before the descriptor is closed.
+    /// Stops watching; call this before the descriptor is closed.
     void stop();
 
 Q_SIGNALS:
-    /// The other end is gone, and what it sent before has been read.
+    /// The other end is gone, and all that it sent before has been read.
     void hungUp();
 
 private:
@@ -31,7 +32,7 @@ private:
     void look();
 
     int _port = -1;
-    int _watch = -1; // readable once the port has hung up, and for nothing else
+    int _watch = -1; // readable only after the port has hung up
     int _looks = 0;
     std::unique_ptr<QSocketNotifier> _notifier;
 };

@@ -4,12 +4,13 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <QCoreApplication>
 #include <QSocketNotifier>
 
 namespace
 {
-/// How often a line that has hung up may still be said to hold bytes before that is not believed any more.
-constexpr int mostLooks = 100;
+/// How often a line that has hung up may report unread bytes before the report is ignored.
+constexpr int maxDrainChecks = 100;
 } // namespace
 
 HangUpWatch::HangUpWatch() = default;
@@ -25,7 +26,7 @@ void HangUpWatch::start(int descriptor)
     _looks = 0;
     _port = descriptor;
     _watch = ::epoll_create1(EPOLL_CLOEXEC);
-    epoll_event nothing = {}; // a hang-up comes without being asked for
+    epoll_event nothing = {}; // epoll always reports a hang-up
     if (_watch < 0 || ::epoll_ctl(_watch, EPOLL_CTL_ADD, _port, &nothing) != 0)
         return;
     _notifier = std::make_unique<QSocketNotifier>(_watch, QSocketNotifier::Read);
@@ -36,7 +37,14 @@ void HangUpWatch::stop()
 {
     if (_notifier) {
         _notifier->setEnabled(false);
-        _notifier.release()->deleteLater(); // it may be what calls
+        if (QCoreApplication *application = QCoreApplication::instance()) {
+            // Deleted later, because it may be the caller. After the last event loop, the application deletes
+            // it.
+            _notifier->setParent(application);
+            _notifier.release()->deleteLater();
+        } else {
+            _notifier.reset(); // the application closes its last lines in its destructor
+        }
     }
     if (_watch >= 0)
         ::close(_watch);
@@ -46,7 +54,7 @@ void HangUpWatch::stop()
 void HangUpWatch::look()
 {
     int unread = 0;
-    if (::ioctl(_port, FIONREAD, &unread) == 0 && unread > 0 && ++_looks < mostLooks)
-        return; // the last words are still to be read; the notifier comes again
+    if (::ioctl(_port, FIONREAD, &unread) == 0 && unread > 0 && ++_looks < maxDrainChecks)
+        return; // unread data remains; the notifier emits again
     Q_EMIT hungUp();
 }

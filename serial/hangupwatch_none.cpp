@@ -2,7 +2,7 @@
 
 #include <QSocketNotifier>
 
-// Systems without epoll: what Qt's port tells of is all there is.
+// Systems without epoll: only QSerialPort reports a hang-up.
 
 HangUpWatch::HangUpWatch() = default;
 HangUpWatch::~HangUpWatch() = default;

@@ -47,7 +47,7 @@ static QSerialPort::StopBits stopBitsOf(StopBitsType bits)
 
 void LineSettings::applyTo(QSerialPort &port) const
 {
-    // The order is the one the device is set up in. The flow control comes before RTS, which it may claim.
+    // The device is set up in this order. Flow control comes before RTS because it may take control of RTS.
     if (baudRate)
         port.setBaudRate(*baudRate);
     if (flowControl)

@@ -6,7 +6,7 @@
 
 class QSerialPort;
 
-/// What somebody wishes a line to be set to; what is not wished for stays as it is.
+/// The requested settings of a line. A setting that is not requested stays as it is.
 struct LineSettings {
     std::optional<BaudRateType> baudRate;
     std::optional<FlowType> flowControl;
@@ -16,6 +16,7 @@ struct LineSettings {
     std::optional<bool> dtr;
     std::optional<bool> rts;
 
-    /// Sets the open \a port so. What it can't do is left out: a pseudo-terminal has no DTR, for one.
+    /// Applies the settings to the open \a port. Skips what the port does not support: a pseudo-terminal has
+    /// no DTR, for example.
     void applyTo(QSerialPort &port) const;
 };

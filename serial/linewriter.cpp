@@ -11,23 +11,23 @@
 #include <unistd.h>
 #endif
 
-qint64 writeByPort(QSerialPort &port, const char *data, qint64 size, int patienceMs)
+qint64 writeByPort(QSerialPort &port, const char *data, qint64 size, int writeTimeoutMs)
 {
     if (port.write(data, size) < 0)
         return -1;
     port.flush();
-    while (port.bytesToWrite() > 0 && port.waitForBytesWritten(patienceMs)) {
+    while (port.bytesToWrite() > 0 && port.waitForBytesWritten(writeTimeoutMs)) {
     }
-    // What a stuck device does not take stays with Qt and goes out when it does: there is no taking back.
+    // Qt keeps the bytes that a stuck device does not take, and sends them later. They cannot be taken back.
     const bool gone = port.bytesToWrite() > 0 && port.error() != QSerialPort::TimeoutError;
     return gone ? -1 : size;
 }
 
 #ifdef Q_OS_UNIX
 
-// Straight to the descriptor: Qt's port would keep what the system does not take at once, and reports a full
-// buffer with the same error as a line that is gone.
-static qint64 writeByDescriptor(int descriptor, const char *data, qint64 size, int patienceMs)
+// Writes directly to the descriptor. QSerialPort would buffer what the system does not take at once, and it
+// reports a full buffer with the same error as a lost line.
+static qint64 writeByDescriptor(int descriptor, const char *data, qint64 size, int writeTimeoutMs)
 {
     qint64 taken = 0;
     QElapsedTimer sinceProgress;
@@ -39,25 +39,25 @@ static qint64 writeByDescriptor(int descriptor, const char *data, qint64 size, i
             sinceProgress.start();
         } else if (count < 0 && errno != EAGAIN && errno != EINTR) {
             return -1;
-        } else if (sinceProgress.hasExpired(patienceMs)) {
+        } else if (sinceProgress.hasExpired(writeTimeoutMs)) {
             break;
         } else {
-            QThread::msleep(1); // not poll(): it waits until the buffer is nearly empty
+            QThread::msleep(1); // not poll(), which waits until the buffer is nearly empty
         }
     }
     return taken;
 }
 
-qint64 writeThrough(QSerialPort &port, const char *data, qint64 size, int patienceMs)
+qint64 writeThrough(QSerialPort &port, const char *data, qint64 size, int writeTimeoutMs)
 {
-    return writeByDescriptor(port.handle(), data, size, patienceMs);
+    return writeByDescriptor(port.handle(), data, size, writeTimeoutMs);
 }
 
 #else
 
-qint64 writeThrough(QSerialPort &port, const char *data, qint64 size, int patienceMs)
+qint64 writeThrough(QSerialPort &port, const char *data, qint64 size, int writeTimeoutMs)
 {
-    return writeByPort(port, data, size, patienceMs);
+    return writeByPort(port, data, size, writeTimeoutMs);
 }
 
 #endif

@@ -23,10 +23,11 @@
 
 namespace
 {
-/// How long a lock file may name no process: a program makes it first and writes into it afterwards. Seconds.
+/// How long a lock file may name no process, in seconds. A program creates the file first and writes to it
+/// afterwards.
 constexpr time_t timeToWrite = 30;
 
-/// The lock file of a port: in the first of these folders that can be read, as for Qt's port.
+/// The lock file of a port, in the first of these folders that can be read, as in QSerialPort.
 QString lockFilePath(const QString &portName)
 {
     static constexpr const char *folders[] = {"/var/lock",         "/etc/locks", "/var/spool/locks",
@@ -40,9 +41,9 @@ QString lockFilePath(const QString &portName)
     return {};
 }
 
-/// The process that a lock file names, 0 when it names none. The file begins with the number, which may have
-/// spaces ahead of it and a line end, the program or the user behind it; or it holds the bytes of the number
-/// and no more.
+/// The process that a lock file names, 0 if it names none. Either the file begins with the number as text,
+/// possibly after spaces, and a line end, the program or the user may follow. Or the file contains the
+/// number's bytes and nothing else.
 qint64 processIn(const QByteArray &content)
 {
     const QByteArray text = content.trimmed();
@@ -64,7 +65,7 @@ bool isRunning(qint64 process)
     return ::kill(static_cast<pid_t>(process), 0) == 0 || errno == EPERM;
 }
 
-/// A lock file that is open to be read.
+/// A lock file that is open for reading.
 class LockFile
 {
 public:
@@ -81,7 +82,7 @@ public:
     }
     Q_DISABLE_COPY_MOVE(LockFile)
 
-    /// 0 when it is open.
+    /// 0 if it is open.
     int error() const { return _error; }
 
     qint64 process() const
@@ -97,13 +98,13 @@ public:
         return ::fstat(_descriptor, &file) == 0 && std::abs(std::time(nullptr) - file.st_mtime) < timeToWrite;
     }
 
-    /// Removes the file, unless another program has put its own into its place. Returns 0 or the error.
+    /// Removes the file, unless another program has replaced it. Returns 0 or the error.
     int remove() const
     {
         struct stat opened = {};
         struct stat named = {};
         if (::flock(_descriptor, LOCK_EX | LOCK_NB) != 0 || ::fstat(_descriptor, &opened) != 0)
-            return EBUSY; // another program is just removing it
+            return EBUSY; // another program is removing it
         if (::lstat(_path.constData(), &named) != 0)
             return errno == ENOENT ? 0 : errno;
         if (opened.st_ino != named.st_ino || opened.st_dev != named.st_dev)

@@ -5,7 +5,7 @@
 #include <QList>
 #include <QString>
 
-/// A serial port in the system's words.
+/// A serial port as the system describes it.
 struct ListedPort {
     QString name;
     QString location;
@@ -17,5 +17,5 @@ struct ListedPort {
 /// The serial ports that are present now, in the system's order: Qt's list.
 QList<ListedPort> listedByQt();
 
-/// The same list in a tenth of the time; nothing when udev can't be asked.
+/// The same list in a tenth of the time; nothing if udev is not available.
 std::optional<QList<ListedPort>> listedByUdev();

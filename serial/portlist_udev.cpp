@@ -14,20 +14,20 @@
 #include <linux/serial.h>
 #include <sys/ioctl.h>
 
-// Qt has udev read all about every tty before it leaves most of them out, and each Linux has 64 virtual
-// consoles: that took ten milliseconds a time, longer than anything else between the program's start and its
-// window. Here the consoles are left out by their names. What remains is a port by the same rules, and stands
-// in the same order.
+#include "serial/udevunref.h"
+
+// Qt makes udev read all properties of every tty before it drops most of them, and each Linux has 64 virtual
+// consoles. That took ten milliseconds each time, longer than anything else between the program's start and
+// its window. Here the consoles are skipped by name. The remaining ports follow the same rules as in Qt, in
+// the same order.
 
 namespace
 {
-struct LetGo {
-    void operator()(udev *context) const { udev_unref(context); }
-    void operator()(udev_device *device) const { udev_device_unref(device); }
+struct CloseFolder {
     void operator()(DIR *folder) const { ::closedir(folder); }
 };
 
-/// Whether this is one of the kernel's own terminals, none of which is a port.
+/// Whether this is one of the kernel's own terminals. None of them is a port.
 bool isConsole(const std::string_view name)
 {
     if (name == "console" || name == "ptmx" || name == "tty")
@@ -35,8 +35,8 @@ bool isConsole(const std::string_view name)
     return name.size() > 3 && name.substr(0, 3) == "tty" && name[3] >= '0' && name[3] <= '9';
 }
 
-/// Whether the port is one that its driver offers with nothing behind it. Kernels since 6.5 put a device of
-/// the driver "port" between the driver's own and the tty.
+/// Whether the driver offers the port without a device behind it. Since version 6.5, the kernel puts a device
+/// of the driver "port" between the driver's device and the tty.
 bool isPhantom(udev_device *port, udev_device *parent)
 {
     const char *driver = udev_device_get_driver(parent);
@@ -44,7 +44,7 @@ bool isPhantom(udev_device *port, udev_device *parent)
         return false;
     if (const char *type = udev_device_get_sysattr_value(port, "type"))
         return std::atoi(type) == PORT_UNKNOWN;
-    // An old kernel says so on the open port only.
+    // An old kernel reports it only for the open port.
     const char *location = udev_device_get_devnode(port);
     const int descriptor = ::open(location, O_RDWR | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     if (descriptor < 0)
@@ -55,7 +55,7 @@ bool isPhantom(udev_device *port, udev_device *parent)
     return !isThere;
 }
 
-/// Ports that are none of a device: Bluetooth's, null modems, and this computer's own as a gadget.
+/// Ports that belong to no device: Bluetooth, null modems, and this computer's own as a USB gadget.
 bool isPortWithoutDevice(const QString &name)
 {
     if (name.startsWith(QLatin1String("tnt")) || name.startsWith(QLatin1String("ttyGS")))
@@ -67,8 +67,8 @@ bool isPortWithoutDevice(const QString &name)
     return isNumber && number >= 0 && number <= 255;
 }
 
-/// What udev's database has of the port, or the kernel of the USB device that it is on: the database is empty
-/// where udev does not run.
+/// A property of the port from udev's database, or an attribute of its USB device from the kernel: the
+/// database is empty where udev does not run.
 QByteArray valueOf(udev_device *port, const char *property, const char *usbAttribute)
 {
     if (const char *value = udev_device_get_property_value(port, property))
@@ -92,7 +92,7 @@ std::optional<ListedPort> portOf(udev_device *device)
     port.name = QString::fromLatin1(udev_device_get_sysname(device));
     port.location = QString::fromLatin1(udev_device_get_devnode(device));
 
-    udev_device *const parent = udev_device_get_parent(device); // lives as long as the device
+    udev_device *const parent = udev_device_get_parent(device); // valid as long as the device
     if (!parent)
         return isPortWithoutDevice(port.name) ? std::optional(port) : std::nullopt;
     if (isPhantom(device, parent))
@@ -107,19 +107,19 @@ std::optional<ListedPort> portOf(udev_device *device)
 
 std::optional<QList<ListedPort>> listedByUdev()
 {
-    const std::unique_ptr<udev, LetGo> context(udev_new());
+    const std::unique_ptr<udev, UdevUnref> context(udev_new());
     if (!context)
         return std::nullopt;
-    const std::unique_ptr<DIR, LetGo> folder(::opendir("/sys/class/tty"));
+    const std::unique_ptr<DIR, CloseFolder> folder(::opendir("/sys/class/tty"));
     if (!folder)
         return std::nullopt;
 
-    // By their place among the devices, as udev sorts them.
-    std::map<std::string, std::unique_ptr<udev_device, LetGo>> ttys;
+    // In the order of the device paths, as udev sorts them.
+    std::map<std::string, std::unique_ptr<udev_device, UdevUnref>> ttys;
     while (const dirent *entry = ::readdir(folder.get())) {
         if (entry->d_name[0] == '.' || isConsole(entry->d_name))
             continue;
-        std::unique_ptr<udev_device, LetGo> device(
+        std::unique_ptr<udev_device, UdevUnref> device(
             udev_device_new_from_subsystem_sysname(context.get(), "tty", entry->d_name));
         if (device)
             ttys.emplace(udev_device_get_syspath(device.get()), std::move(device));

@@ -22,7 +22,7 @@ static QString permissionText(const QString &path)
     return QStringLiteral("%1; the port belongs to the group \"%2\"").arg(systemText(EACCES), group);
 }
 
-/// What is in the way of opening the port, as far as that shows without opening it.
+/// What prevents opening the port, as far as this can be found without opening it.
 static QString obstacleTo(const QString &portName, const QString &path)
 {
     if (::access(QFile::encodeName(path).constData(), R_OK | W_OK) != 0)

@@ -28,7 +28,7 @@ static std::unique_ptr<PortWatcher> makeWatcher()
     return watcher;
 }
 
-// The one that is shared, while somebody holds it.
+// The shared watcher, as long as it has a holder.
 static std::weak_ptr<PortWatcher> &currentWatcher()
 {
     static std::weak_ptr<PortWatcher> current;
@@ -39,7 +39,8 @@ std::shared_ptr<PortWatcher> PortWatcher::shared()
 {
     std::shared_ptr<PortWatcher> watcher = currentWatcher().lock();
     if (!watcher) {
-        // Its last holder may let go inside one of its signals, or after the application has taken it along.
+        // The last holder may release it inside one of its signals, or after the application has destroyed
+        // it.
         PortWatcher *fresh = makeWatcher().release();
         watcher.reset(fresh, [alive = QPointer<PortWatcher>(fresh)](PortWatcher *) {
             if (alive)
@@ -61,12 +62,12 @@ void PortWatcher::onLineClosed(const QString &portName)
     if (!_known.contains(portName))
         return;
     _closed.insert(portName);
-    // Not at once: a port that is being pulled out hangs up while it is still listed.
+    // Not immediately: a port that is being unplugged hangs up while it is still listed.
     QTimer::singleShot(std::chrono::seconds(1), this, [this, portName] {
         if (!_closed.contains(portName))
             return;
-        portWent(portName);
-        portCame(portName);
+        onPortRemoved(portName);
+        onPortAdded(portName);
     });
 }
 
@@ -77,24 +78,24 @@ void PortWatcher::rememberPresent()
         _known.insert(info.portName, info);
 }
 
-void PortWatcher::portCame(const QString &portName)
+void PortWatcher::onPortAdded(const QString &portName)
 {
-    // The list is the measure: it leaves out ports with no device behind them, and its words for a port are
-    // those that everybody gets.
+    // The list is authoritative: it excludes ports with no device behind them, and every caller gets its
+    // description of a port.
     const QList<QextPortInfo> ports = QextSerialEnumerator::getPorts();
     for (const QextPortInfo &info : ports) {
         if (info.portName != portName)
             continue;
         if (_known.value(portName) == info && !_closed.contains(portName))
             return;
-        portWent(portName); // another device took its place unnoticed
+        onPortRemoved(portName); // another device took its place unnoticed
         _known.insert(portName, info);
         Q_EMIT arrived(info);
         return;
     }
 }
 
-void PortWatcher::portWent(const QString &portName)
+void PortWatcher::onPortRemoved(const QString &portName)
 {
     if (!_known.contains(portName))
         return;
@@ -104,7 +105,7 @@ void PortWatcher::portWent(const QString &portName)
     Q_EMIT removed(info);
 }
 
-void PortWatcher::catchUp()
+void PortWatcher::resync()
 {
     QHash<QString, QextPortInfo> present;
     const QList<QextPortInfo> ports = QextSerialEnumerator::getPorts();
@@ -114,10 +115,10 @@ void PortWatcher::catchUp()
     const QStringList known = _known.keys();
     for (const QString &name : known) {
         if (!present.contains(name))
-            portWent(name);
+            onPortRemoved(name);
     }
     for (const QextPortInfo &info : ports) {
         if (_known.value(info.portName) != info)
-            portCame(info.portName);
+            onPortAdded(info.portName);
     }
 }

@@ -8,29 +8,29 @@
 
 #include "serial/qextportinfo.h"
 
-/// Tells of serial ports that come and go. It knows the ports that were present when it was armed and those
-/// that have come since, so a port that has gone is described as it was while it was there.
+/// Reports serial ports that are added or removed. It stores the ports that were present when it was armed
+/// and those added since, so it describes a removed port as it was when it was present.
 class PortWatcher : public QObject
 {
     Q_OBJECT
 
 public:
-    /// The process's watcher, armed; all who hold it share it. Being one, it closes a port's line once for
-    /// each removal, and not again when the name is in use by the next port.
+    /// The process's watcher, armed; all holders share it. Because there is only one, it closes a port's line
+    /// once for each removal, and not again when the next port uses the name.
     static std::shared_ptr<PortWatcher> shared();
 
-    /// To be called when the line of a port has closed and none of its users asked for it. The port has gone,
-    /// or another one has taken its name, or it was never away: a second later it is reported removed, and as
-    /// arrived when it is listed, unless that has been reported by then.
+    /// Call this when the line of a port has closed and none of its users requested it. The port was removed,
+    /// or another one has taken its name, or it was never away. A second later the port is reported removed,
+    /// and added if it is listed, unless that was already reported.
     static void lineClosed(const QString &portName);
 
-    /// Starts to watch; false when the system can't tell.
+    /// Starts to watch; false if the system cannot notify.
     virtual bool arm() = 0;
 
 Q_SIGNALS:
-    /// A port that was not there has come.
+    /// A port was added.
     void arrived(const QextPortInfo &info);
-    /// A port has gone. Its line is closed.
+    /// A port was removed. Its line is closed.
     void removed(const QextPortInfo &info);
 
 protected:
@@ -39,14 +39,14 @@ protected:
     {
     }
 
-    /// Takes the ports listed now as known, without telling of them.
+    /// Stores the ports listed now as known, without reporting them.
     void rememberPresent();
-    /// Tells of the port when it is listed, and not known in these words already.
-    void portCame(const QString &portName);
-    /// Tells of the port when it was known.
-    void portWent(const QString &portName);
-    /// Tells of all that has come or gone unnoticed.
-    void catchUp();
+    /// Reports the port as added if it is listed, and not already known with the same description.
+    void onPortAdded(const QString &portName);
+    /// Reports the port as removed if it was known.
+    void onPortRemoved(const QString &portName);
+    /// Reports all ports that were added or removed unnoticed.
+    void resync();
 
 private:
     Q_DISABLE_COPY_MOVE(PortWatcher)
@@ -54,5 +54,5 @@ private:
     void onLineClosed(const QString &portName);
 
     QHash<QString, QextPortInfo> _known; // by port name
-    QSet<QString> _closed;               // those of them whose line has closed by itself
+    QSet<QString> _closed;               // known ports whose line has closed by itself
 };

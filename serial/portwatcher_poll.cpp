@@ -6,7 +6,7 @@ PollingPortWatcher::PollingPortWatcher(QObject *parent)
     : PortWatcher(parent)
 {
     _timer.setInterval(std::chrono::seconds(1));
-    connect(&_timer, &QTimer::timeout, this, &PollingPortWatcher::catchUp);
+    connect(&_timer, &QTimer::timeout, this, &PollingPortWatcher::resync);
 }
 
 bool PollingPortWatcher::arm()

@@ -4,7 +4,7 @@
 
 #include "serial/portwatcher.h"
 
-/// Watches by comparing the list of ports once a second, for systems that don't tell.
+/// Compares the list of ports once a second, for systems that do not notify about ports.
 class PollingPortWatcher : public PortWatcher
 {
     Q_OBJECT

@@ -10,21 +10,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-void UdevPortWatcher::Unref::operator()(udev *context) const
-{
-    udev_unref(context);
-}
-void UdevPortWatcher::Unref::operator()(udev_device *device) const
-{
-    udev_device_unref(device);
-}
-void UdevPortWatcher::Unref::operator()(udev_monitor *monitor) const
-{
-    udev_monitor_unref(monitor);
-}
-
-// Whether anything sends to the monitor. udev makes one where it does not run too, such as in a container,
-// and no event ever reaches it.
+// Whether anything sends to the monitor. A udev monitor can be created even where udev does not run, such as
+// in a container, but no event ever reaches it.
 static bool hasSender(udev_monitor *monitor)
 {
     sockaddr address{};
@@ -32,7 +19,7 @@ static bool hasSender(udev_monitor *monitor)
     if (::getsockname(udev_monitor_get_fd(monitor), &address, &size) != 0)
         return false;
     if (address.sa_family != AF_NETLINK)
-        return true; // not the kernel's socket: a test bed stands in for udev
+        return true; // not the kernel's socket: a test environment replaces udev
     return ::access("/run/udev/control", F_OK) == 0;
 }
 
@@ -52,21 +39,21 @@ bool UdevPortWatcher::arm()
         udev_monitor_enable_receiving(_monitor.get()) < 0 || !hasSender(_monitor.get()))
         return false;
     auto *notifier = new QSocketNotifier(udev_monitor_get_fd(_monitor.get()), QSocketNotifier::Read, this);
-    connect(notifier, &QSocketNotifier::activated, this, &UdevPortWatcher::onTold);
-    // Listed after the monitor listens, so that nothing that comes in between is lost.
+    connect(notifier, &QSocketNotifier::activated, this, &UdevPortWatcher::onUdevEvent);
+    // Listed after the monitor listens, so that no event in between is lost.
     rememberPresent();
     return true;
 }
 
-void UdevPortWatcher::onTold()
+void UdevPortWatcher::onUdevEvent()
 {
-    // After more events than the socket holds, those that it still holds are older than the list of ports: a
-    // removal among them may be followed by an arrival that is lost. They are read and dropped before the
-    // list is compared.
+    // After more events than the socket holds, the events still in the socket are older than the list of
+    // ports: a removal among them may be followed by an arrival that is lost. They are read and dropped
+    // before the list is compared.
     bool areEventsLost = false;
     for (;;) {
         errno = 0;
-        const std::unique_ptr<udev_device, Unref> device(udev_monitor_receive_device(_monitor.get()));
+        const std::unique_ptr<udev_device, UdevUnref> device(udev_monitor_receive_device(_monitor.get()));
         if (device && !areEventsLost)
             handle(*device);
         else if (!device && errno == ENOBUFS)
@@ -75,7 +62,7 @@ void UdevPortWatcher::onTold()
             break;
     }
     if (areEventsLost)
-        catchUp();
+        resync();
 }
 
 void UdevPortWatcher::handle(udev_device &event)
@@ -85,7 +72,7 @@ void UdevPortWatcher::handle(udev_device &event)
     if (!action)
         return;
     if (std::strcmp(action, "add") == 0)
-        portCame(portName);
+        onPortAdded(portName);
     else if (std::strcmp(action, "remove") == 0)
-        portWent(portName);
+        onPortRemoved(portName);
 }

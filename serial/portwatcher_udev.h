@@ -3,12 +3,9 @@
 #include <memory>
 
 #include "serial/portwatcher.h"
+#include "serial/udevunref.h"
 
-struct udev;
-struct udev_device;
-struct udev_monitor;
-
-/// Watches by what udev tells of the system's ttys.
+/// Watches the udev events of the system's ttys.
 class UdevPortWatcher : public PortWatcher
 {
     Q_OBJECT
@@ -20,15 +17,9 @@ public:
     bool arm() override;
 
 private:
-    struct Unref {
-        void operator()(udev *context) const;
-        void operator()(udev_device *device) const;
-        void operator()(udev_monitor *monitor) const;
-    };
-
-    void onTold();
+    void onUdevEvent();
     void handle(udev_device &event);
 
-    std::unique_ptr<udev, Unref> _udev;
-    std::unique_ptr<udev_monitor, Unref> _monitor;
+    std::unique_ptr<udev, UdevUnref> _udev;
+    std::unique_ptr<udev_monitor, UdevUnref> _monitor;
 };

@@ -4,15 +4,15 @@
 
 /// One serial port of the computer.
 struct QextPortInfo {
-    QString portName;   ///< the name a port is opened by, such as "ttyUSB0" or "COM3"
-    QString physName;   ///< where the system keeps it, such as "/dev/ttyUSB0"
-    QString friendName; ///< what it calls itself, such as "FT232R USB UART"; may be empty
-    QString enumName;   ///< the bus that announced it: "USB", or empty for a port on no such bus
-    int vendorID = 0;   ///< USB vendor id, 0 when the port is not on USB
-    int productID = 0;  ///< USB product id, 0 when the port is not on USB
+    QString portName;   ///< the name that opens the port, such as "ttyUSB0" or "COM3"
+    QString physName;   ///< the port's path in the system, such as "/dev/ttyUSB0"
+    QString friendName; ///< the device's description, such as "FT232R USB UART"; may be empty
+    QString enumName;   ///< the bus that reported the port: "USB", or empty for a port on no such bus
+    int vendorID = 0;   ///< USB vendor id, 0 if the port is not on USB
+    int productID = 0;  ///< USB product id, 0 if the port is not on USB
 };
 
-/// Whether both describe the same port in the same words.
+/// Whether all fields are equal.
 inline bool operator==(const QextPortInfo &one, const QextPortInfo &other)
 {
     return one.portName == other.portName && one.physName == other.physName &&
@@ -20,7 +20,7 @@ inline bool operator==(const QextPortInfo &one, const QextPortInfo &other)
            one.vendorID == other.vendorID && one.productID == other.productID;
 }
 
-/// Whether the two differ in any word.
+/// Whether any field differs.
 inline bool operator!=(const QextPortInfo &one, const QextPortInfo &other)
 {
     return !(one == other);

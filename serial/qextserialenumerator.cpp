@@ -5,8 +5,8 @@
 #include "serial/portlist.h"
 #include "serial/portwatcher.h"
 
-// Ports on other buses have ids as well, but those are no USB ids. Linux names the bus; where it is not
-// named, the ids are taken for USB ids.
+// Ports on other buses have ids as well, but these are not USB ids. Linux reports the bus; where the bus is
+// not known, the ids are treated as USB ids.
 static bool isOnUsb(const ListedPort &port)
 {
     if (!port.vendorID || !port.productID)

@@ -9,7 +9,7 @@
 
 class PortWatcher;
 
-/// Lists the computer's serial ports and tells of those that come and go.
+/// Lists the computer's serial ports and reports those that are added or removed.
 class QextSerialEnumerator : public QObject
 {
     Q_OBJECT
@@ -18,17 +18,17 @@ public:
     explicit QextSerialEnumerator(QObject *parent = nullptr);
     ~QextSerialEnumerator() override;
 
-    /// The ports present now, in the system's order; empty when there is none.
+    /// The ports present now, in the system's order; empty if there is none.
     static QList<QextPortInfo> getPorts();
 
-    /// Starts telling of arrivals and removals, from the event loop. Ports already present are not told of.
-    /// Where the system can't notify, the list of ports is compared once a second instead.
+    /// Starts to report added and removed ports, from the event loop. Ports already present are not reported.
+    /// If the system cannot notify, the list of ports is compared once a second instead.
     void setUpNotifications();
 
 Q_SIGNALS:
-    /// A port has come.
+    /// A port was added.
     void deviceDiscovered(const QextPortInfo &info);
-    /// A port has gone; its ids are those it came with. Its line is closed by then.
+    /// A port was removed; its ids are those it was added with. Its line is already closed.
     void deviceRemoved(const QextPortInfo &info);
 
 private:

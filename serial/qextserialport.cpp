@@ -8,16 +8,16 @@
 #include "serial/linesettings.h"
 #include "serial/serialline.h"
 
-// Every port object of the process. Its users drop port objects without destroying them; here they stay
-// reachable until the process ends, for leak checkers and for whoever looks at a core dump.
+// Every port object of the process. Callers drop port objects without destroying them. Here the objects stay
+// reachable until the process ends, for leak checkers and for analysing core dumps.
 static QSet<QextSerialPort *> &allPorts()
 {
     static auto *const ports = new QSet<QextSerialPort *>;
     return *ports;
 }
 
-// How many received bytes an object keeps until they are read: a minute and a half of the device's line.
-// Whoever uses a port reads what has come each time; only an object that was dropped is not read.
+// The maximum number of received bytes that an object keeps until they are read: a minute and a half of the
+// device's line. Users of a port read all received bytes each time; only a dropped object is not read.
 static constexpr qsizetype maxUnread = 1 << 20;
 
 QextSerialPort::QextSerialPort(const QString &name, QueryMode, QObject *parent)
@@ -40,7 +40,7 @@ void QextSerialPort::change(Setting LineSettings::*setting, Value value)
     (*_settings).*setting = value;
     if (!_line)
         return;
-    LineSettings onlyThis; // the others may have been changed since by somebody else on the line
+    LineSettings onlyThis; // another user of the line may have changed the other settings
     onlyThis.*setting = value;
     _line->apply(onlyThis);
 }
@@ -77,20 +77,20 @@ void QextSerialPort::setRts(bool set)
 bool QextSerialPort::open(OpenMode mode)
 {
     if (_line)
-        return false; // open already
+        return false; // already open
     close();          // it may be open and dead
     QString refusal;
-    _line = SerialLine::join(_name, this, &refusal);
+    _line = SerialLine::acquire(_name, this, &refusal);
     if (!_line) {
         setErrorString(refusal);
         return false;
     }
-    // Unbuffered: the received bytes have their buffer here, and written ones must have none.
+    // Unbuffered: this class buffers received bytes itself, and written bytes must not be buffered.
     QIODevice::open(mode | Unbuffered);
     _line->apply(*_settings);
     if (_line)
         return true;
-    const QString reason = errorString(); // the port went away meanwhile
+    const QString reason = errorString(); // the port was removed in the meantime
     QIODevice::close();
     setErrorString(reason);
     return false;
@@ -102,7 +102,7 @@ void QextSerialPort::close()
         return;
     QIODevice::close();
     if (_line)
-        _line->leave(this);
+        _line->release(this);
     lineClosed({});
 }
 
@@ -131,14 +131,14 @@ qint64 QextSerialPort::writeData(const char *data, qint64 maxSize)
     return _line ? _line->write(data, maxSize) : -1;
 }
 
-void QextSerialPort::take(const QByteArray &bytes)
+void QextSerialPort::appendReceived(const QByteArray &bytes)
 {
     _received += bytes.left(maxUnread - _received.size());
 }
 
-void QextSerialPort::tell()
+void QextSerialPort::notifyReadyRead()
 {
-    // Nothing is left for who has just joined, and for who has read it all meanwhile.
+    // A user that has just joined, or that has already read everything, has nothing to read.
     if (!_received.isEmpty())
         Q_EMIT readyRead();
 }

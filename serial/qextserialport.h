@@ -21,26 +21,26 @@ enum StopBitsType { STOP_1, STOP_1_5, STOP_2 };
 enum FlowType { FLOW_OFF, FLOW_HARDWARE, FLOW_XONXOFF };
 
 /// One user's view of a serial port. Several objects of the process may have the same port open: they share
-/// one line, each gets every received byte into a buffer of its own, and any may write. The buffer holds 1
-/// MiB: an object that is not read any more loses what comes after that.
+/// one line, each receives every byte into its own buffer, and any of them may write. The buffer holds 1 MiB:
+/// an object that is no longer read loses what comes after that.
 ///
-/// When the port goes away the objects that had it open stay valid and open, but dead: nothing more is
-/// received or told of, there is nothing to read, and a write fails. errorString() says why, and one critical
-/// message has said so.
+/// When the port is removed, the objects that had it open remain valid and open, but every operation fails:
+/// nothing more is received or notified, there is nothing to read, and a write fails. errorString() gives the
+/// reason, which is also logged in one critical message.
 class QextSerialPort : public QIODevice
 {
     Q_OBJECT
 
 public:
-    /// Only event-driven reading exists: readyRead() tells of received bytes.
+    /// Only event-driven reading exists: readyRead() reports received bytes.
     enum QueryMode { EventDriven };
 
-    /// A closed port named \a name, as QextPortInfo::portName has it.
+    /// A closed port named \a name, in the form of QextPortInfo::portName.
     explicit QextSerialPort(const QString &name, QueryMode mode = EventDriven, QObject *parent = nullptr);
     ~QextSerialPort() override;
 
-    /// The line's settings. Made before open() they take effect there; on an open port at once. A setting
-    /// that the port can't do is left out silently.
+    /// The line's settings. If made before open(), they take effect there; on an open port they take effect
+    /// at once. A setting that the port does not support is skipped silently.
     void setBaudRate(BaudRateType rate);
     void setFlowControl(FlowType flow);
     void setParity(ParityType parity);
@@ -49,25 +49,25 @@ public:
     void setDtr(bool set = true);
     void setRts(bool set = true);
 
-    /// Opens the port; false when the system refuses, which one critical message and errorString() name. The
-    /// same refusal is not named again until the port has opened or gone.
+    /// Opens the port; false if the system refuses. One critical message and errorString() give the reason.
+    /// The same error is not logged again until the port has opened or was removed.
     bool open(OpenMode mode) override;
-    /// Leaves the line; the last to leave closes it. What was received and not read is lost.
+    /// Releases the line; the last user closes it. Received bytes that were not read are lost.
     void close() override;
 
     bool isSequential() const override { return true; }
-    /// Received bytes not read yet.
+    /// The number of received bytes not read yet.
     qint64 bytesAvailable() const override;
-    /// Whether the received bytes hold a line end.
+    /// Whether the received bytes contain a line end.
     bool canReadLine() const override;
-    /// Whether the port went away while this object had it open.
+    /// Whether the port was removed while this object had it open.
     bool isDead() const { return isOpen() && !_line; }
 
 protected:
-    /// Takes from the received bytes; -1 when there are none and the line is gone.
+    /// Reads from the received bytes; -1 if there are none and the line is gone.
     qint64 readData(char *data, qint64 maxSize) override;
-    /// Has handed the bytes to the system when it returns: fewer than asked for when the system takes none
-    /// for a second, -1 when the line is gone.
+    /// Passes the bytes to the system before it returns. Returns fewer than requested if the system takes
+    /// none for a second, -1 if the line is gone.
     qint64 writeData(const char *data, qint64 maxSize) override;
 
 private:
@@ -77,9 +77,9 @@ private:
     template <typename Setting, typename Value>
     void change(Setting LineSettings::*setting, Value value);
 
-    // The line's side: bytes have come, their time to be told of has come, the line has been closed.
-    void take(const QByteArray &bytes);
-    void tell();
+    // Called by the line: bytes were received, their users are to be notified, the line was closed.
+    void appendReceived(const QByteArray &bytes);
+    void notifyReadyRead();
     void lineClosed(const QString &reason);
 
     const QString _name;

@@ -11,7 +11,7 @@
 
 #include "serial/linesettings.h"
 #include "serial/linewriter.h"
-#include "serial/openrefusal.h"
+#include "serial/openerror.h"
 #include "serial/portopening.h"
 #include "serial/portwatcher.h"
 #include "serial/qextserialport.h"
@@ -20,14 +20,15 @@
 #include <poll.h>
 #endif
 
-// How long reading rests after it has failed: 230 bytes at 115200 baud, which the system keeps meanwhile.
+// How long reading pauses after an error: 230 bytes at 115200 baud, which the system buffers in the meantime.
 static constexpr auto readRetryDelay = std::chrono::milliseconds(20);
 
-// At 115200 baud a bridge empties its largest packet in some 20 ms, and even a busy computer gets to it
-// within this time: a line that takes nothing for so long is stuck. The caller's event loop waits meanwhile.
-static constexpr int patienceMs = 1000;
+// At 115200 baud, a bridge empties its largest packet in about 20 ms, and even a busy computer serves it
+// within this time. A line that accepts nothing for so long is stuck. The caller's event loop is blocked
+// during the wait.
+static constexpr int writeTimeoutMs = 1000;
 
-// The open lines by port name. Lives to the end on purpose: port objects may be destroyed with the statics.
+// The open lines by port name. Intentional leak: port objects may be destroyed together with statics.
 static QHash<QString, SerialLine *> &openLines()
 {
     static auto *const lines = new QHash<QString, SerialLine *>;
@@ -46,14 +47,14 @@ static bool hasHungUp(const QSerialPort &port)
 {
 #ifdef Q_OS_UNIX
     pollfd line{port.handle(), 0, 0};
-    return ::poll(&line, 1, 0) > 0; // a hang-up shows without being asked for
+    return ::poll(&line, 1, 0) > 0; // poll() always reports a hang-up
 #else
     Q_UNUSED(port)
     return true;
 #endif
 }
 
-SerialLine *SerialLine::join(const QString &portName, QextSerialPort *user, QString *refusal)
+SerialLine *SerialLine::acquire(const QString &portName, QextSerialPort *user, QString *refusal)
 {
     const QString name = lineName(portName);
     SerialLine *line = openLines().value(name);
@@ -61,10 +62,10 @@ SerialLine *SerialLine::join(const QString &portName, QextSerialPort *user, QStr
         auto fresh = std::unique_ptr<SerialLine>(new SerialLine(name));
         *refusal = openPort(fresh->_port);
         if (!refusal->isEmpty()) {
-            reportRefusal(name, *refusal);
+            logOpenError(name, *refusal);
             return nullptr;
         }
-        forgetRefusal(name);
+        forgetOpenError(name);
         line = fresh.release();
         connect(&line->_port, &QSerialPort::readyRead, line, &SerialLine::onReceived);
         connect(&line->_port, &QSerialPort::errorOccurred, line, &SerialLine::onError);
@@ -81,12 +82,12 @@ SerialLine *SerialLine::join(const QString &portName, QextSerialPort *user, QStr
 void SerialLine::portGone(const QString &portName)
 {
     const QString name = lineName(portName);
-    forgetRefusal(name);
+    forgetOpenError(name);
     if (SerialLine *line = openLines().value(name))
         line->closeBy(QStringLiteral("the port was removed"));
 }
 
-// Lines that nobody leaves are closed with the application: its end takes the port's lock file away.
+// The application's destructor closes lines that are still in use, which removes the port's lock file.
 SerialLine::SerialLine(const QString &portName)
     : QObject(QCoreApplication::instance())
 {
@@ -98,10 +99,10 @@ SerialLine::SerialLine(const QString &portName)
 
 SerialLine::~SerialLine()
 {
-    letGo();
+    closePort();
 }
 
-void SerialLine::leave(QextSerialPort *user)
+void SerialLine::release(QextSerialPort *user)
 {
     _users.removeOne(user);
     if (_users.isEmpty())
@@ -115,8 +116,8 @@ void SerialLine::apply(const LineSettings &settings)
 
 qint64 SerialLine::write(const char *data, qint64 size)
 {
-    // A stuck line is waited for once, not again for each byte of what follows.
-    const qint64 taken = writeThrough(_port, data, size, _stuck ? 0 : patienceMs);
+    // Wait for a stuck line once, not again for each of the following bytes.
+    const qint64 taken = writeThrough(_port, data, size, _stuck ? 0 : writeTimeoutMs);
     _stuck = taken < size;
     return taken;
 }
@@ -127,31 +128,31 @@ void SerialLine::onReceived()
     if (bytes.isEmpty())
         return;
     for (QextSerialPort *user : std::as_const(_users))
-        user->take(bytes);
-    // The users are told by the event loop, not from inside the port: somebody's slot may run an event loop
-    // of its own (a message box), and the port would tell of nothing more until that ends.
+        user->appendReceived(bytes);
+    // The event loop notifies the users, not the port's own signal: a slot may run a nested event loop (a
+    // message box), and the port would emit nothing more until that loop ends.
     QMetaObject::invokeMethod(this, &SerialLine::tellUsers, Qt::QueuedConnection);
 }
 
 void SerialLine::tellUsers()
 {
-    // Any slot may close or destroy any of them, or this line's port.
+    // Any slot may close or destroy any of the users, or this line's port.
     const QList<QPointer<QextSerialPort>> users(_users.cbegin(), _users.cend());
     for (const QPointer<QextSerialPort> &user : users) {
         if (user)
-            user->tell();
+            user->notifyReadyRead();
     }
 }
 
 void SerialLine::onError(QSerialPort::SerialPortError error)
 {
-    // A setting that the port can't do is an error too, and none of these.
+    // A setting that the port does not support is an error too, but none of these.
     if (error != QSerialPort::ResourceError && error != QSerialPort::ReadError &&
         error != QSerialPort::DeviceNotFoundError)
         return;
-    // Qt calls it an error as well when there is nothing to read after all, because another program took the
-    // byte (modem managers try every port). The line stays open, whatever the error: it is over once the
-    // other end is gone. Reading rests for a moment, since Qt would try again without end.
+    // Qt also reports an error if there is nothing to read after all, because another program took the byte
+    // (modem managers try every port). Whatever the error, the line stays open until the other end is gone.
+    // Reading pauses for a moment, because Qt would retry endlessly.
     if (hasHungUp(_port))
         onHungUp();
     else
@@ -168,12 +169,12 @@ void SerialLine::pauseReading()
 void SerialLine::resumeReading()
 {
     setReading(true);
-    onReceived(); // asking for bytes resumes the reading where Qt itself has ended it
+    onReceived(); // requesting bytes resumes reading if Qt itself has stopped it
 }
 
 void SerialLine::setReading(bool on)
 {
-    // Qt has no function for it. Where a port is not a descriptor, nothing is found here.
+    // Qt has no function for this. If a port is not a descriptor, nothing is found here.
     const auto notifiers = _port.findChildren<QSocketNotifier *>();
     for (QSocketNotifier *notifier : notifiers) {
         if (notifier->type() == QSocketNotifier::Read)
@@ -196,12 +197,12 @@ void SerialLine::closeBy(const QString &reason)
 
 void SerialLine::close(const QString &reason)
 {
-    letGo(reason);
-    deleteLater(); // not at once: a user's slot, or the port itself, may be the caller
+    closePort(reason);
+    deleteLater(); // not immediately: the caller may be a slot of a user, or the port itself
 }
 
-// Forgets the line and gives the port back to the system.
-void SerialLine::letGo(const QString &reason)
+// Forgets the line and releases the port to the system.
+void SerialLine::closePort(const QString &reason)
 {
     if (!_port.isOpen())
         return;

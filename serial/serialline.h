@@ -10,25 +10,25 @@
 class QextSerialPort;
 struct LineSettings;
 
-/// One open line of the process, shared by all QextSerialPort objects that have its port open. It lives from
-/// the first that joins to the last that leaves, or until the port is gone.
+/// One open line of the process, shared by all QextSerialPort objects that have its port open. It exists from
+/// the first acquire() to the last release(), or until the port is gone.
 class SerialLine : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Puts \a user on the line of the port, opening it when nobody has yet. nullptr when the system refuses:
-    /// \a refusal then says why, and a critical message has said so.
-    static SerialLine *join(const QString &portName, QextSerialPort *user, QString *refusal);
-    /// The port has gone: closes and forgets its line, if there is one.
+    /// Adds \a user to the line of the port, and opens the line if it is not open yet. Returns nullptr if the
+    /// system refuses: \a refusal then gives the reason, which is also logged in a critical message.
+    static SerialLine *acquire(const QString &portName, QextSerialPort *user, QString *refusal);
+    /// The port was removed: closes and forgets its line, if there is one.
     static void portGone(const QString &portName);
 
     ~SerialLine() override;
 
-    /// Takes \a user off the line; the last one closes it.
-    void leave(QextSerialPort *user);
+    /// Removes \a user from the line; the last one closes it.
+    void release(QextSerialPort *user);
     void apply(const LineSettings &settings);
-    /// Has handed the bytes to the system when it returns; -1 when the line is gone.
+    /// Passes the bytes to the system before it returns; -1 if the line is gone.
     qint64 write(const char *data, qint64 size);
 
 private:
@@ -42,14 +42,14 @@ private:
     void resumeReading();
     void setReading(bool on);
     void onHungUp();
-    /// Closes the line though none of its users asked for it, which one critical message says.
+    /// Closes the line although none of its users requested it, and logs one critical message.
     void closeBy(const QString &reason);
     void close(const QString &reason = QString());
-    void letGo(const QString &reason = QString());
+    void closePort(const QString &reason = QString());
 
     QSerialPort _port;
     HangUpWatch _hangUpWatch;
     QList<QextSerialPort *> _users;
     QTimer _readRetry;
-    bool _stuck = false; // the last write gave up waiting
+    bool _stuck = false; // the last write timed out
 };

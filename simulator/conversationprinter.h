@@ -5,18 +5,19 @@
 
 #include "simulator/simulatedtolvar.h"
 
-/// Bytes as people can read them: UTF-8 where they are, else Latin-1, control characters as \xNN.
+/// Returns the bytes as readable text: decoded as UTF-8 if they are valid, otherwise as Latin-1, with control
+/// characters as \xNN.
 QString readable(const QByteArray &bytes);
 
-/// Writes the device's side of a conversation to standard output, one line for each thing said.
+/// Prints the device's side of a conversation to standard output, one line for each item.
 class ConversationPrinter
 {
 public:
-    /// \a isVerbose shows documents in full, and prompts and traces too.
+    /// If \a isVerbose is true, prints whole documents, and also prompts and traces.
     explicit ConversationPrinter(bool isVerbose);
 
     void print(SimulatedTolvar::Speech what, const QByteArray &text);
-    /// A remark that is no part of the conversation.
+    /// Prints a remark that is not part of the conversation.
     void remark(const QString &text);
 
 private:

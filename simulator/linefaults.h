@@ -2,18 +2,18 @@
 
 #include <QByteArray>
 
-/// What can go wrong between the device and the computer. None of it does by default. Bytes are counted from
-/// the last plugging on.
+/// The faults of the line between the device and the computer. By default there are none. Bytes are counted
+/// from the last plug().
 struct LineFaults {
-    /// How what the device sends reaches the computer.
+    /// How the bytes that the device sends reach the computer.
     enum Reads {
         AsTheyCome,
-        Single, ///< each byte by itself, when the one before has been read
-        Merged  ///< all that comes within a tenth of a second at once
+        Single, ///< each byte separately, after the previous one has been read
+        Merged  ///< all bytes of a tenth of a second at once
     };
 
-    qsizetype pulledOutAfter = -1; ///< bytes in both directions together, once; -1: never
-    qsizetype insertAt = -1;       ///< bytes sent by the device ahead of the insertion; -1: nowhere
-    QByteArray insertion;          ///< comes to the computer as if the device had sent it
+    qsizetype pulledOutAfter = -1; ///< number of bytes in both directions together, applied once; -1: never
+    qsizetype insertAt = -1; ///< number of bytes that the device sends before the insertion; -1: no insertion
+    QByteArray insertion;    ///< arrives at the computer as if the device had sent it
     Reads reads = AsTheyCome;
 };

@@ -20,7 +20,8 @@ int fail(const QString &sentence)
     return badUse;
 }
 
-// The mock test bed works by preload, so it must be there from a process's first moment: start over under it.
+// umockdev works by preloading a library, which must happen when the process starts. The process therefore
+// restarts itself under umockdev-wrapper.
 void startOverUnderWrapper(char **argv)
 {
     constexpr const char *onlyOnce = "TOLVARSIM_STARTED_OVER";

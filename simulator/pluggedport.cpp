@@ -4,19 +4,20 @@
 #include <QMutexLocker>
 #include <QTimer>
 
-#include "simulator/portpump.h"
+#include "simulator/ptypump.h"
 #include "simulator/usbtestbed.h"
 
 PluggedPort::PluggedPort(UsbTestbed &bed, const UsbBridge &bridge)
     : _bed(bed)
     , _bridge(bridge)
-    , _pump(std::make_unique<PortPump>())
+    , _pump(std::make_unique<PtyPump>())
 {
     _thread.setObjectName(QStringLiteral("far end"));
     _pump->moveToThread(&_thread);
-    // The line is down at once, whatever this thread is at; that the port is gone is told afterwards.
-    connect(_pump.get(), &PortPump::brokeOff, _pump.get(), &UsbTestbed::hangUp);
-    connect(_pump.get(), &PortPump::brokeOff, this, [this] {
+    // The line goes down at once, whatever this thread is doing; the removal of the port is reported
+    // afterwards.
+    connect(_pump.get(), &PtyPump::brokeOff, _pump.get(), &UsbTestbed::hangUp);
+    connect(_pump.get(), &PtyPump::brokeOff, this, [this] {
         unplug();
         Q_EMIT pulledOut();
     });
@@ -96,7 +97,7 @@ bool PluggedPort::waitUntil(const std::function<bool()> &holds, int milliseconds
     connect(this, &PluggedPort::changed, &loop, &QEventLoop::quit);
     QTimer patience;
     patience.setSingleShot(true);
-    patience.setTimerType(Qt::PreciseTimer); // never early
+    patience.setTimerType(Qt::PreciseTimer); // a coarse timer may expire early
     connect(&patience, &QTimer::timeout, &loop, &QEventLoop::quit);
     patience.start(milliseconds);
     while (!holds()) {
@@ -107,12 +108,12 @@ bool PluggedPort::waitUntil(const std::function<bool()> &holds, int milliseconds
     return true;
 }
 
-PluggedTolvar::PluggedTolvar(UsbTestbed &bed, const TolvarSetup &setup, const UsbBridge &bridge)
+PluggedTolvar::PluggedTolvar(UsbTestbed &bed, const DeviceConfig &setup, const UsbBridge &bridge)
     : PluggedPort(bed, bridge)
     , _tolvar(setup)
 {
-    connect(pump(), &PortPump::received, &_tolvar, &SimulatedTolvar::receive);
-    connect(&_tolvar, &SimulatedTolvar::transmit, pump(), &PortPump::send);
+    connect(pump(), &PtyPump::received, &_tolvar, &SimulatedTolvar::receive);
+    connect(&_tolvar, &SimulatedTolvar::transmit, pump(), &PtyPump::send);
     connect(&_tolvar, &SimulatedTolvar::changed, this, &PluggedPort::changed);
     connect(&_tolvar, &SimulatedTolvar::conversation, this, &PluggedTolvar::conversation);
     _tolvar.moveToThread(farThread());
@@ -146,7 +147,7 @@ bool PluggedTolvar::waitFor(const std::function<bool(const TolvarState &)> &hold
 ForeignPort::ForeignPort(UsbTestbed &bed, const UsbBridge &bridge)
     : PluggedPort(bed, bridge)
 {
-    connect(pump(), &PortPump::received, this, &ForeignPort::take, Qt::DirectConnection);
+    connect(pump(), &PtyPump::received, this, &ForeignPort::take, Qt::DirectConnection);
 }
 
 void ForeignPort::take(const QByteArray &bytes)

@@ -11,11 +11,12 @@
 #include "simulator/simulatedtolvar.h"
 #include "simulator/usbbridge.h"
 
-class PortPump;
+class PtyPump;
 class UsbTestbed;
 
-/// A bridge that can be plugged into a test bed, with its far end served in a thread of its own: whoever
-/// talks to it from this process may block as it likes. Used from the bed's thread, and gone before the bed.
+/// A bridge that can be plugged into a test bed. A separate thread serves its far end, so code in this
+/// process may block while it uses the tty. Use it from the test bed's thread, and destroy it before the test
+/// bed.
 class PluggedPort : public QObject
 {
     Q_OBJECT
@@ -23,80 +24,81 @@ class PluggedPort : public QObject
 public:
     ~PluggedPort() override;
 
-    /// Plugs it in, under the bed's next tty name or \a ttyName; false when it is in already or the bed
-    /// refuses.
+    /// Plugs the bridge in, as the test bed's next tty name or as \a ttyName. Returns false if it is already
+    /// plugged in or the test bed rejects it.
     bool plug(const QByteArray &ttyName = QByteArray());
-    /// Pulls it out; nothing when it is not in.
+    /// Unplugs the bridge. Does nothing if it is not plugged in.
     void unplug();
-    /// Out and in again, under the next tty name.
+    /// Unplugs the bridge and plugs it in again, as the next tty name.
     bool replug();
-    /// Has its line go wrong so, from here on.
+    /// Applies \a faults to its line from now on.
     void setFaults(const LineFaults &faults);
-    /// How many bytes have passed since plug(), in both directions together.
+    /// The number of bytes moved since plug(), in both directions together.
     qsizetype passed() const;
-    /// Takes what has been written to the tty until now; all of a program's last words, once it has ended.
+    /// Receives everything that has been written to the tty so far. After a program has ended, that includes
+    /// the last bytes it wrote.
     void catchUp();
     bool isPlugged() const { return _isPlugged; }
-    /// The tty's name, such as "ttyUSB0", kept after unplug(); empty before the first plug().
+    /// The name of the tty, such as "ttyUSB0". It is kept after unplug() and empty before the first plug().
     QByteArray ttyName() const { return _ttyName; }
 
-    /// Waits, with this thread's events going on, until \a holds is true, which is looked at with each
-    /// changed(); false when \a milliseconds have passed.
+    /// Waits until \a holds returns true, and processes this thread's events meanwhile. \a holds is checked
+    /// after each changed(). Returns false after \a milliseconds.
     bool waitUntil(const std::function<bool()> &holds, int milliseconds = 5000);
 
 Q_SIGNALS:
-    /// Something has come or changed: what is waited for may hold now.
+    /// Emitted when something has arrived or changed. Conditions that waitUntil() checks may be true now.
     void changed();
-    /// It has been pulled out as its faults ask for.
+    /// Emitted when the line faults have unplugged the bridge.
     void pulledOut();
 
 protected:
     PluggedPort(UsbTestbed &bed, const UsbBridge &bridge);
 
-    /// Ends the thread; what lives in it may be destroyed then.
+    /// Ends the thread. The objects that live in it may be destroyed afterwards.
     void stop();
-    /// The thread's far end of the tty.
-    PortPump *pump() const { return _pump.get(); }
-    /// Runs \a step in the thread and waits for it.
+    /// The object in the thread that serves the far end of the tty.
+    PtyPump *pump() const { return _pump.get(); }
+    /// Runs \a step in the thread and waits for it to return.
     void inThread(const std::function<void()> &step);
     QThread *farThread() { return &_thread; }
 
 private:
     Q_DISABLE_COPY_MOVE(PluggedPort)
 
-    /// What being pulled out does to what hangs on the port; runs in the thread.
+    /// What an unplug does to the device behind the port. Runs in the thread.
     virtual void losePower() {}
 
     UsbTestbed &_bed;
     const UsbBridge _bridge;
     QByteArray _ttyName;
     bool _isPlugged = false;
-    std::unique_ptr<PortPump> _pump;
+    std::unique_ptr<PtyPump> _pump;
     QThread _thread;
 };
 
-/// The simulated device behind a bridge. It keeps its state over unplug() and plug(), as far as the device
-/// does.
+/// The simulated device behind a bridge. Its state survives unplug() and plug() as far as that of the real
+/// device does.
 class PluggedTolvar : public PluggedPort
 {
     Q_OBJECT
 
 public:
-    explicit PluggedTolvar(UsbTestbed &bed, const TolvarSetup &setup = TolvarSetup(),
+    explicit PluggedTolvar(UsbTestbed &bed, const DeviceConfig &setup = DeviceConfig(),
                            const UsbBridge &bridge = UsbBridge::ftdi());
     ~PluggedTolvar() override;
 
-    /// What the device has received and holds now.
+    /// What the device has received so far and its current configuration.
     TolvarState state() const { return _tolvar.state(); }
-    /// Changes what the device is made of, from the next command on.
-    void alter(const std::function<void(TolvarSetup &)> &change) { _tolvar.alter(change); }
-    /// Whether no byte is on its way in either direction and the device works on nothing.
+    /// Changes the device's setup. The change applies from the next command on.
+    void reconfigure(const std::function<void(DeviceConfig &)> &change) { _tolvar.reconfigure(change); }
+    /// Returns true if no byte is in transit in either direction and the device is idle.
     bool isAtRest();
-    /// Waits, with this thread's events going on, for a state; false when \a milliseconds have passed.
+    /// Waits for a state and processes this thread's events meanwhile. Returns false after \a milliseconds.
     bool waitFor(const std::function<bool(const TolvarState &)> &holds, int milliseconds = 5000);
 
 Q_SIGNALS:
-    /// A piece of the conversation, to be shown to people; arrives in this object's thread.
+    /// Emitted for each part of the conversation, for display. Emitted in this object's thread.
     void conversation(SimulatedTolvar::Speech what, const QByteArray &text);
 
 private:
@@ -105,7 +107,7 @@ private:
     SimulatedTolvar _tolvar;
 };
 
-/// A bridge with nothing of ours behind it: it never answers and keeps what it gets.
+/// A bridge without a simulated device: it never replies and records what it receives.
 class ForeignPort : public PluggedPort
 {
     Q_OBJECT
@@ -114,7 +116,7 @@ public:
     explicit ForeignPort(UsbTestbed &bed, const UsbBridge &bridge = UsbBridge::foreignFtdi());
     ~ForeignPort() override;
 
-    /// Every byte that was written to it.
+    /// All bytes that were written to it.
     QByteArray received() const;
 
 private:

@@ -7,7 +7,7 @@
 
 namespace
 {
-/// Takes the options of a parsed command line one by one and remembers the first that makes no sense.
+/// Reads the options of a parsed command line one by one and records the first error.
 class OptionReader
 {
 public:
@@ -90,8 +90,8 @@ void declareOptions(QCommandLineParser &parser)
     // clang-format on
 }
 
-// SSID=PASS[:SEC]. The name ends at the first '='; a passphrase may hold anything, so what follows its last
-// ':' is the kind of security only if it is the name of one.
+// SSID=PASS[:SEC]. The name ends at the first '='. A passphrase may contain any character, so the part after
+// its last ':' is the security type only if it is the name of one.
 TolvarNetwork networkFrom(const QString &text, OptionReader &options)
 {
     static const QRegularExpression form(QStringLiteral("^([^=]+)=(.*?)(?::(OPEN|WEP|WPA|WPA2))?$"),
@@ -113,7 +113,7 @@ TolvarNetwork networkFrom(const QString &text, OptionReader &options)
     return network;
 }
 
-void readDevice(OptionReader &options, const QStringList &networks, TolvarSetup &setup)
+void readDevice(OptionReader &options, const QStringList &networks, DeviceConfig &setup)
 {
     setup.delays.scan = 2500;
     setup.delays.test = 3000;

@@ -4,23 +4,23 @@
 
 #include <QStringList>
 
-#include "simulator/tolvarsetup.h"
+#include "simulator/deviceconfig.h"
 #include "simulator/usbbridge.h"
 
-/// What the command line of tolvarsim asks for.
+/// The options on the command line of tolvarsim.
 struct SimOptions {
-    TolvarSetup setup;
+    DeviceConfig setup;
     UsbBridge bridge = UsbBridge::ftdi();
-    int plugAfter = 0; ///< milliseconds; 0 plugs in before the program starts
-    int firstTty = 0;  ///< the number in the first tty's name
+    int plugAfter = 0; ///< milliseconds; 0: plug in before the program starts
+    int firstTty = 0;  ///< the number in the name of the first tty
     bool hasForeign = false;
     bool isVerbose = false;
-    std::optional<QByteArray> expectedSsid; ///< what the device must hold in the end
+    std::optional<QByteArray> expectedSsid; ///< the SSID that the device must hold at the end
     std::optional<QByteArray> expectedPassphrase;
-    bool mustExit = false; ///< "exit" must have come
-    QStringList program;   ///< and its arguments
+    bool mustExit = false; ///< the device must have received "exit"
+    QStringList program;   ///< with its arguments
 };
 
-/// Reads the command line, the program's own name first. Bad use leaves one sentence in \a problem and gives
-/// nothing. Asked for help or version it prints that and ends the process.
+/// Parses the command line, which begins with the program's own name. On an error, sets \a problem to one
+/// sentence and returns no value. For the help and version options, prints the text and ends the process.
 std::optional<SimOptions> readOptions(const QStringList &arguments, QString &problem);

@@ -28,7 +28,7 @@ QList<QByteArray> TolvarState::lineTexts() const
     return texts;
 }
 
-SimulatedTolvar::SimulatedTolvar(const TolvarSetup &setup, QObject *parent)
+SimulatedTolvar::SimulatedTolvar(const DeviceConfig &setup, QObject *parent)
     : QObject(parent)
     , _setup(setup)
     , _work(this)
@@ -51,13 +51,13 @@ TolvarState SimulatedTolvar::state() const
     return _state;
 }
 
-TolvarSetup SimulatedTolvar::setup() const
+DeviceConfig SimulatedTolvar::setup() const
 {
     const QMutexLocker lock(&_guard);
     return _setup;
 }
 
-void SimulatedTolvar::alter(const std::function<void(TolvarSetup &)> &change)
+void SimulatedTolvar::reconfigure(const std::function<void(DeviceConfig &)> &change)
 {
     const QMutexLocker lock(&_guard);
     change(_setup);
@@ -77,8 +77,8 @@ void SimulatedTolvar::losePower()
     _work.stop();
     _nextStep = nullptr;
     _input.clear();
-    _arriving = LineCutter();
-    _reading = LineCutter();
+    _arriving = LineSplitter();
+    _reading = LineSplitter();
     change([](TolvarState &state) {
         state.pending = state.saved;
         state.awake = false;
@@ -101,7 +101,7 @@ void SimulatedTolvar::noteArrival(const QByteArray &bytes)
     change([&](TolvarState &state) {
         for (const char byte : bytes) {
             state.bytes.append(TolvarByte{byte, now});
-            if (_arriving.feed(byte) != LineCutter::LineEnd)
+            if (_arriving.feed(byte) != LineSplitter::LineEnd)
                 continue;
             const qsizetype length = _arriving.size();
             lines += _arriving.take();
@@ -115,18 +115,18 @@ void SimulatedTolvar::noteArrival(const QByteArray &bytes)
 void SimulatedTolvar::readInput()
 {
     if (_isReading)
-        return; // an answer has made the host speak again: the loop below gets to it
+        return; // a reply made the host send again; the loop below processes what it sent
     const QScopedValueRollback<bool> reading(_isReading, true);
 
     while (!_work.isActive() && !_input.isEmpty()) {
         const char byte = _input.at(0);
         _input.remove(0, 1);
-        const LineCutter::Outcome outcome = _reading.feed(byte);
-        if (outcome == LineCutter::Nothing)
+        const LineSplitter::Outcome outcome = _reading.feed(byte);
+        if (outcome == LineSplitter::Nothing)
             continue;
         if (state().awake)
-            Q_EMIT transmit(outcome == LineCutter::LineEnd ? QByteArray("\r\n") : QByteArray(1, byte));
-        if (outcome == LineCutter::LineEnd)
+            Q_EMIT transmit(outcome == LineSplitter::LineEnd ? QByteArray("\r\n") : QByteArray(1, byte));
+        if (outcome == LineSplitter::LineEnd)
             obey(_reading.take());
     }
 }
@@ -144,7 +144,7 @@ void SimulatedTolvar::later(int milliseconds, const std::function<void()> &step)
 
 void SimulatedTolvar::prompt()
 {
-    const TolvarSetup now = setup();
+    const DeviceConfig now = setup();
     if (now.faults.neverPrompts)
         return;
     later(now.delays.prompt, [this, times = now.faults.promptsTwice ? 2 : 1] {

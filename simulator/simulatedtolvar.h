@@ -6,56 +6,56 @@
 #include <QObject>
 #include <QTimer>
 
-#include "simulator/linecutter.h"
-#include "simulator/tolvarsetup.h"
+#include "simulator/deviceconfig.h"
+#include "simulator/linesplitter.h"
 #include "simulator/tolvarstate.h"
 
-/// The device's console: bytes in, bytes out. It sleeps until a "C" or an empty line wakes it, echoes what it
-/// gets, shows '>' after each command and puts its documents between 0x02 and 0x03. Lines that come while it
-/// works wait.
+/// The console of the device: it receives bytes and sends bytes. It sleeps until a "C" or an empty line wakes
+/// it. It echoes its input, sends '>' after each command, and puts its documents between 0x02 and 0x03. Lines
+/// that arrive while it works wait.
 ///
-/// It lives in one thread, with an event loop when it has delays; what is marked so may be called from any
-/// other.
+/// It lives in one thread, which needs an event loop if the console has delays. Functions that are marked as
+/// thread-safe may be called from any other thread.
 class SimulatedTolvar : public QObject
 {
     Q_OBJECT
 
 public:
-    /// What a piece of the conversation is.
+    /// The kinds of items in a conversation.
     enum Speech {
-        HostLine, ///< a line from the host, without its end
-        Reply,    ///< a document, as sent, without its marks
+        HostLine, ///< a line from the host, without its line end
+        Reply,    ///< a document, as sent, without the bytes 0x02 and 0x03
         Prompt,   ///< the '>' with its line end
-        Trace,    ///< unframed text
-        Note      ///< what happened to the device, in plain English
+        Trace,    ///< text that is not a document
+        Note      ///< what happened to the device, in English
     };
     Q_ENUM(Speech)
 
-    explicit SimulatedTolvar(const TolvarSetup &setup = TolvarSetup(), QObject *parent = nullptr);
+    explicit SimulatedTolvar(const DeviceConfig &setup = DeviceConfig(), QObject *parent = nullptr);
 
-    /// What it has received and holds now. Any thread.
+    /// What it has received so far and its current configuration. Thread-safe.
     TolvarState state() const;
-    /// What it is made of now. Any thread.
-    TolvarSetup setup() const;
-    /// Changes what it is made of, from the next command on; its configuration is out of reach here. Any
-    /// thread.
-    void alter(const std::function<void(TolvarSetup &)> &change);
+    /// Its current setup. Thread-safe.
+    DeviceConfig setup() const;
+    /// Changes the setup. The change applies from the next command on. The configuration cannot be changed
+    /// here. Thread-safe.
+    void reconfigure(const std::function<void(DeviceConfig &)> &change);
 
-    /// Whether it has read all that it got and works on nothing. From its own thread.
+    /// Returns true if it has processed all input and is idle. Call it from the object's own thread only.
     bool isAtRest() const { return _input.isEmpty() && !_work.isActive(); }
 
 public Q_SLOTS:
-    /// Takes bytes from the host; answers come as transmit().
+    /// Receives bytes from the host. Replies are emitted as transmit().
     void receive(const QByteArray &bytes);
-    /// What is not saved is gone, work under way too, and the console sleeps.
+    /// Simulates a loss of power: drops unsaved settings and unfinished work, and puts the console to sleep.
     void losePower();
 
 Q_SIGNALS:
-    /// Bytes for the host.
+    /// Emitted with bytes for the host.
     void transmit(const QByteArray &bytes);
-    /// A piece of the conversation, to be shown to people.
+    /// Emitted for each part of the conversation, for display.
     void conversation(SimulatedTolvar::Speech what, const QByteArray &text);
-    /// state() tells something new.
+    /// Emitted when state() has changed.
     void changed();
 
 private:
@@ -84,14 +84,14 @@ private:
     void later(int milliseconds, const std::function<void()> &step);
     void change(const std::function<void(TolvarState &)> &how);
 
-    mutable QMutex _guard; // over _setup and _state
-    TolvarSetup _setup;
+    mutable QMutex _guard; // protects _setup and _state
+    DeviceConfig _setup;
     TolvarState _state;
 
-    LineCutter _arriving; // cuts the lines of the record, as they come
-    LineCutter _reading;  // cuts the lines of the console, when it gets to them
-    QByteArray _input;    // arrived, not read yet
+    LineSplitter _arriving; // splits the recorded bytes into lines, as they arrive
+    LineSplitter _reading;  // splits the console's input into lines, when the console processes it
+    QByteArray _input;      // arrived, not processed yet
     bool _isReading = false;
-    QTimer _work; // runs while the console can't read
+    QTimer _work; // active while the console cannot read
     std::function<void()> _nextStep;
 };

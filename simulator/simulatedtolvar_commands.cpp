@@ -6,7 +6,7 @@
 
 namespace
 {
-/// How joining a network ends, as the device's test reply numbers it.
+/// The result of joining a network, as numbered in the device's reply to "test".
 enum JoinResult { Joined = 0, WrongPassphrase = 1, UnknownNetwork = 2, SystemError = 3 };
 
 constexpr const char *joinDescriptions[] = {"joined", "passphrase refused", "no such network",
@@ -20,7 +20,7 @@ JoinResult tryToJoin(const QList<TolvarNetwork> &air, const TolvarConfiguration 
             continue;
         if (network.passphrase.isEmpty() || network.passphrase == configuration.passphrase)
             return Joined;
-        result = WrongPassphrase; // a second network of that name may yet take it
+        result = WrongPassphrase; // another network with that name may accept it
     }
     return result;
 }
@@ -30,7 +30,7 @@ void SimulatedTolvar::obey(const QByteArray &line)
 {
     using Tolvar = SimulatedTolvar;
     struct Command {
-        const char *start; // the whole line, or with a blank at its end what its value follows
+        const char *start; // the whole line, or, if it ends in a space, the part before the value
         void (Tolvar::*carryOut)(const QByteArray &value);
     };
     // clang-format off
@@ -106,7 +106,7 @@ void SimulatedTolvar::scan(const QByteArray &)
 void SimulatedTolvar::test(const QByteArray &)
 {
     later(setup().delays.test, [this] {
-        const TolvarSetup now = setup();
+        const DeviceConfig now = setup();
         const TolvarConfiguration configuration = state().pending;
         const JoinResult result =
             now.faults.systemErrorOnTest ? SystemError : tryToJoin(now.air, configuration);

@@ -65,7 +65,7 @@ int Simulation::run()
     tellWhatDeviceHolds();
     if (!isAsExpected())
         return 1;
-    constexpr int endedBySignal = 128; // as a shell counts
+    constexpr int endedBySignal = 128; // as in a shell's exit status
     return (_program.exitStatus() == QProcess::CrashExit ? endedBySignal : 0) + _program.exitCode();
 }
 
@@ -88,13 +88,14 @@ bool Simulation::runProgram()
     return true;
 }
 
-// What the program said last may still be on its way, and the device at work on something before it.
+// The program's last bytes may still be in transit, and the device may still be working on an earlier
+// command.
 void Simulation::waitForLastWords()
 {
     constexpr int longestWork = 10 * 60 * 1000;
     _tolvar.catchUp();
     _tolvar.waitFor([](const TolvarState &state) { return !state.isWorking; }, longestWork);
-    QCoreApplication::processEvents(); // shows the rest of the conversation
+    QCoreApplication::processEvents(); // prints the rest of the conversation
 }
 
 void Simulation::tellWhatDeviceHolds()

@@ -8,7 +8,7 @@
 #include "simulator/simoptions.h"
 #include "simulator/usbtestbed.h"
 
-/// One run of a program beside a simulated device, from its start to the verdict on both.
+/// One run of a program with a simulated device, from the start to the check of both.
 class Simulation : public QObject
 {
     Q_OBJECT
@@ -17,7 +17,7 @@ public:
     explicit Simulation(const SimOptions &options);
     ~Simulation() override;
 
-    /// Runs it all; gives the status this process shall end with.
+    /// Runs the simulation. Returns the exit status of this process.
     int run();
 
 private:

@@ -8,8 +8,8 @@
 
 namespace
 {
-// The writer works on text and would turn bytes into UTF-8. With one character a byte, there and back, every
-// byte comes out as it went in.
+// QXmlStreamWriter works on strings and would encode them as UTF-8. Latin-1 maps each byte to one character
+// and back, so every byte is preserved.
 QString asText(const QByteArray &bytes)
 {
     return QString::fromLatin1(bytes);
@@ -20,16 +20,16 @@ bool isControl(char byte)
     return static_cast<unsigned char>(byte) < 0x20 && byte != '\t' && byte != '\n' && byte != '\r';
 }
 
-// What no XML document may hold, and the frame's own marks among it.
+// Characters that XML does not allow. They include the bytes 0x02 and 0x03.
 QByteArray withoutControls(QByteArray bytes)
 {
     std::replace_if(bytes.begin(), bytes.end(), isControl, '?');
     return bytes;
 }
 
-// The device doesn't care what a network's name holds, and only what would end its frame or its own strings
-// is sent as
-// '?'. The writer refuses control characters, so they are private characters until it is done.
+// The device does not validate network names. It replaces only the bytes that would end its document or its
+// own strings with '?'. QXmlStreamWriter rejects control characters, so they are mapped to private-use
+// characters while it writes.
 constexpr char16_t firstPrivate = 0xE000;
 
 QString asAttribute(const QByteArray &bytes)
@@ -46,7 +46,7 @@ QString asAttribute(const QByteArray &bytes)
     return text;
 }
 
-// The writer's formatting begins with an empty line, which is left out.
+// QXmlStreamWriter's formatting begins with an empty line, which is removed.
 QByteArray asBytes(QString document)
 {
     for (QChar &c : document) {
@@ -57,7 +57,7 @@ QByteArray asBytes(QString document)
 }
 } // namespace
 
-QByteArray TolvarDocuments::status(const TolvarSetup &setup, const TolvarConfiguration &current,
+QByteArray TolvarDocuments::status(const DeviceConfig &setup, const TolvarConfiguration &current,
                                    const QByteArray &testResult)
 {
     const std::pair<const char *, QByteArray> elements[] = {
@@ -89,7 +89,7 @@ QByteArray TolvarDocuments::status(const TolvarSetup &setup, const TolvarConfigu
         if (!setup.missingFromStatus.contains(name))
             xml.writeTextElement(QString::fromLatin1(name), asText(withoutControls(value)));
         else
-            xml.writeCharacters(QString()); // ends the root's start tag, should nothing have done so yet
+            xml.writeCharacters(QString()); // closes the root's start tag, if it is still open
         document += asText(std::exchange(extra, QByteArray()));
     }
     xml.writeEndElement();

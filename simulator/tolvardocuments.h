@@ -2,18 +2,19 @@
 
 #include <QByteArray>
 
-#include "simulator/tolvarsetup.h"
+#include "simulator/deviceconfig.h"
 
-/// The documents the device answers with. Each byte of a value is written as it stands, markup characters as
-/// entities; nothing declares an encoding.
+/// The documents that the device replies with. The bytes of a value are written unchanged, except markup
+/// characters, which become entities. No document declares an encoding.
 namespace TolvarDocuments
 {
-/// The answer to "get".
-QByteArray status(const TolvarSetup &setup, const TolvarConfiguration &current, const QByteArray &testResult);
-/// The answer to "scan": the networks that are not hidden, in the order of \a air.
+/// The reply to "get".
+QByteArray status(const DeviceConfig &setup, const TolvarConfiguration &current,
+                  const QByteArray &testResult);
+/// The reply to "scan": the networks that are not hidden, in the order of \a air.
 QByteArray scanResults(const QList<TolvarNetwork> &air);
-/// The answer to "test".
+/// The reply to "test".
 QByteArray testResults(const QByteArray &ssid, const QByteArray &description, int result);
-/// The answer to "get_log_file".
+/// The reply to "get_log_file".
 QByteArray logFile(const QByteArray &text);
 } // namespace TolvarDocuments

@@ -3,32 +3,33 @@
 #include <QByteArray>
 #include <QList>
 
-#include "simulator/tolvarsetup.h"
+#include "simulator/deviceconfig.h"
 
-/// One byte the device has received, and when: nanoseconds of the system's monotonic clock.
+/// One byte that the device received, and the time: nanoseconds of the system's monotonic clock.
 struct TolvarByte {
     char value = 0;
     qint64 time = 0;
 };
 
-/// One line the device has received, without its end, and the place of its first byte in TolvarState::bytes.
+/// One line that the device received, without its line end, and the index of its first byte in
+/// TolvarState::bytes.
 struct TolvarLine {
     QByteArray text;
     qsizetype firstByte = 0;
 };
 
-/// What can be told of a simulated device from outside.
+/// The state of a simulated device as the tests see it.
 struct TolvarState {
-    QList<TolvarByte> bytes;     ///< all that has arrived since it was made, line ends too
-    QList<TolvarLine> lines;     ///< noted on arrival, whether the console has got to them or not
-    TolvarConfiguration pending; ///< what it works with now
-    TolvarConfiguration saved;   ///< what outlasts a loss of power
+    QList<TolvarByte> bytes;     ///< all bytes since the object was created, line ends included
+    QList<TolvarLine> lines;     ///< recorded on arrival, before the console processes them
+    TolvarConfiguration pending; ///< the configuration in use
+    TolvarConfiguration saved;   ///< the configuration that survives a loss of power
     QByteArray testResult;
-    int sessions = 0;       ///< how often its console has been woken
-    bool awake = false;     ///< a console session is on
-    bool isWorking = false; ///< a command or its prompt takes its time; lines wait
-    bool exited = false;    ///< the last session was ended by "exit"
+    int sessions = 0;       ///< how many times the console has been woken
+    bool awake = false;     ///< a console session is active
+    bool isWorking = false; ///< a command or its prompt is delayed; lines wait
+    bool exited = false;    ///< "exit" ended the last session
 
-    /// The received lines' texts.
+    /// The text of the received lines.
     QList<QByteArray> lineTexts() const;
 };

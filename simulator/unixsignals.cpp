@@ -10,12 +10,14 @@ namespace
 {
 int writeEnd = -1;
 
-// A signal handler may do next to nothing: the number goes through a pipe to the event loop.
+// A signal handler may call only a few functions. It sends the signal number through a pipe to the event
+// loop.
 void passOn(int number)
 {
     const int errorBefore = errno;
     const auto byte = static_cast<unsigned char>(number);
-    [[maybe_unused]] const ssize_t written = write(writeEnd, &byte, 1); // a full pipe has enough of them
+    [[maybe_unused]] const ssize_t written =
+        write(writeEnd, &byte, 1); // a full pipe already holds enough of them
     errno = errorBefore;
 }
 } // namespace

@@ -9,14 +9,14 @@
 
 class QSocketNotifier;
 
-/// Turns signals of the system into signals of an object, in the event loop. One at a time in a process.
+/// Emits a Qt signal, in the event loop, for each system signal. Only one may exist in a process.
 class UnixSignals : public QObject
 {
     Q_OBJECT
 
 public:
     explicit UnixSignals(std::initializer_list<int> numbers);
-    /// Puts the system's own handling back.
+    /// Restores the previous signal handlers.
     ~UnixSignals() override;
 
 Q_SIGNALS:

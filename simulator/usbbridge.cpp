@@ -7,7 +7,7 @@ QByteArray hex4(quint16 number)
     return QByteArray::number(number, 16).rightJustified(4, '0');
 }
 
-// As udev writes a text where blanks can't be.
+// Escapes a string as udev does for a property that must not contain spaces.
 QByteArray underscored(QByteArray text)
 {
     return text.trimmed().replace(' ', '_');
@@ -18,7 +18,7 @@ QByteArray escaped(QByteArray text)
     return text.replace(' ', "\\x20");
 }
 
-// The lines of one device; blank line after it.
+// The lines of one device, followed by an empty line.
 class Block
 {
 public:
@@ -42,7 +42,7 @@ private:
     QByteArray _text;
 };
 
-// The properties udev's built-in rules give to each device on the way from the bus to the tty.
+// The properties that udev's built-in rules set on each device between the bus and the tty.
 Block &describe(Block &block, const UsbBridge &bridge)
 {
     const QByteArray serial = underscored(bridge.vendorText) + '_' + underscored(bridge.productText) +

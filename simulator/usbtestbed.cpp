@@ -15,17 +15,18 @@
 
 namespace
 {
-/// Where programs under the mock find the tty's node.
+/// The folder in which programs under the mock find the node of the tty.
 QByteArray nodeOf(const QByteArray &ttyName)
 {
     return qgetenv("UMOCKDEV_DIR") + "/dev/" + ttyName;
 }
 
-/// Makes a raw tty of that name and gives its far end. Not umockdev's own way of making one: it keeps a note
-/// of each name, and aborts when the name comes again.
+/// Makes a raw tty with that name and returns its far end. umockdev's own function cannot be used: it
+/// remembers each name and aborts when a name is used again.
 int makeTty(const QByteArray &ttyName)
 {
-    const int farEnd = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC); // a child's copy would keep the line up
+    const int farEnd =
+        posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC); // a copy in a child process would keep the line up
     char tty[64] = "";
     termios settings{};
     if (farEnd < 0 || grantpt(farEnd) != 0 || unlockpt(farEnd) != 0 ||
@@ -48,7 +49,7 @@ UsbTestbed::UsbTestbed(int firstTty)
 
 int UsbTestbed::takeTtyNumber()
 {
-    constexpr int ttysOfOneProcess = 500; // the largest process id there can be still fits
+    constexpr int ttysOfOneProcess = 500; // with these, the largest possible process id still fits
     static int next = getpid() * ttysOfOneProcess;
     return next++;
 }
@@ -62,9 +63,9 @@ UsbTestbed::~UsbTestbed()
 
 bool UsbTestbed::isPossible()
 {
-    // umockdev_in_mock_environment() says no as long as there is no bed, and a bed to ask it with starts
-    // threads, which a process that goes on to start over under the wrapper must not have. So: whose open()
-    // is this?
+    // umockdev_in_mock_environment() returns false while there is no test bed. A test bed that is created
+    // only for this check starts threads, and a process that is about to restart itself under the wrapper
+    // must not have any. The code therefore checks which library provides open().
     Dl_info owner{};
     void *const function = dlsym(RTLD_DEFAULT, "open");
     return function && dladdr(function, &owner) != 0 && strstr(owner.dli_fname, "libumockdev-preload");
@@ -131,7 +132,7 @@ void UsbTestbed::unplug(const QByteArray &ttyName)
 
 void UsbTestbed::hangUp(int descriptor)
 {
-    // The number stays taken until unplug() gives it back.
+    // The number stays reserved until unplug() releases it.
     const int nothing = open("/dev/null", O_RDWR | O_CLOEXEC);
     dup3(nothing, descriptor, O_CLOEXEC);
     close(nothing);

@@ -8,37 +8,37 @@
 
 struct _UMockdevTestbed;
 
-/// A computer's USB sockets and ttys, mocked by umockdev for this process and its children. One at a time; it
-/// must outlive every serial port that is open on it. It is used from one thread.
+/// The USB ports and ttys of a computer, mocked by umockdev for this process and its children. Only one test
+/// bed may exist at a time. It must outlive every serial port that is open on it. Use it from one thread.
 class UsbTestbed
 {
 public:
-    /// Numbers its ttys on from ttyUSB<\a firstTty>; without one, from numbers no other process and no
-    /// earlier bed of this one uses. Lock files of serial ports are real, so two beds with the same numbers
-    /// get in each other's way.
+    /// Numbers its ttys from ttyUSB<\a firstTty>. Without an argument, it uses numbers that no other process
+    /// and no earlier test bed of this process uses. Lock files of serial ports are real, so two test beds
+    /// with the same numbers conflict.
     explicit UsbTestbed(int firstTty = -1);
-    /// Unplugs what is still plugged in.
+    /// Unplugs all bridges that are still plugged in.
     ~UsbTestbed();
 
-    /// Whether the process runs under umockdev-wrapper, without which there is no bed.
+    /// Returns true if the process runs under umockdev-wrapper. A test bed needs it.
     static bool isPossible();
 
-    /// A number for a tty that no other process takes, and this one only once. Lock files of serial ports are
-    /// real, so ttys of one name get in each other's way; and one of an earlier bed may still be locked.
+    /// Returns a tty number that no other process uses and that this process uses only once. Lock files of
+    /// serial ports are real: ttys with the same name conflict, and a tty of an earlier test bed may still be
+    /// locked.
     static int takeTtyNumber();
 
-    /// Plugs a bridge into the next free socket under the next tty name, and announces it. Gives the tty
-    /// name, empty when umockdev refuses. Every plugging makes a new name, as while the old tty is still held
-    /// open; unless \a ttyName says which, such as one that was unplugged before.
+    /// Plugs a bridge into the next free USB port and announces it. Returns the tty name, or an empty one if
+    /// umockdev rejects it. Each call makes a new tty name, as the kernel does while the old tty is still
+    /// open. \a ttyName requests a name, such as that of an earlier tty.
     QByteArray plug(const UsbBridge &bridge, const QByteArray &ttyName = QByteArray());
-    /// Pulls it out: an open tty hangs up, its devices go and their going is announced. Unknown names are
-    /// ignored.
+    /// Unplugs a bridge: an open tty hangs up, its devices are removed and the removal is announced. Unknown
+    /// names are ignored.
     void unplug(const QByteArray &ttyName);
-    /// The far end of a plugged tty, raw, -1 for an unknown one. It belongs to the bed and dies with
-    /// unplug().
+    /// The raw far end of a plugged tty; -1 for an unknown one. The test bed owns it, and unplug() closes it.
     int descriptor(const QByteArray &ttyName) const;
-    /// Has an open tty hang up, by its far end, ahead of unplug(): as the kernel does it, before udev tells.
-    /// Any thread.
+    /// Hangs up an open tty, given its far end, before unplug(). The kernel also does this before udev
+    /// reports the removal. Thread-safe.
     static void hangUp(int descriptor);
 
 private:
@@ -54,6 +54,6 @@ private:
 
     _UMockdevTestbed *_bed;
     std::map<QByteArray, Plugged> _plugged;
-    int _nextTty;         // negative: takeTtyNumber()
-    int _nextAddress = 2; // the root hub has 1
+    int _nextTty;         // negative: use takeTtyNumber()
+    int _nextAddress = 2; // the root hub has address 1
 };

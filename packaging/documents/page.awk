@@ -1,9 +1,9 @@
-# page.awk: makes a page of its own out of what cmark-gfm makes of a Markdown document.
+# page.awk: creates a complete HTML page from the output of cmark-gfm for a Markdown document.
 #
 #   cmark-gfm --extension table manual.md | LC_ALL=C awk -f page.awk -v pages="manual troubleshooting" >manual.html
 #
-# Headings get the ids that GitHub gives them, so that links to sections lead there. Links to the named pages lead to their
-# HTML. Links to other documents of the project, which are not installed, become plain text.
+# Headings get the same ids as on GitHub, so that links to sections work. Links to the named pages lead to their HTML
+# files. Links to other documents of the project, which are not installed, become plain text.
 
 BEGIN {
     count = split(pages, names, " ")
@@ -22,7 +22,7 @@ function idOf(heading)
     return heading
 }
 
-# A link's target on these pages; nothing if there is none.
+# The target of a link on these pages; empty if there is none.
 function targetOf(href,   file, section)
 {
     if (href ~ /^(#|https?:)/)

@@ -2,21 +2,21 @@
 #
 #   tr -s '\000' '\001' <zvinstall.log | LC_ALL=C awk -f redact.awk
 #
-# Works on bytes. A log that two wizards have written, or that a crash has cut, has holes, which are NUL bytes. Not every awk
-# can read these, so 0x01 stands for them. What is removed appears as [removed]:
+# Works on bytes. A log that two wizards have written, or that a crash has cut, has holes of NUL bytes. Not every awk
+# can read these, so 0x01 replaces them. [removed] marks what is removed:
 #
-# - A passphrase in the messages that are known to hold one ("Password Edit:", "nextId", the command "setpass").
-# - From the first "setpass" (or "get_log_file") on, all that the device sends outside its replies: it repeats the commands,
-#   and log lines cut what it sends anywhere. Of its replies, those with a known document are kept; the device's own log,
-#   which the user saves as a file, is not.
-#   The same from a hole in the log on.
-# - Every other occurrence of a passphrase that the log holds somewhere, also in network names, in other cases, as XML
-#   writes it, or split between two messages. Texts with fewer than five characters are no keys of a Wi-Fi network and are
-#   not searched for.
-# - Debug messages that are not the wizard's own, since Qt's can hold what the user types, key by key. Lines that belong to no
-#   message.
+# - A passphrase in the messages that are known to contain one ("Password Edit:", "nextId", the command "setpass").
+# - From the first "setpass" (or "get_log_file") on, everything that the device sends outside its replies: the device
+#   echoes the commands, and the log splits its output at any position. Replies with a known document are kept; the
+#   device's own log, which the user saves as a file, is not.
+#   The same applies after a hole in the log.
+# - Every other occurrence of a passphrase that is anywhere in the log, also in network names, in upper or lower case, in
+#   XML notation, or split between two messages. Texts with fewer than five characters are not Wi-Fi keys and are not
+#   searched for.
+# - Debug messages that are not from the wizard, because Qt's messages can contain what the user types, key by key. Lines
+#   that belong to no message.
 #
-# Of a long log the beginning and the end are printed, the passphrases of all of it are removed.
+# If the log is long, its beginning and end are printed, and the passphrases found anywhere in it are removed.
 
 BEGIN {
     for (i = 1; i < 256; i++) {
@@ -31,15 +31,15 @@ BEGIN {
 
     Stx = chr[2]
     Etx = chr[3]
-    Gone = chr[1] # stands for one removed byte
+    Gone = chr[1] # replaces one removed byte
     if (!Head)
-        Head = 500000 # bytes of messages to print from the beginning,
+        Head = 500000 # bytes of messages to print from the beginning of the log
     if (!Tail)
-        Tail = 1500000 # and from the end of the log
+        Tail = 1500000 # and from its end
     LongestMessage = 250000
     LongestLine = 65000
     ShortestValue = 5 # characters
-    MostOfAValue = 100 # bytes to search for; what follows them is removed as well
+    MostOfAValue = 100 # maximum number of bytes to search for; what follows them is removed as well
 
     Known = "^(List of ports:|Found!|Not Found|=+|[*]+Device (DISCOVERED|REMOVED):|(port|friendly|physical|enumerator) name:" \
         "|(vendor|product) ID:|_commState = |->|-->|Sysid:|Opening file:|View Details Button Clicked| OK" \
@@ -52,7 +52,7 @@ BEGIN {
     count = size = headEnd = valueCount = twins = 0
 }
 
-# -- Reading: messages, and the passphrases in them --
+# -- Input: messages, and the passphrases in them --
 
 {
     hasHole = gsub(Gone, "")
@@ -61,7 +61,7 @@ BEGIN {
         type = substr($0, 1, 1)
         text = substr($0, 3)
     } else if (type != "" && text ~ / $/ && !isSensitive()) {
-        # The message was complete. When two wizards write to the log, the rest of a line can follow.
+        # The message was complete. If two wizards write to the log, the rest of a line can follow.
         endMessage()
         text = $0
     } else if (length(text) < LongestMessage) {
@@ -76,7 +76,7 @@ function isSensitive()
     return type == "D" && opening(text) != ""
 }
 
-# How a message begins that holds a passphrase; nothing for any other.
+# The beginning of a message that contains a passphrase; empty for any other message.
 function opening(message,   start)
 {
     for (start in sensitive) {
@@ -86,7 +86,8 @@ function opening(message,   start)
     return ""
 }
 
-# The wizard ends its messages with a space. Whether one with a passphrase is complete: that may hold line ends.
+# Whether a message with a passphrase is complete. The wizard ends its messages with a space, and a passphrase may
+# contain line ends.
 function closed(message)
 {
     return substr(message, length(message) - 1) == "\" "
@@ -140,7 +141,7 @@ function takeValue(value,   characters, i)
     if (length(characters) < ShortestValue || value in taken)
         return
     taken[value]
-    # The longest first, so that of two that begin alike the longer one goes as a whole.
+    # The longest comes first: if two values begin with the same characters, the longer one is removed as a whole.
     for (i = valueCount++; i > 0 && length(values[i - 1]) < length(value); i--) {
         values[i] = values[i - 1]
         patterns[i] = patterns[i - 1]
@@ -149,7 +150,7 @@ function takeValue(value,   characters, i)
     patterns[i] = patternFor(substr(value, 1, MostOfAValue)) (length(value) > MostOfAValue ? ".*" : "")
 }
 
-# A regular expression for the value as the log may show it.
+# A regular expression for the value in all forms that the log may contain.
 function patternFor(value,   pattern, i, c, n, bytes)
 {
     for (i = 1; i <= length(value); i += n) {
@@ -181,8 +182,8 @@ function patternFor(value,   pattern, i, c, n, bytes)
     return pattern
 }
 
-# A character beyond ASCII: as it is; as UTF-8 that the device sent and the log encoded again; as a reference; and as the
-# '?' that is sent for one beyond Latin-1.
+# A non-ASCII character: unchanged; as UTF-8 that the device sent and the log encoded again; as an XML reference; and
+# as the '?' that is sent for a character beyond Latin-1.
 function nonAsciiPattern(bytes,   i, b, again, code)
 {
     for (i = 1; i <= length(bytes); i++) {
@@ -203,12 +204,12 @@ function reference(code,   hex, either, i, c)
     return "|&#0*" code ";|&#[xX]0*" either ";"
 }
 
-# -- What the device sent: lines, put together from the messages --
+# -- Device output: lines, joined from the messages --
 #
-# Twice: view 1 has all messages. While two parts of the program read, each message is there twice; view 2 leaves the second
-# of two equal ones out. What is removed in either is removed.
+# This is done twice. View 1 contains all messages. While two parts of the program read the port, each message is in
+# the log twice; view 2 omits the second of two equal messages. What is removed in either view is removed.
 
-# Each message has pieces[view, message], which belong to as many lines from firstLine[view, message] on.
+# Each message has pieces[view, message], one piece for each line from firstLine[view, message] on.
 function joinLines(view,   i, n, part, j, message, at)
 {
     at = 1
@@ -216,13 +217,13 @@ function joinLines(view,   i, n, part, j, message, at)
         if ((i == headEnd && leftOut) || i in holes)
             removeFrom(view, at)
         if (types[i] == "D" && index(texts[i], "--> \"") == 1) {
-            # Where a command begins, no reply is under way.
+            # Where a command begins, no reply is in progress.
             replyEnds[view, at] = replyEnds[view, at] (length(lines[view, at]) + 1) " "
             if (texts[i] ~ /^--> "(setpass|get_log_file)/)
                 removeFrom(view, at)
         }
         if (types[i] == "")
-            at++ # a part of a line is lost
+            at++ # part of a line is lost
         if (types[i] != "W" || (view == 2 && i in twinOf))
             continue
         message = texts[i]
@@ -256,7 +257,7 @@ function findTwins(   i, last)
     }
 }
 
-# Where the removal begins.
+# Sets where the removal begins.
 function removeFrom(view, line)
 {
     if (!((view, "line") in removal)) {
@@ -272,7 +273,7 @@ function gone(n)
     return substr(filler, 1, n)
 }
 
-# Removes from a line, from column start on, what is in no reply. inReply goes on from line to line.
+# Removes from a line, from column start on, what is not in a reply. inReply keeps its value from line to line.
 function keepReplies(line, start, ends,   out, end, n, k, mark, stop, c)
 {
     out = substr(line, 1, start - 1)
@@ -298,7 +299,7 @@ function keepReplies(line, start, ends,   out, end, n, k, mark, stop, c)
     return out
 }
 
-# Removes all values from a text; its length stays.
+# Removes all values from a text; its length does not change.
 function hide(message,   i, out)
 {
     for (i = 0; i < valueCount; i++) {
@@ -315,7 +316,7 @@ function redactLines(view, lineCount,   i, start, removing, line)
     for (i = 1; i <= lineCount; i++) {
         line = lines[view, i]
         start = removing ? 1 : i == removal[view, "line"] ? removal[view, "column"] : 0
-        # A command that is not in the log, because the disk was full.
+        # A command that is not in the log because the disk was full.
         if (!removing && match(tolower(line), "setpass") && (!start || RSTART < start))
             start = RSTART
         if (start)
@@ -331,7 +332,7 @@ function redactLines(view, lineCount,   i, start, removing, line)
     }
 }
 
-# -- Printing --
+# -- Output --
 
 function shown(message)
 {
@@ -339,7 +340,7 @@ function shown(message)
     return message
 }
 
-# Prints a message; of many in a row that are removed as a whole the first one.
+# Prints a message. Of several consecutive messages that are removed as a whole, only the first one is printed.
 function put(message,   isRemoved)
 {
     isRemoved = message ~ /^.:\[removed\] ?$/
@@ -358,7 +359,7 @@ function received(view, i,   out, j, line)
     return out
 }
 
-# What is in both texts, which have the same length; the other bytes are removed.
+# The bytes that are equal in both texts, which have the same length; the other bytes are removed.
 function common(one, other,   out, i, n)
 {
     n = 50

@@ -1,6 +1,6 @@
-// A wizard with one of each thing the real one has, for trying the program driver on.
+// A wizard with one of each widget of the real wizard, to test the program driver with.
 //
-//   sampleapp [--busy]      --busy: hold up the event loop for 400 ms again and again, as a serial line does
+//   sampleapp [--busy]      --busy: block the event loop for 400 ms again and again, as a serial line does
 #include <QApplication>
 #include <QCheckBox>
 #include <QDialog>
@@ -27,7 +27,7 @@
 namespace
 {
 
-/// Tells the test what really happened, on standard output.
+/// Reports to the test, on standard output, what really happened.
 void say(const QString &text)
 {
     std::printf("%s\n", text.toUtf8().constData());
@@ -109,7 +109,7 @@ void SampleWizard::addButtons(QBoxLayout *layout)
     status->setObjectName("label_status");
     auto *refresh = new QPushButton("Look for Networks...");
     connect(refresh, &QPushButton::clicked, this, [this, status] {
-        // It looks until the second click, however long that takes, and a little longer.
+        // The search lasts until the second click, however long that takes, and a little longer.
         if (status->text() == QLatin1String("looking"))
             QTimer::singleShot(300, this, [status] { status->setText("found & done"); });
         status->setText("looking");

@@ -4,7 +4,7 @@
 #include <QFile>
 #include <QTest>
 
-Scenario::Scenario(const TolvarSetup &setup, const UsbBridge &bridge)
+Scenario::Scenario(const DeviceConfig &setup, const UsbBridge &bridge)
     : tolvar(bed, setup, bridge)
     , user(screen)
 {
@@ -34,6 +34,9 @@ Scenario::~Scenario()
         qWarning("what was seen and said is in %s", qPrintable(QDir(folder).absolutePath()));
     }
     screen.terminate();
+    // A terminated program leaves its lock file. Another test may get the same port name, and another process
+    // the same id.
+    QFile::remove(QStringLiteral("/var/lock/LCK..") + QString::fromLatin1(tolvar.ttyName()));
 }
 
 bool Scenario::start()

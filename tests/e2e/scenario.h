@@ -7,34 +7,37 @@
 #include "tests/e2e/wizarduser.h"
 #include "tests/support/programdriver.h"
 
-/// In a Qt Test function: takes a step with a Scenario's user or driver, and fails with the driver's words.
+/// For a Qt Test function: runs a step with a Scenario's user or driver, and on failure reports the driver's
+/// message.
 #define ZV_STEP(scenario, step)                                                                              \
     do {                                                                                                     \
         if (!(step))                                                                                         \
             QFAIL(qPrintable(QStringLiteral(#step ": ") + (scenario).screen.failure()));                     \
     } while (false)
 
-/// A run of the real program on a computer of its own: a fresh home folder, a fresh USB test bed, a simulated
-/// Tolvar that can be plugged in, and a user at the screen. When the test fails it leaves what was seen and
-/// said.
+/// A run of the real program on its own simulated computer: a fresh home folder, a fresh USB test bed, a
+/// simulated Tolvar that can be plugged in, and a simulated user at the screen. When the test fails, it saves
+/// the screen and the output.
 class Scenario
 {
 public:
-    explicit Scenario(const TolvarSetup &setup = TolvarSetup(), const UsbBridge &bridge = UsbBridge::ftdi());
+    explicit Scenario(const DeviceConfig &setup = DeviceConfig(),
+                      const UsbBridge &bridge = UsbBridge::ftdi());
     ~Scenario();
 
     /// Starts the program.
     bool start();
-    /// The session log so far, as it stands in the home folder.
+    /// Returns the current content of the session log in the home folder.
     QByteArray sessionLog() const;
-    /// A file in the home folder.
+    /// Returns the path of a file in the home folder.
     QString inHome(const QString &name) const { return _home.filePath(name); }
 
-    /// What the device holds and has received, once the program's last words have arrived.
+    /// Returns the settings of the device and what it has received, once the program's last output has
+    /// arrived.
     TolvarState deviceState();
-    /// The lines it has received by then.
+    /// Returns the lines that the device has received by then.
     QList<QByteArray> received();
-    /// The lines received since the device was woken last: from the last "get" on, that one left out.
+    /// Returns the lines received since the device was last woken: those after the last "get".
     QList<QByteArray> receivedSinceStatus();
     /// Waits until the device has received a line that begins with \a word.
     bool deviceGets(const QByteArray &word);
@@ -50,5 +53,5 @@ public:
     WizardUser user;
 };
 
-/// What the device receives, from its status on, in a run that ends with Done.
+/// Returns the lines that the device receives, from its status on, in a run that ends with Done.
 QList<QByteArray> typicalLines(const QByteArray &ssid, const QByteArray &passphrase);

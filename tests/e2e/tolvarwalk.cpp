@@ -10,12 +10,12 @@ using namespace onscreen;
 
 // tolvarwalk PROGRAM FOLDER SSID PASSPHRASE
 //
-// Walks the program through every page, as a user would, and leaves a picture of each in FOLDER. Exit status
-// 0 when every step went as expected.
+// Walks through every page of the program, as a user would, and saves an image of each in FOLDER. The exit
+// status is 0 when every step succeeded.
 
 namespace
 {
-/// Does a step, says so, and takes its picture.
+/// Runs a step, prints it, and saves an image of it.
 class Walk
 {
 public:

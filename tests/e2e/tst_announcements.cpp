@@ -15,19 +15,19 @@ constexpr QLatin1String systemError("There was an unexpected system error. Pleas
                                     "power on the Tolvar and restart this utility\n");
 constexpr QLatin1String saved("Configuration saved\n");
 
-/// A run of the program that a screen reader listens to.
+/// A run of the program with a screen reader.
 struct HeardScenario {
-    AccessibleEvents events; // before the program, which asks who listens
+    AccessibleEvents events; // created before the program, which checks whether a screen reader runs
     Scenario s;
 
-    explicit HeardScenario(const TolvarSetup &setup = TolvarSetup())
+    explicit HeardScenario(const DeviceConfig &setup = DeviceConfig())
         : s(setup)
     {
     }
 
-    /// Whether the screen reader got \a expected, in this order. From Qt 6.8 on the program announces exactly
-    /// that. Before, Qt sends an alert nowhere on this bus, and what a screen reader gets is that labels have
-    /// new texts.
+    /// Returns whether the screen reader got \a expected, in this order. From Qt 6.8 on, the program
+    /// announces exactly that. Before 6.8, Qt does not send alerts on this bus, and a screen reader is
+    /// notified that labels have new texts.
     bool hears(const QStringList &expected) const
     {
 #if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
@@ -56,7 +56,7 @@ struct HeardScenario {
 };
 } // namespace
 
-/// What a screen reader gets from the real program on the accessibility bus.
+/// Tests what a screen reader gets from the real program on the accessibility bus.
 class TestAnnouncements : public QObject
 {
     Q_OBJECT
@@ -100,7 +100,7 @@ void TestAnnouncements::aFailureIsHeard()
     QFETCH(QString, network);
     QFETCH(bool, isSystemError);
     QFETCH(QString, verdict);
-    TolvarSetup setup;
+    DeviceConfig setup;
     setup.faults.systemErrorOnTest = isSystemError;
     HeardScenario run(setup);
     ZV_STEP(run.s, run.findsTheNetworks());
@@ -167,7 +167,7 @@ void TestAnnouncements::aDeviceThatIsGoneIsNotAnnounced()
     ZV_STEP(run.s, run.s.screen.waitFor(label("TOLVAR-4711")));
     ZV_STEP(run.s, run.s.user.goesBack());
     ZV_STEP(run.s, run.s.user.seesTheDevice());
-    // The device that was found on another page is not announced: nothing said so there.
+    // A device that is found while another page is shown is not announced: no text on that page reported it.
     QVERIFY(run.hears({found, found}));
 }
 

@@ -13,7 +13,7 @@
 
 using namespace onscreen;
 
-/// The demonstration that scripts/demo opens on the user's display.
+/// Tests the demonstration that scripts/demo opens on the user's display.
 class TestDemo : public QObject
 {
     Q_OBJECT
@@ -26,9 +26,9 @@ private:
     qint64 wizard() const;
     bool shows(const WidgetQuery &query);
 
-    QProcess _demo; ///< becomes tolvarsim, and the wizard is that one's child
+    QProcess _demo; ///< becomes tolvarsim, and the wizard is its child process
     AccessibleTree _tree;
-    QString _screen; ///< what the wizard showed last
+    QString _screen; ///< the last content of the wizard
 };
 
 void TestDemo::cleanup()

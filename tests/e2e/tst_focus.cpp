@@ -10,8 +10,8 @@ namespace
 constexpr QLatin1String wizardTitle("ZV Tolvar Setup v2.3");
 constexpr QLatin1String consoleTitle("Console Log");
 
-/// Presses Enter and the space bar, as an impatient user does, and looks whether they have done nothing but
-/// that.
+/// Presses Enter and the space bar, as an impatient user does. Returns whether the keys opened no console and
+/// did not end the program.
 bool pressesInVain(Scenario &s)
 {
     return s.screen.pressKey("Return") && s.screen.pressKey("space") &&
@@ -34,7 +34,7 @@ bool tabsTo(Scenario &s, const WidgetQuery &widget)
     return s.screen.waitFor(widget.focused());
 }
 
-/// Up to the end of the first scan, by Enter alone.
+/// Goes to the end of the first scan, with Enter alone.
 bool entersTheNetworks(Scenario &s)
 {
     return pressesFocused(s, "Continue", "Return") && s.screen.waitFor(label("Found Device")) &&
@@ -42,7 +42,7 @@ bool entersTheNetworks(Scenario &s)
            s.user.seesTheNetworks();
 }
 
-/// From there to the test page, with this passphrase for the network that the device has.
+/// Continues from there to the test page, with this passphrase for the device's current network.
 bool entersTheTest(Scenario &s, const QString &passphrase)
 {
     return tabsTo(s, field().beside("Passphrase")) && s.screen.typeText(passphrase) && pressesInVain(s) &&
@@ -51,7 +51,8 @@ bool entersTheTest(Scenario &s, const QString &passphrase)
 }
 } // namespace
 
-/// The keyboard focus in the real program: it follows what there is to do, and Enter never opens the console.
+/// Tests the keyboard focus in the real program: it moves to the next useful widget, and Enter never opens
+/// the console.
 class TestFocus : public QObject
 {
     Q_OBJECT
@@ -78,7 +79,8 @@ void TestFocus::theTypicalRunByEnterSpaceAndTab()
     ZV_STEP(s, s.screen.waitFor(list().focused()));
     ZV_STEP(s, s.screen.pressKey("Return"));
     QVERIFY(!s.screen.find(window(consoleTitle)));
-    // Back from a button, a field has Qt look for a button that Enter presses from there.
+    // When the focus moves from a button back to a field, Qt looks for the button that Enter presses from the
+    // field.
     ZV_STEP(s, tabsTo(s, button("Console")));
     ZV_STEP(s, s.screen.pressKey("shift+Tab"));
     ZV_STEP(s, s.screen.waitFor(field().beside("Passphrase").focused()));
@@ -94,7 +96,7 @@ void TestFocus::theTypicalRunByEnterSpaceAndTab()
 
 void TestFocus::nothingIsPressedWhileATestRuns()
 {
-    TolvarSetup slow;
+    DeviceConfig slow;
     slow.delays.test = 60000; // longer than the test takes
     Scenario s(slow);
     QVERIFY(s.tolvar.plug());
@@ -119,7 +121,7 @@ void TestFocus::aPressDuringASaveSavesAgain()
     ZV_STEP(s, entersTheTest(s, "correct horse battery"));
     ZV_STEP(s, s.screen.waitFor(button("Save network configuration").enabled().focused()));
     const XDisplay display;
-    XInput hands(display, [] {}); // they do not wait for the program
+    XInput hands(display, [] {}); // key presses do not wait for the program
     QVERIFY(hands.pressKey("space"));
     QVERIFY(s.deviceGets("ant_select")); // the first line of a save
     QVERIFY(hands.pressKey("space"));
@@ -146,7 +148,7 @@ void TestFocus::lookingForNetworksAgainLeavesTheNetworkFieldAlone()
     QVERIFY(s.tolvar.plug());
     ZV_STEP(s, s.start());
     ZV_STEP(s, entersTheNetworks(s));
-    s.tolvar.alter([](TolvarSetup &setup) { setup.delays.scan = 60000; });
+    s.tolvar.reconfigure([](DeviceConfig &setup) { setup.delays.scan = 60000; });
     ZV_STEP(s, tabsTo(s, button("Look for Networks...")));
     ZV_STEP(s, s.screen.pressKey("space"));
     ZV_STEP(s, s.screen.waitFor(button("Look for Networks...").disabled()));

@@ -8,12 +8,12 @@ using namespace onscreen;
 
 namespace
 {
-/// What can have the keyboard.
+/// The kinds of widgets that can have the focus.
 constexpr WidgetKind places[] = {WidgetKind::Button, WidgetKind::CheckBox, WidgetKind::TextField,
                                  WidgetKind::TextView, WidgetKind::List};
-constexpr int wayAround = 12; // more than any page has of them
+constexpr int wayAround = 12; // more than any page has
 
-/// Who uses the wizard without a mouse.
+/// A user without a mouse.
 class KeyboardUser
 {
 public:
@@ -22,7 +22,7 @@ public:
     {
     }
 
-    /// What has the keyboard now.
+    /// Returns the widget that has the focus.
     std::optional<Widget> focus() const
     {
         for (const WidgetKind kind : places) {
@@ -32,7 +32,7 @@ public:
         return {};
     }
 
-    /// Presses Tab until \a widget has the keyboard.
+    /// Presses Tab until \a widget has the focus.
     bool goesTo(const WidgetQuery &widget)
     {
         if (!_screen.waitFor(widget.enabled()))
@@ -46,21 +46,21 @@ public:
 
     bool presses(const QString &name) { return goesTo(button(name)) && _screen.pressKey("space"); }
 
-    /// Types in place of what stands in the field that a screen reader calls \a name.
+    /// Replaces the content of the field that a screen reader calls \a name.
     bool types(const QString &name, const QString &text)
     {
         return goesTo(WidgetQuery(WidgetKind::TextField, name)) && _screen.pressKey("ctrl+a") &&
                _screen.typeText(text) && _screen.pressKey("Tab");
     }
 
-    /// From where the keyboard is now once around: what a screen reader says at each press of Tab.
+    /// Goes once around from the current focus; returns what a screen reader says at each press of Tab.
     QList<Widget> goesAround()
     {
         QList<Widget> seen;
         for (int presses = 0; presses < wayAround; ++presses) {
             const std::optional<Widget> widget = focus();
             if (!widget && seen.isEmpty() && _screen.pressKey("Tab"))
-                continue; // where it was is gone
+                continue; // the starting widget is gone
             if (!widget || (!seen.isEmpty() && widget->rect == seen.constFirst().rect))
                 break;
             seen.append(*widget);
@@ -82,14 +82,14 @@ QStringList namesOf(const QList<Widget> &widgets)
     return names;
 }
 
-/// Whether an eye that reads line by line comes to \a second after \a first.
+/// Returns whether a user who reads line by line reads \a second after \a first.
 bool readsOn(const QRect &first, const QRect &second)
 {
     const bool besideIt = second.top() <= first.bottom() && second.bottom() >= first.top();
     return besideIt ? second.left() > first.right() : second.top() > first.bottom();
 }
 
-/// The kinds of what a screen reader has no word for on the page that is shown now.
+/// Returns the kinds of the widgets on the current page for which a screen reader has no name.
 QStringList namelessOn(ProgramDriver &screen)
 {
     QStringList found;
@@ -103,14 +103,15 @@ QStringList namelessOn(ProgramDriver &screen)
     return found;
 }
 
-/// Where the keyboard goes on the page that is shown now, and whether that follows the eye; empty if it does.
+/// Returns the tab order of the current page where it differs from \a expected or from the reading order;
+/// empty if it does not.
 QString strayFrom(KeyboardUser &user, const QStringList &expected)
 {
     QList<Widget> visited = user.goesAround();
     const auto first = std::find_if(visited.begin(), visited.end(), [&](const Widget &widget) {
         return widget.name == expected.constFirst();
     });
-    std::rotate(visited.begin(), first, visited.end()); // the keyboard may have been anywhere
+    std::rotate(visited.begin(), first, visited.end()); // the focus may have been anywhere
     if (namesOf(visited) != expected)
         return "the keyboard goes to: " + namesOf(visited).join(", ");
     for (int i = 1; i < visited.size(); ++i) {
@@ -121,7 +122,7 @@ QString strayFrom(KeyboardUser &user, const QStringList &expected)
 }
 } // namespace
 
-/// The real program, by the keyboard alone and as a screen reader tells it.
+/// Tests the real program with the keyboard alone and as a screen reader presents it.
 class TestKeyboard : public QObject
 {
     Q_OBJECT
@@ -216,8 +217,8 @@ void TestKeyboard::everythingHasAName()
 
 void TestKeyboard::whatWorksHasANameToo()
 {
-    TolvarSetup slow;
-    slow.delays.scan = 60000; // longer than anybody looks
+    DeviceConfig slow;
+    slow.delays.scan = 60000; // longer than the test takes
     Scenario s(slow);
     QVERIFY(s.tolvar.plug());
     ZV_STEP(s, s.start());
@@ -250,7 +251,7 @@ void TestKeyboard::anAmpersandInANetworksNameIsNoMnemonic_data()
 void TestKeyboard::anAmpersandInANetworksNameIsNoMnemonic()
 {
     QFETCH(QString, network);
-    TolvarSetup slow;
+    DeviceConfig slow;
     slow.configuration.network = network.toLatin1();
     slow.delays.test = 60000; // longer than the test takes
     Scenario s(slow);

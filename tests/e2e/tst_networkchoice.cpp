@@ -6,7 +6,7 @@ using namespace onscreen;
 
 namespace
 {
-/// Starts the program with the device plugged in and waits for the first scan's networks.
+/// Starts the program with the device plugged in and waits for the networks of the first scan.
 bool seesTheNetworks(Scenario &s)
 {
     return s.tolvar.plug() && s.start() && s.user.seesTheDevice() && s.user.goesToTheNetworks() &&
@@ -31,7 +31,7 @@ bool hasChosen(Scenario &s, const QString &network)
 }
 } // namespace
 
-/// The real program's list of networks: the highlighted network is the one that the device tries.
+/// Tests the real program's list of networks: the highlighted network is the one that the device tests.
 class TestNetworkChoice : public QObject
 {
     Q_OBJECT
@@ -78,7 +78,7 @@ void TestNetworkChoice::arrowKeysChooseANetwork()
 
 void TestNetworkChoice::spaceChoosesTheRowThatTabEnters()
 {
-    TolvarSetup setup; // without names that begin with a space: the list would go on to one of them
+    DeviceConfig setup; // no names that begin with a space: the list would continue to one of them
     setup.air.removeIf([](const TolvarNetwork &network) { return network.ssid.startsWith(' '); });
     Scenario s(setup);
     ZV_STEP(s, seesTheNetworks(s));
@@ -133,7 +133,7 @@ void TestNetworkChoice::aNonAsciiNameIsChosenByKeyboard()
 
 void TestNetworkChoice::arrowKeysChooseNothingDuringAScan()
 {
-    TolvarSetup slow;
+    DeviceConfig slow;
     slow.delays.scan = 60000; // longer than the test takes
     Scenario s(slow);
     QVERIFY(s.tolvar.plug());

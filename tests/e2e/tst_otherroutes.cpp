@@ -17,13 +17,13 @@ bool findsTheDevice(Scenario &s)
     return s.tolvar.plug() && s.start() && s.user.seesTheDevice();
 }
 
-/// And on to the page with the networks, scanned.
+/// Continues to the choose-network page and waits for the scan.
 bool scans(Scenario &s)
 {
     return findsTheDevice(s) && s.user.goesToTheNetworks() && s.user.seesTheNetworks();
 }
 
-/// And has the device try one of them, which it can't join.
+/// Continues, and makes the device test a network with a wrong passphrase.
 bool triesAWrongPassphrase(Scenario &s)
 {
     return scans(s) && s.user.picks("Workshop") && s.user.typesPassphrase("wrong  one") && s.user.goesOn() &&
@@ -31,7 +31,7 @@ bool triesAWrongPassphrase(Scenario &s)
 }
 } // namespace
 
-/// The other ways through the real program: warnings, failures, the log, the dialogs.
+/// Tests the other routes through the real program: warnings, failures, the log, the dialogs.
 class TestOtherRoutes : public QObject
 {
     Q_OBJECT
@@ -106,7 +106,7 @@ void TestOtherRoutes::anUnknownSsidCanBeSavedAnyway()
 
 void TestOtherRoutes::aSystemErrorLeavesCancelAlone()
 {
-    TolvarSetup setup;
+    DeviceConfig setup;
     setup.faults.systemErrorOnTest = true;
     Scenario s(setup);
     ZV_STEP(s, scans(s));
@@ -119,7 +119,7 @@ void TestOtherRoutes::aSystemErrorLeavesCancelAlone()
     ZV_STEP(s, s.screen.waitFor(button("Done").disabled()));
     ZV_STEP(s, s.screen.click(button("Cancel")));
     ZV_STEP(s, s.screen.waitForEnd());
-    QCOMPARE(s.received().constLast(), QByteArray("exit")); // leaving by Cancel, the device is told as well
+    QCOMPARE(s.received().constLast(), QByteArray("exit")); // Cancel also ends the device's session
     QCOMPARE(s.deviceState().saved.passphrase, QByteArray("correct horse battery"));
 }
 
@@ -133,7 +133,7 @@ void TestOtherRoutes::theLogIsSavedToTheByte_data()
 void TestOtherRoutes::theLogIsSavedToTheByte()
 {
     QFETCH(bool, pluggedInLater);
-    TolvarSetup setup;
+    DeviceConfig setup;
     setup.logText =
         "first line\n\n  \"quoted\" & <marked up> > done\n\ttab\n" + QByteArray(5000, 'x') + "\nlast";
     Scenario s(setup);
@@ -154,7 +154,7 @@ void TestOtherRoutes::theLogIsSavedToTheByte()
     QCOMPARE(contents(path), setup.logText);
     QVERIFY(s.sessionLog().contains("D:Opening file: \"" + path.toUtf8() + "\" \n"));
 
-    // The run goes on as if nothing had been.
+    // The run continues normally.
     ZV_STEP(s, s.user.goesOn());
     ZV_STEP(s, s.user.seesTheNetworks());
     QCOMPARE(s.receivedSinceStatus(),
@@ -163,7 +163,7 @@ void TestOtherRoutes::theLogIsSavedToTheByte()
 
 void TestOtherRoutes::theLogIsRefusedOnA059()
 {
-    TolvarSetup setup;
+    DeviceConfig setup;
     setup.firmwareVersion = "A059";
     Scenario s(setup);
     ZV_STEP(s, findsTheDevice(s));
@@ -208,7 +208,7 @@ void TestOtherRoutes::theConsoleShowsWhatTheDeviceSays()
     QVERIFY2(shown.contains(">"), qPrintable(shown));
     QVERIFY2(!shown.contains("_commState") && !shown.contains("->IN_PROMPT"), "debug messages are not shown");
 
-    // The wizard stays usable beside it, and the console goes on.
+    // The wizard remains usable beside the console, and the console continues.
     ZV_STEP(s, s.screen.activateWindow(wizardTitle));
     ZV_STEP(s, s.user.goesToTheNetworks());
     ZV_STEP(s, s.user.seesTheNetworks());
@@ -245,7 +245,7 @@ void TestOtherRoutes::anSsidGoesBackByteForByteAsItCame_data()
 void TestOtherRoutes::anSsidGoesBackByteForByteAsItCame()
 {
     QFETCH(QByteArray, ssid);
-    TolvarSetup setup;
+    DeviceConfig setup;
     TolvarNetwork odd;
     odd.ssid = ssid;
     odd.passphrase = "Milchkaffee";
@@ -274,7 +274,7 @@ void TestOtherRoutes::refreshingScansAgain()
 {
     Scenario s;
     ZV_STEP(s, scans(s));
-    s.tolvar.alter([](TolvarSetup &setup) {
+    s.tolvar.reconfigure([](DeviceConfig &setup) {
         TolvarNetwork fresh;
         fresh.ssid = "Just switched on";
         setup.air = {fresh};
@@ -290,7 +290,7 @@ void TestOtherRoutes::refreshingScansAgain()
 
 void TestOtherRoutes::refreshingAfterATestSavesWhatWasTried()
 {
-    // The device saves whatever it was given last, and each look for networks has it save.
+    // The device saves the last values that it was given, and each scan makes it save.
     Scenario s;
     ZV_STEP(s, triesAWrongPassphrase(s));
     QCOMPARE(s.deviceState().saved.passphrase, QByteArray("correct horse battery"));
@@ -330,7 +330,7 @@ void TestOtherRoutes::unpluggedOnAnyPageNothingBreaks()
     ZV_STEP(s, s.screen.waitUntil([&s] { return s.sessionLog().contains("D:****Device REMOVED: \n"); },
                                   "the removal in the session log"));
     QVERIFY(s.tolvar.plug());
-    // It is found anew behind whatever page is shown, and says what it is.
+    // The device is found again, whatever page is shown, and reports its status.
     ZV_STEP(
         s, s.screen.waitUntil([&s] { return s.received().count("get") >= 3; }, "its status asked for again"));
     for (int page = pagesOn; page > 0; --page)
@@ -344,7 +344,7 @@ void TestOtherRoutes::unpluggedOnAnyPageNothingBreaks()
 
 void TestOtherRoutes::garbageOnTheLineIsNoHindrance()
 {
-    TolvarSetup setup;
+    DeviceConfig setup;
     setup.faults.garbageBeforeReplies = QByteArray("\xFF\x00 ~~ <puckdata> \x03 \x04 & > >", 27);
     Scenario s(setup);
     ZV_STEP(s, scans(s));

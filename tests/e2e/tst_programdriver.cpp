@@ -1,4 +1,4 @@
-// Before Qt's headers: its own headers use names that Qt makes keywords.
+// Included before Qt's headers: its own headers use names that Qt defines as keywords.
 #include <umockdev.h>
 
 #include "tests/support/programdriver.h"
@@ -10,8 +10,8 @@
 using namespace onscreen;
 using namespace std::chrono_literals;
 
-/// Tries each thing the program driver can do on a small wizard. Under umockdev-wrapper the same is tried
-/// with a test bed in place of the machine's devices.
+/// Tests everything that the program driver can do, on a small wizard. Under umockdev-wrapper the same tests
+/// run with a test bed in place of the computer's devices.
 class TestProgramDriver : public QObject
 {
     Q_OBJECT
@@ -69,7 +69,8 @@ private:
 
 void TestProgramDriver::initTestCase()
 {
-    // umockdev_in_mock_environment() would be the question, but says no under the wrapper too (0.17.16).
+    // umockdev_in_mock_environment() would be the right check, but it returns false under the wrapper too
+    // (0.17.16).
     if (qgetenv("LD_PRELOAD").contains("umockdev"))
         _testbed = umockdev_testbed_new();
 }
@@ -86,7 +87,7 @@ void TestProgramDriver::init()
     _app->setWorkingFolder(_folder->path());
     DRIVE(start(SAMPLEAPP));
     DRIVE(waitFor(window("Sample Wizard")));
-    DRIVE(waitFor(button("Continue"))); // in the active window: some tests have little patience
+    DRIVE(waitFor(button("Continue"))); // in the active window: some tests have short timeouts
 }
 
 void TestProgramDriver::cleanup()
@@ -95,9 +96,9 @@ void TestProgramDriver::cleanup()
         return;
     if (QTest::currentTestFailed())
         qWarning().noquote() << "The screen at the end:\n" << _app->describeScreen();
-    _app->terminate(); // from here on, all that it said is known
+    _app->terminate(); // its output is complete from here on
     if (!QTest::currentTestFailed())
-        QCOMPARE(_app->errorOutput().count('\n'), 4); // its own words at the start: being driven adds none
+        QCOMPARE(_app->errorOutput().count('\n'), 4); // its own lines at the start: the driver adds none
     _app.reset();
 }
 
@@ -262,7 +263,7 @@ void TestProgramDriver::buttonsOfTheWizardTurnThePages()
 
 void TestProgramDriver::extentsAreWhereThePixelsAre()
 {
-    // The patch's colour is nowhere else on the screen: its place in a picture must be the one that is told.
+    // No other part of the screen has the patch's colour: its position in an image must be the reported one.
     const auto patch = _app->find(label("patch"));
     QVERIFY(patch);
     const QString path = _folder->filePath("screen.png");
@@ -468,7 +469,7 @@ void TestProgramDriver::theSaveDialogIsAnsweredThoughSimilarFilesDropDown()
     DRIVE(waitFor(label("saved " + _folder->filePath("tolvar-"))));
     DRIVE(click(button("Save Log")));
     DRIVE(saveAs(_folder->filePath("tolvar-3.txt")));
-    DRIVE(click(button("Yes"))); // it exists: overwrite it?
+    DRIVE(click(button("Yes"))); // the question whether to overwrite the existing file
     DRIVE(waitFor(label("saved " + _folder->filePath("tolvar-3.txt"))));
 }
 

@@ -19,7 +19,7 @@ QByteArray passphrase()
     return "as long as it may be";
 }
 
-/// One message of the session log: its prefix and its text, which may span lines.
+/// One message of the session log: its prefix and its text, which may span several lines.
 struct Message {
     char level;
     QString text;
@@ -38,7 +38,7 @@ QList<Message> messagesOf(const QByteArray &log)
         else if (!messages.isEmpty())
             messages.last().text += '\n' + line;
     }
-    // The driver reads the screen through the accessibility bus, and Qt warns when a widget has gone
+    // The driver reads the screen through the accessibility bus, and Qt warns when a widget has been deleted
     // meanwhile.
     messages.removeIf([](const Message &message) {
         static const QRegularExpression warning(
@@ -54,7 +54,8 @@ QString sent(const QString &command)
 }
 } // namespace
 
-/// The typical run of the real program, on a real tty and udev, from plug in to configuration saved.
+/// Tests the typical run of the real program, on a real tty and udev, from plugging in to the saved
+/// configuration.
 class TestTypicalRun : public QObject
 {
     Q_OBJECT
@@ -72,7 +73,7 @@ private Q_SLOTS:
 
 namespace
 {
-/// From the choose-network page on.
+/// Continues from the choose-network page.
 bool choosesAndSaves(Scenario &s)
 {
     return s.user.seesTheNetworks() && s.user.picks(ssid()) && s.user.typesPassphrase(passphrase()) &&
@@ -80,14 +81,14 @@ bool choosesAndSaves(Scenario &s)
            s.user.finishes();
 }
 
-/// The whole run, once the device is there or on its way.
+/// Goes through the whole run, with a device that is plugged in or about to be.
 bool walksThrough(Scenario &s)
 {
     return s.user.seesTheDevice() && s.user.goesToTheNetworks() && choosesAndSaves(s);
 }
 } // namespace
 
-// What the run is to end with.
+// Verifies the result of the run.
 #define VERIFY_SAVED(scenario)                                                                               \
     do {                                                                                                     \
         QCOMPARE((scenario).screen.exitCode(), 0);                                                           \
@@ -111,7 +112,7 @@ void TestTypicalRun::presentAtTheStart_data()
 void TestTypicalRun::presentAtTheStart()
 {
     QFETCH(bool, prolific);
-    Scenario s(TolvarSetup(), prolific ? UsbBridge::prolific() : UsbBridge::ftdi());
+    Scenario s(DeviceConfig(), prolific ? UsbBridge::prolific() : UsbBridge::ftdi());
     QVERIFY(s.tolvar.plug());
     ZV_STEP(s, s.start());
     ZV_STEP(s, s.screen.waitFor(label("Getting status")));
@@ -135,7 +136,7 @@ void TestTypicalRun::pluggedInTwoSecondsAfterTheStart()
     ZV_STEP(s, s.screen.waitFor(label("Getting status")));
     ZV_STEP(s, walksThrough(s));
     VERIFY_SAVED(s);
-    QCOMPARE(s.received().count("get"), 2); // both controllers ask
+    QCOMPARE(s.received().count("get"), 2); // both controllers send it
 }
 
 void TestTypicalRun::pluggedOutAndInOnTheConnectPage()
@@ -153,8 +154,8 @@ void TestTypicalRun::pluggedOutAndInOnTheConnectPage()
 
 void TestTypicalRun::pluggedOutAndInDuringAScan()
 {
-    TolvarSetup slow;
-    slow.delays.scan = 60000; // it ends with the unplug, not by itself
+    DeviceConfig slow;
+    slow.delays.scan = 60000; // the unplugging ends it, it does not end by itself
     Scenario s(slow);
     QVERIFY(s.tolvar.plug());
     ZV_STEP(s, s.start());
@@ -163,9 +164,9 @@ void TestTypicalRun::pluggedOutAndInDuringAScan()
     QVERIFY(s.deviceGets("scan"));
     s.tolvar.unplug();
     ZV_STEP(s, s.screen.waitUntilGone(row("Please Wait....")));
-    s.tolvar.alter([](TolvarSetup &setup) { setup.delays.scan = 0; });
+    s.tolvar.reconfigure([](DeviceConfig &setup) { setup.delays.scan = 0; });
     QVERIFY(s.tolvar.plug());
-    // The status brings the name back, and with it the way on; the scan begins anew with the page.
+    // The status restores the name, which enables Continue; the scan starts again with the page.
     ZV_STEP(s, s.screen.waitFor(field().beside("Network").withText("Workshop")));
     ZV_STEP(s, s.user.goesBack());
     ZV_STEP(s, s.user.goesOn());
@@ -207,8 +208,9 @@ void TestTypicalRun::commandsArePacedAtTenMillisecondsAByte()
     ZV_STEP(s, s.user.finishes());
     const TolvarState state = s.deviceState();
 
-    // The three commands of the test follow each other from the click on. A byte is seen at its time or
-    // later, so counted from the click none of them may be through before its bytes' time.
+    // The three commands of the test follow each other, starting with the click. A byte arrives at its due
+    // time or later, so none of the commands may be complete before the due time of its bytes, counted from
+    // the click.
     const qsizetype firstLine = state.lineTexts().indexOf("setssid " + ssid());
     const qsizetype firstByte = state.lines.at(firstLine).firstByte;
     for (qsizetype line = firstLine; line < firstLine + 3; ++line) {
@@ -231,7 +233,8 @@ void TestTypicalRun::theSessionLogLineByLine()
     const QByteArray log = s.sessionLog();
     QList<Message> messages = messagesOf(log);
 
-    // The device's raw output: all that it sent, cut into reads as they came, each followed by one blank.
+    // The raw output of the device: everything that it sent, split into the reads in which it arrived, each
+    // followed by one space.
     QString raw;
     for (const Message &message : messages) {
         if (message.level != 'W')
@@ -244,7 +247,7 @@ void TestTypicalRun::theSessionLogLineByLine()
     QVERIFY(raw.contains("\x02<scan_results>"));
     QVERIFY(raw.contains("</networktest_results>\x03\r\n>"));
 
-    // What is asked at every turn, and logged each time: the wizard decides how often.
+    // The answers of functions that Qt calls often; each call is logged. QWizard decides how often.
     static const QRegularExpression asked(R"(^(Sysid: "(TOLVAR-4711)?" |nextId ".*" |"[^"]*" )$)");
     QStringList told;
     QStringList queries;

@@ -9,10 +9,10 @@ namespace
 {
 constexpr QLatin1String save("Save network configuration");
 
-/// The device joins without a passphrase, so that a run needs nothing but Enter.
-TolvarSetup openNetwork()
+/// The device joins without a passphrase, so that a run needs only the Enter key.
+DeviceConfig openNetwork()
 {
-    TolvarSetup setup;
+    DeviceConfig setup;
     setup.configuration.network = "Library";
     return setup;
 }
@@ -37,7 +37,7 @@ bool isReported(Scenario &s)
 
 bool sendsItsLog(Scenario &s)
 {
-    s.tolvar.alter([](TolvarSetup &setup) { setup.faults.deafTo = {"get_log_file"}; });
+    s.tolvar.reconfigure([](DeviceConfig &setup) { setup.faults.deafTo = {"get_log_file"}; });
     const QString path = s.inHome("log.txt");
     return isReported(s) && s.screen.click(button("Get Tolvar Log File")) && s.screen.saveAs(path) &&
            s.screen.waitFor(label("Writing log file to: " + path)) && s.deviceGets("get_log_file");
@@ -51,11 +51,12 @@ bool scans(Scenario &s)
 
 bool scansForLong(Scenario &s)
 {
-    s.tolvar.alter([](TolvarSetup &setup) { setup.delays.scan = 60000; }); // longer than the test takes
+    s.tolvar.reconfigure(
+        [](DeviceConfig &setup) { setup.delays.scan = 60000; }); // longer than the test takes
     return scans(s);
 }
 
-/// The user is about to go on with the network that the device has.
+/// The user is about to continue with the device's current network.
 bool hasScanned(Scenario &s)
 {
     if (!scans(s) || !s.user.seesTheNetworks())
@@ -81,7 +82,8 @@ bool tests(Scenario &s)
 
 bool testsForLong(Scenario &s)
 {
-    s.tolvar.alter([](TolvarSetup &setup) { setup.delays.test = 60000; }); // longer than the test takes
+    s.tolvar.reconfigure(
+        [](DeviceConfig &setup) { setup.delays.test = 60000; }); // longer than the test takes
     return tests(s);
 }
 
@@ -92,21 +94,22 @@ bool hasJoined(Scenario &s)
 
 bool hasNotJoined(Scenario &s)
 {
-    s.tolvar.alter([](TolvarSetup &setup) { setup.air = {}; });
+    s.tolvar.reconfigure([](DeviceConfig &setup) { setup.air = {}; });
     return tests(s) && s.user.sees("The network was not found\n") &&
            s.screen.waitFor(button("Go Back").focused());
 }
 
 bool hasFailed(Scenario &s)
 {
-    s.tolvar.alter([](TolvarSetup &setup) { setup.faults.systemErrorOnTest = true; });
+    s.tolvar.reconfigure([](DeviceConfig &setup) { setup.faults.systemErrorOnTest = true; });
     return tests(s) &&
            s.screen.waitFor(WidgetQuery(WidgetKind::Label).startingWith("There was an unexpected"));
 }
 
 bool isSaving(Scenario &s)
 {
-    // Its first line. The window does not answer meanwhile, so nobody waits for it after the key.
+    // Waits for the first line of a save. The window does not respond meanwhile, so the test does not wait
+    // for it after the key.
     const XDisplay display;
     XInput hands(display, [] {});
     return hasJoined(s) && hands.pressKey("Return") && s.deviceGets("ant_select");
@@ -117,7 +120,7 @@ bool hasSaved(Scenario &s)
     return hasJoined(s) && presses(s, save) && s.screen.waitFor(button("Done").focused());
 }
 
-/// What has the focus: its name, or "nothing" if that is none of what a user can do something with.
+/// Returns the name of the widget that has the focus, or "nothing" if it is not an interactive widget.
 QString focus(Scenario &s)
 {
     for (const WidgetKind kind : {WidgetKind::Button, WidgetKind::CheckBox, WidgetKind::TextField,
@@ -132,7 +135,7 @@ QString focus(Scenario &s)
 using Step = bool (*)(Scenario &);
 Q_DECLARE_METATYPE(Step)
 
-/// The device is pulled out in each state of the real program.
+/// Tests unplugging the device in each state of the real program.
 class TestUnplugged : public QObject
 {
     Q_OBJECT
@@ -145,8 +148,8 @@ private Q_SLOTS:
 void TestUnplugged::theFocusIsSaneAndNothingIsAnnounced_data()
 {
     QTest::addColumn<Step>("isReached");
-    QTest::addColumn<int>("announcements"); // until then
-    QTest::addColumn<QString>("focused");   // afterwards
+    QTest::addColumn<int>("announcements"); // until the unplugging
+    QTest::addColumn<QString>("focused");   // after the unplugging
     QTest::newRow("when it is found") << Step(isFound) << 1 << "nothing";
     QTest::newRow("when it has reported") << Step(isReported) << 1 << "Continue";
     QTest::newRow("while it sends its log") << Step(sendsItsLog) << 1 << "nothing";
@@ -166,7 +169,7 @@ void TestUnplugged::theFocusIsSaneAndNothingIsAnnounced()
     QFETCH(Step, isReached);
     QFETCH(int, announcements);
     QFETCH(QString, focused);
-    const AccessibleEvents events; // before the program, which asks who listens
+    const AccessibleEvents events; // created before the program, which checks whether a screen reader runs
     QVERIFY(events.isListening());
 #if QT_VERSION < QT_VERSION_CHECK(6, 8, 0)
     announcements = 0; // Qt sends none on this bus
@@ -183,7 +186,7 @@ void TestUnplugged::theFocusIsSaneAndNothingIsAnnounced()
         ZV_STEP(s, s.screen.pressKey("space"));
         QVERIFY(!s.screen.find(window("Console Log")));
     }
-    // Tab finds a way on from anywhere.
+    // Tab reaches a usable widget from anywhere.
     ZV_STEP(s, s.screen.pressKey("Tab"));
     QVERIFY(focus(s) != focused);
     QVERIFY(focus(s) != "nothing");

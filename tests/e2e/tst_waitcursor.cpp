@@ -7,16 +7,16 @@ using namespace onscreen;
 
 namespace
 {
-/// A device whose network is open: the user presses buttons only, and the pointer is over nothing that gives
-/// it another shape.
-TolvarSetup openNetwork()
+/// A device with an open network: the user only presses buttons, and the pointer is never over a widget that
+/// changes its shape.
+DeviceConfig openNetwork()
 {
-    TolvarSetup setup;
+    DeviceConfig setup;
     setup.configuration.network = "Library";
     return setup;
 }
 
-/// The pointer's image from here on.
+/// Watches the pointer's image from its construction on.
 class PointerWatch
 {
 public:
@@ -26,7 +26,7 @@ public:
         _display.watchPointer();
     }
 
-    /// Whether the pointer was another one since the last call, however shortly.
+    /// Returns whether the pointer has had another image since the last call, however briefly.
     bool hasChanged() { return _display.hasPointerChanged(); }
     bool looksAsBefore() const { return _display.pointerImage() == _before; }
 
@@ -36,7 +36,7 @@ private:
 };
 } // namespace
 
-/// The pointer over the real program's window, while commands are sent and the window cannot answer.
+/// Tests the pointer over the real program's window while it sends commands and the window cannot respond.
 class TestWaitCursor : public QObject
 {
     Q_OBJECT
@@ -54,7 +54,7 @@ void TestWaitCursor::thePointerWaitsWhileCommandsAreSent()
     ZV_STEP(s, s.user.seesTheDevice());
     ZV_STEP(s, s.user.goesOn());
     ZV_STEP(s, s.screen.waitFor(label("Found Device")));
-    // Each button, and what the page shows once all is sent.
+    // Each button, and what the page shows once everything is sent.
     const std::pair<QString, WidgetQuery> steps[] = {
         {"Continue", button("Look for Networks...").enabled()},
         {"Look for Networks...", button("Look for Networks...").enabled()},
@@ -72,7 +72,7 @@ void TestWaitCursor::thePointerWaitsWhileCommandsAreSent()
 
 void TestWaitCursor::thePointerDoesNotWaitForTheDevice()
 {
-    TolvarSetup slow = openNetwork();
+    DeviceConfig slow = openNetwork();
     slow.delays.scan = 60000; // longer than the test takes
     Scenario s(slow);
     QVERIFY(s.tolvar.plug());

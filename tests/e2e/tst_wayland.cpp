@@ -5,7 +5,8 @@
 
 using namespace onscreen;
 
-/// The real program on a Wayland compositor, by the actions that it offers to assistive technologies.
+/// Tests the real program on a Wayland compositor, through the actions that it offers to assistive
+/// technologies.
 class TestWayland : public QObject
 {
     Q_OBJECT
@@ -16,7 +17,7 @@ private Q_SLOTS:
 
 namespace
 {
-/// The names of the program's environment variables.
+/// Returns the names of the program's environment variables.
 QList<QByteArray> variablesOf(qint64 pid)
 {
     QFile environment(QStringLiteral("/proc/%1/environ").arg(pid));

@@ -1,7 +1,7 @@
-// soak ROUNDS: has one process go through the typical run, an unplugging and a replugging ROUNDS times, and
-// prints what that does to its memory and descriptors. To be run under umockdev-wrapper.
+// soak ROUNDS: one process goes through the typical run, an unplugging and a replugging ROUNDS times. Prints
+// the effect on the memory and the descriptors of that process. Run it under umockdev-wrapper.
 //
-// The process that is looked at is a second one, which has the wizard and somebody at it; this one has the
+// The measured process is a child process, which has the wizard and a simulated user; this process has the
 // device.
 
 #include <malloc.h>
@@ -18,9 +18,9 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
-#include "app/sessionlog.h"
 #include "app/zvtolvarsetupwizard.h"
-#include "tests/faults/faultbench.h"
+#include "messages/sessionlog.h"
+#include "tests/faults/faultfixture.h"
 #include "tests/support/descriptors.h"
 
 namespace
@@ -30,8 +30,8 @@ constexpr const char *mark = "soak: "; // before each report
 constexpr const char *ssid = "Library";
 constexpr const char *passphrase = "two words";
 
-/// The program, but that each round begins with a wizard of its own. Between two it reports on standard error
-/// and waits for a line.
+/// Runs the program, except that each round begins with a new wizard. Between two rounds it reports on
+/// standard error and waits for a line.
 int sitAtTheWizard(const QString &logPath)
 {
     openSessionLog();
@@ -42,7 +42,7 @@ int sitAtTheWizard(const QString &logPath)
     const auto begin = [&] {
         walk.reset();
         wizard.reset();
-        // The toolkit's, which has a bound: every file dialog and every style's icon fills it anew.
+        // Qt's pixmap cache, which has a limit: every file dialog and every style's icon fills it again.
         QPixmapCache::clear();
         std::fprintf(stderr, "%s%zu %zu\n", mark, mallinfo2().uordblks,
                      static_cast<std::size_t>(openDescriptors().size()));
@@ -50,7 +50,7 @@ int sitAtTheWizard(const QString &logPath)
         walk = std::make_unique<WizardWalk>(*wizard, wishes);
         QObject::connect(walk.get(), &WizardWalk::done, walk.get(),
                          [] { std::fprintf(stderr, "%sdone\n", mark); });
-        walk->waitWhile([&wizard] { return FaultBench::isTalking(*wizard); });
+        walk->waitWhile([&wizard] { return FaultFixture::isTalking(*wizard); });
         wizard->show();
         wizard->activateWindow();
         walk->start();
@@ -67,7 +67,7 @@ int sitAtTheWizard(const QString &logPath)
     return QApplication::exec();
 }
 
-/// The resident memory of a process, in KiB.
+/// Returns the resident memory of a process, in KiB.
 long residentMemory(qint64 pid)
 {
     QFile statm(QStringLiteral("/proc/%1/statm").arg(pid));
@@ -77,7 +77,7 @@ long residentMemory(qint64 pid)
     return statm.readAll().split(' ').value(1).toLong() * pageSize;
 }
 
-/// Puts the device before the other process, round by round.
+/// Plugs the device in for the other process, round by round.
 class Soak
 {
 public:
@@ -103,7 +103,7 @@ private:
     int _failures = 0;
 };
 
-/// The next thing that the other process reports, empty when nothing comes.
+/// Returns the next report of the other process; empty on a timeout.
 QByteArray Soak::nextReport()
 {
     QEventLoop loop;
@@ -116,14 +116,14 @@ QByteArray Soak::nextReport()
             const QByteArray line = _program.readLine();
             if (line.startsWith(mark))
                 return line.mid(static_cast<int>(std::strlen(mark))).trimmed();
-            std::fputs(line.constData(), stderr); // the toolkit's, or a sanitizer's
+            std::fputs(line.constData(), stderr); // a message from Qt or a sanitizer
         }
         if (_program.state() == QProcess::NotRunning || loop.exec() != 0)
             return {};
     }
 }
 
-/// One round, from the plugging to the unplugging; whether the device holds what it should.
+/// Runs one round, from plugging in to unplugging; returns whether the device has the expected settings.
 bool Soak::goThrough()
 {
     if (!_tolvar.plug() || nextReport() != "done")

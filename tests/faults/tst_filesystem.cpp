@@ -3,13 +3,13 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "app/sessionlog.h"
-#include "tests/faults/faultbench.h"
+#include "messages/sessionlog.h"
+#include "tests/faults/faultfixture.h"
 #include "tests/support/filecontents.h"
 
 namespace
 {
-/// A home folder for as long as it lives.
+/// A home folder that exists during the object's lifetime.
 class Home
 {
 public:
@@ -26,7 +26,7 @@ private:
 };
 } // namespace
 
-/// Files that can't be had, or can't be filled, hold nobody up.
+/// Tests that files that cannot be opened or written do not block the user.
 class TestFileSystem : public QObject
 {
     Q_OBJECT
@@ -63,12 +63,12 @@ void TestFileSystem::theSessionLogIsNoHindrance()
     else if (!log.isEmpty())
         QVERIFY(QFile::link(log, path));
 
-    FaultBench bench;
+    FaultFixture fixture;
     openSessionLog();
-    FaultBench::listen([](QtMsgType type, const QString &message) {
+    FaultFixture::listen([](QtMsgType type, const QString &message) {
         zvMessageOutput(type, message.toLocal8Bit().constData());
     });
-    QCOMPARE(bench.walkAgain(), QString());
+    QCOMPARE(fixture.walkAgain(), QString());
     theSessionLog.setDevice(nullptr);
 }
 
@@ -88,22 +88,22 @@ void TestFileSystem::aLogThatCantBeKeptIsNoHindrance()
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("log.txt"));
     QVERIFY(QFile::link(target, path));
-    FaultBench bench(tersestTolvar(), {QStringLiteral("B"), QStringLiteral("b"), path});
-    QCOMPARE(bench.walkAgain(), QString());
-    QCOMPARE(bench.walk.messages(), messages.replaceInStrings("%1", path));
+    FaultFixture fixture(tersestTolvar(), {QStringLiteral("B"), QStringLiteral("b"), path});
+    QCOMPARE(fixture.walkAgain(), QString());
+    QCOMPARE(fixture.walk.messages(), messages.replaceInStrings("%1", path));
 }
 
 void TestFileSystem::aLogOfFourMegabytesIsKeptWhole()
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("log.txt"));
-    TolvarSetup setup = tersestTolvar();
+    DeviceConfig setup = tersestTolvar();
     setup.logText.clear();
     constexpr qsizetype length = 4L * 1024 * 1024;
     for (int number = 0; setup.logText.size() < length; ++number)
         setup.logText += "line " + QByteArray::number(number) + " of a <long> & dull story\n";
-    FaultBench bench(setup, {QStringLiteral("B"), QStringLiteral("b"), path});
-    QCOMPARE(bench.walkAgain(), QString());
+    FaultFixture fixture(setup, {QStringLiteral("B"), QStringLiteral("b"), path});
+    QCOMPARE(fixture.walkAgain(), QString());
     QVERIFY(contents(path) == setup.logText);
 }
 

@@ -4,9 +4,9 @@
 #include <QTest>
 
 #include "device/zvtolvar.h"
-#include "tests/faults/faultbench.h"
+#include "tests/faults/faultfixture.h"
 
-/// Scans as nobody has at home.
+/// Tests scans that are larger than any real one.
 class TestLargeScans : public QObject
 {
     Q_OBJECT
@@ -21,29 +21,29 @@ private Q_SLOTS:
 
 void TestLargeScans::fiveHundredNetworks()
 {
-    TolvarSetup setup = tersestTolvar();
+    DeviceConfig setup = tersestTolvar();
     constexpr int number = 500;
     for (int i = 1; i < number; ++i)
         setup.air += TolvarNetwork{"network " + QByteArray::number(i), "", "OPEN"};
-    FaultBench bench(setup);
-    // Looked at when the page has followed. Not when the scan is said to be over: on a slow computer a second
-    // "get" is under way, and its reply ends a scan early.
     int listed = 0;
+    FaultFixture fixture(setup);
+    // Checked when the page has been updated, not when the scan is reported as finished: on a slow computer a
+    // second "get" is in progress, and its reply ends a scan early.
     QObject::connect(
-        bench.wizard._tolvar, &ZVTolvar::scannedNetworkListChanged, &bench.wizard,
+        fixture.wizard._tolvar, &ZVTolvar::scannedNetworkListChanged, &fixture.wizard,
         [&] {
-            const auto *list = bench.wizard.findChild<QListView *>(QStringLiteral("networkListView"));
+            const auto *list = fixture.wizard.findChild<QListView *>(QStringLiteral("networkListView"));
             listed = std::max(listed, list->model()->rowCount());
         },
         Qt::QueuedConnection);
-    QCOMPARE(bench.walkAgain(), QString());
+    QCOMPARE(fixture.walkAgain(), QString());
     QCOMPARE(listed, number);
 }
 
 void TestLargeScans::anyByteInAName_data()
 {
     QTest::addColumn<QByteArray>("ssid");
-    constexpr int longest = 32; // bytes in an SSID, by the radio's standard
+    constexpr int longest = 32; // bytes in an SSID, by the Wi-Fi standard
     for (int first = 0x20; first < 0x100; first += longest) {
         QByteArray ssid;
         for (int byte = first; byte < first + longest; ++byte)
@@ -57,44 +57,45 @@ void TestLargeScans::anyByteInAName_data()
 void TestLargeScans::anyByteInAName()
 {
     QFETCH(QByteArray, ssid);
-    TolvarSetup setup = tersestTolvar();
+    DeviceConfig setup = tersestTolvar();
     setup.air = {TolvarNetwork{ssid, "b", "WPA2"}};
-    FaultBench bench(setup, {QString::fromLatin1(ssid), QStringLiteral("b"), QString()});
-    QCOMPARE(bench.walkAgain(), QString());
-    QCOMPARE(bench.tolvar.state().saved.network, ssid);
+    FaultFixture fixture(setup, {QString::fromLatin1(ssid), QStringLiteral("b"), QString()});
+    QCOMPARE(fixture.walkAgain(), QString());
+    QCOMPARE(fixture.tolvar.state().saved.network, ssid);
 }
 
 void TestLargeScans::aNameOutsideAsciiCanBeTyped()
 {
     const QByteArray ssid = "Caf\xE9 \xC4\xDF";
-    TolvarSetup setup = tersestTolvar();
+    DeviceConfig setup = tersestTolvar();
     setup.air = {TolvarNetwork{ssid, "b", "WPA2"}};
     setup.air.first().hidden = true; // no scan lists it
-    FaultBench bench(setup, {QString::fromLatin1(ssid), QStringLiteral("b"), QString()});
-    QCOMPARE(bench.walkAgain(), QString());
-    QCOMPARE(bench.tolvar.state().saved.network, ssid);
+    FaultFixture fixture(setup, {QString::fromLatin1(ssid), QStringLiteral("b"), QString()});
+    QCOMPARE(fixture.walkAgain(), QString());
+    QCOMPARE(fixture.tolvar.state().saved.network, ssid);
 }
 
-// Both controllers ask a device for its status that is plugged in while the wizard runs. When the first reply
-// has come the page can be left, and a scan that is started then takes the second reply's end for its own.
+// When a device is plugged in while the wizard runs, both controllers request its status. After the first
+// reply the user can leave the page, and a scan that is started then mistakes the end of the second reply for
+// its own.
 void TestLargeScans::theUserWaitsForAStatusReplyThatIsDue()
 {
-    TolvarSetup setup = tersestTolvar();
-    setup.faults.garbageBeforeReplies = QByteArray(300, '.'); // a third of a second ahead of each reply
-    FaultBench bench(setup);
+    DeviceConfig setup = tersestTolvar();
+    setup.faults.garbageBeforeReplies = QByteArray(300, '.'); // a third of a second before each reply
+    qsizetype listed = -1;
+    FaultFixture fixture(setup);
     LineFaults slow;
     slow.reads = LineFaults::Single;
-    qsizetype listed = -1;
-    QObject::connect(bench.wizard._tolvar, &ZVTolvar::scanFinished, &bench.wizard, [&] {
+    QObject::connect(fixture.wizard._tolvar, &ZVTolvar::scanFinished, &fixture.wizard, [&] {
         if (listed < 0)
-            listed = bench.wizard._tolvar->scannedNetworks()->size();
+            listed = fixture.wizard._tolvar->scannedNetworks()->size();
     });
-    bench.tolvar.setFaults(slow);
-    QVERIFY(bench.tolvar.plug());
-    bench.walk.start();
-    QVERIFY(bench.waitFor([&] { return listed >= 0; }));
+    fixture.tolvar.setFaults(slow);
+    QVERIFY(fixture.tolvar.plug());
+    fixture.walk.start();
+    QVERIFY(fixture.waitFor([&] { return listed >= 0; }));
     QCOMPARE(listed, qsizetype(1));
-    bench.walk.stop();
+    fixture.walk.stop();
 }
 
 QTEST_MAIN(TestLargeScans)

@@ -8,10 +8,11 @@
 #include "device/zvtolvar.h"
 #include "serial/qextserialenumerator.h"
 #include "serial/qextserialport.h"
-#include "tests/faults/faultbench.h"
+#include "tests/faults/faultfixture.h"
 #include "tests/support/descriptors.h"
 
-/// Plugged in and out for ever, nothing is left behind; and where nothing happens, nothing is done.
+/// Tests that repeated plugging and unplugging leaves no resources behind, and that an idle program uses no
+/// CPU time.
 class TestPlugCycles : public QObject
 {
     Q_OBJECT
@@ -36,10 +37,10 @@ void TestPlugCycles::openPortsLeaveNoDescriptor()
     QStringList before;
     for (int cycle = 0; cycle <= cycles; ++cycle) {
         if (cycle == 1)
-            before = openDescriptors(); // with what the first one makes for good
+            before = openDescriptors(); // includes what the first cycle creates permanently
         QVERIFY(tolvar.plug(tolvar.ttyName()));
         QVERIFY(discovered.count() > cycle || discovered.wait(patience));
-        // As the wizard's two controllers do it: both have it open, and neither closes it.
+        // Does the same as the wizard's two controllers: both have the port open, and neither closes it.
         auto *first = new QextSerialPort(QString::fromLatin1(tolvar.ttyName()));
         auto *second = new QextSerialPort(QString::fromLatin1(tolvar.ttyName()));
         QVERIFY(first->open(QIODevice::ReadWrite) && second->open(QIODevice::ReadWrite));
@@ -55,18 +56,18 @@ void TestPlugCycles::openPortsLeaveNoDescriptor()
 
 void TestPlugCycles::theWizardLeavesNoDescriptor()
 {
-    FaultBench bench;
-    const auto comesAndGoes = [&bench] {
-        return bench.tolvar.plug() &&
-               bench.waitFor([&] { return !bench.wizard._tolvar->systemID().isEmpty(); }) &&
-               (bench.tolvar.unplug(), bench.waitFor([&] { return bench.isForgotten(); }));
+    FaultFixture fixture;
+    const auto comesAndGoes = [&fixture] {
+        return fixture.tolvar.plug() &&
+               fixture.waitFor([&] { return !fixture.wizard._tolvar->systemID().isEmpty(); }) &&
+               (fixture.tolvar.unplug(), fixture.waitFor([&] { return fixture.isForgotten(); }));
     };
     QVERIFY(comesAndGoes());
     const QStringList before = openDescriptors();
     for (int cycle = 0; cycle < 5; ++cycle)
         QVERIFY(comesAndGoes());
     QCOMPARE(openDescriptors(), before);
-    QCOMPARE(bench.wrongAfterUnplug(), QString());
+    QCOMPARE(fixture.wrongAfterUnplug(), QString());
 }
 
 void TestPlugCycles::anIdleWizardRests_data()
@@ -80,23 +81,24 @@ void TestPlugCycles::anIdleWizardRests_data()
 void TestPlugCycles::anIdleWizardRests()
 {
     QFETCH(QString, what);
-    TolvarSetup setup = tersestTolvar();
+    DeviceConfig setup = tersestTolvar();
     setup.faults.neverPrompts = what.contains(QLatin1String("silent"));
-    FaultBench bench(setup);
+    FaultFixture fixture(setup);
     if (what != QLatin1String("no device")) {
-        QVERIFY(bench.tolvar.plug());
-        QVERIFY(bench.waitFor([&] {
+        QVERIFY(fixture.tolvar.plug());
+        QVERIFY(fixture.waitFor([&] {
             return setup.faults.neverPrompts
-                       ? bench.tolvar.state().awake
-                       : !bench.wizard._tolvar->systemID().isEmpty() && !bench.isTalking();
+                       ? fixture.tolvar.state().awake
+                       : !fixture.wizard._tolvar->systemID().isEmpty() && !fixture.isTalking();
         }));
     }
     if (what.contains(QLatin1String("gone"))) {
-        bench.tolvar.unplug();
-        QVERIFY(bench.waitFor([&] { return bench.isForgotten(); }));
+        fixture.tolvar.unplug();
+        QVERIFY(fixture.waitFor([&] { return fixture.isForgotten(); }));
     }
 
-    // A loop that spins turns thousands of times in a second, however starved; the busy bar wants its 60.
+    // A loop that spins makes thousands of iterations per second, even on a busy computer; the busy bar needs
+    // 60.
     int turns = 0;
     QObject here;
     connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake, &here,
@@ -108,7 +110,7 @@ void TestPlugCycles::anIdleWizardRests()
     const auto cpu = static_cast<double>(std::clock() - cpuBefore) / CLOCKS_PER_SEC;
     qInfo("%d turns and %.3f s of the processor in a second", turns, cpu);
     QVERIFY2(turns < 300, qPrintable(QStringLiteral("%1 turns in a second").arg(turns)));
-    // Under a sanitizer, painting the bar takes its time.
+    // Under a sanitizer, painting the bar takes longer.
     QVERIFY2(cpu < 0.5, qPrintable(QStringLiteral("%1 s of the processor in a second").arg(cpu)));
 }
 

@@ -2,17 +2,17 @@
 
 #include "device/zvtolvar.h"
 #include "pages/pageid.h"
-#include "tests/faults/faultbench.h"
-#include "tests/support/udevcalls.h"
+#include "tests/faults/faultfixture.h"
+#include "tests/support/udevfaultinjector.h"
 
-/// The device is pulled out and plugged in again so quickly that its port has the same name and is never
-/// missed, with udev and where the list of ports is compared once a second.
+/// Tests a device that is unplugged and replugged so quickly that its port has the same name and is never
+/// seen missing, with udev and where the list of ports is compared once a second.
 class TestReplug : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void cleanup() { UdevCalls::fail(UdevCalls::None); }
+    void cleanup() { UdevFaultInjector::fail(UdevFaultInjector::None); }
 
     void aScanIsNotWaitedForEndlessly_data() { watchers(); }
     void aScanIsNotWaitedForEndlessly();
@@ -26,62 +26,64 @@ private:
 void TestReplug::watchers()
 {
     QTest::addColumn<int>("failure");
-    QTest::newRow("udev") << int(UdevCalls::None);
-    QTest::newRow("once a second") << int(UdevCalls::NoReceiving);
+    QTest::newRow("udev") << int(UdevFaultInjector::None);
+    QTest::newRow("once a second") << int(UdevFaultInjector::NoReceiving);
 }
 
 void TestReplug::aScanIsNotWaitedForEndlessly()
 {
     QFETCH(int, failure);
-    UdevCalls::fail(static_cast<UdevCalls::Failure>(failure));
-    TolvarSetup setup = tersestTolvar();
-    setup.delays.scan = 3600000; // it is pulled out long before
-    FaultBench bench(setup);
-    QVERIFY(bench.tolvar.plug());
-    bench.walk.start();
-    QVERIFY2(bench.waitFor([&] { return bench.tolvar.state().lineTexts().contains("scan"); }),
-             qPrintable(FaultBench::lastMessages()));
-    bench.walk.stop();
-    QVERIFY(bench.wizard._tolvar->scanning());
+    UdevFaultInjector::fail(static_cast<UdevFaultInjector::Failure>(failure));
+    DeviceConfig setup = tersestTolvar();
+    setup.delays.scan = 3600000; // the device is unplugged long before
+    bool isForgotten = false;    // only for a moment: the arrival is reported right after the removal
+    FaultFixture fixture(setup);
+    QVERIFY(fixture.tolvar.plug());
+    fixture.walk.start();
+    QVERIFY2(fixture.waitFor([&] { return fixture.tolvar.state().lineTexts().contains("scan"); }),
+             qPrintable(FaultFixture::lastMessages()));
+    fixture.walk.stop();
+    QVERIFY(fixture.wizard._tolvar->scanning());
 
-    bool isForgotten = false; // for a moment: what has come is reported right behind what has gone
-    QObject::connect(bench.wizard._tolvar, &ZVTolvar::systemIDChanged, &bench.wizard,
+    QObject::connect(fixture.wizard._tolvar, &ZVTolvar::systemIDChanged, &fixture.wizard,
                      [&isForgotten](const QString &id) { isForgotten = isForgotten || id.isEmpty(); });
-    bench.tolvar.alter([](TolvarSetup &device) { device.delays.scan = 0; });
-    const QByteArray name = bench.tolvar.ttyName();
-    bench.tolvar.unplug();
-    QVERIFY(bench.tolvar.plug(name));
-    QVERIFY2(bench.waitFor([&] { return isForgotten; }), qPrintable(FaultBench::lastMessages()));
-    QVERIFY(!bench.wizard._tolvar->scanning());
-    QVERIFY2(bench.waitFor([&] { return !bench.wizard._tolvar->systemID().isEmpty(); }),
-             qPrintable(FaultBench::lastMessages()));
+    fixture.tolvar.reconfigure([](DeviceConfig &device) { device.delays.scan = 0; });
+    const QByteArray name = fixture.tolvar.ttyName();
+    fixture.tolvar.unplug();
+    QVERIFY(fixture.tolvar.plug(name));
+    QVERIFY2(fixture.waitFor([&] { return isForgotten; }), qPrintable(FaultFixture::lastMessages()));
+    QVERIFY(!fixture.wizard._tolvar->scanning());
+    QVERIFY2(fixture.waitFor([&] { return !fixture.wizard._tolvar->systemID().isEmpty(); }),
+             qPrintable(FaultFixture::lastMessages()));
 
-    while (bench.wizard.currentId() != ConnectPageId)
-        bench.wizard.back();
-    bench.walk.start();
-    QVERIFY2(bench.waitFor([&] { return bench.walk.isDone(); }), qPrintable(FaultBench::lastMessages()));
-    QVERIFY(bench.waitFor([&] { return bench.tolvar.state().exited; }));
-    QCOMPARE(bench.tolvar.state().saved.network, QByteArray("B"));
+    while (fixture.wizard.currentId() != ConnectPageId)
+        fixture.wizard.back();
+    fixture.walk.start();
+    QVERIFY2(fixture.waitFor([&] { return fixture.walk.isDone(); }),
+             qPrintable(FaultFixture::lastMessages()));
+    QVERIFY(fixture.waitFor([&] { return fixture.tolvar.state().exited; }));
+    QCOMPARE(fixture.tolvar.state().saved.network, QByteArray("B"));
 }
 
 void TestReplug::aStatusIsNotWaitedForEndlessly()
 {
     QFETCH(int, failure);
-    UdevCalls::fail(static_cast<UdevCalls::Failure>(failure));
-    TolvarSetup setup = tersestTolvar();
+    UdevFaultInjector::fail(static_cast<UdevFaultInjector::Failure>(failure));
+    DeviceConfig setup = tersestTolvar();
     setup.faults.neverPrompts = true;
-    FaultBench bench(setup);
-    QVERIFY(bench.tolvar.plug());
-    QVERIFY2(bench.waitFor([&] { return bench.tolvar.state().awake; }),
-             qPrintable(FaultBench::lastMessages()));
+    FaultFixture fixture(setup);
+    QVERIFY(fixture.tolvar.plug());
+    QVERIFY2(fixture.waitFor([&] { return fixture.tolvar.state().awake; }),
+             qPrintable(FaultFixture::lastMessages()));
 
-    bench.tolvar.alter([](TolvarSetup &device) { device.faults.neverPrompts = false; });
-    const QByteArray name = bench.tolvar.ttyName();
-    bench.tolvar.unplug();
-    QVERIFY(bench.tolvar.plug(name));
-    bench.walk.start();
-    QVERIFY2(bench.waitFor([&] { return bench.walk.isDone(); }), qPrintable(FaultBench::lastMessages()));
-    QVERIFY(bench.waitFor([&] { return bench.tolvar.state().exited; }));
+    fixture.tolvar.reconfigure([](DeviceConfig &device) { device.faults.neverPrompts = false; });
+    const QByteArray name = fixture.tolvar.ttyName();
+    fixture.tolvar.unplug();
+    QVERIFY(fixture.tolvar.plug(name));
+    fixture.walk.start();
+    QVERIFY2(fixture.waitFor([&] { return fixture.walk.isDone(); }),
+             qPrintable(FaultFixture::lastMessages()));
+    QVERIFY(fixture.waitFor([&] { return fixture.tolvar.state().exited; }));
 }
 
 QTEST_MAIN(TestReplug)

@@ -1,9 +1,9 @@
 #include <QTest>
 
-#include "tests/faults/faultbench.h"
-#include "tests/faults/faultchoice.h"
+#include "tests/faults/faultfixture.h"
+#include "tests/faults/samplecases.h"
 
-/// The device is pulled out in the middle of the typical run.
+/// Tests unplugging the device in the middle of the typical run.
 class TestUnplugging : public QObject
 {
     Q_OBJECT
@@ -16,36 +16,37 @@ void TestUnplugging::afterAnyByteOfTheRun()
 {
     qsizetype bytesInAll = 0;
     {
-        FaultBench undisturbed;
+        FaultFixture undisturbed;
         QCOMPARE(undisturbed.walkAgain(), QString());
         bytesInAll = undisturbed.tolvar.passed();
     }
     QVERIFY(bytesInAll > 0);
 
     bool isSameName = false;
-    const QList<qsizetype> numbers = faultChoice(bytesInAll, 4);
+    const QList<qsizetype> numbers = sampleCases(bytesInAll, 4);
     for (const qsizetype number : numbers) {
         const qsizetype place = number + 1;
         const QString where = QStringLiteral("unplugged after %1 of %2 bytes: ").arg(place).arg(bytesInAll);
         isSameName = !isSameName;
-        FaultBench bench;
         bool isOut = false;
-        QObject::connect(&bench.tolvar, &PluggedPort::pulledOut, &bench.wizard, [&] { isOut = true; });
+        FaultFixture fixture;
+        QObject::connect(&fixture.tolvar, &PluggedPort::pulledOut, &fixture.wizard, [&] { isOut = true; });
         LineFaults faults;
         faults.pulledOutAfter = place;
-        bench.tolvar.setFaults(faults);
-        QVERIFY(bench.tolvar.plug());
-        const QByteArray ttyName = bench.tolvar.ttyName();
-        bench.walk.start();
-        QVERIFY2(bench.waitFor([&] { return isOut || bench.walk.isDone(); }),
-                 qPrintable(where + "the run was expected to come this far\n" + FaultBench::lastMessages()));
-        if (bench.walk.isDone())
-            continue; // the last words were under way already
-        QVERIFY2(bench.waitFor([&] { return bench.isForgotten(); }),
+        fixture.tolvar.setFaults(faults);
+        QVERIFY(fixture.tolvar.plug());
+        const QByteArray ttyName = fixture.tolvar.ttyName();
+        fixture.walk.start();
+        QVERIFY2(
+            fixture.waitFor([&] { return isOut || fixture.walk.isDone(); }),
+            qPrintable(where + "the run was expected to come this far\n" + FaultFixture::lastMessages()));
+        if (fixture.walk.isDone())
+            continue; // the last commands were already on their way
+        QVERIFY2(fixture.waitFor([&] { return fixture.isForgotten(); }),
                  qPrintable(where + "the controllers were expected to forget the port"));
-        QVERIFY2(bench.wrongAfterUnplug().isEmpty(), qPrintable(where + bench.wrongAfterUnplug()));
-        const QString problem = bench.walkAgain(isSameName ? ttyName : QByteArray());
-        QVERIFY2(problem.isEmpty(), qPrintable(where + problem + '\n' + FaultBench::lastMessages()));
+        QVERIFY2(fixture.wrongAfterUnplug().isEmpty(), qPrintable(where + fixture.wrongAfterUnplug()));
+        const QString problem = fixture.walkAgain(isSameName ? ttyName : QByteArray());
+        QVERIFY2(problem.isEmpty(), qPrintable(where + problem + '\n' + FaultFixture::lastMessages()));
     }
 }
 

@@ -14,14 +14,14 @@
 
 namespace
 {
-constexpr int lookPause = 5; // milliseconds; people are slower
+constexpr int lookPause = 5; // milliseconds; users are slower
 }
 
 WizardWalk::WizardWalk(QWizard &wizard, const WalkWishes &wishes)
     : _wizard(wizard)
     , _wishes(wishes)
 {
-    // Heard after the wizard's own connections: the device has been told by then.
+    // Called after the wizard's own connections: the device has received its commands by then.
     connect(&_wizard, &QDialog::finished, this, [this](int result) {
         stop();
         _isDone = result == QDialog::Accepted;
@@ -37,7 +37,7 @@ void WizardWalk::start()
 
 void WizardWalk::lookLater()
 {
-    // Not one timer for all: it would rest while what it has set off runs a dialog.
+    // Not one shared timer: it would be blocked while its own slot runs a dialog.
     QTimer::singleShot(lookPause, this, &WizardWalk::look);
 }
 
@@ -64,14 +64,14 @@ bool WizardWalk::answerDialog()
 {
     QWidget *dialog = QApplication::activeModalWidget();
     if (auto *box = qobject_cast<QMessageBox *>(dialog)) {
-        if (QAbstractButton *replace = box->button(QMessageBox::Yes)) { // a file of that name, is it to go?
+        if (QAbstractButton *replace = box->button(QMessageBox::Yes)) { // "Replace the file?"
             click(replace);
             return true;
         }
         _messages += box->text();
         box->accept();
     } else if (auto *files = qobject_cast<QFileDialog *>(dialog)) {
-        // Typed and confirmed at once: QFileDialog::accept() is not open to everybody.
+        // Typed and confirmed immediately: QFileDialog::accept() is protected.
         files->selectFile(_wishes.logPath);
         QMetaObject::invokeMethod(files, "accept");
     }

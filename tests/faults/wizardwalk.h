@@ -11,15 +11,16 @@ class QLineEdit;
 class QWizard;
 class QWizardPage;
 
-/// What somebody at the wizard wants.
+/// The values that the simulated user chooses.
 struct WalkWishes {
     QString ssid;
     QString passphrase;
-    QString logPath; ///< where the device's log is to go; empty: it is not asked for
+    QString logPath; ///< the file for the device's log; empty: no log is requested
 };
 
-/// Somebody at the wizard, inside its program, who walks through the typical run by mouse and keys as far as
-/// it goes. Knows the wizard by what stands in its windows alone, so any program with one will do.
+/// A simulated user inside the wizard's program, who walks through the typical run with mouse and keys as far
+/// as possible. It knows the wizard only by the content of its windows, so it works in any program with a
+/// wizard.
 class WizardWalk : public QObject
 {
     Q_OBJECT
@@ -27,17 +28,17 @@ class WizardWalk : public QObject
 public:
     WizardWalk(QWizard &wizard, const WalkWishes &wishes);
 
-    /// People are slower than a device that answers: nothing is done while \a isBusy.
+    /// Users are slower than a device that answers: nothing is done while \a isBusy returns true.
     void waitWhile(std::function<bool()> isBusy) { _isBusy = std::move(isBusy); }
-    /// Walks on, whenever the wizard allows it, from the event loop.
+    /// Continues, whenever the wizard allows it, from the event loop.
     void start();
-    /// Stays where it is.
+    /// Stops at the current page.
     void stop() { _isWalking = false; }
-    /// Whether the wizard has been finished.
+    /// Returns whether the wizard has been finished.
     bool isDone() const { return _isDone; }
-    /// The texts of the message boxes that came up, and were dismissed.
+    /// Returns the texts of the message boxes that were shown and dismissed.
     QStringList messages() const { return _messages; }
-    /// The object names of the pages seen, each time one was entered.
+    /// Returns the object names of the visited pages, in order; a page that is entered again is listed again.
     QStringList pages() const { return _pages; }
 
 Q_SIGNALS:
@@ -59,8 +60,8 @@ private:
     QWizardPage *_page = nullptr;
     QStringList _pages;
     QStringList _messages;
-    bool _hasAsked = false; // on this page, for what it is there for
-    bool _isActing = false; // a dialog has come up in the middle of it
+    bool _hasAsked = false; // on this page, the action that the page is for
+    bool _isActing = false; // a dialog opened during the action
     bool _isWalking = false;
     bool _isDone = false;
 };

@@ -17,7 +17,7 @@ bool isControlByte(QChar c)
     return code < 0x20 && code != '\t' && code != '\n' && code != '\r';
 }
 
-/// Calls \a see with the place of each mark in \a text, counted from \a first.
+/// Calls \a see with the position of each mark in \a text, counted from \a first.
 template <typename See>
 void forEachMark(QStringView text, char32_t first, char32_t end, See see)
 {
@@ -30,7 +30,7 @@ void forEachMark(QStringView text, char32_t first, char32_t end, See see)
     }
 }
 
-/// The first of \a count marks that no reference in the document stands for.
+/// Returns the first of \a count marks that no character reference in the document produces.
 char32_t firstOf(char32_t count, const QString &document)
 {
     static const QRegularExpression reference(QStringLiteral("&#(x?)0*([0-9a-fA-F]+);"));
@@ -56,7 +56,7 @@ ControlMarks::ControlMarks(const QString &document)
 {
     if (document.size() < 4)
         return;
-    // Only what comes behind a quotation mark may be in an attribute.
+    // Only what follows a quotation mark can be in an attribute.
     const auto *const quote = std::find_if(document.cbegin(), document.cend(), [](QChar c) {
         return c == QLatin1Char('"') || c == QLatin1Char('\'');
     });
@@ -67,7 +67,7 @@ ControlMarks::ControlMarks(const QString &document)
     }
 
     QString marked;
-    QString bytes; // that have a mark, in their order
+    QString bytes; // the bytes that have a mark, in their order
     _first = firstOf(static_cast<char32_t>(std::max<qsizetype>(document.size(), 0x20)), document);
     for (const QChar c : document) {
         if (c.isNull())
@@ -84,9 +84,9 @@ ControlMarks::ControlMarks(const QString &document)
     const char32_t end = _first + static_cast<char32_t>(bytes.size());
     std::vector<bool> isInAttribute(static_cast<std::size_t>(bytes.size()));
     std::vector<bool> isDeclared(
-        isInAttribute.size()); // an entity's or a default's comes up in attributes, too
-    // A prefix with a control byte has another mark at each place, so there are no namespaces; and declaring
-    // one twice, which is no error with them, must not become one.
+        isInAttribute.size()); // values of entities and default values appear in attributes, too
+    // A prefix with a control byte has a different mark at each place, so there are no namespaces. To declare
+    // one twice, which is not an error with control bytes, must not become an error with marks.
     for (qsizetype at = 0, count = 0; (at = marked.indexOf(QLatin1String("xmlns"), at)) >= 0; ++count)
         marked.replace(at, 5, QChar(0x100) + QString::number(count));
     QXmlStreamReader reader(marked);

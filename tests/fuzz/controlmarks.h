@@ -2,17 +2,17 @@
 
 #include <QString>
 
-/// A reply document with its control bytes as Qt's XML reader takes them: each one in an attribute is
-/// replaced by a mark, zero bytes are left out, and fewer than four bytes are nothing. Finds them by asking
-/// Qt's reader: each control byte gets a mark of its own, and those that then come up in an attribute are in
-/// one.
+/// A reply document with its control bytes as Qt's XML reader handles them: each control byte in an attribute
+/// is replaced by a mark, zero bytes are dropped, and a document of fewer than four bytes is empty. Qt's
+/// reader itself finds the attributes: each control byte gets a unique mark, and the marks that the reader
+/// then reports in an attribute are in one.
 class ControlMarks
 {
 public:
     explicit ControlMarks(const QString &document);
 
     const QString &text() const { return _text; }
-    /// The value of an attribute, with control bytes in place of their marks.
+    /// Returns the value of an attribute, with control bytes in place of their marks.
     QString restored(QStringView value) const;
 
 private:

@@ -5,8 +5,8 @@
 #include <QDirIterator>
 #include <QFile>
 
-// Feeds every file of the folders it is given to a fuzz target, once: what a compiler without libFuzzer can
-// do with a corpus. With a file's name instead, that file.
+// Feeds every file of the given folders to a fuzz target, once: a replacement for libFuzzer where the
+// compiler does not have it. An argument may also name a single file.
 
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv);
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size);
@@ -22,7 +22,7 @@ bool replay(const QString &path)
     }
     const QByteArray input = file.readAll();
     std::printf("%s: %lld bytes\n", qPrintable(path), static_cast<long long>(input.size()));
-    std::fflush(stdout); // the last one named is the one at fault
+    std::fflush(stdout); // the last name printed is the file that causes a crash
     if (LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t *>(input.constData()),
                                static_cast<std::size_t>(input.size())) == 0)
         return true;
@@ -41,7 +41,7 @@ int main(int argc, char *argv[])
         QDirIterator folder(path, QDir::Files);
         while (folder.hasNext())
             files += folder.next();
-        if (files.isEmpty()) // no folder, or one that shouldn't be empty
+        if (files.isEmpty()) // a file, or an empty folder, which is an error
             files += path;
         files.sort();
         for (const QString &file : std::as_const(files)) {

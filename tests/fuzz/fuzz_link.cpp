@@ -8,14 +8,14 @@
 #include "serial/qextserialport.h"
 #include "tests/fuzz/fuzzing.h"
 #include "tests/fuzz/linkmodel.h"
-#include "tests/support/zvtolvarinspector.h"
+#include "tests/support/zvtolvartestpeer.h"
 
-// Fuzzes the console's link: what the line may bring, in every mode and state. An input is two bytes that say
-// in which ("31": scanning and testing, not woken yet), then the bytes from the line.
+// Fuzzes the console's link with any bytes from the line, in every mode and state. An input is two bytes that
+// select the mode and state ("31": scanning and testing, not woken yet), then the bytes from the line.
 
 using Fuzzing::require;
 
-// Stands before the toolkit's own: the pauses between the bytes sent are not what is looked at here.
+// Replaces Qt's own function: this target does not test the pauses between the sent bytes.
 bool QWaitCondition::wait(QMutex *, QDeadlineTimer)
 {
     return false;
@@ -25,7 +25,7 @@ namespace
 {
 enum Circumstance : unsigned { Scanning = 1, Testing = 2, Handshake = 4, LogAwaited = 8 };
 
-/// A port with its bytes in memory instead of on a line.
+/// A port that keeps its bytes in memory, without a line.
 class MemoryPort : public QextSerialPort
 {
 public:
@@ -35,7 +35,7 @@ public:
         setOpenMode(ReadWrite | Unbuffered);
     }
     qint64 bytesAvailable() const override { return _arrived.size(); }
-    /// Has the bytes come in at once.
+    /// Receives the bytes immediately.
     void receive(QByteArrayView bytes)
     {
         _arrived = bytes;
@@ -62,16 +62,16 @@ private:
     QByteArrayView _arrived;
 };
 
-/// A controller with a port, and what is expected of it. One for all inputs: making one takes longer than
-/// most.
+/// A controller with a port, and the expected results. One object serves all inputs, because creating one
+/// takes longer than most inputs.
 class Trial
 {
 public:
     Trial();
 
-    /// Forgets what came before; the link is in \a state from here on.
+    /// Resets everything; the link is in \a state from here on.
     void begin(unsigned circumstances, unsigned state);
-    /// Has the bytes come in; false when the controller would not come back from one of the replies.
+    /// Feeds the bytes to the controller; returns false when the controller would hang at one of the replies.
     bool feed(QByteArrayView bytes);
     void compare() const;
     void replug();
@@ -81,7 +81,7 @@ private:
 
     MemoryPort _port;
     ZVTolvar _tolvar;
-    const ZVTolvarInspector _inside{_tolvar};
+    const ZVTolvarTestPeer _inside{_tolvar};
     LinkModel _model;
     QStringList _replies;
 };
@@ -121,7 +121,7 @@ void Trial::begin(unsigned circumstances, unsigned state)
 
 bool Trial::feed(QByteArrayView bytes)
 {
-    // The model goes ahead, so that each reply can be looked at before the controller gets it.
+    // The model runs first, so that each reply can be checked before the controller gets it.
     std::vector<qsizetype> ends;
     for (const char &byte : bytes) {
         if (byte == LinkModel::ETX && _model.state == IN_RESPONSE_RECEIVE) {
@@ -132,7 +132,7 @@ bool Trial::feed(QByteArrayView bytes)
         _model.take(byte);
     }
 
-    // A line may be cut anywhere. Here it is before each mark that ends a reply.
+    // A line may split its data anywhere. Here it is split before each mark that ends a reply.
     qsizetype begin = 0;
     for (const qsizetype end : ends) {
         if (end > begin)

@@ -5,17 +5,17 @@
 
 #include "tests/fuzz/fuzzing.h"
 #include "tests/fuzz/referencereader.h"
-#include "tests/support/signaldiary.h"
-#include "tests/support/zvtolvarinspector.h"
+#include "tests/support/signalrecorder.h"
+#include "tests/support/zvtolvartestpeer.h"
 
-// Fuzzes the reply documents. An input is a byte that says whether a file waits for a log ("1") or not ("0"),
-// then the document, each byte a character as the link hands it on.
+// Fuzzes the reply documents. An input is a byte that selects whether a file waits for a log ("1") or not
+// ("0"), then the document; each byte is one character, as the link passes it on.
 
 using Fuzzing::require;
 
 namespace
 {
-/// A log's file that keeps in memory what is written to it.
+/// A file for a log that keeps the written data in memory.
 class LogFile : public QFile
 {
 public:
@@ -45,15 +45,16 @@ QHash<QString, QStringList> networks(ZVTolvar &tolvar)
     return found;
 }
 
-/// The controller that reads the inputs: one for all of them, since making one takes longer than most.
+/// The controller that reads the inputs. One object serves all inputs, because creating one takes longer than
+/// most inputs.
 struct Subject {
     ZVTolvar tolvar;
-    const ZVTolvarInspector inside{tolvar};
-    SignalDiary diary{&tolvar};
+    const ZVTolvarTestPeer inside{tolvar};
+    SignalRecorder diary{&tolvar};
 
-    /// Forgets what came before.
+    /// Resets the state that earlier inputs have left.
     void reset();
-    /// Whatever came before: reads a clean status from its first value to its last.
+    /// Requires that a clean status is read completely, whatever came before.
     void requireCleanStatusIsRead();
 };
 

@@ -25,7 +25,7 @@ bool Fuzzing::isKnownRoot(QStringView name)
 
 bool Fuzzing::comesBack(const QString &document)
 {
-    // Most replies have no root at all, or one that is as the device sends it; making a reader takes long.
+    // Most replies have no root at all, or a root as the device sends it; creating a reader takes long.
     if (!document.contains(QLatin1Char('<')) || document.startsWith(QLatin1String("<puckdata>")) ||
         document.startsWith(QLatin1String("<scan_results>")))
         return true;
@@ -42,7 +42,8 @@ extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv);
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
 {
     static QCoreApplication application(*argc, *argv);
-    static const ZVTolvar keepsTheListOfPorts; // which would be made anew for each input
-    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {}); // too many
+    static const ZVTolvar keepsTheListOfPorts; // otherwise each input would create it again
+    qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext &, const QString &) {}); // there are too many messages
     return 0;
 }

@@ -6,7 +6,7 @@
 
 #include "device/commstate.h"
 
-/// What the console's rules ask of the link, told mode by mode and state by state.
+/// A model of the console's rules for the link, mode by mode and state by state.
 struct LinkModel {
     static constexpr char STX = 0x02;
     static constexpr char ETX = 0x03;
@@ -25,11 +25,11 @@ struct LinkModel {
     bool testing = false;
     bool handshake = false;
     std::string reply;   ///< collected so far
-    QStringList replies; ///< whole ones
-    QStringList queue;   ///< commands that wait
-    QByteArray sent;     ///< what went over the line
+    QStringList replies; ///< complete replies
+    QStringList queue;   ///< queued commands
+    QByteArray sent;     ///< the bytes sent over the line
 
-    /// The reply collected so far, each byte one character.
+    /// Returns the reply collected so far, each byte as one character.
     QString replyText() const
     {
         return QString::fromLatin1(reply.data(), static_cast<qsizetype>(reply.size()));
@@ -79,7 +79,7 @@ private:
         if (scanning) {
             scanning = false;
             queue += QStringLiteral("setuarttrace n\r\n");
-            send(); // the oldest, at the prompt
+            send(); // the oldest command, at the prompt
         } else {
             testing = false;
         }

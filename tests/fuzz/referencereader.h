@@ -6,23 +6,24 @@
 
 #include "tests/fuzz/controlmarks.h"
 
-/// Reads a reply document as its description has it: element by element, and what is unknown by going into
-/// it. To be compared with what the controller makes of it.
+/// Reads a reply document according to its description: element by element, descending into unknown elements.
+/// The result is compared with the controller's.
 class ReferenceReader
 {
 public:
     explicit ReferenceReader(const QString &document);
 
-    /// Whether the controller returns from the document; the rest is of no use otherwise.
-    /// Fuzzing::comesBack() is the same for those that want nothing else.
+    /// Returns whether the controller returns from the document; the other results are valid only if it does.
+    /// For this result alone, use Fuzzing::comesBack().
     bool comesBack() const { return _comesBack; }
-    /// Whether the document nests too deeply for going into it; the rest is of no use then.
+    /// Returns whether the document is nested too deeply to descend into it; the other results are then
+    /// invalid.
     bool isTooDeep() const { return _tooDeep; }
-    /// What is to be told of, in its order, as SignalDiary notes it. All values are empty at first.
+    /// Returns the changes to report, in order, in SignalRecorder's notation. All values are empty at first.
     QStringList told() const { return _told; }
-    /// The networks: by SSID, the other six values.
+    /// Returns the networks: for each SSID, the other six values.
     QHash<QString, QStringList> networks() const { return _networks; }
-    /// Of each log document, its text.
+    /// Returns the text of each log document.
     QStringList logs() const { return _logs; }
 
 private:

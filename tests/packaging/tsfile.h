@@ -3,27 +3,27 @@
 #include <QList>
 #include <QString>
 
-/// One text of a catalogue's source (.ts).
+/// One text of a translation source file (.ts).
 struct TsText {
     QString context;
     QString source;
     QString comment;
     QString translation;
-    QString state; ///< such as "unfinished"; empty when it is done
+    QString state; ///< such as "unfinished"; empty when it is finished
 
-    /// What it is looked up by.
+    /// Returns the lookup key of the text.
     QString key() const { return context + QLatin1Char('|') + source + QLatin1Char('|') + comment; }
 };
 
-/// A catalogue's source, as far as tests want it.
+/// The parts of a translation source file that the tests need.
 struct TsFile {
     QString language;
     QString sourceLanguage;
     QList<TsText> texts;
 
-    /// The translation of \a source in \a context, without regard to its comment; null if there is none.
+    /// Returns the translation of \a source in \a context, whatever its comment is; null if there is none.
     QString translation(const QString &context, const QString &source) const;
 };
 
-/// Reads the catalogue's source at \a path; what can't be read is without texts.
+/// Reads the translation source file at \a path; a file that cannot be read has no texts.
 TsFile readTsFile(const QString &path);

@@ -10,13 +10,14 @@
 
 namespace
 {
-/// What stays as it is in every language, wherever a text has it.
+/// Names that are not translated in any language.
 constexpr const char *names[] = {"ZV Tolvar", "Tolvar", "Orvane", "WEP",
                                  "WPA2",      "TKIP",   "U-AES",  "M-AES",
                                  "A059",      "A060",   "2011",   "www.zvtolvar.example",
                                  "RSSI",      "WPS",    "MAC",    ("v" ZV_VERSION)};
 
-/// All that the pattern finds, in the order of the alphabet: a language may turn a sentence round.
+/// Returns all matches of the pattern in alphabetical order, because a language may change the order in a
+/// sentence.
 QStringList found(const char *pattern, const QString &text)
 {
     QStringList all;
@@ -27,7 +28,7 @@ QStringList found(const char *pattern, const QString &text)
     return all;
 }
 
-/// What is wrong with a translation, in words; empty if nothing is.
+/// Returns what is wrong with a translation; empty if nothing is.
 QString complaint(const TsText &text)
 {
     const QString &source = text.source;
@@ -38,8 +39,8 @@ QString complaint(const TsText &text)
         return QStringLiteral("empty");
     if (source == QLatin1String("TextLabel") && translation != source)
         return QStringLiteral("nobody sees it, so it stays");
-    // What each translation has as often as its source: placeholders, line breaks, tags, addresses, blanks at
-    // the ends.
+    // A translation has each of these as often as its source: placeholders, line breaks, tags, addresses,
+    // leading and trailing spaces.
     for (const char *pattern : {"%(?:\\d+|n)", "\n", "<[^>]*>", "https?://[^\\s\"<]+", "^\\s+", "\\s+$"}) {
         if (found(pattern, translation) != found(pattern, source))
             return QStringLiteral("not what the source has of ") + QString::fromLatin1(pattern);
@@ -48,14 +49,15 @@ QString complaint(const TsText &text)
         if (source.contains(QLatin1String(name)) && !translation.contains(QLatin1String(name)))
             return QStringLiteral("without ") + QString::fromLatin1(name);
     }
-    // A letter to press Alt with where the source has one, and nowhere else.
+    // A translation has a mnemonic (a letter to press with Alt) where the source has one, and nowhere else.
     const auto letters = source.count(QLatin1Char('&'));
     if (translation.count(QLatin1Char('&')) != letters || found("&\\p{L}", translation).size() != letters)
         return QStringLiteral("not a letter to press as in the source");
     return {};
 }
 
-/// All that is wrong with a catalogue for \a language, a line each, when the program has the texts \a wanted.
+/// Returns everything that is wrong with a translation file for \a language, one line each, when the program
+/// has the texts \a wanted.
 QStringList complaints(const TsFile &ts, const QString &language, const QList<TsText> &wanted)
 {
     QStringList all;
@@ -76,7 +78,8 @@ QStringList complaints(const TsFile &ts, const QString &language, const QList<Ts
     return all;
 }
 
-/// A catalogue without a mistake, in a language of its own: a ~ before each text but what has to stay.
+/// Returns a translation file without errors, in an artificial language: a ~ before each text except the
+/// parts that are not translated.
 TsFile flawless(const QList<TsText> &texts)
 {
     TsFile ts{QStringLiteral("xx"), QStringLiteral("en"), texts};
@@ -89,7 +92,7 @@ TsFile flawless(const QList<TsText> &texts)
 }
 } // namespace
 
-/// The catalogues' sources against the program's own.
+/// Compares the translation source files with the program's own texts.
 class TestCatalogues : public QObject
 {
     Q_OBJECT
@@ -104,7 +107,7 @@ private Q_SLOTS:
     void eachCatalogueIsFlawless();
 
 private:
-    QList<TsText> _texts; ///< all that the program's sources have to translate
+    QList<TsText> _texts; ///< all translatable texts in the program's sources
 };
 
 using Spoil = std::function<void(TsFile &)>;
@@ -120,7 +123,7 @@ void TestCatalogues::initTestCase()
     QVERIFY(lupdate.waitForFinished(120000));
     QVERIFY2(lupdate.exitCode() == 0, lupdate.readAllStandardError());
     for (const TsText &text : readTsFile(path).texts) {
-        // The toolkit's own classes have their texts in the toolkit's own catalogues.
+        // Qt's own classes have their texts in Qt's own translation files.
         if (!text.context.startsWith(QLatin1Char('Q')))
             _texts += text;
     }
@@ -128,7 +131,7 @@ void TestCatalogues::initTestCase()
 
 void TestCatalogues::theProgramHasTexts()
 {
-    // Some of every kind: from a form, from the sources, with a comment, with a letter to press.
+    // One text of every kind: from a form, from the sources, with a comment, with a mnemonic.
     QStringList keys;
     for (const TsText &text : std::as_const(_texts))
         keys += text.key();
@@ -144,7 +147,7 @@ void TestCatalogues::aFlawlessCatalogueHasNoComplaints()
 
 void TestCatalogues::aMistakeIsFound_data()
 {
-    // Each spoils one text of a flawless catalogue.
+    // Each row spoils one text of a translation file without errors.
     const auto translate = [](const char *source, const QString &translation) -> Spoil {
         return [=](TsFile &ts) {
             for (TsText &text : ts.texts) {

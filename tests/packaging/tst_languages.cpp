@@ -8,7 +8,7 @@
 
 using namespace onscreen;
 
-/// The installed program, started by its launcher as the desktop starts it, in each of its languages.
+/// Tests the installed program in each of its languages, started by its launcher as the desktop starts it.
 class TestLanguages : public QObject
 {
     Q_OBJECT
@@ -102,7 +102,7 @@ void TestLanguages::otherLanguagesGetEnglish()
 
 void TestLanguages::whatIsSavedGoesWhereTheUserMayWrite()
 {
-    // The save dialog opens in the folder that the program runs in.
+    // The save dialog opens in the program's working folder.
     const QTemporaryDir home;
     ProgramDriver app;
     app.setHome(home.path());

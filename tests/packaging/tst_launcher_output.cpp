@@ -16,13 +16,13 @@ QString passphrase()
     return QStringLiteral("as long as it may be");
 }
 
-/// Starts the installed launcher with its standard output redirected as the shell writes it.
+/// Starts the installed launcher with its standard output redirected in shell syntax.
 bool startInto(Scenario &s, const QString &redirection)
 {
     return s.screen.start("/bin/bash", {"-c", "exec \"$0\" " + redirection, ZV_LAUNCHER});
 }
 
-/// The whole run, once the program is started.
+/// Goes through the whole run, once the program is started.
 bool walksThrough(Scenario &s)
 {
     return s.user.seesTheDevice() && s.user.goesToTheNetworks() && s.user.seesTheNetworks() &&
@@ -31,7 +31,7 @@ bool walksThrough(Scenario &s)
            s.user.finishes();
 }
 
-/// A connected pair of sockets; what is written to one end is read from the other.
+/// A connected pair of sockets; data written to one end is read from the other.
 struct SocketPair {
     SocketPair()
     {
@@ -57,7 +57,7 @@ struct SocketPair {
 };
 } // namespace
 
-/// Where the messages of the installed program go: they hold the passphrase.
+/// Tests where the messages of the installed program go: they contain the passphrase.
 class TestLauncherOutput : public QObject
 {
     Q_OBJECT
@@ -81,7 +81,7 @@ void TestLauncherOutput::aSocketGetsNothing()
 
     QFile received;
     QVERIFY(received.open(sockets.ends[0], QIODevice::ReadOnly));
-    QCOMPARE(received.readAll(), QByteArray()); // up to the end: the program is over
+    QCOMPARE(received.readAll(), QByteArray()); // up to the end of file: the program has ended
 }
 
 void TestLauncherOutput::aPipeGetsTheMessages()
@@ -108,8 +108,9 @@ void TestLauncherOutput::standardErrorHoldsNoPassphrase()
 {
     Scenario s;
     QVERIFY(s.tolvar.plug());
-    // Qt writes messages to standard error that it has while the program handles another one, such as when
-    // the console shows that. Text layout and painting alone would slow the program down too much.
+    // Qt writes messages to standard error that occur while the program handles another message, such as when
+    // the console shows it. The categories for text layout and painting alone would slow the program down too
+    // much.
     s.screen.setEnvironment("QT_LOGGING_RULES", "*=true;qt.text.*=false;qt.widgets.*=false;qt.core.*=false");
     ZV_STEP(s, startInto(s, QString()));
     ZV_STEP(s, s.screen.click(button("Console")));

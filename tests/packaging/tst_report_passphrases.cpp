@@ -5,8 +5,8 @@
 
 #include "tests/e2e/scenario.h"
 
-// The reader here shares nothing with the script that takes the passphrases out: it joins what the log lines
-// have cut, in each way that a person could think of, and looks for the passphrase in that.
+// The reader in this test shares no code with the script that removes the passphrases. It joins what the log
+// lines have split, in each way that a person could think of, and searches the result for the passphrase.
 
 namespace
 {
@@ -44,11 +44,11 @@ QByteArray withoutWhiteSpace(QByteArray text)
     return text;
 }
 
-/// What can be made of a log by joining its messages.
+/// Returns the texts that result from joining the messages of a log.
 QByteArrayList readings(const QByteArray &log)
 {
     QByteArray received;
-    QByteArray receivedOnce; // with two readers, each message is there twice
+    QByteArray receivedOnce; // with two readers, the log contains each message twice
     QByteArray everything;
     QByteArray previous;
     for (const Message &message : messagesOf(log)) {
@@ -72,17 +72,17 @@ QByteArrayList readings(const QByteArray &log)
     return readings;
 }
 
-/// The ways in which a passphrase may be written.
+/// Returns the ways in which a passphrase may be written.
 QByteArrayList writings(const QString &passphrase)
 {
     QByteArrayList writings = {passphrase.toUtf8(), passphrase.toLatin1(), passphrase.trimmed().toUtf8()};
-    writings += QString::fromLatin1(passphrase.toUtf8()).toUtf8(); // UTF-8 taken for Latin-1
+    writings += QString::fromLatin1(passphrase.toUtf8()).toUtf8(); // UTF-8 read as Latin-1
     for (const QByteArray &writing : QByteArrayList(writings))
         writings += withoutWhiteSpace(writing);
     return writings;
 }
 
-/// Where a passphrase is found; empty if it is nowhere.
+/// Returns where a passphrase is found; empty if it is not found.
 QByteArray findIn(const QByteArray &log, const QString &passphrase)
 {
     for (const QByteArray &reading : readings(log)) {
@@ -95,7 +95,7 @@ QByteArray findIn(const QByteArray &log, const QString &passphrase)
     return {};
 }
 
-/// A piece of a passphrase that is found in what the device sent: five characters of it.
+/// Returns a piece of a passphrase, five characters long, that is found in what the device sent.
 QByteArray findPieceIn(const QByteArray &log, const QString &passphrase)
 {
     constexpr int piece = 5;
@@ -112,16 +112,15 @@ QByteArray findPieceIn(const QByteArray &log, const QString &passphrase)
 
 struct Run {
     TolvarNetwork network;
-    QStringList passphrases; ///< in the order they are tried; the last is right
+    QStringList passphrases; ///< in the order in which they are tried; the last one is right
     LineFaults::Reads reads = LineFaults::AsTheyCome;
     bool isPluggedLater = false; ///< then both controllers read
-    bool isReplyLost =
-        false; ///< two readers, byte by byte: replies after the passphrase can't be told from echo
+    bool isReplyLost = false;    ///< two readers, byte by byte: later replies look like echo
 };
 } // namespace
 Q_DECLARE_METATYPE(Run)
 
-/// Passphrases go through the real program, and must not be in the report for support.
+/// Sends passphrases through the real program, and tests that the report for support does not contain them.
 class TestReportPassphrases : public QObject
 {
     Q_OBJECT
@@ -164,7 +163,7 @@ bool TestReportPassphrases::walks(Scenario &s, const Run &run)
 {
     if (!s.user.seesTheDevice())
         return false;
-    // Both controllers ask for the status. A reply that comes during the scan would end it.
+    // Both controllers request the status. A reply that arrives during the scan would end it.
     const int queries = run.isPluggedLater ? 2 : 1;
     if (!s.tolvar.waitUntil([&] { return s.received().count("get") == queries && s.tolvar.isAtRest(); },
                             20000))
@@ -204,7 +203,7 @@ QByteArray TestReportPassphrases::report(const Scenario &s)
 void TestReportPassphrases::aRunLeavesNoneInTheReport()
 {
     QFETCH(Run, run);
-    TolvarSetup setup;
+    DeviceConfig setup;
     setup.air = {run.network};
     setup.delays = TolvarDelays();
     Scenario s(setup);
@@ -229,7 +228,7 @@ void TestReportPassphrases::aRunLeavesNoneInTheReport()
         const QByteArray piece = findPieceIn(report, passphrase);
         QVERIFY2(piece.isEmpty(), piece.constData());
     }
-    // What support needs is still there.
+    // The information that support needs is still there.
     QByteArrayList useful = {"D:****Device DISCOVERED: \n",    "<name>TOLVAR-4711</name>",
                              "D:->IN_PROMPT - end scaning \n", "D:--> \"setpass [removed]",
                              "D:->IN_PROMPT - end testing \n", "D:--> \"exit\r\n"};

@@ -9,13 +9,13 @@
 
 class QListView;
 
-/// The wizard on its choose-network page, just entered, and what was logged since.
+/// The wizard on its choose-network page, which was just entered, and the messages logged since.
 class ChoosePageFixture
 {
 public:
     ChoosePageFixture() { wizard.goTo(3); }
 
-    MessageRecorder log; ///< made before the wizard and gone after it
+    MessageRecorder log; ///< must outlive the wizard
     WizardFixture wizard;
 
     QWizardPage *page() const { return wizard.wizard.page(3); }
@@ -30,13 +30,13 @@ public:
     QLineEdit *name() const { return widget<QLineEdit>("input_NetworkName"); }
     QLineEdit *passphrase() const { return widget<QLineEdit>("input_Password"); }
 
-    /// The list's rows from top to bottom.
+    /// Returns the rows of the list from top to bottom.
     QStringList rows() const;
     void click(const QString &row) const;
     void doubleClick(const QString &row) const;
-    /// Calls a slot of the page by its name, as its meta-object has it.
+    /// Calls a slot of the page by its name in the meta-object.
     void call(const char *slot) const;
 };
 
-/// What a scan reports: "Home" with WPA2, "Old" with WEP, and "Open" without any security.
+/// The reply to a scan with "Home" with WPA2, "Old" with WEP, and "Open" without security.
 extern const char threeNetworks[];

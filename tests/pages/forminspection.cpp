@@ -34,8 +34,8 @@ QString spacerLine(QSpacerItem *spacer)
         .arg(policyName(policy.horizontalPolicy()), policyName(policy.verticalPolicy()));
 }
 
-/// Where item \a index of \a layout stands, with a blank behind. In a box layout the order says it all; only
-/// a stretch is told.
+/// Returns the cell of item \a index of \a layout, followed by a space. In a box layout the order is
+/// sufficient; only a stretch is reported.
 QString cell(const QLayout *layout, int index)
 {
     if (const auto *grid = qobject_cast<const QGridLayout *>(layout)) {
@@ -63,7 +63,7 @@ std::unique_ptr<QWidget> make()
     return std::make_unique<Widget>();
 }
 
-/// A new widget of one of the toolkit's classes; null for a class that no form is known to use.
+/// Returns a new widget of one of Qt's classes; null for a class that no form uses.
 std::unique_ptr<QWidget> untouched(const char *className)
 {
     static const QHash<QByteArray, std::unique_ptr<QWidget> (*)()> makers = {
@@ -90,11 +90,11 @@ QString shown(const QVariant &value)
 
 bool same(const QVariant &one, const QVariant &other)
 {
-    // Icons and pixmaps can't be compared, but they show whether they are null.
+    // Icons and pixmaps cannot be compared, but they show whether they are null.
     return one == other || (!one.metaType().isEqualityComparable() && shown(one) == shown(other));
 }
 
-/// Each property of \a object that can be written and whose value differs from \a expected's.
+/// Returns each writable property of \a object whose value differs from \a expected's.
 QStringList differences(const QObject *object, const QObject *expected, const QByteArrayList &except)
 {
     QStringList wrong;
@@ -114,7 +114,7 @@ QStringList differences(const QObject *object, const QObject *expected, const QB
     return wrong;
 }
 
-/// A new layout of the same class as \a layout, on \a widget or inside a layout there.
+/// Returns a new layout of the same class as \a layout, on \a widget or inside a layout of that widget.
 QLayout *untouchedLike(const QLayout *layout, QWidget *widget)
 {
     QLayout *made = nullptr;
@@ -151,7 +151,8 @@ int listeners(const QObject *object, const QMetaMethod &signal)
     return (object->*(&Peek::receivers))('2' + signal.methodSignature());
 }
 
-/// What \a form gives to \a object, given to \a widget. A text covers nothing that the constructor gave.
+/// Applies to \a widget what \a form sets on \a object. A property value has priority over a text
+/// of the form.
 void give(const Form &form, const QString &object, QWidget *widget, QStringList *wrong)
 {
     const auto set = [&](const char *property, const QVariant &value) {
@@ -239,7 +240,7 @@ QStringList connectionsBeyond(const Form &form, const QWidget *widget)
         const QMetaObject *meta = expected->metaObject();
         for (int i = 0; i < meta->methodCount(); ++i) {
             const QMetaMethod signal = meta->method(i);
-            // A layout listens to the end of what it holds.
+            // A layout connects to the destroyed() signal of what it contains.
             if (signal.methodType() == QMetaMethod::Signal && !(signal.attributes() & QMetaMethod::Cloned) &&
                 signal.name() != "destroyed" && listeners(made, signal) > listeners(expected.get(), signal))
                 connected += made->objectName() + '.' + QString::fromLatin1(signal.methodSignature());

@@ -56,7 +56,7 @@ QFont heading()
     return font;
 }
 
-/// What a label has that shows what the device or a network says.
+/// The property of a label that shows text from the device or a network.
 QVariant plainText()
 {
     return QVariant::fromValue(Qt::PlainText);

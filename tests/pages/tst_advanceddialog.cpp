@@ -7,11 +7,12 @@
 
 #include "device/zvtolvar.h"
 #include "pages/advanceddialog.h"
-#include "tests/support/lettersof.h"
 #include "tests/support/reachable.h"
-#include "tests/support/zvtolvarinspector.h"
+#include "tests/support/scopedapplicationfont.h"
+#include "tests/support/zvtolvartestpeer.h"
 
-/// The advanced settings: read from the controller when it opens, written back on OK.
+/// Tests the advanced settings: they are read from the controller when the dialog opens, and written back on
+/// OK.
 class TestAdvancedDialog : public QObject
 {
     Q_OBJECT
@@ -47,7 +48,7 @@ private Q_SLOTS:
 
 private:
     std::unique_ptr<ZVTolvar> _tolvar;
-    QStringList _order; ///< the changes that the controller has told of, where a test asks for them
+    QStringList _order; ///< the changes that the controller has reported, where a test records them
 };
 
 namespace
@@ -133,7 +134,7 @@ void TestAdvancedDialog::aPlaceholderIsSeenWholeInLargeLetters_data()
 
 void TestAdvancedDialog::theDialogKeepsItsWidthWhereAllIsSeen()
 {
-    const LettersOf letters(9);
+    const ScopedApplicationFont letters(9);
     QCOMPARE(AdvancedDialog(_tolvar.get()).size(), QSize(362, 269));
 }
 
@@ -141,12 +142,11 @@ void TestAdvancedDialog::aPlaceholderIsSeenWholeInLargeLetters()
 {
     QFETCH(int, points);
     QFETCH(QString, field);
-    const LettersOf letters(points);
+    const ScopedApplicationFont letters(points);
     AdvancedDialog dialog(_tolvar.get());
     dialog.show();
     const auto *edit = dialog.findChild<QLineEdit *>(field);
-    const int margins =
-        10; // in pixels: 2 of the frame's and 2 of the field's own at each side, and 2 for the cursor
+    const int margins = 10; // in pixels: 2 of the frame and 2 of the field at each side, 2 for the cursor
     const int text = edit->fontMetrics().horizontalAdvance(edit->placeholderText());
     QVERIFY2(edit->width() >= text + margins, "what it asks for can be read");
 }
@@ -161,8 +161,8 @@ void TestAdvancedDialog::theScreenHoldsTheDialog_data()
 void TestAdvancedDialog::theScreenHoldsTheDialog()
 {
     QFETCH(int, points);
-    const LettersOf letters(points);
-    QWidget window; // dialogs come over its middle
+    const ScopedApplicationFont letters(points);
+    QWidget window; // dialogs open centred over it
     window.setGeometry(QRect(window.screen()->geometry().center(), QSize(1, 1)));
     window.show();
     AdvancedDialog dialog(_tolvar.get(), &window);
@@ -233,7 +233,7 @@ void TestAdvancedDialog::theStaticAddressIsNeverSwitchedOff()
     QCOMPARE(_tolvar->useStaticIP(), QStringLiteral("Y"));
     QCOMPARE(_tolvar->ipAddress(), QStringLiteral("10.0.0.7"));
     // The save sends the device the address that it had.
-    const ZVTolvarInspector inside{*_tolvar};
+    const ZVTolvarTestPeer inside{*_tolvar};
     _tolvar->saveNetworkConfig();
     QVERIFY2(inside.queue().contains("setstaticip Y 10.0.0.7\r\n"), qPrintable(inside.queue().join(' ')));
 }
@@ -352,7 +352,7 @@ void TestAdvancedDialog::itSendsNothingToTheDevice()
     in<QCheckBox>(dialog, "checkBox_ExternalAntenna")->setChecked(true);
     press(dialog, QDialogButtonBox::Ok);
     QCOMPARE(_tolvar->antenna(), QStringLiteral("1"));
-    QCOMPARE(ZVTolvarInspector{*_tolvar}.queue(), QStringList());
+    QCOMPARE(ZVTolvarTestPeer{*_tolvar}.queue(), QStringList());
 }
 
 QTEST_MAIN(TestAdvancedDialog)

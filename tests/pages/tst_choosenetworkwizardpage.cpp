@@ -4,13 +4,13 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include "app/sessionlog.h"
+#include "messages/sessionlog.h"
 #include "pages/choosenetworkwizardpage.h"
 #include "tests/pages/choosepagefixture.h"
-#include "tests/support/markingtranslator.h"
-#include "tests/support/steprecorder.h"
+#include "tests/support/pseudotranslator.h"
+#include "tests/support/widgetchangerecorder.h"
 
-/// The choose-network page: entering it, its fields, and the way on.
+/// Tests the choose-network page: entering it, its fields, and Continue.
 class TestChoosePage : public QObject
 {
     Q_OBJECT
@@ -61,7 +61,7 @@ void TestChoosePage::theStepsOfAnEntryComeInTheirOrder()
     f.tolvar.setPassword("open sesame");
     f.tolvar.setAntenna("0");
     auto *page = f.page<ChooseNetworkWizardPage>();
-    StepRecorder steps(page);
+    WidgetChangeRecorder steps(page);
     steps.tellAlso([&f, page] {
         int byWidgets = 0;
         for (const auto &[sender, signal] : {std::pair("networkListView", "doubleClicked(QModelIndex)"),
@@ -80,7 +80,7 @@ void TestChoosePage::theStepsOfAnEntryComeInTheirOrder()
     steps.take();
     f.wizard.next();
     QCOMPARE(f.wizard.currentId(), 3);
-    // What is shown for the first time comes after that.
+    // What is shown for the first time follows after that.
     QCOMPARE(steps.take().mid(0, 12),
              QStringList({"networkChanged(QString), 0 by widgets, 0 rows",
                           "passwordChanged(QString), 0 by widgets, 0 rows",
@@ -112,7 +112,7 @@ void TestChoosePage::leavingTheNameFieldTellsTheController()
     QTest::keyClick(_f->name(), Qt::Key_Tab);
     QCOMPARE(_f->tolvar().network(), QStringLiteral(" My Net "));
     QCOMPARE(_f->name()->text(), QStringLiteral(" My Net "));
-    QCOMPARE(complete.count(), 2); // by the controller's signal, and by the field's
+    QCOMPARE(complete.count(), 2); // once for the controller's signal, once for the field's
 }
 
 void TestChoosePage::leavingTheNameFieldAsksTheWizardAfterwards()
@@ -128,7 +128,7 @@ void TestChoosePage::leavingTheNameFieldAsksTheWizardAfterwards()
     QCOMPARE(order, QStringList({"the wizard asks", "the controller knows the name", "the wizard asks"}));
     order.clear();
     _f->call("OnNetworkEditingFinished");
-    QCOMPARE(order, QStringList{"the wizard asks"}); // even when the name is the old one
+    QCOMPARE(order, QStringList{"the wizard asks"}); // even when the name has not changed
 }
 
 void TestChoosePage::leavingThePassphraseFieldTellsTheController()
@@ -142,7 +142,7 @@ void TestChoosePage::leavingThePassphraseFieldTellsTheController()
     _f->log.tellOf([&](const QString &) { atTheMessage = _f->tolvar().password(); });
     QTest::keyClick(_f->passphrase(), Qt::Key_Tab);
     QCOMPARE(_f->log.messages(), QStringList{"D:Password Edit: \"a \"b\"\" "});
-    QCOMPARE(atTheMessage, QString()); // it is logged before it is handed over
+    QCOMPARE(atTheMessage, QString()); // the name is logged before it is passed to the controller
     QCOMPARE(_f->tolvar().password(), QStringLiteral("a \"b\""));
     QVERIFY2(complete.isEmpty(), "a passphrase makes nothing complete");
 }
@@ -154,7 +154,7 @@ void TestChoosePage::theFieldsFollowTheController()
     connect(_f->page(), &QWizardPage::completeChanged, this, [&] { atTheSignal += _f->name()->text(); });
     _f->tolvar().setNetwork("N");
     QCOMPARE(_f->name()->text(), QStringLiteral("N"));
-    QCOMPARE(atTheSignal, QStringList{"N"}); // once, and the field is filled by then
+    QCOMPARE(atTheSignal, QStringList{"N"}); // once, and the field is already filled
     _f->tolvar().setPassword("P");
     QCOMPARE(_f->passphrase()->text(), QStringLiteral("P"));
     QCOMPARE(atTheSignal.size(), 1);
@@ -211,7 +211,7 @@ void TestChoosePage::theWayOn()
 {
     QFETCH(QString, security);
     QFETCH(int, page);
-    // The suites don't count, nor does another network.
+    // The cipher suites are ignored, and so is another network.
     _f->wizard.finishScan("<scan SSID=\"Net\" sec=\"" + security +
                           "\" suites=\"WEP\"/><scan SSID=\"Old\" sec=\"WEP\"/>");
     _f->name()->setText("Net");
@@ -293,7 +293,7 @@ void TestChoosePage::everyEntryConnectsOnceMore()
     QFETCH(QByteArray, sender);
     QFETCH(QByteArray, signal);
     WizardFixture f;
-    f.goTo(1); // the page before has connections of its own
+    f.goTo(1); // the previous page has its own connections
     const int before = f.listeners(sender, signal);
     QVERIFY2(before >= 0, "there is no such signal");
     f.goTo(3);

@@ -3,7 +3,7 @@
 
 #include "tests/pages/choosepagefixture.h"
 
-/// The choose-network page's antenna box, which only shows the setting.
+/// Tests the choose-network page's antenna box, which only shows the setting.
 class TestAntennaBox : public QObject
 {
     Q_OBJECT
@@ -55,14 +55,14 @@ void TestAntennaBox::theAntennaBox()
     QCOMPARE(box->isChecked(), checked);
     QVERIFY2(!box->isEnabled(), "it only shows the setting");
     f.status("<ant>" + QString(checked ? "0" : "1") + "</ant>");
-    QCOMPARE(box->isChecked(), checked); // and doesn't follow it
+    QCOMPARE(box->isChecked(), checked); // and does not follow it
 }
 
 void TestAntennaBox::firmwareA058DisablesTheAntennaBox()
 {
     _f->tolvar().setFirmwareVersion("A058");
     auto *box = _f->widget<QCheckBox>("checkBox_useExternalAntenna");
-    box->setEnabled(true); // as nothing in the program does
+    box->setEnabled(true); // nothing in the program does this
     _f->wizard.goBackAndEnterAgain();
     QVERIFY(!box->isEnabled());
 }

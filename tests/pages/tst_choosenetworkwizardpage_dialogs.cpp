@@ -8,10 +8,10 @@
 #include "pages/advanceddialog.h"
 #include "pages/viewdetailsdialog.h"
 #include "tests/pages/choosepagefixture.h"
-#include "tests/support/markingtranslator.h"
-#include "tests/support/modalanswers.h"
+#include "tests/support/modaldialogresponder.h"
+#include "tests/support/pseudotranslator.h"
 
-/// The dialogs that the choose-network page opens.
+/// Tests the dialogs that the choose-network page opens.
 class TestChoosePageDialogs : public QObject
 {
     Q_OBJECT
@@ -41,7 +41,7 @@ void TestChoosePageDialogs::aDoubleClickOpensTheDetails()
 {
     _f->wizard.finishScan(threeNetworks);
     QString network;
-    ModalAnswers answers({[&](QDialog *dialog) {
+    ModalDialogResponder answers({[&](QDialog *dialog) {
         QVERIFY2(qobject_cast<ViewDetailsDialog *>(dialog), "the network's details were expected");
         QCOMPARE(dialog->parentWidget(), &_f->wizard.wizard);
         network = dialog->findChild<QLabel *>("label_network")->text();
@@ -58,11 +58,11 @@ void TestChoosePageDialogs::aDoubleClickOpensTheDetails()
 
 void TestChoosePageDialogs::theDoubleClickPicksTheNetworkItself()
 {
-    // With a mouse, the click before it has picked the network already.
+    // With a mouse, the preceding click has already selected the network.
     _f->wizard.finishScan("<scan SSID=\"Old\" sec=\"WEP\"/>");
     QCOMPARE(_f->tolvar().network(), QStringLiteral("Home"));
     QString network;
-    ModalAnswers answers({[&network](QDialog *dialog) {
+    ModalDialogResponder answers({[&network](QDialog *dialog) {
         network = dialog->findChild<QLabel *>("label_network")->text();
         dialog->accept();
     }});
@@ -75,7 +75,7 @@ void TestChoosePageDialogs::theDoubleClickPicksTheNetworkItself()
 void TestChoosePageDialogs::theDetailsButtonOpensTheDetailsOnce()
 {
     _f->wizard.finishScan(threeNetworks);
-    ModalAnswers answers({[](QDialog *dialog) {
+    ModalDialogResponder answers({[](QDialog *dialog) {
         QVERIFY2(qobject_cast<ViewDetailsDialog *>(dialog), "the network's details were expected");
         dialog->accept();
     }});
@@ -89,7 +89,7 @@ void TestChoosePageDialogs::theDetailsAreOfTheNameInTheField()
     _f->click("Old");
     _f->name()->setText("Elsewhere");
     QStringList shown;
-    ModalAnswers answers({[&](QDialog *dialog) {
+    ModalDialogResponder answers({[&](QDialog *dialog) {
         for (const char *label : {"label_network", "label_security"})
             shown += dialog->findChild<QLabel *>(label)->text();
         dialog->reject();
@@ -104,9 +104,9 @@ void TestChoosePageDialogs::theDetailsAreOfTheNameInTheField()
 void TestChoosePageDialogs::theUnknownNetworkIsNotTranslated()
 {
     _f->wizard.finishScan();
-    const MarkingTranslator translator;
+    const PseudoTranslator translator;
     QString shown;
-    ModalAnswers answers({[&shown](QDialog *dialog) {
+    ModalDialogResponder answers({[&shown](QDialog *dialog) {
         shown = dialog->findChild<QLabel *>("label_network")->text();
         dialog->reject();
     }});
@@ -131,7 +131,7 @@ void TestChoosePageDialogs::theAdvancedSlot()
     QFETCH(QString, number);
     QFETCH(bool, accept);
     _f->tolvar().setFirmwareVersion(version);
-    ModalAnswers answers({[&](QDialog *dialog) {
+    ModalDialogResponder answers({[&](QDialog *dialog) {
         QVERIFY2(qobject_cast<AdvancedDialog *>(dialog), "the advanced settings were expected");
         QCOMPARE(dialog->parentWidget(), &_f->wizard.wizard);
         accept ? dialog->accept() : dialog->reject();
@@ -162,7 +162,7 @@ void TestChoosePageDialogs::theAdvancedSlotRefusesOldFirmware()
     QFETCH(QString, version);
     QFETCH(QString, number);
     _f->tolvar().setFirmwareVersion(version);
-    ModalAnswers answers({[](QDialog *dialog) {
+    ModalDialogResponder answers({[](QDialog *dialog) {
         auto *box = qobject_cast<QMessageBox *>(dialog);
         QVERIFY2(box, "a message box was expected");
         QCOMPARE(box->text(),
@@ -182,9 +182,9 @@ void TestChoosePageDialogs::theAdvancedSlotRefusesOldFirmware()
 void TestChoosePageDialogs::theRefusalIsTranslated()
 {
     _f->tolvar().setFirmwareVersion("A058");
-    const MarkingTranslator translator;
+    const PseudoTranslator translator;
     QString shown;
-    ModalAnswers answers({[&shown](QDialog *dialog) {
+    ModalDialogResponder answers({[&shown](QDialog *dialog) {
         shown = qobject_cast<QMessageBox *>(dialog)->text();
         dialog->reject();
     }});
@@ -199,7 +199,7 @@ void TestChoosePageDialogs::acceptedAdvancedSettingsReachTheFields()
 {
     const auto *box = _f->widget<QCheckBox>("checkBox_useExternalAntenna");
     const bool before = box->isChecked();
-    ModalAnswers answers({[&](QDialog *dialog) {
+    ModalDialogResponder answers({[&](QDialog *dialog) {
         dialog->findChild<QLineEdit *>("lineEdit_network")->setText("Elsewhere");
         dialog->findChild<QLineEdit *>("lineEdit_passphrase")->setText("secret");
         dialog->findChild<QCheckBox *>("checkBox_ExternalAntenna")->setChecked(!before);
@@ -209,7 +209,7 @@ void TestChoosePageDialogs::acceptedAdvancedSettingsReachTheFields()
     QCOMPARE(_f->name()->text(), QStringLiteral("Elsewhere"));
     QCOMPARE(_f->passphrase()->text(), QStringLiteral("secret"));
     QCOMPARE(_f->tolvar().antenna(), before ? QStringLiteral("0") : QStringLiteral("1"));
-    QCOMPARE(box->isChecked(), before); // the page's box isn't refreshed
+    QCOMPARE(box->isChecked(), before); // the page's box is not updated
 }
 
 void TestChoosePageDialogs::aSecondDoubleClickAfterReentryOpensTwoDialogs()
@@ -220,13 +220,13 @@ void TestChoosePageDialogs::aSecondDoubleClickAfterReentryOpensTwoDialogs()
     _f->wizard.finishScan(threeNetworks);
     int open = 0;
     int mostAtOnce = 0;
-    const ModalAnswers::Answer look = [&](QDialog *dialog) {
+    const ModalDialogResponder::Answer look = [&](QDialog *dialog) {
         ++open;
         mostAtOnce = qMax(mostAtOnce, open);
         dialog->accept();
         --open;
     };
-    ModalAnswers answers({look, look});
+    ModalDialogResponder answers({look, look});
     _f->doubleClick("Open");
     QCOMPARE(answers.opened(), 2); // one after the other
     QCOMPARE(mostAtOnce, 1);

@@ -5,11 +5,11 @@
 #include <QTest>
 
 #include "tests/pages/choosepagefixture.h"
-#include "tests/support/listener.h"
-#include "tests/support/markingtranslator.h"
-#include "tests/support/steprecorder.h"
+#include "tests/support/pseudotranslator.h"
+#include "tests/support/scopedconnection.h"
+#include "tests/support/widgetchangerecorder.h"
 
-/// The choose-network page's list: scanning, and picking a network.
+/// Tests the choose-network page's list: scanning, and selecting a network.
 class TestNetworkList : public QObject
 {
     Q_OBJECT
@@ -49,7 +49,7 @@ private:
         list->setCurrentIndex(list->model()->index(int(_f->rows().indexOf(row)), 0));
     }
 
-    /// Ends the scan in progress with a status document, as when the device answers an earlier "get" late.
+    /// Ends the current scan with a status document, as when the device answers an earlier "get" late.
     void endScanWithoutList() const
     {
         for (const char byte : "\x02<puckdata></puckdata>\x03")
@@ -78,7 +78,7 @@ void TestNetworkList::theEndOfAScan()
 void TestNetworkList::theStepsOfAScanComeInTheirOrder()
 {
     _f->wizard.finishScan();
-    StepRecorder steps(_f->page());
+    WidgetChangeRecorder steps(_f->page());
     connect(_f->page(), &QWizardPage::completeChanged, &steps,
             [&steps] { steps.note("it tells the wizard"); });
     _f->tolvar().startScan();
@@ -106,16 +106,16 @@ void TestNetworkList::theListIsRebuiltFromTheTable()
     _f->log.take();
     _f->wizard.finishScan(threeNetworks);
     QStringList shown = _f->rows();
-    QCOMPARE(shown, _f->tolvar().scannedNetworks()->keys()); // the table's own order
+    QCOMPARE(shown, _f->tolvar().scannedNetworks()->keys()); // the order of the table
     shown.sort();
     QCOMPARE(shown, QStringList({"Home", "Old", "Open"}));
-    // One rebuild an insertion, and each names every row: 1 + 2 + 3 lines.
+    // Each insertion causes one rebuild, and each rebuild logs every row: 1 + 2 + 3 lines.
     QStringList names;
     for (const QString &message : _f->log.messages("D:\"")) {
         if (message == "D:\"Home\" " || message == "D:\"Old\" " || message == "D:\"Open\" ")
             names += message;
     }
-    // isComplete() names the field's text, "Home", once more when the scan is over.
+    // isComplete() logs the field's text, "Home", once more when the scan is over.
     QVERIFY2(names.size() >= 7, qPrintable(names.join(',')));
     QCOMPARE(names.count("D:\"Open\" "), 1);
     QCOMPARE(names.count("D:\"Old\" "), 2);
@@ -132,7 +132,7 @@ void TestNetworkList::theListIsOfTheTableThatTheSignalCarries()
 void TestNetworkList::anUnplugEmptiesTheList()
 {
     _f->wizard.finishScan(threeNetworks);
-    QextPortInfo info; // its name equals the controller's: none
+    QextPortInfo info; // its name equals the controller's, which is empty
     _f->tolvar().onDeviceRemoved(info);
     QCOMPARE(_f->rows(), QStringList());
     QCOMPARE(_f->name()->text(), QString());
@@ -157,7 +157,7 @@ void TestNetworkList::aPlaceholderRowCanBePicked()
 
 void TestNetworkList::thePlaceholderRowsAreNotTranslated()
 {
-    const MarkingTranslator translator;
+    const PseudoTranslator translator;
     _f->wizard.goBackAndEnterAgain();
     QCOMPARE(_f->rows(), QStringList({"Scanning for Networks", "Please Wait...."}));
 }
@@ -250,7 +250,7 @@ void TestNetworkList::aTypedNameLeavesNoOtherRowHighlighted()
     QTest::keyClick(_f->name(), Qt::Key_Tab);
     QCOMPARE(_f->tolvar().network(), QStringLiteral("Hidden"));
     QVERIFY2(!hasHighlight(), "no row may stay highlighted that is not the network");
-    highlight("Open"); // the same row counts again
+    highlight("Open"); // highlighting the same row counts again
     QCOMPARE(_f->tolvar().network(), QStringLiteral("Open"));
     QVERIFY(hasHighlight());
 }
@@ -269,11 +269,11 @@ void TestNetworkList::afterASecondEntryAHighlightedRowCountsOnce()
     _f->wizard.goBackAndEnterAgain();
     _f->wizard.finishScan(threeNetworks);
     int calls = 0;
-    const Listener undo(&_f->tolvar(), &ZVTolvar::networkChanged, [&](const QString &name) {
+    const ScopedConnection undo(&_f->tolvar(), &ZVTolvar::networkChanged, [&](const QString &name) {
         if (name != "Open")
             return;
         ++calls;
-        _f->tolvar().setNetwork("Home"); // a second call would be a change again
+        _f->tolvar().setNetwork("Home"); // a second call would be another change
     });
     highlight("Open");
     QCOMPARE(calls, 1);

@@ -4,12 +4,12 @@
 #include <QTest>
 
 #include "pages/connecttlovarwizardpage.h"
-#include "tests/support/markingtranslator.h"
 #include "tests/support/messagerecorder.h"
-#include "tests/support/steprecorder.h"
+#include "tests/support/pseudotranslator.h"
+#include "tests/support/widgetchangerecorder.h"
 #include "tests/support/wizardfixture.h"
 
-/// The start page: waiting until the device has told its system ID.
+/// Tests the start page, which waits until the device has reported its system ID.
 class TestConnectPage : public QObject
 {
     Q_OBJECT
@@ -66,7 +66,7 @@ void TestConnectPage::searchingAtFirst()
 void TestConnectPage::theStepsOfAnEntryComeInTheirOrder()
 {
     Q_EMIT _f->tolvar.candidateDeviceFound();
-    StepRecorder steps(_f->wizard.currentPage());
+    WidgetChangeRecorder steps(_f->wizard.currentPage());
     _f->tolvar.connected = [&steps](const QString &signal) { steps.note(signal + " has a listener more"); };
     _log->tellOf([&steps](const QString &message) {
         if (message == QLatin1String("D:List of ports: "))
@@ -96,7 +96,7 @@ void TestConnectPage::aSystemIDIdentifiesTheDevice()
     QCOMPARE(label(), QStringLiteral("***** A Tolvar has been found *****"));
     QVERIFY(!barVisible());
     QVERIFY(_f->canGoOn());
-    QCOMPARE(_f->wizard.currentId(), 0); // it doesn't go on by itself
+    QCOMPARE(_f->wizard.currentId(), 0); // the wizard does not continue by itself
     QCOMPARE(_log->messages().constLast(), QStringLiteral("D:Sysid: \"TOLVAR-1\" "));
 }
 
@@ -125,7 +125,7 @@ void TestConnectPage::withoutASystemIDAgainTheSearchIsBack()
 void TestConnectPage::aCandidateAfterIdentificationIsIdentifiedAtOnce()
 {
     _f->status("<name>TOLVAR-1</name>");
-    StepRecorder steps(_f->wizard.currentPage());
+    WidgetChangeRecorder steps(_f->wizard.currentPage());
     _log->tellOf([&steps](const QString &) { steps.note("asks whether it is complete"); });
     Q_EMIT _f->tolvar.candidateDeviceFound();
     QCOMPARE(steps.take().mid(0, 3),
@@ -224,7 +224,7 @@ void TestConnectPage::theTextsAreTranslated()
     QFETCH(QString, systemID);
     QFETCH(bool, candidate);
     QFETCH(QString, shown);
-    const MarkingTranslator translator;
+    const PseudoTranslator translator;
     _f->wizard.restart();
     if (candidate)
         Q_EMIT _f->tolvar.candidateDeviceFound();
@@ -232,7 +232,7 @@ void TestConnectPage::theTextsAreTranslated()
     QCOMPARE(label(), shown);
     if (!systemID.isEmpty())
         return;
-    // The text that comes back while nothing is found is the same.
+    // The text that returns while no device is found is the same.
     _f->widget<QProgressBar>("connectionProgressBar")->hide();
     QVERIFY(!_f->wizard.currentPage()->isComplete());
     QCOMPARE(label(), QStringLiteral("ConnectTlovarWizardPage|Progress bar label|Looking for ZV Tolvar"));

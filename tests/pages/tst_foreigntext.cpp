@@ -12,12 +12,12 @@
 #include "device/zvscanresult.h"
 #include "pages/viewdetailsdialog.h"
 #include "tests/support/drawntext.h"
-#include "tests/support/modalanswers.h"
+#include "tests/support/modaldialogresponder.h"
 #include "tests/support/wizardfixture.h"
 
 namespace
 {
-/// What is wrong with the way in which \a label shows \a text; empty when nothing is.
+/// Returns what is wrong with the way in which \a label shows \a text; empty when nothing is.
 QString faultOf(QLabel *label, const QString &text)
 {
     if (!label)
@@ -31,8 +31,8 @@ QString faultOf(QLabel *label, const QString &text)
 }
 } // namespace
 
-/// Texts that come from the device, from a network or from the file system are shown as they are, whatever
-/// characters are in them. What counts is what is drawn and what a screen reader says.
+/// Tests that texts from the device, from a network or from the file system are shown unchanged, whatever
+/// characters they contain. The tests check what is drawn and what a screen reader says.
 class TestForeignText : public QObject
 {
     Q_OBJECT
@@ -55,8 +55,9 @@ private Q_SLOTS:
 
 private:
     static void texts();
-    /// Gives \a path to the save dialog and accepts it; \a andThen follows.
-    static ModalAnswers::Answer saveAs(const QString &path, const std::function<void()> &andThen = {});
+    /// Enters \a path in the save dialog and accepts it; calls \a andThen afterwards.
+    static ModalDialogResponder::Answer saveAs(const QString &path,
+                                               const std::function<void()> &andThen = {});
 };
 
 void TestForeignText::texts()
@@ -116,10 +117,12 @@ void TestForeignText::theConsolesKeyWorksWhateverNetworkIsTested()
     f.tolvar.setNetwork(text);
     f.goTo(4);
     QTest::keyClick(&f.wizard, Qt::Key_C, Qt::AltModifier);
-    QTRY_VERIFY(f.wizard.findChild<console_dialog *>()->isVisible()); // a key presses a button for a moment
+    QTRY_VERIFY(f.wizard.findChild<console_dialog *>()
+                    ->isVisible()); // a key press keeps the button down for a moment
 }
 
-ModalAnswers::Answer TestForeignText::saveAs(const QString &path, const std::function<void()> &andThen)
+ModalDialogResponder::Answer TestForeignText::saveAs(const QString &path,
+                                                     const std::function<void()> &andThen)
 {
     return [path, andThen](QDialog *dialog) {
         auto *chooser = qobject_cast<QFileDialog *>(dialog);
@@ -138,11 +141,11 @@ void TestForeignText::thePathOfALog()
     const QString path = folder.filePath(text);
     WizardFixture f;
     f.goTo(1);
-    const ModalAnswers answers({saveAs(path)});
+    const ModalDialogResponder answers({saveAs(path)});
     f.widget<QPushButton>("pushButton_viewLog")->click();
     auto *progress = f.widget<QLabel>("label_LogWrite_progress");
     QTRY_COMPARE(progress->height(),
-                 progress->heightForWidth(progress->width())); // the page follows its text
+                 progress->heightForWidth(progress->width())); // the height of the page depends on its text
     QCOMPARE(faultOf(progress, "Writing log file to: " + path), QString());
     f.reply("<log_file>one</log_file>");
     QCOMPARE(faultOf(progress, "Log file written to: " + path), QString());
@@ -164,7 +167,7 @@ void TestForeignText::thePathOfAFileThatCantBeOpened()
         QCOMPARE(faultOf(progress, "Opening file: " + path), QString());
         dialog->accept();
     };
-    const ModalAnswers answers({saveAs(path, removeTheFolder), lookAtTheBox});
+    const ModalDialogResponder answers({saveAs(path, removeTheFolder), lookAtTheBox});
     f.widget<QPushButton>("pushButton_viewLog")->click();
     QCOMPARE(answers.left(), 0);
 }

@@ -12,11 +12,11 @@
 #include "pages/choosenetworkwizardpage.h"
 #include "tests/pages/forminspection.h"
 #include "tests/pages/formtables.h"
-#include "tests/support/markingtranslator.h"
+#include "tests/support/pseudotranslator.h"
 
 namespace
 {
-/// The page or dialog \a widget itself, or the widget of that name on it; null when there is none.
+/// Returns the page or dialog \a widget itself, or its child widget of that name; null when there is none.
 QWidget *find(QWidget *widget, const char *object)
 {
     return *object ? widget->findChild<QWidget *>(QLatin1String(object)) : widget;
@@ -32,7 +32,8 @@ QString signature(const QMetaMethod &method)
 }
 } // namespace
 
-/// That each page and dialog is made as its table has it, and that nothing else was touched.
+/// Tests that each page and dialog is constructed as its table says, and that everything else has its
+/// default.
 class TestForms : public QObject
 {
     Q_OBJECT
@@ -66,7 +67,7 @@ private Q_SLOTS:
 
 private:
     static void eachForm();
-    /// The form of the row that is being tested.
+    /// The form of the current test row.
     static const Form &form();
 };
 
@@ -183,7 +184,7 @@ void TestForms::everythingIsShownUnlessHiddenAtFirst()
 
 void TestForms::textsAreTranslatedInTheFormsContext()
 {
-    const MarkingTranslator translator;
+    const PseudoTranslator translator;
     const std::unique_ptr<QWidget> widget = form().make();
 
     QStringList expected;
@@ -191,7 +192,7 @@ void TestForms::textsAreTranslatedInTheFormsContext()
         const QString source = QString::fromUtf8(row.source);
         const QString marked = QLatin1String(form().name) + "||" + source;
         expected += marked;
-        if (source != QLatin1String("TextLabel")) // a placeholder, which a constructor may have filled
+        if (source != QLatin1String("TextLabel")) // a placeholder, which a constructor may have replaced
             QCOMPARE(find(widget.get(), row.object)->property(row.property).toString(), marked);
     }
     QCOMPARE(translator.asked(form().name), expected);
@@ -218,7 +219,7 @@ void TestForms::theMetaObjectHasTheseSlotsAndNothingElse()
 
 void TestForms::theRefreshButtonIsNoAutoDefault()
 {
-    // A push button in a dialog is auto-default unless it was told otherwise.
+    // A push button in a dialog is auto-default unless this is switched off.
     QDialog dialog;
     const ChooseNetworkWizardPage page(&dialog);
     QVERIFY(!page.findChild<QPushButton *>("refreshButton")->autoDefault());

@@ -9,14 +9,14 @@
 
 namespace
 {
-/// What has been noted so far. An update handler is a plain function.
+/// The events recorded so far. They are global because an update handler is a plain function.
 QStringList &spoken()
 {
     static QStringList texts;
     return texts;
 }
 
-/// Notes what the program has spoken, and which button gets the focus.
+/// Records what the program announces, and which button gets the focus.
 void note(QAccessibleEvent *event)
 {
     const auto *button = qobject_cast<QPushButton *>(event->object());
@@ -36,7 +36,7 @@ constexpr QLatin1String success("Successfully tested connection to network\n");
 constexpr QLatin1String saved("Configuration saved\n");
 } // namespace
 
-/// What the pages have a screen reader say, and when.
+/// Tests what the pages announce to a screen reader, and when.
 class TestPageAnnouncements : public QObject
 {
     Q_OBJECT

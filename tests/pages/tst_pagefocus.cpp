@@ -6,7 +6,7 @@
 #include "pages/pageid.h"
 #include "tests/support/wizardfixture.h"
 
-/// Which widget has the keyboard focus, page by page and state by state.
+/// Tests which widget has the keyboard focus, page by page and state by state.
 class TestPageFocus : public QObject
 {
     Q_OBJECT
@@ -40,7 +40,7 @@ private Q_SLOTS:
     void aTestRightAfterASaveKeepsTheFocusOnThePage();
 
 private:
-    /// What has the focus: "the page", or its text or object name.
+    /// Returns what has the focus: "the page", or the widget's text or object name.
     QString focus() const
     {
         const QWidget *widget = _f->wizard.focusWidget();
@@ -54,7 +54,7 @@ private:
     void moveFocusTo(QWizard::WizardButton button) const { _f->wizard.button(button)->setFocus(); }
     void finds() const { _f->status("<name>TOLVAR-1</name><firmware_version>A060</firmware_version>"); }
     void save() const { _f->widget<QPushButton>("pushButton")->click(); }
-    /// Whether the test page is still waiting for keys that were pressed during a save.
+    /// Returns whether the test page is still waiting for keys that were pressed during a save.
     bool isSaving() const
     {
         return _f->wizard.page(TestNetworkPageId)
@@ -165,7 +165,7 @@ void TestPageFocus::anotherScanMovesTheFocusToTheList()
     QCOMPARE(focus(), QStringLiteral("networkListView"));
 }
 
-// Continue is disabled, since the network's name goes with the device.
+// Continue is disabled, because the network's name is cleared when the device is removed.
 void TestPageFocus::anUnplugMovesTheFocusFromContinueToThePage()
 {
     _f->goTo(ChooseNetworkPageId);

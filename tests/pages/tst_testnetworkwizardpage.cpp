@@ -6,13 +6,13 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include "tests/support/markingtranslator.h"
 #include "tests/support/messagerecorder.h"
 #include "tests/support/picturefile.h"
-#include "tests/support/steprecorder.h"
+#include "tests/support/pseudotranslator.h"
+#include "tests/support/widgetchangerecorder.h"
 #include "tests/support/wizardfixture.h"
 
-/// The last page: the test's verdict, and saving.
+/// Tests the last page: the verdict of the network test, and saving.
 class TestTestPage : public QObject
 {
     Q_OBJECT
@@ -35,7 +35,7 @@ private Q_SLOTS:
     void theStepsOfEachVerdictComeInTheirOrder_data();
     void theStepsOfEachVerdictComeInTheirOrder();
     void aSystemErrorIsTerminal();
-    void aVerdictAloneLetsNobodyFinish();
+    void finishIsDisabledUntilSaved();
     void aSaveLetsTheUserFinish();
     void theStepsOfASaveComeInTheirOrder();
     void afterAWrongPassphraseASaveKeepsTheButtonsText();
@@ -60,7 +60,7 @@ private:
 
 namespace
 {
-/// The commands of one save.
+/// Returns the commands of one save.
 QStringList saveLines()
 {
     return {"ant_select \r\n", "setssid Home\r\n", "setpass \r\n", "setstaticip N\r\n", "save\r\n"};
@@ -84,7 +84,7 @@ void TestTestPage::theStepsOfAnEntryComeInTheirOrder()
 {
     _f->finishTest("0");
     QTest::mouseClick(button(), Qt::LeftButton);
-    StepRecorder steps(_f->wizard.currentPage());
+    WidgetChangeRecorder steps(_f->wizard.currentPage());
     steps.tellAlso([this] {
         return QStringLiteral("%1 for the button, %2")
             .arg(_f->listeners("pushButton", "released()"))
@@ -95,7 +95,7 @@ void TestTestPage::theStepsOfAnEntryComeInTheirOrder()
     steps.take();
     _f->goBackAndEnterAgain();
     const QString waiting = "Please wait while ZV Tolvar tests the connection to network: Home\n";
-    // The button was enabled, and the bar hidden, by the test before.
+    // The earlier network test had enabled the button and hidden the bar.
     QCOMPARE(steps.take(), QStringList({"networkTestFound(), 1 for the button, complete",
                                         "networkTestPassphraseInvalid(), 1 for the button, complete",
                                         "networkTestSsidNotFound(), 1 for the button, complete",
@@ -123,7 +123,7 @@ void TestTestPage::withoutAVerdictItStaysBusy()
     QVERIFY(!button()->isEnabled());
     QCOMPARE(button()->text(), QStringLiteral("Save Network Configuration"));
     QVERIFY(!_f->canFinish());
-    _f->finishTest("9"); // a result that is no verdict
+    _f->finishTest("9"); // a result that is not a verdict
     QVERIFY(barVisible());
     QVERIFY(!button()->isEnabled());
     QVERIFY(!_f->canFinish());
@@ -197,10 +197,10 @@ void TestTestPage::theStepsOfEachVerdictComeInTheirOrder()
 {
     QFETCH(QString, result);
     QFETCH(QStringList, expected);
-    StepRecorder steps(_f->wizard.currentPage());
+    WidgetChangeRecorder steps(_f->wizard.currentPage());
     _f->finishTest(result);
     QStringList seen = steps.take();
-    // A text's line break and the quote after it are another test's business.
+    // Another test checks the line break and the quotation mark at the end of a text.
     static const QRegularExpression textsEnd("\n?\"$");
     for (QString &step : seen)
         step.remove(textsEnd);
@@ -218,7 +218,7 @@ void TestTestPage::aSystemErrorIsTerminal()
     QVERIFY2(_f->wizard.button(QWizard::CancelButton)->isEnabled(), "only Cancel remains");
 }
 
-void TestTestPage::aVerdictAloneLetsNobodyFinish()
+void TestTestPage::finishIsDisabledUntilSaved()
 {
     _f->finishTest("0");
     QVERIFY(!_f->wizard.currentPage()->isComplete());
@@ -243,7 +243,7 @@ void TestTestPage::theStepsOfASaveComeInTheirOrder()
 {
     _f->finishTest("0");
     _f->inside.queue().clear();
-    StepRecorder steps(_f->wizard.currentPage());
+    WidgetChangeRecorder steps(_f->wizard.currentPage());
     steps.tellAlso([this] {
         return QStringLiteral("%1 commands, %2")
             .arg(_f->inside.queue().size())
@@ -328,7 +328,7 @@ void TestTestPage::theSaveComesWithTheRelease()
     _f->inside.queue().clear();
     QTest::mousePress(button(), Qt::LeftButton);
     QVERIFY(_f->inside.queue().isEmpty());
-    // Let go beside the button: released() comes, clicked() doesn't.
+    // Releasing the mouse beside the button emits released(), but not clicked().
     QTest::mouseMove(button(), QPoint(-50, -50));
     QTest::mouseRelease(button(), Qt::LeftButton, {}, QPoint(-50, -50));
     QCOMPARE(_f->inside.queue().isEmpty(), false);
@@ -339,7 +339,8 @@ void TestTestPage::theTextsAreTranslated_data()
     QTest::addColumn<QString>("result");
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("buttonText");
-    const QString formsButton = "Save Network Configuration"; // it was shown before the catalogue came
+    const QString formsButton =
+        "Save Network Configuration"; // it was shown before the translation was loaded
     const QString save = "TestNetworkWizardPage|push button text|Save network configuration";
     const QString saveAnyway = "TestNetworkWizardPage|push button text|Save network configuration anyway?";
     QTest::newRow("no verdict yet")
@@ -372,7 +373,7 @@ void TestTestPage::theTextsAreTranslated()
     QFETCH(QString, result);
     QFETCH(QString, text);
     QFETCH(QString, buttonText);
-    const MarkingTranslator translator;
+    const PseudoTranslator translator;
     _f->goBackAndEnterAgain();
     if (result == "save")
         Q_EMIT button()->released();

@@ -5,11 +5,11 @@
 #include "pages/tolvarfoundwizardpage.h"
 #include "tests/support/drawntext.h"
 #include "tests/support/languageof.h"
-#include "tests/support/markingtranslator.h"
 #include "tests/support/picturefile.h"
+#include "tests/support/pseudotranslator.h"
 #include "tests/support/wizardfixture.h"
 
-/// The device-found page: what the device reported. Its log has a test of its own.
+/// Tests the device-found page, which shows what the device reported. Another test covers its log.
 class TestFoundPage : public QObject
 {
     Q_OBJECT
@@ -244,7 +244,7 @@ void TestFoundPage::theTextsOfTheAddressLineAreNotTranslated()
 {
     QFETCH(QString, flag);
     QFETCH(QString, shown);
-    const MarkingTranslator translator;
+    const PseudoTranslator translator;
     _f->tolvar.setUseStaticIP(flag);
     _f->tolvar.setIPAddress("10.0.0.7");
     QCOMPARE(text("label_IPAddress"), shown);
@@ -279,7 +279,7 @@ void TestFoundPage::everyEntryConnectsOnceMore()
 void TestFoundPage::afterASecondEntryTheProgressSlotsRunTwice()
 {
     _f->goBackAndEnterAgain();
-    const MarkingTranslator translator;
+    const PseudoTranslator translator;
     Q_EMIT _f->tolvar.startingToWriteLog();
     Q_EMIT _f->tolvar.finishedWriteLog();
     const QString writing = "TolvarFoundWizardPage|Progress String|Writing log file to: %1";

@@ -10,13 +10,13 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "tests/support/markingtranslator.h"
 #include "tests/support/messagerecorder.h"
-#include "tests/support/modalanswers.h"
-#include "tests/support/steprecorder.h"
+#include "tests/support/modaldialogresponder.h"
+#include "tests/support/pseudotranslator.h"
+#include "tests/support/widgetchangerecorder.h"
 #include "tests/support/wizardfixture.h"
 
-/// The device-found page's download of the device's log.
+/// Tests the device-found page's download of the device's log.
 class TestLogDownload : public QObject
 {
     Q_OBJECT
@@ -45,14 +45,15 @@ private:
     QString text(const char *label) const { return _f->widget<QLabel>(label)->text(); }
     QPushButton *button() const { return _f->widget<QPushButton>("pushButton_viewLog"); }
     void click() const { QTest::mouseClick(button(), Qt::LeftButton); }
-    /// Fails unless a click has the save dialog offer a name with today's date.
+    /// Fails unless a click opens the save dialog with a name that contains today's date.
     void clickOffersTheDatedName();
-    /// Such as "ar_EG", or "C". It is fixed when a program starts, so the test runs in several.
+    /// Returns the language, such as "ar_EG", or "C". It is fixed when a program starts, so the test runs in
+    /// several processes.
     static QString systemLanguage();
     static QString datedName(const QDate &day);
 
-    /// Notes the name that the save dialog offers, then cancels it, or chooses \a path.
-    ModalAnswers::Answer chooseFile(const QString &path);
+    /// Records the name that the save dialog offers, then cancels the dialog, or chooses \a path.
+    ModalDialogResponder::Answer chooseFile(const QString &path);
 
     std::unique_ptr<QTemporaryDir> _folder;
     std::unique_ptr<MessageRecorder> _log;
@@ -88,7 +89,7 @@ QString TestLogDownload::datedName(const QDate &day)
 {
     static const char *const months[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                          "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-    // The months of other languages differ between versions of Qt.
+    // The names of months in other languages differ between versions of Qt.
     const QString month = systemLanguage() == "C" ? QString::fromLatin1(months[day.month() - 1])
                                                   : QLocale(systemLanguage()).toString(day, "MMM");
     return QString("zvtolvar_log_%1%2%3.txt")
@@ -102,13 +103,13 @@ void TestLogDownload::clickOffersTheDatedName()
     const QDate before = QDate::currentDate();
     _offered.clear();
     click();
-    // It may be midnight in between.
+    // Midnight may pass in between.
     const QStringList names = {_folder->filePath(datedName(before)),
                                _folder->filePath(datedName(QDate::currentDate()))};
     QVERIFY2(names.contains(_offered), qPrintable(_offered + " was offered, not " + names.constFirst()));
 }
 
-ModalAnswers::Answer TestLogDownload::chooseFile(const QString &path)
+ModalDialogResponder::Answer TestLogDownload::chooseFile(const QString &path)
 {
     return [this, path](QDialog *dialog) {
         auto *chooser = qobject_cast<QFileDialog *>(dialog);
@@ -138,7 +139,7 @@ void TestLogDownload::oldFirmwareGivesNoLog()
 {
     QFETCH(QString, version);
     _f->tolvar.setFirmwareVersion(version);
-    ModalAnswers answers({[](QDialog *dialog) {
+    ModalDialogResponder answers({[](QDialog *dialog) {
         auto *box = qobject_cast<QMessageBox *>(dialog);
         QVERIFY2(box, "a message box was expected");
         QCOMPARE(box->text(), QStringLiteral("Tolvar Log file only available on Firmware A060 or later"));
@@ -159,7 +160,7 @@ void TestLogDownload::oldFirmwareGivesNoLog()
 void TestLogDownload::theFirstNameIsTodays()
 {
     QCOMPARE(QLocale::system().name(), systemLanguage());
-    ModalAnswers answers({chooseFile(QString())});
+    ModalDialogResponder answers({chooseFile(QString())});
     clickOffersTheDatedName();
     QCOMPARE(answers.opened(), 1);
     QCOMPARE(_caption, QStringLiteral("Save Log to File"));
@@ -170,7 +171,7 @@ void TestLogDownload::theFirstNameIsTodays()
 void TestLogDownload::theFirmwareA060Suffices()
 {
     QCOMPARE(_f->tolvar.firmwareVersion(), QStringLiteral("A060"));
-    ModalAnswers answers({chooseFile(QString())});
+    ModalDialogResponder answers({chooseFile(QString())});
     click();
     QCOMPARE(answers.opened(), 1);
     QVERIFY2(!_offered.isEmpty(), "a save dialog was expected, not a refusal");
@@ -179,7 +180,7 @@ void TestLogDownload::theFirmwareA060Suffices()
 void TestLogDownload::theChosenNameIsOfferedAgain()
 {
     const QString path = _folder->filePath("x.txt");
-    ModalAnswers answers({chooseFile(path), chooseFile(QString())});
+    ModalDialogResponder answers({chooseFile(path), chooseFile(QString())});
     click();
     _f->reply("<log_file>one</log_file>");
     _offered.clear();
@@ -190,7 +191,7 @@ void TestLogDownload::theChosenNameIsOfferedAgain()
 
 void TestLogDownload::afterACancelTheDatedNameIsOfferedAgain()
 {
-    ModalAnswers answers(
+    ModalDialogResponder answers(
         {chooseFile(_folder->filePath("x.txt")), chooseFile(QString()), chooseFile(QString())});
     click();
     _f->reply("<log_file>one</log_file>");
@@ -202,7 +203,7 @@ void TestLogDownload::afterACancelTheDatedNameIsOfferedAgain()
 void TestLogDownload::theChosenNameOutlivesLeavingThePage()
 {
     const QString path = _folder->filePath("x.txt");
-    ModalAnswers answers({chooseFile(path), chooseFile(QString())});
+    ModalDialogResponder answers({chooseFile(path), chooseFile(QString())});
     click();
     _f->reply("<log_file>one</log_file>");
     _f->goBackAndEnterAgain();
@@ -214,7 +215,7 @@ void TestLogDownload::theChosenNameOutlivesLeavingThePage()
 
 void TestLogDownload::aCancelledDialogIsSilent()
 {
-    ModalAnswers answers({chooseFile(QString())});
+    ModalDialogResponder answers({chooseFile(QString())});
     _log->take();
     click();
     QCOMPARE(answers.opened(), 1);
@@ -227,12 +228,12 @@ void TestLogDownload::aCancelledDialogIsSilent()
 void TestLogDownload::theStepsOfADownloadComeInTheirOrder()
 {
     const QString path = _folder->filePath("tolvar.txt");
-    StepRecorder steps(_f->wizard.currentPage());
+    WidgetChangeRecorder steps(_f->wizard.currentPage());
     steps.tellAlso([&path] { return QFile::exists(path) ? "with a file" : "without a file"; });
     _log->tellOf([&steps](const QString &message) { steps.note(message); });
     connect(&_f->tolvar, &ZVTolvar::startingToWriteLog, &steps,
             [this, &steps] { steps.note("the controller has " + _f->inside.queue().join('/').trimmed()); });
-    ModalAnswers answers({[&](QDialog *dialog) {
+    ModalDialogResponder answers({[&](QDialog *dialog) {
         chooseFile(path)(dialog);
         steps.note("the name is chosen");
     }});
@@ -250,7 +251,7 @@ void TestLogDownload::theStepsOfADownloadComeInTheirOrder()
 void TestLogDownload::aDownload()
 {
     const QString path = _folder->filePath("tolvar.txt");
-    ModalAnswers answers({chooseFile(path)});
+    ModalDialogResponder answers({chooseFile(path)});
     _log->take();
     click();
     QCOMPARE(_log->messages().constFirst(), "D:Opening file: \"" + path + "\" ");
@@ -268,9 +269,9 @@ void TestLogDownload::aDownload()
 void TestLogDownload::aFileThatIsThereIsEmptied()
 {
     const QString path = _folder->filePath("old.txt");
-    ModalAnswers answers({[&](QDialog *dialog) {
+    ModalDialogResponder answers({[&](QDialog *dialog) {
         chooseFile(path)(dialog);
-        // It comes behind the dialog's back; else the dialog would ask.
+        // The file is created after the dialog's check; otherwise the dialog would ask.
         QFile old(path);
         QVERIFY(old.open(QIODevice::WriteOnly));
         old.write("something longer than the new log");
@@ -285,22 +286,24 @@ void TestLogDownload::aFileThatIsThereIsEmptied()
 void TestLogDownload::aFileThatCantBeOpenedLeavesTheButtonOff()
 {
     const QString path = _folder->filePath("no/such/folder.txt");
-    // The save dialog itself refuses a folder that isn't there; the folder goes away behind its back instead.
+    // The save dialog itself rejects a folder that does not exist, so the folder is removed after the
+    // dialog's check.
     QVERIFY(QDir(_folder->path()).mkpath("no/such"));
     QString shown;
-    ModalAnswers answers({[&](QDialog *dialog) {
-                              chooseFile(path)(dialog);
-                              QVERIFY(QDir(_folder->filePath("no")).removeRecursively());
-                          },
-                          [&](QDialog *dialog) {
-                              auto *box = qobject_cast<QMessageBox *>(dialog);
-                              QVERIFY2(box, "a message box was expected");
-                              shown = box->text();
-                              QCOMPARE(box->parentWidget(), nullptr);
-                              QVERIFY2(!button()->isEnabled(), "the button is off before the file is opened");
-                              QCOMPARE(text("label_LogWrite_progress"), "Opening file: " + path);
-                              box->accept();
-                          }});
+    ModalDialogResponder answers({[&](QDialog *dialog) {
+                                      chooseFile(path)(dialog);
+                                      QVERIFY(QDir(_folder->filePath("no")).removeRecursively());
+                                  },
+                                  [&](QDialog *dialog) {
+                                      auto *box = qobject_cast<QMessageBox *>(dialog);
+                                      QVERIFY2(box, "a message box was expected");
+                                      shown = box->text();
+                                      QCOMPARE(box->parentWidget(), nullptr);
+                                      QVERIFY2(!button()->isEnabled(),
+                                               "the button is off before the file is opened");
+                                      QCOMPARE(text("label_LogWrite_progress"), "Opening file: " + path);
+                                      box->accept();
+                                  }});
     click();
     QCOMPARE(shown, "Couldn't open file: " + path + ": No such file or directory");
     QVERIFY2(!button()->isEnabled(), "it stays off for the rest of the run");
@@ -311,7 +314,7 @@ void TestLogDownload::aFileThatCantBeOpenedLeavesTheButtonOff()
 
 void TestLogDownload::theButtonIsOffWhileTheDeviceWrites()
 {
-    StepRecorder steps(_f->wizard.currentPage());
+    WidgetChangeRecorder steps(_f->wizard.currentPage());
     Q_EMIT _f->tolvar.startingToWriteLog();
     QVERIFY(!button()->isEnabled());
     Q_EMIT _f->tolvar.finishedWriteLog();
@@ -324,28 +327,28 @@ void TestLogDownload::theButtonIsOffWhileTheDeviceWrites()
 
 void TestLogDownload::theTextsAreTranslated()
 {
-    // The offered folder goes away while the second dialog is open, so that the file can't be opened.
+    // The offered folder is removed while the second dialog is open, so that the file cannot be opened.
     QVERIFY(QDir(_folder->path()).mkpath("gone"));
     const QString path = _folder->filePath("gone/x.txt");
     const QString good = _folder->filePath("x.txt");
-    const MarkingTranslator translator;
+    const PseudoTranslator translator;
     QStringList shown;
-    const ModalAnswers::Answer readBox = [&shown](QDialog *dialog) {
+    const ModalDialogResponder::Answer readBox = [&shown](QDialog *dialog) {
         auto *box = qobject_cast<QMessageBox *>(dialog);
         QVERIFY2(box, "a message box was expected");
         shown += box->text();
         box->accept();
     };
-    ModalAnswers answers({readBox,
-                          [&](QDialog *dialog) {
-                              chooseFile(good)(dialog);
-                              shown += _caption;
-                          },
-                          [&](QDialog *dialog) {
-                              chooseFile(path)(dialog);
-                              QVERIFY(QDir(_folder->filePath("gone")).removeRecursively());
-                          },
-                          readBox});
+    ModalDialogResponder answers({readBox,
+                                  [&](QDialog *dialog) {
+                                      chooseFile(good)(dialog);
+                                      shown += _caption;
+                                  },
+                                  [&](QDialog *dialog) {
+                                      chooseFile(path)(dialog);
+                                      QVERIFY(QDir(_folder->filePath("gone")).removeRecursively());
+                                  },
+                                  readBox});
     _f->tolvar.setFirmwareVersion("A059");
     click();
     _f->tolvar.setFirmwareVersion("A060");

@@ -2,7 +2,7 @@
 
 #include "tests/support/wizardfixture.h"
 
-/// The device-not-found page, which the user never sees.
+/// Tests the device-not-found page, which the user never sees.
 class TestNotFoundPage : public QObject
 {
     Q_OBJECT

@@ -8,11 +8,11 @@
 #include "pages/viewdetailsdialog.h"
 #include "tests/support/drawntext.h"
 #include "tests/support/languageof.h"
-#include "tests/support/lettersof.h"
 #include "tests/support/picturefile.h"
 #include "tests/support/reachable.h"
+#include "tests/support/scopedapplicationfont.h"
 
-/// A network's details, as the device reported them.
+/// Tests the details of a network, as the device reported them.
 class TestViewDetailsDialog : public QObject
 {
     Q_OBJECT
@@ -141,7 +141,7 @@ void TestViewDetailsDialog::theDialogGrowsWithItsLetters()
 {
     QFETCH(int, points);
     QFETCH(bool, isHigher);
-    const LettersOf letters(points);
+    const ScopedApplicationFont letters(points);
     ZVScanResult record;
     ViewDetailsDialog dialog(&record, nullptr);
     dialog.show();
@@ -169,9 +169,9 @@ void TestViewDetailsDialog::theScreenHoldsTheDialog()
 {
     QFETCH(int, points);
     QFETCH(QString, network);
-    const LettersOf letters(points);
+    const ScopedApplicationFont letters(points);
     ZVScanResult record{network, "11", "n", "WPA2 (PSK)", "U-AES M-AES", "Yes", "-75"};
-    QWidget window; // dialogs come over its middle
+    QWidget window; // dialogs open centred over it
     window.setGeometry(QRect(window.screen()->geometry().center(), QSize(1, 1)));
     window.show();
     ViewDetailsDialog dialog(&record, &window);
@@ -189,7 +189,7 @@ void TestViewDetailsDialog::theHeightIsThatOfTheWidthItGets_data()
 void TestViewDetailsDialog::theHeightIsThatOfTheWidthItGets()
 {
     QFETCH(int, points);
-    const LettersOf letters(points);
+    const ScopedApplicationFont letters(points);
     ZVScanResult record{
         "The name with thirty-two letters", "11", "n", "WPA2 (PSK)", "U-AES M-AES", "Yes", "-75"};
     ViewDetailsDialog dialog(&record, nullptr);

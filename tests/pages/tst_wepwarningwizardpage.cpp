@@ -5,7 +5,7 @@
 
 #include "tests/support/wizardfixture.h"
 
-/// The WEP warning: a page to read, on the way from the choose-network page to the test.
+/// Tests the WEP warning, a page between the choose-network page and the test page.
 class TestWarningPage : public QObject
 {
     Q_OBJECT

@@ -35,7 +35,7 @@ void AccessibleEvents::onAnnouncement(const QDBusMessage &event)
     _announcements << event.arguments().value(3).value<QDBusVariant>().variant().toString();
 }
 
-// The event itself does not say the new name.
+// The event itself does not contain the new name.
 void AccessibleEvents::onPropertyChange(const QDBusMessage &event)
 {
     if (event.arguments().value(0) != QLatin1String("accessible-name"))

@@ -6,8 +6,8 @@
 
 class QDBusMessage;
 
-/// Listens on the accessibility bus as a screen reader does. A program sends most of its events only while
-/// they are asked for, so make this before the program starts.
+/// Listens on the accessibility bus as a screen reader does. A program sends most of its events only if there
+/// is a listener, so create this object before the program starts.
 class AccessibleEvents : public QObject
 {
     Q_OBJECT
@@ -16,11 +16,11 @@ public:
     AccessibleEvents();
     ~AccessibleEvents() override;
 
-    /// False if the bus could not be reached.
+    /// Returns false if the bus cannot be reached.
     bool isListening() const { return _isListening; }
-    /// What programs have asked to be spoken so far, in order.
+    /// The announcements that programs have requested so far, in order.
     const QStringList &announcements() const { return _announcements; }
-    /// The new texts of labels and of whatever else has changed its name so far, in order.
+    /// The new names of labels and other widgets so far, in order.
     const QStringList &changedNames() const { return _changedNames; }
 
 private Q_SLOTS:

@@ -11,7 +11,7 @@ namespace
 
 constexpr int answerWithin = 15000; // ms; far more than a sanitized program needs on a loaded machine
 
-// Numbers of the accessibility protocol.
+// Numeric constants of the accessibility protocol.
 enum Role {
     RoleCheckBox = 7,
     RoleLabel = 29,
@@ -38,7 +38,7 @@ enum State {
 constexpr QLatin1String accessibleInterface("org.a11y.atspi.Accessible");
 constexpr QLatin1String rootPath("/org/a11y/atspi/accessible/root");
 
-/// Where an object of the tree lives: a program's bus name and a path in it.
+/// The location of an object of the tree: a program's bus name and a path in it.
 struct Reference {
     QString service;
     QDBusObjectPath path;
@@ -52,7 +52,7 @@ const QDBusArgument &operator>>(const QDBusArgument &argument, Reference &refere
     return argument;
 }
 
-/// The first value of an answer; invalid if the question failed, for example because the object is gone.
+/// The first value of a reply; invalid if the request failed, for example because the object is gone.
 QVariant answer(QDBusPendingCall call)
 {
     call.waitForFinished();
@@ -72,7 +72,8 @@ WidgetKind kindOf(uint role, quint64 states)
         return WidgetKind::CheckBox;
     case RoleLabel:
     case RoleStatic:
-        return hasManyLines ? WidgetKind::TextView : WidgetKind::Label; // a text browser calls itself a label
+        return hasManyLines ? WidgetKind::TextView
+                            : WidgetKind::Label; // a text browser reports the role of a label
     case RoleList:
         return WidgetKind::List;
     case RoleListItem:
@@ -91,6 +92,12 @@ WidgetKind kindOf(uint role, quint64 states)
     }
 }
 
+/// Returns true if the driver reads the children of widgets of this kind.
+bool mayHoldOthers(WidgetKind kind)
+{
+    return kind == WidgetKind::Window || kind == WidgetKind::List || kind == WidgetKind::Other;
+}
+
 void setStates(Widget &widget, quint64 states)
 {
     const auto has = [states](State state) { return (states >> state & 1) != 0; };
@@ -104,20 +111,20 @@ void setStates(Widget &widget, quint64 states)
 
 } // namespace
 
-/// A widget's place on the bus, kept beside it while the tree is read.
+/// The location of a widget on the bus, kept beside the widget while the tree is read.
 struct AccessibleTree::Object {
     QString path;
     QList<Reference> children;
 };
 
-/// The questions of one widget that are under way.
+/// The pending requests for one widget.
 struct AccessibleTree::Questions {
     QString path;
     int parent;
-    QDBusPendingCall role;
+    std::optional<QDBusPendingCall> role; ///< of a new widget
     QDBusPendingCall states;
     QDBusPendingCall name;
-    QDBusPendingCall children;
+    std::optional<QDBusPendingCall> children; ///< of a widget that is new or may have children
 };
 
 AccessibleTree::AccessibleTree()
@@ -151,13 +158,20 @@ QDBusPendingCall AccessibleTree::ask(const QString &path, const QString &interfa
 
 AccessibleTree::Questions AccessibleTree::questionsAbout(const QString &path) const
 {
-    return {path,
-            -1,
-            ask(path, accessibleInterface, QStringLiteral("GetRole")),
-            ask(path, accessibleInterface, QStringLiteral("GetState")),
-            ask(path, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"),
-                {accessibleInterface, QStringLiteral("Name")}),
-            ask(path, accessibleInterface, QStringLiteral("GetChildren"))};
+    const auto role = _roles.constFind(path);
+    const bool isNew = role == _roles.constEnd();
+    Questions questions = {path,
+                           -1,
+                           {},
+                           ask(path, accessibleInterface, QStringLiteral("GetState")),
+                           ask(path, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"),
+                               {accessibleInterface, QStringLiteral("Name")}),
+                           {}};
+    if (isNew)
+        questions.role = ask(path, accessibleInterface, QStringLiteral("GetRole"));
+    if (isNew || mayHoldOthers(kindOf(*role, 0)))
+        questions.children = ask(path, accessibleInterface, QStringLiteral("GetChildren"));
+    return questions;
 }
 
 bool AccessibleTree::findProgram(qint64 pid)
@@ -169,6 +183,7 @@ bool AccessibleTree::findProgram(qint64 pid)
     const auto programs = qdbus_cast<QList<Reference>>(
         answer(ask(rootPath, accessibleInterface, QStringLiteral("GetChildren"))));
     _service.clear();
+    _roles.clear();
     for (const Reference &program : programs) {
         if (_bus.interface()->servicePid(program.service).value() == pid)
             _service = program.service;
@@ -182,12 +197,12 @@ std::optional<Screen> AccessibleTree::read(qint64 pid)
         return {};
     const QVariant windows = answer(ask(rootPath, accessibleInterface, QStringLiteral("GetChildren")));
     if (!windows.isValid()) {
-        _service.clear(); // the program is gone; another may come with this process id
+        _service.clear(); // the program is gone; another one may get this process id
         return {};
     }
     Screen screen;
     QList<Object> objects = {{rootPath, qdbus_cast<QList<Reference>>(windows)}};
-    // Index 0 of objects is the program itself, which is no widget: objects[i + 1] belongs to screen[i].
+    // objects[0] is the program itself, which is not a widget: objects[i + 1] belongs to screen[i].
     for (int first = 0; first < objects.size();) {
         const int next = int(objects.size());
         readLevel(screen, objects, first);
@@ -198,7 +213,7 @@ std::optional<Screen> AccessibleTree::read(qint64 pid)
 }
 
 /// Adds the children of objects[first] and all after it.
-void AccessibleTree::readLevel(Screen &screen, QList<Object> &objects, int first) const
+void AccessibleTree::readLevel(Screen &screen, QList<Object> &objects, int first)
 {
     QList<Questions> level;
     for (int i = first; i < objects.size(); ++i) {
@@ -212,10 +227,13 @@ void AccessibleTree::readLevel(Screen &screen, QList<Object> &objects, int first
         if (words.size() < 2)
             continue;
         const quint64 states = words.at(0) | quint64(words.at(1)) << 32;
+        if (asked.role)
+            _roles.insert(asked.path, answer(*asked.role).toUInt());
         Widget widget;
-        widget.kind = kindOf(answer(asked.role).toUInt(), states);
+        widget.kind = kindOf(_roles.value(asked.path), states);
         setStates(widget, states);
-        // A hidden page is skipped whole; a row scrolled out of sight is hidden too, but one can get at it.
+        // A hidden page is skipped with its contents. A row that is scrolled out of view is hidden too, but
+        // it can be reached.
         if (!widget.showing && widget.kind != WidgetKind::Row)
             continue;
         widget.object = asked.path;
@@ -225,9 +243,9 @@ void AccessibleTree::readLevel(Screen &screen, QList<Object> &objects, int first
         if (asked.parent < 0)
             widget.kind = WidgetKind::Window;
         screen << widget;
-        objects << Object{asked.path, widget.kind == WidgetKind::Row
-                                          ? QList<Reference>()
-                                          : qdbus_cast<QList<Reference>>(answer(asked.children))};
+        objects << Object{asked.path, mayHoldOthers(widget.kind) && asked.children
+                                          ? qdbus_cast<QList<Reference>>(answer(*asked.children))
+                                          : QList<Reference>()};
     }
 }
 
@@ -240,8 +258,8 @@ void AccessibleTree::readRectsAndTexts(Screen &screen, const QList<Object> &obje
         const QString &path = objects.at(i + 1).path;
         rects << ask(path, QStringLiteral("org.a11y.atspi.Component"), QStringLiteral("GetExtents"),
                      {screenCoordinates});
-        // Only what is known to hold text is asked for it: any other question makes the program log a
-        // warning.
+        // Only widgets that are known to hold text are asked for it: with any other widget, the program logs
+        // a warning.
         if (screen.at(i).kind == WidgetKind::TextField || screen.at(i).kind == WidgetKind::TextView)
             texts.insert(
                 i, ask(path, QStringLiteral("org.a11y.atspi.Text"), QStringLiteral("GetText"), {0, -1}));
@@ -254,7 +272,7 @@ void AccessibleTree::readRectsAndTexts(Screen &screen, const QList<Object> &obje
 
 bool AccessibleTree::act(const Widget &widget) const
 {
-    constexpr int first = 0; // what a click does comes before what moves the focus and the like
+    constexpr int first = 0; // the action of a click comes first, before actions such as setting the focus
     return answer(ask(widget.object, QStringLiteral("org.a11y.atspi.Action"), QStringLiteral("DoAction"),
                       {first}))
         .toBool();

@@ -4,32 +4,32 @@
 
 #include <QDBusConnection>
 #include <QDBusObjectPath>
+#include <QHash>
 
 #include <optional>
 
 /// Reads what a program shows from the accessibility bus.
 ///
-/// It speaks the bus's own protocol instead of using a client library, because such a library remembers what
-/// it once read: here every read is fresh. All questions about one level of the tree are asked before the
-/// first answer is awaited, so a program that is held up now and then is waited for a few times and not a few
-/// hundred times.
+/// It uses the D-Bus protocol directly, because client libraries cache what they have read: here every read
+/// is fresh. All requests for one level of the tree are sent before the first reply is awaited. A slow
+/// program therefore causes a few waits, not a few hundred.
 class AccessibleTree
 {
 public:
-    /// Connects to the accessibility bus of the session named by the environment.
+    /// Connects to the accessibility bus of the session that the environment names.
     AccessibleTree();
     ~AccessibleTree();
     Q_DISABLE_COPY_MOVE(AccessibleTree)
 
-    /// What the program with process id \a pid shows now; null while it is not on the bus or does not answer.
+    /// What the program with process id \a pid shows now; null while it is not on the bus or does not reply.
     std::optional<Screen> read(qint64 pid);
-    /// Has the program do what it offers for \a widget, such as to press a button or to select a row. \a
-    /// widget is one of the last read(). False if it is gone or offers nothing.
+    /// Makes the program perform the action of \a widget, such as pressing a button or selecting a row. \a
+    /// widget is from the last read(). Returns false if it is gone or has no action.
     bool act(const Widget &widget) const;
-    /// Has the program put \a text in place of what the field \a widget of the last read() holds. False if it
-    /// is gone.
+    /// Makes the program replace the contents of the field \a widget, which is from the last read(), with \a
+    /// text. Returns false if it is gone.
     bool setText(const Widget &widget, const QString &text) const;
-    /// Why the bus could not be reached; empty if it could.
+    /// Why the bus cannot be reached; empty if it can.
     QString error() const { return _error; }
 
 private:
@@ -40,7 +40,7 @@ private:
                          const QVariantList &arguments = {}) const;
     Questions questionsAbout(const QString &path) const;
     bool findProgram(qint64 pid);
-    void readLevel(Screen &screen, QList<Object> &objects, int first) const;
+    void readLevel(Screen &screen, QList<Object> &objects, int first);
     void readRectsAndTexts(Screen &screen, const QList<Object> &objects) const;
 
     QDBusConnection _bus;
@@ -48,4 +48,6 @@ private:
     QString _error;
     qint64 _pid = 0;  ///< the program that _service belongs to
     QString _service; ///< the program's name on the bus
+    QHash<QString, uint>
+        _roles; ///< of the program's widgets seen so far: neither roles nor paths ever change
 };

@@ -8,9 +8,9 @@
 
 namespace
 {
-/// Whether \a descriptor is the test bed's end of a connection to an opened device. A thread of its own
-/// closes it, some time after the device has been closed; whoever leaves a device open is told by the other
-/// end.
+/// Returns true if \a descriptor is the test bed's end of a connection to an opened device. A thread of the
+/// test bed closes it some time after the device has been closed. A device that stays open is detected by the
+/// other end.
 bool isTestbedsEnd(int descriptor)
 {
     const QByteArray bed = qgetenv("UMOCKDEV_DIR");
@@ -34,7 +34,7 @@ QStringList openDescriptors()
         char target[256];
         const ssize_t length =
             ::readlink(link.absoluteFilePath().toLocal8Bit().constData(), target, sizeof target);
-        // A node that is gone is shown with " (deleted)" behind its name.
+        // The path of a deleted node ends in " (deleted)".
         if (length > 0 && !isTestbedsEnd(link.fileName().toInt()))
             targets += QString::fromLocal8Bit(target, length).remove(QLatin1String(" (deleted)"));
     }

@@ -2,6 +2,6 @@
 
 #include <QStringList>
 
-/// What this process's open descriptors lead to, one entry each, sorted: paths, or such as
+/// The targets of this process's open descriptors, one entry each, sorted: paths, or entries such as
 /// "anon_inode:[eventpoll]".
 QStringList openDescriptors();

@@ -5,7 +5,7 @@
 #include <QLabel>
 #include <QPainter>
 
-/// The part of \a picture that is not white.
+/// The part of the image \a picture that is not white.
 inline QRect inkOf(const QImage &picture)
 {
     QRect ink;
@@ -18,7 +18,7 @@ inline QRect inkOf(const QImage &picture)
     return ink;
 }
 
-/// What \a label draws, on white and without what is behind it.
+/// What \a label draws, on white and without its background.
 inline QImage drawnBy(QLabel &label)
 {
     QImage picture(label.size(), QImage::Format_RGB32);
@@ -28,8 +28,8 @@ inline QImage drawnBy(QLabel &label)
     return picture;
 }
 
-/// Whether \a label draws \a text character by character, each '&' and '<' too. Independent of QLabel: the
-/// text is drawn once more by a painter, in the label's font, colour and width.
+/// Returns true if \a label draws \a text literally, including each '&' and '<'. The check is independent of
+/// QLabel: a painter draws the text again in the label's font, colour and width.
 inline bool isDrawnLiterally(QLabel &label, const QString &text)
 {
     const QImage drawn = drawnBy(label);
@@ -45,14 +45,14 @@ inline bool isDrawnLiterally(QLabel &label, const QString &text)
     return !inkOf(expected).isEmpty() && drawn.copy(inkOf(drawn)) == expected.copy(inkOf(expected));
 }
 
-/// How far what \a label draws is from the edge at which a reader of \a direction begins, in pixels.
+/// The distance in pixels between what \a label draws and the edge at which text of \a direction begins.
 inline int distanceFromLeadingEdge(QLabel &label, Qt::LayoutDirection direction)
 {
     const QRect ink = inkOf(drawnBy(label));
     return direction == Qt::LeftToRight ? ink.left() : label.width() - 1 - ink.right();
 }
 
-/// What a screen reader says for \a widget.
+/// What a screen reader reads out for \a widget.
 inline QString announced(QWidget &widget)
 {
     return QAccessible::queryAccessibleInterface(&widget)->text(QAccessible::Name);

@@ -3,7 +3,7 @@
 #include <QByteArray>
 #include <QFile>
 
-/// What the file holds; when it can't be read, a text that says so.
+/// The contents of the file; if it cannot be read, a text that says so.
 inline QByteArray contents(const QString &path)
 {
     QFile file(path);

@@ -3,8 +3,8 @@
 #include <QApplication>
 #include <QLocale>
 
-/// The program has another language, and its layouts another direction, while this lives. Without Qt's own
-/// strings in the language, layouts run from the left in any language.
+/// Sets the program's language and layout direction while it lives. Without Qt's own translation for the
+/// language, layouts run from left to right in every language.
 class LanguageOf
 {
 public:

@@ -1,4 +1,5 @@
-// Preloaded into a program, logs a message when the program's own static objects have been destroyed.
+// A library to preload into a program. It logs a message after the program's own static objects have been
+// destroyed.
 
 #include <QtGlobal>
 
@@ -7,6 +8,6 @@ namespace
 struct LastMessage {
     ~LastMessage() { qWarning("the last message"); }
 };
-// A preloaded library is initialized before the program, and so destroyed after it.
+// A preloaded library is initialized before the program and therefore destroyed after it.
 const LastMessage theLastMessage; // clazy:exclude=non-pod-global-static
 } // namespace

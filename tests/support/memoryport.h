@@ -5,8 +5,8 @@
 
 #include "serial/qextserialport.h"
 
-/// A port whose received bytes are in memory: no line, no system, nothing to wait for. What is written goes
-/// nowhere.
+/// A port that reads received bytes from memory: it needs no line and no system, and nothing waits. Written
+/// bytes are dropped.
 class MemoryPort : public QextSerialPort
 {
 public:
@@ -16,7 +16,7 @@ public:
         setOpenMode(ReadWrite | Unbuffered);
     }
 
-    /// What there is to read from now on; stays the caller's.
+    /// Sets the data to read from now on. The caller keeps its ownership.
     void bring(const char *bytes, qint64 size)
     {
         _bytes = bytes;

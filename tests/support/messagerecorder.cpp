@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "app/diagnostics.h"
+#include "messages/diagnostics.h"
 
 namespace
 {
@@ -39,7 +39,7 @@ QStringList MessageRecorder::take()
 
 void MessageRecorder::record(QtMsgType type, const QMessageLogContext &, const QString &message)
 {
-    // The offscreen platform's own remark, not the program's.
+    // This message is from the offscreen platform plugin, not from the program.
     if (message == QLatin1String("This plugin does not support propagateSizeHints()"))
         return;
     static constexpr struct {

@@ -5,8 +5,8 @@
 
 #include <QStringList>
 
-/// Records every diagnostic message while it lives, each as the session log would prefix it ("D:", "W:",
-/// "C:"). The receiver that was there before is back afterwards. One at a time.
+/// Records every diagnostic message while it lives, each with the prefix of the session log ("D:", "W:",
+/// "C:"). The previous message handler is restored afterwards. Only one may exist at a time.
 class MessageRecorder
 {
 public:
@@ -17,9 +17,9 @@ public:
     QStringList messages() const { return _messages; }
     /// The messages so far that begin with \a prefix.
     QStringList messages(const QString &prefix) const;
-    /// The messages so far, forgotten from here on.
+    /// Returns the messages so far and clears them.
     QStringList take();
-    /// Has \a heard called with each message from here on, at the moment it is given.
+    /// From now on, calls \a heard with each message when it is emitted.
     void tellOf(std::function<void(const QString &)> heard) { _heard = std::move(heard); }
 
 private:

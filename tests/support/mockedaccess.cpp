@@ -1,5 +1,5 @@
-// Loaded into a shell on a mocked USB bus. Shells ask for permissions by faccessat(), which umockdev does not
-// redirect to the mocked /dev; access() it does.
+// A library to load into a shell on a mocked USB bus. Shells check permissions with faccessat(), which
+// umockdev does not redirect to the mocked /dev. It does redirect access().
 
 #include <cerrno>
 #include <fcntl.h>

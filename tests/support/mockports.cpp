@@ -8,8 +8,8 @@ MockPorts::MockPorts()
 {
     if (!umockdev_in_mock_environment())
         qFatal("this program has to run under umockdev-wrapper");
-    // Every computer has a console. Without any tty at all Qt takes udev for broken and lists the real
-    // computer's ports.
+    // Every computer has a console. Without any tty, Qt assumes that udev is broken and lists the ports of
+    // the real computer.
     addConsole();
 }
 
@@ -93,8 +93,8 @@ void MockPorts::plugOtherUsb()
 
 void MockPorts::unplug(const QString &name)
 {
-    // udev's "remove" carries what it still knows of the device; the tests are to see that nothing else is
-    // asked.
+    // udev's "remove" event contains the remaining properties of the device; the tests check that nothing
+    // else is read.
     const QByteArray path = sysPath(name);
     umockdev_testbed_uevent(_bed, path.constData(), "remove");
     umockdev_testbed_remove_device(_bed, path.constData());
@@ -114,7 +114,7 @@ void MockPorts::setProperty(const QString &name, const char *property, const cha
 
 void MockPorts::hangUp(const QString &name) const
 {
-    const int nothing = ::open("/dev/null", O_RDWR | O_CLOEXEC); // the number stays the test bed's
+    const int nothing = ::open("/dev/null", O_RDWR | O_CLOEXEC); // the number stays reserved for the test bed
     ::dup3(nothing, deviceDescriptor(name), O_CLOEXEC);
     ::close(nothing);
 }
@@ -124,7 +124,7 @@ int MockPorts::deviceDescriptor(const QString &name) const
     return umockdev_testbed_get_dev_fd(_bed, QByteArray("/dev/" + name.toUtf8()).constData());
 }
 
-// A lock file of Qt's serial ports is taken outside the mock environment: no two processes may use the same
+// Lock files of Qt's serial ports are real, outside the mock environment: two processes must not use the same
 // name.
 QString MockPorts::nextName(const char *driver)
 {

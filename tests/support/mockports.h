@@ -1,13 +1,13 @@
 #pragma once
 
-// Before Qt's headers: its own use Qt's keywords as names.
+// Must come before Qt's headers: its own headers use Qt's keywords as names.
 #include <umockdev.h>
 
 #include <QHash>
 #include <QString>
 
-/// The computer's serial ports, as the test wants them: a mock /sys, /dev and udev. The program has to run
-/// under umockdev-wrapper. It must outlive the ports that are opened on it.
+/// The serial ports of the computer as the test needs them: a mocked /sys, /dev and udev. The program must
+/// run under umockdev-wrapper. The object must outlive the ports that are opened on it.
 class MockPorts
 {
 public:
@@ -17,41 +17,41 @@ public:
     MockPorts(const MockPorts &) = delete;
     MockPorts &operator=(const MockPorts &) = delete;
 
-    /// Plugs a bridge in; its name is one that no other process uses, and each time another.
+    /// Plugs in a bridge. Its name is different each time, and no other process uses it.
     QString plugUsb(const char *vendor, const char *product, const char *model = "FT232R_USB_UART");
-    /// The same where udev does not run: its database is empty, and only the kernel knows the ids.
+    /// Plugs in a bridge where udev does not run: its database is empty, and only the kernel knows the ids.
     QString plugUsbWithoutUdev(const char *vendor, const char *product, const char *model);
-    /// The same on the bus \a subsystem, such as the one that the bridges' drivers make; null for a port
-    /// whose bus the system doesn't name.
+    /// Plugs in a bridge on the bus \a subsystem, such as the one that the bridges' drivers create; null for
+    /// a port whose bus the system does not name.
     QString plugOnBus(const char *subsystem, const char *vendor, const char *product);
-    /// Plugs a card in that has a port.
+    /// Plugs in a card that has a port.
     QString plugPci();
-    enum Node { WithNode, WithoutNode }; // whether there is something in /dev to open
-    /// A port that the driver offers with nothing behind it, unless TtyCalls pretends a controller.
+    enum Node { WithNode, WithoutNode }; // whether there is a node in /dev to open
+    /// A port that a driver offers without hardware behind it, unless LibcInterposer simulates a controller.
     QString addPhantom(Node node = WithNode);
-    /// The same as later kernels show it: the driver is \a driver, and the tty has an attribute that tells
-    /// the \a type of the controller behind it, one of PORT_... in linux/serial.h.
+    /// The same as newer kernels present it: the driver is \a driver, and an attribute of the tty contains
+    /// the \a type of the controller, one of PORT_... in linux/serial.h.
     QString addPortOfDriver(const char *driver, int type);
-    /// A virtual console, which is a tty and no port.
+    /// A virtual console: a tty that is not a port.
     QString addConsole();
-    /// A tty called \a name with no device behind it, such as a null modem's.
+    /// A tty named \a name without a device behind it, such as that of a null modem.
     void addVirtual(const QString &name);
-    /// Something on USB that is no tty.
+    /// A USB device that is not a tty.
     void plugOtherUsb();
 
-    /// Takes the port or other tty away: the system forgets it, then udev tells.
+    /// Removes the port or other tty: first from the system, then udev reports it.
     void unplug(const QString &name);
-    /// Has udev tell of the tty, without anything happening to it.
+    /// Makes udev report an event for the tty although nothing has happened to it.
     void announce(const QString &name, const char *action);
-    /// Changes what udev knows of the tty.
+    /// Changes udev's properties of the tty.
     void setProperty(const QString &name, const char *property, const char *value);
-    /// Has the open tty hang up, which stays listed.
+    /// Makes the open tty hang up. It remains listed.
     void hangUp(const QString &name) const;
     /// The device's end of the port.
     int deviceDescriptor(const QString &name) const;
 
 private:
-    enum Link { Linked, Unlinked }; // whether the tty leads to its device, whose bus tells where it is
+    enum Link { Linked, Unlinked }; // whether the tty links to its device, which has the name of the bus
 
     QString nextName(const char *driver);
     QString addTty(const QString &name, const QString &parent, const QByteArray &parentText,

@@ -7,7 +7,7 @@
 
 using PortPointer = std::unique_ptr<QextSerialPort>;
 
-/// A port object that has the terminal open.
+/// A port object that has opened the terminal.
 inline PortPointer openedPort(const Pty &terminal)
 {
     auto port = std::make_unique<QextSerialPort>(terminal.portName());

@@ -5,7 +5,7 @@
 #include <QTemporaryDir>
 #include <QWidget>
 
-/// A picture of a colour that nothing else has, in a file that a text can name.
+/// An image file in a unique colour, which a text can reference.
 class PictureFile
 {
 public:
@@ -16,9 +16,9 @@ public:
         if (!picture.save(path()))
             qFatal("the picture can't be saved");
     }
-    /// A text that would show the picture, were it taken for markup.
+    /// A text that would show the image if it were treated as markup.
     QString markup() const { return QStringLiteral("<img src=\"%1\">").arg(path()); }
-    /// Whether the widget shows the picture.
+    /// Returns true if the widget shows the image.
     bool isSeenIn(QWidget &widget) const
     {
         const QImage seen = widget.grab().toImage();

@@ -6,7 +6,7 @@
 
 #include <QByteArray>
 
-/// A tty opened without any library, blocking, by its name such as "ttyUSB0".
+/// A tty, opened without any library in blocking mode, by its name such as "ttyUSB0".
 class PlainTty
 {
 public:
@@ -22,8 +22,8 @@ public:
         return ::write(descriptor, bytes.constData(), static_cast<size_t>(bytes.size())) == bytes.size();
     }
 
-    /// Blocks until there is something to read, and gives what one read brings; empty when nothing comes for
-    /// five seconds, and when the line has hung up.
+    /// Blocks until there is something to read, and returns the result of one read. Returns an empty array if
+    /// nothing arrives for five seconds or the line has hung up.
     QByteArray readOnce() const
     {
         pollfd readable{descriptor, POLLIN, 0};
@@ -32,7 +32,7 @@ public:
         return count > 0 ? QByteArray(piece, count) : QByteArray();
     }
 
-    /// Blocks, with no event loop going, until the bytes read end so, or nothing comes any more.
+    /// Blocks, without an event loop, until the received bytes end with \a end or nothing more arrives.
     QByteArray readUntil(const QByteArray &end) const
     {
         QByteArray bytes;

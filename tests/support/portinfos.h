@@ -4,7 +4,7 @@
 
 #include "serial/qextportinfo.h"
 
-/// Made-up ports, and what is logged of them.
+/// Sample ports and the log messages about them.
 namespace PortInfos
 {
 /// A port of the device's FT232 bridge, or of a bridge with other ids.
@@ -20,7 +20,7 @@ inline QextPortInfo bridge(const QString &portName, int vendorID = 0x0403, int p
     return info;
 }
 
-/// The seven messages that describe bridge(\a portName), its ids as they are shown.
+/// The seven messages that describe bridge(\a portName), with its ids as displayed.
 inline QStringList description(const QString &portName, const QString &vendor = "403",
                                const QString &product = "6001")
 {

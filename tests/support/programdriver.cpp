@@ -20,13 +20,13 @@ void ProgramDriver::pause(std::chrono::milliseconds time)
     loop.exec();
 }
 
-/// What the program shows now; null while it does not answer.
+/// What the program shows now; null while it does not reply.
 std::optional<Screen> ProgramDriver::readScreen()
 {
     std::optional<Screen> now = _tree->read(_process.processId());
     if (!now || now->isEmpty() || !isOnWayland())
         return now;
-    // Without a keyboard no window is ever active. The user would look at the last one that opened.
+    // Without a keyboard no window is ever active. A user would look at the window that opened last.
     const auto isWindow = [](const Widget &widget) { return widget.parent < 0; };
     std::find_if(now->rbegin(), now->rend(), isWindow)->active = true;
     return now;
@@ -45,7 +45,8 @@ bool ProgramDriver::waitUntil(const std::function<bool()> &condition, const QStr
     const auto end = std::chrono::steady_clock::now() + patience;
     _keyboardSeen = std::chrono::steady_clock::now();
     while (true) {
-        // In this order: what happened before the program ended or the time was up still counts.
+        // The order matters: a condition that became true before the program ended or the time was over still
+        // counts.
         const bool wasRunning = isRunning();
         const bool isLate = std::chrono::steady_clock::now() >= end;
         if (condition())
@@ -96,7 +97,7 @@ bool ProgramDriver::waitUntilGone(const WidgetQuery &query)
     const auto isGone = [&] {
         if (!isRunning())
             return true;
-        // That nothing can be seen does not mean that it is gone.
+        // An unreadable screen does not mean that the widget is gone.
         const std::optional<Screen> now = readScreen();
         return now && query.canTellFrom(*now) && query.allIn(*now).isEmpty();
     };
@@ -122,7 +123,7 @@ QString ProgramDriver::text(const WidgetQuery &query)
 
 std::optional<XWindow> ProgramDriver::windowTitled(const QString &title) const
 {
-    std::optional<XWindow> found; // the uppermost, if there are several
+    std::optional<XWindow> found; // the topmost, if there are several
     for (const XWindow &window : _display->windowsOf(_process.processId())) {
         if (window.title == title)
             found = window;

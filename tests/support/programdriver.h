@@ -13,84 +13,85 @@
 #include <memory>
 #include <optional>
 
-/// In a Qt Test function: takes a step with \a driver; if it fails, so does the test, in the driver's words.
+/// For Qt Test functions: executes a step with \a driver. If it fails, the test fails with the driver's
+/// message.
 #define ZV_DRIVE(driver, step)                                                                               \
     do {                                                                                                     \
         if (!(driver).step)                                                                                  \
             QFAIL(qPrintable((driver).failure()));                                                           \
     } while (false)
 
-/// Starts a program and uses it as a person does: looks at its windows, moves the mouse, types.
+/// Starts a program and uses it as a user does: reads its windows, moves the mouse, types.
 ///
-/// It needs a desktop around it (the script `desktop` beside this file) and a QCoreApplication. Steps wait
-/// until what they need is on the screen, and keep the local event loop running meanwhile. A step that fails
-/// returns false (or null) and failure() says what was expected and what was there instead.
+/// It needs a desktop (see the script `desktop` in this folder) and a QCoreApplication. A step waits until
+/// the widgets that it needs are on the screen and keeps the local event loop running meanwhile. A step that
+/// fails returns false (or null), and failure() returns what was expected and what was found instead.
 ///
-/// On a Wayland desktop there is neither mouse nor keyboard: click() and fill() have the program act by its
-/// accessibility interfaces, as assistive technologies do. Other steps that take a mouse, a key or a picture
-/// fail.
+/// A Wayland desktop has neither mouse nor keyboard: click() and fill() use the program's accessibility
+/// interfaces, as assistive technologies do. Other steps that need a mouse, a key or a screenshot fail.
 class ProgramDriver
 {
 public:
     ProgramDriver();
-    /// Ends the program if it still runs.
+    /// Ends the program if it is still running.
     ~ProgramDriver();
     Q_DISABLE_COPY_MOVE(ProgramDriver)
 
-    /// The program's home folder; without it the program gets a fresh one that goes away with the driver.
+    /// Sets the program's home folder. The default is a new folder that is removed together with the driver.
     void setHome(const QString &folder);
-    /// The folder the program is started in; without it the home folder.
+    /// Sets the program's working directory. The default is the home folder.
     void setWorkingFolder(const QString &folder);
-    /// Gives the program the environment variable \a name; a null \a value takes it away.
+    /// Sets the environment variable \a name for the program; a null \a value removes it.
     void setEnvironment(const QString &name, const QString &value);
-    /// How long steps wait if they are not told otherwise; at first 20 seconds.
+    /// Sets the default timeout of steps; initially 20 seconds.
     void setPatience(std::chrono::milliseconds patience) { _patience = patience; }
 
-    /// Starts \a program. False if it can't be started, or if there is no desktop to drive it on.
+    /// Starts \a program. Returns false if it cannot be started or if there is no desktop.
     bool start(const QString &program, const QStringList &arguments = {});
     bool isRunning() const { return _process.state() == QProcess::Running; }
     /// The process id of the program while it runs, otherwise 0.
     qint64 processId() const { return _process.processId(); }
-    /// Waits until the program has ended by itself. False if it goes on or has crashed.
+    /// Waits until the program ends by itself. Returns false if it keeps running or has crashed.
     bool waitForEnd();
-    /// The exit code of the ended program; -1 if it runs, or was ended by a signal.
+    /// The exit code of the ended program; -1 if it is running or was ended by a signal.
     int exitCode() const;
-    /// Ends the program: asks it, and insists after five seconds.
+    /// Ends the program: asks it to end, and kills it after five seconds.
     void terminate();
-    /// All the program has written to standard output so far.
+    /// The program's standard output so far.
     QByteArray output() const { return _output; }
-    /// All the program has written to standard error so far.
+    /// The program's standard error output so far.
     QByteArray errorOutput() const { return _errorOutput; }
 
-    /// Waits until \a query fits something.
+    /// Waits until \a query has a match.
     bool waitFor(const WidgetQuery &query);
     bool waitFor(const WidgetQuery &query, std::chrono::milliseconds patience);
-    /// Waits until \a query fits nothing.
+    /// Waits until \a query has no match.
     bool waitUntilGone(const WidgetQuery &query);
-    /// Waits until \a condition holds; \a expectation says in words what is waited for.
+    /// Waits until \a condition returns true; \a expectation describes it in messages.
     bool waitUntil(const std::function<bool()> &condition, const QString &expectation);
-    /// What fits \a query best at this moment, if anything does.
+    /// The best match of \a query at this moment, if any.
     std::optional<Widget> find(const WidgetQuery &query);
-    /// The names of all that fit \a query at this moment, such as the texts of rows, from top to bottom.
+    /// The names of all matches of \a query at this moment, such as the texts of rows, from top to bottom.
     QStringList names(const WidgetQuery &query);
-    /// Waits for \a query; then what a field or view holds, or the name of anything else. Null on failure.
+    /// Waits for \a query. Returns the contents of a field or view, or the name of any other widget; null on
+    /// failure.
     QString text(const WidgetQuery &query);
 
-    /// Clicks with the left button, once it can be clicked: at rest, enabled (unless the query asks for
-    /// something disabled), and not covered by another window. Rows out of sight are scrolled to.
+    /// Clicks with the left button as soon as the widget is at rest, enabled (unless the query asks for a
+    /// disabled one) and not covered by another window. Scrolls to rows that are out of view.
     bool click(const WidgetQuery &query);
-    /// Double-clicks likewise until \a happens. On a starved computer the two clicks may come too far apart,
-    /// and a person tries again then.
+    /// Double-clicks in the same way until \a happens. On a busy machine the two clicks may be too far apart;
+    /// like a user, it then tries again.
     bool doubleClick(const WidgetQuery &query, const std::function<bool()> &happens);
     /// Presses the left button on \a from, moves to \a to, and releases it there.
     bool drag(const WidgetQuery &from, const WidgetQuery &to);
-    /// Types \a text where the keyboard is; waits for the program to have it.
+    /// Types \a text into the focused widget; waits until the program has received it.
     bool typeText(const QString &text);
-    /// Presses a key such as "Return", "ctrl+a" or "shift+Tab" where the keyboard is.
+    /// Presses a key such as "Return", "ctrl+a" or "shift+Tab" in the focused widget.
     bool pressKey(const QString &name);
-    /// Clicks into a text field, and types \a text in place of all that was there.
+    /// Clicks into a text field and replaces its contents with \a text.
     bool fill(const WidgetQuery &field, const QString &text);
-    /// Answers a save-file dialog that is about to open: gives it the file name \a path and saves.
+    /// Answers a save-file dialog that is about to open: enters the file name \a path and saves.
     bool saveAs(const QString &path);
 
     /// Brings the window titled \a title to the front, as its entry in a task bar does.
@@ -100,18 +101,19 @@ public:
     /// Drags the window titled \a title by its frame until its corner (inside the frame) is at \a corner.
     bool dragWindow(const QString &title, const QPoint &corner);
 
-    /// Saves a picture of the whole screen as PNG. False if it can't be written.
+    /// Saves a screenshot of the whole screen as PNG. Returns false if it cannot be written.
     bool screenshot(const QString &path);
-    /// Saves a picture of the window titled \a title, with its frame.
+    /// Saves a screenshot of the window titled \a title, with its frame.
     bool screenshot(const QString &path, const QString &title);
     /// What the program shows at this moment, as an indented list.
     QString describeScreen();
-    /// Leaves in \a folder what explains a failure: screen.png, screen.txt, stdout.txt, stderr.txt.
+    /// Saves files that help to explain a failure in \a folder: screen.png, screen.txt, stdout.txt,
+    /// stderr.txt.
     void leaveEvidence(const QString &folder);
-    /// Why the last step that failed did so.
+    /// Why the last failed step has failed.
     QString failure() const { return _failure; }
 
-    /// Lets \a time pass with the local event loop running; for shows, not for tests.
+    /// Waits for \a time with the local event loop running. For demos, not for tests.
     static void pause(std::chrono::milliseconds time);
 
 private:
@@ -148,8 +150,9 @@ private:
     std::unique_ptr<XDisplay> _display; ///< null on a Wayland desktop
     std::unique_ptr<AccessibleTree> _tree;
     std::unique_ptr<XInput> _input;
-    QRect _lastRect; ///< of what is about to be clicked: it has to be the same twice
+    QRect _lastRect; ///< of the widget to click: it must be the same twice
     QPoint _lastClickPoint{-1000, -1000};
     std::chrono::steady_clock::time_point _lastClick;
-    std::chrono::steady_clock::time_point _keyboardSeen; ///< when a window last had it, or there was none
+    std::chrono::steady_clock::time_point
+        _keyboardSeen; ///< when a window last had the focus, or there was no window
 };

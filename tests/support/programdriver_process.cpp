@@ -18,7 +18,7 @@ void writeFile(const QString &path, const QByteArray &content)
 ProgramDriver::ProgramDriver()
     : _environment(QProcessEnvironment::systemEnvironment())
 {
-    // The program is to find its settings in the home folder it gets, and not in the caller's.
+    // The program must find its settings in its own home folder, not in the caller's.
     for (const char *name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_STATE_HOME"})
         _environment.remove(QString::fromLatin1(name));
 
@@ -72,7 +72,7 @@ bool ProgramDriver::connectToDesktop()
     return true;
 }
 
-/// Fails the step that is under way where it cannot be taken.
+/// Makes the current step fail if it cannot be carried out.
 bool ProgramDriver::lacksInput()
 {
     return isOnWayland() &&
@@ -102,7 +102,7 @@ bool ProgramDriver::start(const QString &program, const QStringList &arguments)
 
 bool ProgramDriver::waitForEnd()
 {
-    // Not by waitUntil(): that takes the program's end for a failure.
+    // waitUntil() cannot be used here: it treats the end of the program as a failure.
     for (const auto end = std::chrono::steady_clock::now() + _patience;
          isRunning() && std::chrono::steady_clock::now() < end;)
         pause(std::chrono::milliseconds(10));

@@ -12,7 +12,7 @@
 
 namespace
 {
-/// A new terminal's device end; its node goes to \a node.
+/// Opens a new pseudo-terminal and returns the device's end. Sets \a node to the path of its node.
 int openTerminal(QString *node)
 {
     const int device = ::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
@@ -24,8 +24,8 @@ int openTerminal(QString *node)
     return device;
 }
 
-/// Whether a port of that node's name is locked. A terminal's name is free again a moment before another
-/// process, just closing its port, has taken the lock file away.
+/// Returns true if a port with that node's name is locked. The name of a terminal is free again slightly
+/// before the process that closes its port has removed the lock file.
 bool isLocked(const QString &node)
 {
     const QString lock = QStringLiteral("/var/lock/LCK..") + node.mid(5).replace('/', '_');
@@ -35,12 +35,13 @@ bool isLocked(const QString &node)
 
 Pty::Pty()
 {
-    QList<int> locked; // kept until there is a free one, so that they are not handed out again
+    QList<int>
+        locked; // kept open until an unlocked one is found, so that the system does not return them again
     for (_device = openTerminal(&_name); isLocked(_name); _device = openTerminal(&_name))
         locked.append(_device);
     for (const int device : std::as_const(locked))
         ::close(device);
-    // A device does not echo, and its bytes are not a user's typing.
+    // A device does not echo, and its bytes are not terminal input.
     termios raw = settings();
     ::cfmakeraw(&raw);
     ::tcsetattr(_device, TCSANOW, &raw);

@@ -5,33 +5,32 @@
 #include <QByteArray>
 #include <QString>
 
-/// A raw pseudo-terminal: a real tty for the program to open, and the device's end of it for the test to
-/// hold.
+/// A raw pseudo-terminal: a real tty that the program opens, and the device's end, which the test uses.
 class Pty
 {
 public:
     Pty();
     ~Pty();
 
-    /// The tty's node, such as "/dev/pts/7".
+    /// The path of the tty's node, such as "/dev/pts/7".
     QString name() const { return _name; }
-    /// The tty's name as a port, such as "pts/7".
+    /// The port name of the tty, such as "pts/7".
     QString portName() const { return _name.mid(5); }
-    /// The descriptor of the device's end, which never blocks.
+    /// The descriptor of the device's end. It is non-blocking.
     int device() const { return _device; }
 
-    /// Sends to whoever holds the tty open.
+    /// Sends to the process that has the tty open.
     void send(const QByteArray &bytes) const;
-    /// What has reached the device since it was last asked.
+    /// Returns what the device has received since the last call.
     QByteArray received() const;
-    /// Everything that has reached the device so far, for QTRY_COMPARE to look at.
+    /// Everything that the device has received so far, for QTRY_COMPARE.
     QByteArray collected();
-    /// The line's settings, as its opener made them.
+    /// The current settings of the line, as set by the process that opened it.
     termios settings() const;
-    /// The device goes away, as with an unplug: the tty hangs up.
+    /// Removes the device, as an unplug does: the tty hangs up.
     void hangUp();
 
-    /// How many descriptors this process has open on the tty.
+    /// The number of descriptors that this process has open on the tty.
     int openDescriptors() const;
 
 private:

@@ -8,13 +8,13 @@
 #include <QScrollArea>
 #include <QScrollBar>
 
-/// Whether all of \a widget is on the screen, on a dialog that is.
+/// Returns true if all of \a widget, on a visible dialog, is on the screen.
 inline bool isSeenWhole(const QWidget *widget)
 {
     return widget->visibleRegion() == QRegion(widget->rect());
 }
 
-/// Whether \a area can be scrolled to all of its contents, and \a widget is within them.
+/// Returns true if \a area can be scrolled to all of its contents and \a widget is part of them.
 inline bool canBeScrolledTo(const QWidget *widget, const QScrollArea *area)
 {
     const QWidget *contents = area->widget();
@@ -24,8 +24,8 @@ inline bool canBeScrolledTo(const QWidget *widget, const QScrollArea *area)
            area->verticalScrollBar()->maximum() >= hidden.height();
 }
 
-/// The widgets of \a dialog, shown, that its user can't see whole, not even by scrolling; its buttons have to
-/// be seen without that. Empty when there are none; a dialog beyond its screen is one as well.
+/// The visible widgets of \a dialog that the user cannot see completely, even by scrolling. Buttons must be
+/// visible without scrolling. Empty if there are none; a dialog that exceeds its screen is listed as well.
 inline QStringList outOfReachIn(const QDialog &dialog)
 {
     QStringList found;

@@ -11,7 +11,7 @@ QString subtree(const Screen &screen, int parent, int depth)
     for (int i = 0; i < screen.size(); ++i) {
         if (screen.at(i).parent != parent)
             continue;
-        // What only holds other things together tells the reader nothing: its contents take its place.
+        // Widgets that only group others give the reader no information: their contents take their place.
         const bool worthALine = screen.at(i).kind != WidgetKind::Other || !screen.at(i).name.isEmpty();
         if (worthALine)
             lines += QString(qsizetype{2} * depth, u' ') + screen.at(i).description() + u'\n';

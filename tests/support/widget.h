@@ -4,34 +4,35 @@
 #include <QRect>
 #include <QString>
 
-/// What a person would call a thing on the screen.
+/// The kinds of widgets, in the words of a user.
 enum class WidgetKind { Window, Label, Button, CheckBox, TextField, TextView, List, Row, ProgressBar, Other };
 
 /// The word for \a kind in messages, for example "button".
 QString nameOf(WidgetKind kind);
 
-/// One thing on the screen as it was when it was read; it does not follow later changes.
+/// One widget at the time when it was read; later changes do not affect it.
 struct Widget {
     WidgetKind kind = WidgetKind::Other;
-    QString name;          ///< what a screen reader says, such as a label's text or a window's title
-    QString text;          ///< what a text field or text view holds, the name of anything else
-    QRect rect;            ///< in screen coordinates, without the window manager's frame
-    bool enabled = false;  ///< it can be used
-    bool showing = false;  ///< it is on the screen; only rows scrolled out of sight are listed without it
+    QString name;         ///< what a screen reader reads out, such as a label's text or a window's title
+    QString text;         ///< the contents of a text field or text view; for other widgets, the name
+    QRect rect;           ///< in screen coordinates, without the window manager's frame
+    bool enabled = false; ///< it can be used
+    bool showing =
+        false; ///< it is on the screen; only rows that are scrolled out of view are listed without it
     bool checked = false;  ///< of a check box
-    bool focused = false;  ///< it has the keyboard
+    bool focused = false;  ///< it has the keyboard focus
     bool selected = false; ///< of a row
-    bool active = false;   ///< of a window: it has the keyboard's attention
-    int parent = -1;       ///< index in its Screen of what it is in; -1 for a window
-    int window = -1;       ///< index in its Screen of the window it is in; a window names itself
-    QString object;        ///< where it is on the accessibility bus
+    bool active = false;   ///< of a window: it has the keyboard focus
+    int parent = -1;       ///< index of its parent in its Screen; -1 for a window
+    int window = -1;       ///< index of its window in its Screen; for a window, its own index
+    QString object;        ///< its location on the accessibility bus
 
-    /// One line for messages: kind, name and whatever is remarkable about it.
+    /// One line for messages: kind, name and any unusual state.
     QString description() const;
 };
 
-/// Everything of one program that is on the screen, the windows first, each thing after what it is in.
+/// All widgets of one program that are on the screen: windows first, each widget after its parent.
 using Screen = QList<Widget>;
 
-/// \a screen as an indented list, one line a widget.
+/// \a screen as an indented list with one line for each widget.
 QString describe(const Screen &screen);

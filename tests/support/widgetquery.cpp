@@ -8,7 +8,7 @@
 namespace
 {
 
-/// \a query after \a change.
+/// Returns \a query with \a change applied.
 template <typename Change>
 WidgetQuery changed(WidgetQuery query, Change change)
 {
@@ -55,7 +55,7 @@ bool WidgetQuery::isAsWanted(const Widget &widget) const
            widget.active == _active.value_or(widget.active);
 }
 
-/// The window to look in, the frontmost of several that fit; -1 if it is not there.
+/// The window to search, the frontmost one if several match; -1 if there is none.
 int WidgetQuery::windowIn(const Screen &screen) const
 {
     int found = -1;
@@ -76,11 +76,11 @@ QList<int> WidgetQuery::allIn(const Screen &screen) const
     const int window = windowIn(screen);
     QList<int> found;
     for (int i = 0; i < screen.size(); ++i) {
-        // A window is looked for among all of them.
+        // The search for a window covers all windows; other widgets must be in the window of the query.
         if ((_kind == WidgetKind::Window || screen.at(i).window == window) && isMeant(screen.at(i)))
             found << i;
     }
-    // Rows are in their list's order already; it may run in columns.
+    // Rows keep the order of their list, which may run in columns.
     if (_kind != WidgetKind::Row) {
         std::stable_sort(found.begin(), found.end(), [&screen](int a, int b) {
             const QPoint first = screen.at(a).rect.topLeft();
@@ -92,7 +92,7 @@ QList<int> WidgetQuery::allIn(const Screen &screen) const
         found = nearestTo(*_label, window, found, screen);
     if (_number)
         found = found.mid(*_number - 1, 1);
-    // Last: a field must not become the nearest because it happens to be in the wanted state.
+    // This filter comes last: otherwise, a field could become the nearest one only because of its state.
     const auto isOtherwise = [&](int i) { return !isAsWanted(screen.at(i)); };
     found.removeIf(isOtherwise);
     return found;
@@ -101,7 +101,8 @@ QList<int> WidgetQuery::allIn(const Screen &screen) const
 QList<int> WidgetQuery::nearestTo(const QString &label, int window, const QList<int> &candidates,
                                   const Screen &screen) const
 {
-    constexpr int far = 1 << 20; // more than any screen has: all in the label's row is nearer than all below
+    constexpr int far =
+        1 << 20; // larger than any screen: everything in the label's row is nearer than everything below
     int nearest = -1;
     int shortest = 2 * far;
     for (int i = 0; i < screen.size(); ++i) {

@@ -4,29 +4,30 @@
 
 #include <optional>
 
-/// Says which thing on the screen is meant, in the words of someone who looks at it:
-/// `button("Continue").enabled()`, `field().beside("Passphrase")`, `row("home").in("ZV Tolvar Setup v2.3")`.
-/// Names are compared whole and exactly, blanks included.
+/// Describes a widget on the screen in the words of a user: `button("Continue").enabled()`,
+/// `field().beside("Passphrase")`, `row("home").in("ZV Tolvar Setup v2.3")`. Names must match exactly and as
+/// a whole, spaces included.
 class WidgetQuery
 {
 public:
     explicit WidgetQuery(WidgetKind kind, std::optional<QString> name = {});
 
-    // Which thing is meant:
+    // Which widget is meant:
 
-    /// Only where the name begins with \a start.
+    /// Only if the name begins with \a start.
     WidgetQuery startingWith(const QString &start) const;
-    /// Only the nearest to the right of the label named \a label; if its row has none, the nearest below it.
+    /// Only the nearest one to the right of the label \a label; if its row has none, the nearest one below
+    /// it.
     WidgetQuery beside(const QString &label) const;
-    /// Only the \a number th of these from the top, and from the left in one row; the first is 1. Rows of a
-    /// list count in the list's order.
+    /// Only the \a number th match from the top, and from the left in one row; the first is 1. Rows of a list
+    /// count in the order of the list.
     WidgetQuery number(int number) const;
-    /// In the window titled \a title. Without this: in the program's active window.
+    /// In the window titled \a title. The default is the program's active window.
     WidgetQuery in(const QString &title) const;
 
-    // How it has to be:
+    // Which state it must have:
 
-    /// Only if it holds exactly \a text.
+    /// Only if its contents are exactly \a text.
     WidgetQuery withText(const QString &text) const;
     WidgetQuery enabled() const;
     WidgetQuery disabled() const;
@@ -34,14 +35,14 @@ public:
     WidgetQuery unchecked() const;
     WidgetQuery focused() const;
     WidgetQuery selected() const;
-    /// Of a window: only if it has the keyboard.
+    /// For a window: only if it has the keyboard focus.
     WidgetQuery active() const;
 
-    /// Indexes in \a screen of all that fit, from top to bottom.
+    /// The indexes in \a screen of all matches, from top to bottom.
     QList<int> allIn(const Screen &screen) const;
-    /// False if \a screen does not say whether something fits, because the window to look in has yet to show.
+    /// Returns false if \a screen cannot tell whether there is a match, because the window is not shown yet.
     bool canTellFrom(const Screen &screen) const;
-    /// Whether the query itself asks for something disabled.
+    /// Returns true if the query itself asks for a disabled widget.
     bool wantsDisabled() const { return _enabled == false; }
     WidgetKind kind() const { return _kind; }
     /// The query in words, for messages.
@@ -68,7 +69,7 @@ private:
     std::optional<bool> _active;
 };
 
-/// The words a query begins with.
+/// The functions with which a query begins.
 namespace onscreen
 {
 WidgetQuery window(const QString &title);

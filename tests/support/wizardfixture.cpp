@@ -6,13 +6,13 @@
 #include "pages/pageid.h"
 
 WizardFixture::WizardFixture()
-    : tolvar(*new WatchedTolvar(&wizard))
+    : tolvar(*new ConnectionSpy(&wizard))
     , inside{tolvar}
 {
     wizard._tolvar = &tolvar;
     wizard.show();
     wizard.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&wizard)); // keys go to the active window's fields only
+    QVERIFY(QTest::qWaitForWindowActive(&wizard)); // only fields of the active window receive keys
 }
 
 void WizardFixture::status(const QString &children) const
@@ -35,7 +35,8 @@ void WizardFixture::feed(const QString &bytes) const
     const QByteArray latin1 = bytes.toLatin1();
     for (const char byte : latin1)
         tolvar.handleReceived(byte);
-    // The link is at the prompt now and would take each line out of the queue, for the port that isn't there.
+    // At the prompt, the link would take each line out of the queue and send it to a port that does not
+    // exist.
     inside.state() = NOT_CONNECTED;
 }
 
@@ -73,7 +74,7 @@ int WizardFixture::listeners(const QByteArray &sender, const QByteArray &signal)
         sender == "the controller" ? &tolvar : wizard.findChild<QObject *>(QLatin1String(sender));
     if (!object || object->metaObject()->indexOfSignal(signal) < 0)
         return -1;
-    return (object->*(&Peek::receivers))('2' + signal); // as SIGNAL() writes it
+    return (object->*(&Peek::receivers))('2' + signal); // the prefix that SIGNAL() adds
 }
 
 bool WizardFixture::canGoOn() const

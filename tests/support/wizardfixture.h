@@ -7,15 +7,15 @@
 
 #include "app/zvtolvarsetupwizard.h"
 #include "device/zvtolvar.h"
-#include "tests/support/zvtolvarinspector.h"
+#include "tests/support/zvtolvartestpeer.h"
 
-/// A controller that tells who connects to it.
-class WatchedTolvar : public ZVTolvar
+/// A controller that reports the connections to its signals.
+class ConnectionSpy : public ZVTolvar
 {
 public:
     using ZVTolvar::ZVTolvar;
 
-    /// Called with a signal's signature when one more connection to it has just been made.
+    /// Called with the signature of a signal after a connection to it has been made.
     std::function<void(const QString &)> connected;
 
 protected:
@@ -26,32 +26,32 @@ protected:
     }
 };
 
-/// A real wizard with its real controller, without a device: documents come from the test, and commands stay
+/// A real wizard with its real controller and no device: the test supplies the documents, and commands stay
 /// in the queue.
 class WizardFixture
 {
 public:
     WizardFixture();
-    /// Closes the wizard's window first, as a user does before the program ends it.
+    /// Closes the wizard window first, as happens when the user closes it before the program ends.
     ~WizardFixture() { wizard.hide(); }
 
     ZVTolvarSetupWizard wizard;
-    WatchedTolvar &tolvar; ///< the one that the pages use
-    const ZVTolvarInspector inside;
+    ConnectionSpy &tolvar; ///< the controller that the pages use
+    const ZVTolvarTestPeer inside;
 
-    /// Lets the device report \a children inside a status document.
+    /// Simulates a status document from the device with \a children.
     void status(const QString &children) const;
-    /// Lets the device reply with a whole document at once, as the link hands it on.
+    /// Simulates a whole document from the device, delivered at once as by the link.
     void reply(const QString &document) const { tolvar.onResponseReceived(document); }
-    /// Lets the device finish the scan in progress with these "scan" elements.
+    /// Simulates the end of the current scan with these "scan" elements.
     void finishScan(const QString &children = QString()) const;
-    /// Lets the device finish the test in progress with this result code.
+    /// Simulates the end of the current test with this result code.
     void finishTest(const QString &result) const;
 
-    /// Walks from the start page to page \a id by the wizard's own routing, as a known device on firmware
-    /// A060; fails the test when it doesn't arrive.
+    /// Goes from the start page to page \a id by the wizard's own page order, as with a known device on
+    /// firmware A060. The test fails if the page is not reached.
     void goTo(int id);
-    /// Has the current page entered once more, by the page before it.
+    /// Goes back one page and enters the current page again.
     void goBackAndEnterAgain();
     /// The wizard's page of this class.
     template <typename Page>
@@ -59,18 +59,18 @@ public:
     {
         return wizard.template findChild<Page *>();
     }
-    /// The widget of this name on the current page.
+    /// The widget with this name on the current page.
     template <typename Widget>
     Widget *widget(const char *name) const
     {
         return wizard.currentPage()->template findChild<Widget *>(QLatin1String(name));
     }
-    /// How many connections a signal has, as "networkChanged(QString)", of "the controller" or of what has
-    /// this name in the wizard; -1 when there is no such signal.
+    /// The number of connections of a signal, such as "networkChanged(QString)", of "the controller" or of
+    /// the object with this name in the wizard; -1 if there is no such signal.
     int listeners(const QByteArray &sender, const QByteArray &signal) const;
-    /// Whether the wizard lets the user go on.
+    /// Returns true if the Next button is enabled.
     bool canGoOn() const;
-    /// Whether the wizard lets the user finish.
+    /// Returns true if the Finish button is enabled.
     bool canFinish() const;
 
 private:

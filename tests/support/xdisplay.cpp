@@ -1,6 +1,6 @@
 #include "tests/support/xdisplay.h"
 
-// Last: Xlib's macros collide with Qt's names.
+// Must come last: Xlib's macros collide with Qt's names.
 #include <X11/extensions/Xfixes.h>
 #include <X11/Xatom.h>
 #include <X11/Xlib.h>
@@ -9,13 +9,13 @@
 namespace
 {
 
-/// A window may go away between two questions about it; that is no reason to end the test program.
+/// A window may disappear between two requests about it. That must not end the test program.
 int ignoreError(Display *, XErrorEvent *)
 {
     return 0;
 }
 
-/// A property of a window while it is looked at.
+/// A property of a window while it is read.
 struct Property {
     Property(Display *display, Window window, const char *name)
     {
@@ -61,7 +61,7 @@ QList<unsigned long> XDisplay::numbers(unsigned long window, const char *propert
     if (found.format != 32)
         return {};
     const auto *values =
-        reinterpret_cast<const unsigned long *>(found.data); // Xlib's 32 bits are a long each
+        reinterpret_cast<const unsigned long *>(found.data); // Xlib stores each 32-bit item in a long
     return {values, values + found.count};
 }
 
@@ -167,7 +167,8 @@ bool XDisplay::hasManagerAnswered() const
 
 void XDisplay::ping(unsigned long id)
 {
-    // The answer is sent to the root window, by Qt to those who listen for changes of the root window itself.
+    // The reply is an event on the root window. Qt delivers such an event only to clients that listen for
+    // structure changes of it.
     XSelectInput(_display, _root, StructureNotifyMask | SubstructureNotifyMask);
     _pinged = id;
     ++_pingNumber;
@@ -233,7 +234,7 @@ QImage XDisplay::picture(const QRect &rect) const
                               unsigned(area.height()), AllPlanes, ZPixmap);
     if (!image)
         return {};
-    // The desktop's screen has 24 bit colour, which X hands out in 32 bits as Qt has it.
+    // The desktop's screen has 24-bit colour. X returns it in 32 bits, in the format that Qt uses.
     QImage result;
     if (image->bits_per_pixel == 32) {
         result = QImage(reinterpret_cast<const uchar *>(image->data), image->width, image->height,

@@ -8,17 +8,18 @@
 
 struct _XDisplay;
 
-/// One window as the window manager has it.
+/// A window as the window manager knows it.
 struct XWindow {
-    unsigned long id = 0;    ///< the program's own window
-    unsigned long frame = 0; ///< the child of the root window it is in: the manager's frame, or itself
+    unsigned long id = 0; ///< the program's own window
+    unsigned long frame =
+        0; ///< the child of the root window that contains it: the manager's frame, or the window itself
     QString title;
     QRect rect;      ///< in screen coordinates, without the frame
     QRect frameRect; ///< in screen coordinates, with the frame
-    qint64 pid = 0;  ///< the program's process id; 0 if it does not tell
+    qint64 pid = 0;  ///< the program's process id; 0 if the program does not report it
 };
 
-/// The X display named by DISPLAY: its windows, and pictures of them.
+/// The X display named by DISPLAY: its windows and screenshots.
 class XDisplay
 {
 public:
@@ -26,39 +27,40 @@ public:
     ~XDisplay();
     Q_DISABLE_COPY_MOVE(XDisplay)
 
-    /// False if there is no such display; nothing else may be called then.
+    /// Returns false if there is no such display; then no other function may be called.
     bool isOpen() const { return _display != nullptr; }
     /// The connection, for XInput.
     _XDisplay *connection() const { return _display; }
 
     /// The managed windows of the program with process id \a pid, the lowest first.
     QList<XWindow> windowsOf(qint64 pid) const;
-    /// The window that has the keyboard; its id is 0 if none has.
+    /// The window that has the keyboard focus; its id is 0 if no window has it.
     XWindow activeWindow() const;
-    /// The uppermost window at \a point: a frame, or an unmanaged one like an open menu; 0 if there is none.
+    /// The topmost window at \a point: a frame, or an unmanaged one such as an open menu; 0 if there is none.
     unsigned long frameAt(const QPoint &point) const;
 
     /// Asks the window manager to bring the window \a id to the front, as its entry in a task bar does.
     void activate(unsigned long id) const;
     /// Asks the window manager to close the window \a id, as the button in its frame does.
     void close(unsigned long id) const;
-    /// Asks the window manager a question. The answer follows all input given before: a click reaches a
-    /// window only when the manager has had a look at it.
+    /// Sends a request to the window manager. The reply follows all input sent before: a click reaches a
+    /// window only after the window manager has processed it.
     void askManager() const;
-    /// Whether the window manager has answered.
+    /// Returns true if the window manager has replied.
     bool hasManagerAnswered() const;
-    /// Sends the program of the window \a id a ping. The answer follows all input sent to that window before.
+    /// Sends a ping to the program of the window \a id. The reply follows all input sent to that window
+    /// before.
     void ping(unsigned long id);
-    /// Whether the last ping was answered, or cannot be any more because its window is gone.
+    /// Returns true if the last ping was answered, or cannot be answered because its window is gone.
     bool isPingAnswered();
 
-    /// The pointer's image at this moment; the server animates some of them.
+    /// The current image of the pointer; the server animates some pointers.
     QImage pointerImage() const;
-    /// Has the server report each change of the pointer's image to this connection from now on.
+    /// From now on, the server reports each change of the pointer's image to this connection.
     void watchPointer();
-    /// Whether the server has reported a change.
+    /// Returns true if the server has reported a change.
     bool hasPointerChanged();
-    /// A picture of \a rect of the screen; of all of it if \a rect is empty.
+    /// A screenshot of \a rect; of the whole screen if \a rect is empty.
     QImage picture(const QRect &rect = {}) const;
 
 private:
@@ -70,7 +72,7 @@ private:
 
     _XDisplay *_display;
     unsigned long _root = 0;
-    unsigned long _own = 0; ///< a window nobody sees, to ask the window manager about
+    unsigned long _own = 0; ///< an invisible window, used for requests to the window manager
     unsigned long _pinged = 0;
     long _pingNumber = 0;
 };

@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <utility>
 
-// Last: Xlib's macros collide with Qt's names.
+// Must come last: Xlib's macros collide with Qt's names.
 #include <X11/extensions/XTest.h>
 #include <X11/keysym.h>
 #include <X11/Xlib.h>
@@ -29,7 +29,7 @@ KeySym symbolOf(char32_t character)
     return isLatin1 ? KeySym(character) : KeySym(0x01000000 | character);
 }
 
-/// The X key symbol of a key by the name people use; NoSymbol if there is none.
+/// The X key symbol of a key by its common name; NoSymbol if there is none.
 KeySym symbolOf(const QString &name)
 {
     static const QHash<QString, KeySym> names = {
@@ -49,8 +49,9 @@ XInput::XInput(const XDisplay &display, std::function<void()> settle)
     , _settle(std::move(settle))
 {
     readKeyboard();
-    XAutoRepeatOff(_display.connection()); // a late release on a busy machine must not type a letter twice
-    // The first event of the test keyboard makes programs read the keyboard anew: let it be an idle one.
+    XAutoRepeatOff(_display.connection()); // a late release on a busy machine must not repeat a letter
+    // The first event of the test keyboard makes programs read the keyboard map again: that event must have
+    // no effect.
     key(_shift, true);
     key(_shift, false);
 }
@@ -76,7 +77,7 @@ void XInput::readKeyboard()
             isSpare &= columnsOfKey[column] == NoSymbol;
         if (isSpare)
             _spare << KeyCode(code);
-        // Downwards over the codes, so that the main keys win over their doubles on the number pad.
+        // Iterates downwards over the codes, so that the main keys take precedence over the number pad.
         if (columns > 1 && columnsOfKey[1] != NoSymbol)
             _keys.insert(columnsOfKey[1], {KeyCode(code), columnsOfKey[1] != columnsOfKey[0]});
         if (columnsOfKey[0] != NoSymbol)
@@ -88,12 +89,12 @@ void XInput::readKeyboard()
 
 void XInput::assign(unsigned char code, unsigned long symbol)
 {
-    // With and without shift: alone, a capital would become its small letter.
+    // Both with and without shift: with only one of them, a capital would become its small letter.
     KeySym both[] = {symbol, symbol};
     XChangeKeyboardMapping(_display.connection(), code, 2, both, 1);
 }
 
-/// Puts \a symbol on a spare key, of which there must be one.
+/// Assigns \a symbol to a spare key. There must be one.
 void XInput::lend(unsigned long symbol)
 {
     const unsigned char code = _spare.takeFirst();
@@ -153,7 +154,7 @@ void XInput::click()
 
 void XInput::doubleClick()
 {
-    // All at once: were this process kept waiting in between, it would be two clicks.
+    // All events are sent at once: if this process were delayed in between, they would be two clicks.
     for (const bool down : {true, false, true, false})
         button(LeftButton, down);
     send();
@@ -181,8 +182,9 @@ void XInput::strike(const Key &stroke)
 bool XInput::typeText(const QString &text)
 {
     readKeyboard();
-    // A program looks up what a key means when it gets to it, which may be late. So all keys are lent before
-    // the first is struck, and one changes its meaning only after everything typed has arrived.
+    // A program looks up the meaning of a key when it processes the key, which may be late. All keys are
+    // therefore assigned before the first one is pressed, and a key gets another meaning only after
+    // everything typed has arrived.
     QList<unsigned long> waiting;
     for (char32_t character : text.toUcs4()) {
         const unsigned long symbol = symbolOf(character);
@@ -212,7 +214,7 @@ void XInput::strikeAll(const QList<unsigned long> &symbols)
 
 bool XInput::pressKey(const QString &name)
 {
-    // "ctrl++" is the plus key with control.
+    // "ctrl++" is the plus key with Ctrl.
     QStringList parts = name.split(u'+');
     if (name.endsWith(u'+'))
         parts = name.chopped(1).split(u'+', Qt::SkipEmptyParts) << QStringLiteral("+");

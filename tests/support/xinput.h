@@ -9,38 +9,38 @@
 
 class XDisplay;
 
-/// Mouse and keyboard, as the X server would report them from real ones.
+/// Sends mouse and keyboard input, as the X server would report it from real devices.
 class XInput
 {
 public:
-    /// On \a display, which must be open and outlive this object. \a settle is called before a key gets a new
-    /// character, and must return only when all keys typed so far have arrived.
+    /// Uses \a display, which must be open and outlive this object. \a settle is called before a key gets a
+    /// new character. It must return only when all keys typed so far have arrived.
     XInput(const XDisplay &display, std::function<void()> settle);
-    /// Gives back the borrowed keys.
+    /// Restores the borrowed keys.
     ~XInput();
     Q_DISABLE_COPY_MOVE(XInput)
 
     /// Moves the pointer to \a point of the screen.
     void movePointer(const QPoint &point);
-    /// Presses and releases the left button where the pointer is.
+    /// Presses and releases the left button at the pointer's position.
     void click();
-    /// Clicks twice there, as one double click.
+    /// Double-clicks at the pointer's position.
     void doubleClick();
     /// Presses the left button and holds it.
     void press();
-    /// Lets go of the left button.
+    /// Releases the left button.
     void release();
     /// Turns the wheel by \a steps, down if positive.
     void turnWheel(int steps);
-    /// Types \a text. Characters that no key has are put on unused keys for the time being.
-    /// False if a character has no key and none is unused; what stands before it is typed.
+    /// Types \a text. A character without a key is temporarily assigned to an unused key. Returns false if a
+    /// character has no key and no key is unused; the characters before it are typed.
     bool typeText(const QString &text);
-    /// Presses a key by its name: "Return", "Tab", "Escape", "ctrl+a", "shift+Tab". False if there is no such
-    /// key.
+    /// Presses a key by its name: "Return", "Tab", "Escape", "ctrl+a", "shift+Tab". Returns false if there is
+    /// no such key.
     bool pressKey(const QString &name);
 
 private:
-    /// Where a character is on the keyboard.
+    /// The position of a character on the keyboard.
     struct Key {
         unsigned char code = 0;
         bool shift = false;
@@ -59,7 +59,7 @@ private:
     const XDisplay &_display;
     std::function<void()> _settle;
     QHash<unsigned long, Key> _keys; ///< by X key symbol
-    QList<unsigned char> _spare;     ///< codes of keys without any character
-    QList<unsigned char> _lent;      ///< codes of once spare keys that this object gave a character
+    QList<unsigned char> _spare;     ///< codes of keys without a character
+    QList<unsigned char> _lent;      ///< codes of spare keys to which this object has assigned a character
     unsigned char _shift = 0;
 };

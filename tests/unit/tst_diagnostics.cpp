@@ -1,9 +1,9 @@
 #include <QTest>
 
-#include "app/diagnostics.h"
+#include "messages/diagnostics.h"
 #include "tests/support/messagerecorder.h"
 
-/// How one message is composed.
+/// Tests how one message is composed.
 class TestDiagnostics : public QObject
 {
     Q_OBJECT

@@ -7,13 +7,13 @@
 
 #include "serial/hangupwatch.h"
 #include "tests/support/descriptors.h"
+#include "tests/support/libcinterposer.h"
 #include "tests/support/messagerecorder.h"
 #include "tests/support/pty.h"
-#include "tests/support/ttycalls.h"
 
 namespace
 {
-/// A terminal that is open, without a port to read from it.
+/// An open terminal, without a port that reads from it.
 class OpenTerminal
 {
 public:
@@ -33,10 +33,10 @@ private:
     int _descriptor;
 };
 
-/// A terminal that is watched, and what the watch has told.
+/// A watched terminal, and the signals that the watch has emitted.
 struct WatchedTerminal : OpenTerminal {
     WatchedTerminal() { watch.start(descriptor()); }
-    /// Lets the device go away; returns whether that is told.
+    /// Disconnects the device; returns whether the watch reports it.
     bool tellsOfItsEnd()
     {
         terminal.hangUp();
@@ -48,14 +48,14 @@ struct WatchedTerminal : OpenTerminal {
 };
 } // namespace
 
-/// The watch on an open port's other end.
+/// Tests the watch for a hang-up of an open port.
 class TestHangUpWatch : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { TtyCalls::clear(); }
-    void cleanup() { TtyCalls::clear(); }
+    void init() { LibcInterposer::clear(); }
+    void cleanup() { LibcInterposer::clear(); }
 
     void aHangUpIsToldOf();
     void receivedBytesAreNoHangUp();
@@ -81,7 +81,7 @@ void TestHangUpWatch::receivedBytesAreNoHangUp()
     talking.terminal.send("the device is there");
     QVERIFY(silent.tellsOfItsEnd());
     QCOMPARE(talking.hungUp.count(), 0);
-    QCOMPARE(TtyCalls::questionsForUnread(), 1); // the other was not even woken
+    QCOMPARE(LibcInterposer::questionsForUnread(), 1); // the other watch did not even wake up
 }
 
 void TestHangUpWatch::theLastWordsAreReadFirst_data()
@@ -101,13 +101,13 @@ void TestHangUpWatch::theLastWordsAreReadFirst()
     OpenTerminal port;
     HangUpWatch watch;
     port.terminal.hangUp();
-    for (int round = 1; round <= 2; ++round) { // each start counts anew
-        TtyCalls::clear();
-        TtyCalls::pretendUnread(timesUnread);
+    for (int round = 1; round <= 2; ++round) { // each start counts again from the beginning
+        LibcInterposer::clear();
+        LibcInterposer::pretendUnread(timesUnread);
         int looks = 0;
         QObject listener;
         connect(&watch, &HangUpWatch::hungUp, &listener, [&] {
-            looks = TtyCalls::questionsForUnread();
+            looks = LibcInterposer::questionsForUnread();
             watch.stop();
         });
         watch.start(port.descriptor());
@@ -120,10 +120,10 @@ void TestHangUpWatch::aStoppedWatchTellsNothing()
     WatchedTerminal stopped;
     WatchedTerminal watched;
     stopped.watch.stop();
-    stopped.watch.stop(); // twice is once
+    stopped.watch.stop(); // a second stop() has no effect
     MessageRecorder log;
     QCoreApplication::processEvents();
-    QCOMPARE(log.messages(), QStringList()); // the toolkit finds nothing amiss either
+    QCOMPARE(log.messages(), QStringList()); // Qt reports no warning either
     stopped.terminal.hangUp();
     QVERIFY(watched.tellsOfItsEnd());
     QCOMPARE(stopped.hungUp.count(), 0);
@@ -179,7 +179,7 @@ void TestHangUpWatch::aWatchMayBeStoppedByWhomItTells()
     WatchedTerminal other;
     connect(&port.watch, &HangUpWatch::hungUp, &port.watch, &HangUpWatch::stop);
     QVERIFY(port.tellsOfItsEnd());
-    QVERIFY(other.tellsOfItsEnd()); // after whatever the first would still have to tell
+    QVERIFY(other.tellsOfItsEnd()); // after anything that the first watch could still report
     QCOMPARE(port.hungUp.count(), 1);
 }
 

@@ -26,7 +26,7 @@ bool write(const QString &path, const QByteArray &text)
     return file.open(QIODevice::WriteOnly) && file.write(text) == text.size();
 }
 
-/// Drops what the offscreen platform remarks by itself.
+/// Removes the messages of the offscreen platform plugin.
 QByteArray withoutRemarks(QByteArray text)
 {
     for (const char *prefix : {"W:", ""})
@@ -34,8 +34,8 @@ QByteArray withoutRemarks(QByteArray text)
     return text;
 }
 
-/// The real program on a computer without ports, in folders of its own and with a visitor inside. It ends as
-/// soon as the visitor has looked around.
+/// The real program on a simulated computer without ports, in its own folders and with a probe inside. It
+/// ends as soon as the probe has collected its data.
 class Program
 {
 public:
@@ -46,16 +46,16 @@ public:
     {
         QDir().mkpath(home);
         QDir().mkpath(workingFolder);
-        environment.insert(QStringLiteral("QT_QPA_GENERIC_PLUGINS"), QStringLiteral("programvisitor"));
+        environment.insert(QStringLiteral("QT_QPA_GENERIC_PLUGINS"), QStringLiteral("inprocessprobe"));
         environment.insert(QStringLiteral("QT_PLUGIN_PATH"), QStringLiteral(ZV_TEST_PLUGINS));
-        environment.insert(QStringLiteral("ZV_VISITOR_REPORT"), report());
+        environment.insert(QStringLiteral("ZV_PROBE_REPORT"), report());
     }
 
-    /// Runs it until it has ended \a how, as the visitor understands it.
+    /// Runs the program until it has ended; \a how selects the way it ends, in the probe's terms.
     void run(const QString &how = QStringLiteral("accept"))
     {
         environment.insert(QStringLiteral("HOME"), home);
-        environment.insert(QStringLiteral("ZV_VISITOR_END"), how);
+        environment.insert(QStringLiteral("ZV_PROBE_END"), how);
         QProcess process;
         if (_givesUpRoot)
             process.setChildProcessModifier(becomeNobody);
@@ -68,14 +68,14 @@ public:
         QVERIFY2(process.exitStatus() == QProcess::NormalExit, errorOutput);
         exitCode = process.exitCode();
         seen = QJsonDocument::fromJson(contents(report())).object();
-        QVERIFY2(!seen.isEmpty(), "the visitor was expected to leave a report");
+        QVERIFY2(!seen.isEmpty(), "the probe was expected to leave a report");
     }
 
-    /// Gives the program a language, and a toolkit's folder of its own for its catalogues.
+    /// Sets the program's language to German, and gives it its own folder for Qt's translation files.
     void speakGerman()
     {
         environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("de_DE.UTF-8"));
-        // The toolkit asks a file beside the program where its things are.
+        // Qt reads its paths from a file next to the program.
         path = _folder->filePath(QStringLiteral("zvinstall"));
         QVERIFY(QFile::copy(QStringLiteral(ZV_PROGRAM), path));
         QDir().mkpath(toolkitFolder());
@@ -84,7 +84,8 @@ public:
                           "\nPlugins=" + QLibraryInfo::path(QLibraryInfo::PluginsPath).toUtf8() +
                           "\nTranslations=" + toolkitFolder().toUtf8() + "\n"));
     }
-    /// Has the program run as an ordinary user: who isn't one already becomes one, and has all it needs.
+    /// Runs the program as an ordinary user: if the test runs as root, the program changes to another user,
+    /// who gets access to everything it needs.
     void giveUpRoot()
     {
         if (::geteuid() != 0)
@@ -102,13 +103,14 @@ public:
         environment.insert(QStringLiteral("QT_PLUGIN_PATH"), _folder->path());
         for (const QString &folder : {_folder->path(), home, workingFolder})
             QCOMPARE(::chown(QFile::encodeName(folder).constData(), Nobody, Nobody), 0);
-        QCOMPARE(::chmod(qgetenv("UMOCKDEV_DIR").constData(), 0755), 0); // the computer is everybody's
+        QCOMPARE(::chmod(qgetenv("UMOCKDEV_DIR").constData(), 0755),
+                 0); // all users may access the simulated computer
     }
     QString toolkitFolder() const { return _folder->filePath(QStringLiteral("toolkit")); }
 
     QString logPath() const { return home + QStringLiteral("/zvinstall.log"); }
     QByteArray log() const { return contents(logPath()); }
-    /// A text that the visitor saw.
+    /// Returns a text that the probe saw.
     QString saw(const char *what) const { return seen.value(QLatin1String(what)).toString(); }
 
 private:
@@ -136,7 +138,7 @@ public:
     int exitCode = -1;
 };
 
-/// Puts the test's catalogue of that name into the folder, named \a name there.
+/// Copies the test's translation file \a catalogue into the folder, as \a name.
 bool putCatalogue(const QString &catalogue, const QString &folder, const QString &name)
 {
     return QFile::copy(QStringLiteral(ZV_CATALOGUES "/") + catalogue, folder + QLatin1Char('/') + name);
@@ -149,7 +151,7 @@ const QByteArray logOfTheEnd = "D:_commState =  \"NOT_CONNECTED\" \n"
                                "W:the wizard is gone\n";
 } // namespace
 
-/// The start of the real program, and its end.
+/// Tests the start and the end of the real program.
 class TestMain : public QObject
 {
     Q_OBJECT
@@ -190,7 +192,7 @@ void TestMain::theLogHoldsThisRunFromItsFirstMessageToItsLast()
     Program program;
     program.run();
     QCOMPARE(withoutRemarks(program.log()), logOfTheStart + logOfTheEnd);
-    // Each was on the disk as soon as it was said.
+    // Each message was on the disk as soon as it was logged.
     QCOMPARE(withoutRemarks(program.saw("log").toLocal8Bit()), logOfTheStart);
 }
 
@@ -206,13 +208,13 @@ void TestMain::theLogOfTheRunBeforeIsLost()
     QVERIFY(write(program.logPath(), earlier));
     program.run();
     QCOMPARE(program.log(), log);
-    QCOMPARE(program.saw("log before").toLatin1(), earlier); // the application object comes first
+    QCOMPARE(program.saw("log before").toLatin1(), earlier); // the application object is created first
 }
 
 void TestMain::messagesBeforeTheLogGoWhereTheToolkitSendsThem()
 {
     Program program;
-    program.environment.remove("QT_LOGGING_RULES"); // Qt's output drops what they disable
+    program.environment.remove("QT_LOGGING_RULES"); // Qt's own output drops the messages that they disable
     program.run();
     const QByteArray early = "the application object is being made";
     QVERIFY2(program.errorOutput.contains(early), program.errorOutput);
@@ -254,7 +256,7 @@ void TestMain::loggingRulesDropNoMessage()
     QVERIFY(write(file, "[Rules]\n" + rules.toUtf8() + "\n"));
     const QHash<QString, QString> values{
         {"QT_LOGGING_RULES", rules}, {"XDG_CONFIG_HOME", settings.path()}, {"QT_LOGGING_CONF", file}};
-    program.environment.remove("QT_LOGGING_RULES"); // it goes before the files
+    program.environment.remove("QT_LOGGING_RULES"); // it is deleted before the files
     program.environment.insert(variable, values.value(variable));
     program.run();
     QVERIFY2(!program.errorOutput.contains("the application object is being made") ||
@@ -268,7 +270,7 @@ void TestMain::aMessageAfterTheLogHasGoneDoesNoHarm()
 {
     Program program;
     program.environment.insert("LD_PRELOAD", program.environment.value("LD_PRELOAD") + ":" ZV_LAST_MESSAGE);
-    program.environment.insert("MALLOC_PERTURB_", "165"); // memory that has been freed holds nothing any more
+    program.environment.insert("MALLOC_PERTURB_", "165"); // overwrites freed memory
     program.run();
     QVERIFY2(program.output.endsWith("the wizard is gone\nthe last message\n"), program.output);
     QCOMPARE(program.exitCode, 0);
@@ -336,7 +338,7 @@ void TestMain::theApplicationsIconStaysEmpty()
 void TestMain::theApplicationsIconIsLookedForAmongTheImages()
 {
     Program program;
-    program.environment.insert("ZV_VISITOR_BUNDLE", ZV_ICON); // has ":/images/zv_setup.png"
+    program.environment.insert("ZV_PROBE_BUNDLE", ZV_ICON); // contains ":/images/zv_setup.png"
     program.run();
     QCOMPARE(program.seen.value("icon is empty"), QJsonValue(false));
 }
@@ -415,7 +417,8 @@ void TestMain::theToolkitsCatalogueStandsInTheToolkitsFolder()
     program.run();
     QCOMPARE(program.saw("cancel button"), QStringLiteral("Abbrechen"));
     QCOMPARE(program.saw("console button"), QStringLiteral("&Console"));
-    QCOMPARE(program.seen.value("application's translators"), QJsonValue(1)); // it goes with the application
+    QCOMPARE(program.seen.value("application's translators"),
+             QJsonValue(1)); // it is deleted with the application
 }
 
 void TestMain::eachCatalogueIsLookedForInItsOwnFolderAlone()

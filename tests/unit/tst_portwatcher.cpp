@@ -10,18 +10,18 @@
 #include "serial/portwatcher_udev.h"
 #include "serial/qextserialenumerator.h"
 #include "serial/qextserialport.h"
-#include "tests/support/singleshots.h"
-#include "tests/support/udevcalls.h"
+#include "tests/support/pendingtimers.h"
+#include "tests/support/udevfaultinjector.h"
 
 using MakeWatcher = std::unique_ptr<PortWatcher> (*)();
 
-/// Both ways to watch the ports have to tell the same.
+/// Tests that both ways to watch the ports report the same.
 class TestPortWatcher : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void cleanup() { UdevCalls::fail(UdevCalls::None); }
+    void cleanup() { UdevFaultInjector::fail(UdevFaultInjector::None); }
 
     void anArrivalIsToldInTheWordsOfTheList_data() { watchers(); }
     void anArrivalIsToldInTheWordsOfTheList();
@@ -58,7 +58,7 @@ private:
 namespace
 {
 
-// A watcher that is armed, and what it has told.
+// An armed watcher, and what it has reported.
 struct Watch {
     explicit Watch(MakeWatcher make)
         : watcher(make())
@@ -74,7 +74,7 @@ struct Watch {
     bool armed;
 };
 
-// The process's watcher, and what it reports.
+// The process's shared watcher, and what it reports.
 struct SharedWatch {
     SharedWatch()
     {
@@ -194,7 +194,7 @@ void TestPortWatcher::whatIsNoPortIsNotToldOf()
     QVERIFY(QextSerialEnumerator::getPorts().isEmpty());
     computer.unplug(phantom);
     computer.unplug(console);
-    // The port that follows is told of, and it alone.
+    // The watcher reports the next port, and only that one.
     const QString name = computer.plugUsb("0403", "6001");
     QTRY_COMPARE(watch.arrived.count(), 1);
     QCOMPARE(toldOf(watch.arrived, 0).portName, name);
@@ -235,7 +235,7 @@ void TestPortWatcher::anotherDeviceUnderTheSameNameReplacesTheFirst()
 
 void TestPortWatcher::aPortThatIsGoneAgainIsNotToldOf()
 {
-    // The event loop was busy while the port came and went.
+    // The port appears and disappears while the event loop is busy.
     MockPorts computer;
     UdevPortWatcher watcher;
     QSignalSpy arrived(&watcher, &PortWatcher::arrived);
@@ -256,11 +256,11 @@ void TestPortWatcher::anEventThatSaysNotWhatHappenedIsPassedOver()
     QSignalSpy arrived(&watcher, &PortWatcher::arrived);
     QSignalSpy removed(&watcher, &PortWatcher::removed);
     QVERIFY(watcher.arm());
-    UdevCalls::fail(UdevCalls::NoAction);
+    UdevFaultInjector::fail(UdevFaultInjector::NoAction);
     computer.unplug(port);
-    QTRY_VERIFY(UdevCalls::timesTold() > 0);
+    QTRY_VERIFY(UdevFaultInjector::timesTold() > 0);
 
-    UdevCalls::fail(UdevCalls::None);
+    UdevFaultInjector::fail(UdevFaultInjector::None);
     const QString come = computer.plugUsb("067b", "2303");
     QTRY_COMPARE(arrived.count(), 1);
     QCOMPARE(toldOf(arrived, 0).portName, come);
@@ -276,7 +276,7 @@ void TestPortWatcher::eventsThatWereLostAreMadeUpFor()
     QSignalSpy arrived(&watcher, &PortWatcher::arrived);
     QSignalSpy removed(&watcher, &PortWatcher::removed);
     QVERIFY(watcher.arm());
-    UdevCalls::fail(UdevCalls::EventsLost);
+    UdevFaultInjector::fail(UdevFaultInjector::EventsLost);
     computer.unplug(gone);
     const QString come = computer.plugUsb("067b", "2303");
     QTRY_COMPARE(removed.count(), 1);
@@ -284,7 +284,7 @@ void TestPortWatcher::eventsThatWereLostAreMadeUpFor()
     QCOMPARE(toldOf(removed, 0).portName, gone);
     QCOMPARE(toldOf(arrived, 0).portName, come);
 
-    UdevCalls::fail(UdevCalls::None); // and then all is as before
+    UdevFaultInjector::fail(UdevFaultInjector::None); // afterwards everything works as before
     computer.unplug(stays);
     QTRY_COMPARE(removed.count(), 2);
     QCOMPARE(toldOf(removed, 1).portName, stays);
@@ -295,11 +295,11 @@ void TestPortWatcher::whereUdevCantBeHeardTheWatcherSaysSo_data()
 {
     QTest::addColumn<int>("failure");
     QTest::addColumn<bool>("arms");
-    QTest::newRow("udev can be heard") << int(UdevCalls::None) << true;
-    QTest::newRow("udev can't be had") << int(UdevCalls::NoContext) << false;
-    QTest::newRow("nobody tells") << int(UdevCalls::NoMonitor) << false;
-    QTest::newRow("there is no filter") << int(UdevCalls::NoFilter) << false;
-    QTest::newRow("the socket can't be heard") << int(UdevCalls::NoReceiving) << false;
+    QTest::newRow("udev can be heard") << int(UdevFaultInjector::None) << true;
+    QTest::newRow("udev can't be had") << int(UdevFaultInjector::NoContext) << false;
+    QTest::newRow("nobody tells") << int(UdevFaultInjector::NoMonitor) << false;
+    QTest::newRow("there is no filter") << int(UdevFaultInjector::NoFilter) << false;
+    QTest::newRow("the socket can't be heard") << int(UdevFaultInjector::NoReceiving) << false;
 }
 
 void TestPortWatcher::whereUdevCantBeHeardTheWatcherSaysSo()
@@ -307,7 +307,7 @@ void TestPortWatcher::whereUdevCantBeHeardTheWatcherSaysSo()
     QFETCH(int, failure);
     QFETCH(bool, arms);
     MockPorts computer;
-    UdevCalls::fail(static_cast<UdevCalls::Failure>(failure));
+    UdevFaultInjector::fail(static_cast<UdevFaultInjector::Failure>(failure));
     UdevPortWatcher watcher;
     QCOMPARE(watcher.arm(), arms);
 }
@@ -315,13 +315,13 @@ void TestPortWatcher::whereUdevCantBeHeardTheWatcherSaysSo()
 void TestPortWatcher::whereUdevCantBeHeardTheListIsComparedOnceASecond()
 {
     MockPorts computer;
-    UdevCalls::fail(UdevCalls::NoReceiving);
-    // Timers of one thread come in the order in which they are due, however late all of them are.
+    UdevFaultInjector::fail(UdevFaultInjector::NoReceiving);
+    // Timers of one thread fire in the order in which they are due, even if all of them are late.
     bool isTooEarly = true;
     bool isTooLate = false;
     bool toldTooEarly = false;
     bool toldTooLate = false;
-    QObject here; // the timers are gone with what they set
+    QObject here; // deletes the timers and what they set
     QTimer::singleShot(800, Qt::PreciseTimer, &here, [&] { isTooEarly = false; });
     const std::shared_ptr<PortWatcher> watcher = PortWatcher::shared();
     QTimer::singleShot(1500, Qt::PreciseTimer, &here, [&] { isTooLate = true; });
@@ -340,17 +340,17 @@ void TestPortWatcher::whereUdevCantBeHeardTheListIsComparedOnceASecond()
 void TestPortWatcher::failures()
 {
     QTest::addColumn<int>("failure");
-    QTest::newRow("udev") << int(UdevCalls::None);
-    QTest::newRow("once a second") << int(UdevCalls::NoReceiving);
+    QTest::newRow("udev") << int(UdevFaultInjector::None);
+    QTest::newRow("once a second") << int(UdevFaultInjector::NoReceiving);
 }
 
 void TestPortWatcher::aPortThatHangsUpIsReportedAgain()
 {
     QFETCH(int, failure);
     MockPorts computer;
-    UdevCalls::fail(static_cast<UdevCalls::Failure>(failure));
+    UdevFaultInjector::fail(static_cast<UdevFaultInjector::Failure>(failure));
     const QString name = computer.plugUsb("0403", "6001");
-    computer.plugUsb("067b", "2303"); // which is not reported
+    computer.plugUsb("067b", "2303"); // it is not reported
     const SharedWatch watch;
     QextSerialPort first(name);
     QVERIFY(first.open(QIODevice::ReadWrite));
@@ -364,12 +364,12 @@ void TestPortWatcher::aPortThatHangsUpAndGoesIsReportedGoneOnce()
 {
     QFETCH(int, failure);
     MockPorts computer;
-    UdevCalls::fail(static_cast<UdevCalls::Failure>(failure));
+    UdevFaultInjector::fail(static_cast<UdevFaultInjector::Failure>(failure));
     const QString name = computer.plugUsb("0403", "6001");
     const SharedWatch watch;
     QextSerialPort port(name);
     QVERIFY(port.open(QIODevice::ReadWrite));
-    const SingleShots timers;
+    const PendingTimers timers;
     computer.hangUp(name);
     QTRY_VERIFY(port.write("x") == -1 && port.errorString() == QLatin1String("the device hung up"));
     QCOMPARE(watch.reports, QStringList());
@@ -386,7 +386,7 @@ void TestPortWatcher::aPortThatIsClosedByItsUserIsNotReported()
     const SharedWatch watch;
     QextSerialPort port(name);
     QVERIFY(port.open(QIODevice::ReadWrite));
-    const SingleShots timers;
+    const PendingTimers timers;
     port.close();
     QCOMPARE(timers.underWay(), QList<int>());
     const QString next = computer.plugUsb("067b", "2303");
@@ -401,7 +401,7 @@ void TestPortWatcher::theWatcherIsSharedWhileSomebodyHoldsIt()
     QCOMPARE(PortWatcher::shared(), one);
     QSignalSpy gone(one.get(), &QObject::destroyed);
     one.reset();
-    QCOMPARE(gone.count(), 0); // its last holder may be one of its own slots
+    QCOMPARE(gone.count(), 0); // the watcher's last owner may be one of its own slots
     QVERIFY(gone.wait());
 }
 

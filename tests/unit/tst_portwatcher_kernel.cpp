@@ -17,16 +17,16 @@
 #include "serial/portwatcher_udev.h"
 #include "serial/qextserialenumerator.h"
 
-// The events are real ones here: they come through the kernel's socket, whose buffer can be full. Only the
-// ports are mock ones. The process has a network of its own, so that no other program receives the events,
-// and /run of its own, where udev seems to run.
+// The events are real here: they come through the kernel's socket, whose buffer can be full. Only the ports
+// are mocks. The process has its own network namespace, so that no other program receives the events, and its
+// own /run, where udev seems to run.
 
 namespace
 {
 constexpr unsigned udevGroup = 2;
-constexpr const char *udevControl = "/run/udev/control"; // there as long as udev runs
+constexpr const char *udevControl = "/run/udev/control"; // exists while udev runs
 
-/// What udev writes ahead of the properties of an event.
+/// The header that udev writes before the properties of an event.
 struct Header {
     char prefix[8] = "libudev";
     unsigned magic = qToBigEndian(0xfeedcafeu);
@@ -38,7 +38,7 @@ struct Header {
 };
 static_assert(sizeof(Header) == 40);
 
-/// The hash that stands for the subsystem "tty" in an event, out of the filter that udev makes for it.
+/// The hash of the subsystem "tty" in an event, read from the filter that udev creates for it.
 unsigned ttyHash()
 {
     udev *const context = udev_new();
@@ -97,11 +97,11 @@ private:
     const unsigned _hash;
 };
 
-/// Has this process's sockets for events hold less; udev makes them large enough for 300,000.
+/// Reduces the buffers of this process's event sockets; udev makes them large enough for 300,000 events.
 void shrinkSockets()
 {
     constexpr int highest = 1024;
-    const int smallest = 0; // the kernel makes more of it
+    const int smallest = 0; // the kernel raises it to its minimum
     for (int descriptor = 0; descriptor < highest; ++descriptor) {
         sockaddr_nl address{};
         socklen_t size = sizeof address;
@@ -111,7 +111,7 @@ void shrinkSockets()
     }
 }
 
-/// How many events have been lost because this process's socket was full.
+/// Returns how many events were lost because this process's socket was full.
 int lostEvents()
 {
     QFile sockets(QStringLiteral("/proc/self/net/netlink"));
@@ -145,7 +145,7 @@ bool makeOwnSystem()
            ::mount("none", "/run", "tmpfs", 0, "mode=0755") == 0 && ::mkdir("/run/udev", 0755) == 0;
 }
 
-/// Has udev run, as far as that shows, or not.
+/// Makes udev appear to run, or not.
 void setUdevRunning(bool runs)
 {
     if (runs)
@@ -155,7 +155,7 @@ void setUdevRunning(bool runs)
 }
 } // namespace
 
-/// The watcher on the kernel's own socket, with udev and without.
+/// Tests the watcher on the kernel's own socket, with udev and without.
 class TestPortWatcherKernel : public QObject
 {
     Q_OBJECT
@@ -175,12 +175,12 @@ void TestPortWatcherKernel::initTestCase()
 void TestPortWatcherKernel::whatWasReportedBeforeTheLossDoesNotUndoTheComparison()
 {
     setUdevRunning(true);
-    UdevPortWatcher watcher; // before there are mock ports, and mock events with them
+    UdevPortWatcher watcher; // created before there are mock ports and mock events
     QVERIFY(watcher.arm());
     const QStringList realPorts = namesOfPorts();
     QStringList reports;
     const auto record = [&](const QString &what, const QString &portName) {
-        if (!realPorts.contains(portName)) // which are gone as soon as there are mock ones
+        if (!realPorts.contains(portName)) // the real ports disappear as soon as there are mock ones
             reports += what + portName;
     };
     connect(&watcher, &PortWatcher::arrived, this,
@@ -196,7 +196,7 @@ void TestPortWatcherKernel::whatWasReportedBeforeTheLossDoesNotUndoTheComparison
     QTRY_COMPARE(reports, QStringList({"arrived " + stays, "arrived " + goes}));
     reports.clear();
 
-    // A replug whose second half is lost, and then a removal and an arrival that are lost.
+    // The second half of a replug is lost, and then a removal and an arrival are lost.
     shrinkSockets();
     udev.send(stays, "remove");
     for (int sent = 0; lostEvents() == 0 && sent < 100000; ++sent)
@@ -209,7 +209,7 @@ void TestPortWatcherKernel::whatWasReportedBeforeTheLossDoesNotUndoTheComparison
     QCOMPARE(reports, QStringList({"removed " + goes, "arrived " + comes}));
     reports.clear();
 
-    udev.send(comes, "remove"); // behind all that was in the socket
+    udev.send(comes, "remove"); // after everything that was in the socket
     QTRY_VERIFY(!reports.isEmpty());
     QCOMPARE(reports, QStringList{"removed " + comes});
 }

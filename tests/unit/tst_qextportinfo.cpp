@@ -2,7 +2,7 @@
 
 #include "serial/qextportinfo.h"
 
-/// The description of one port.
+/// Tests the description of one port.
 class TestQextPortInfo : public QObject
 {
     Q_OBJECT

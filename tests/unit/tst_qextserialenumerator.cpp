@@ -15,11 +15,12 @@
 #include "serial/portlist.h"
 #include "serial/qextserialenumerator.h"
 #include "serial/qextserialport.h"
+#include "tests/support/libcinterposer.h"
 #include "tests/support/messagerecorder.h"
-#include "tests/support/ttycalls.h"
-#include "tests/support/udevcalls.h"
+#include "tests/support/udevfaultinjector.h"
 
-/// The list of ports, and what is told of ports that come and go while others have them open.
+/// Tests the list of ports, and the reports on ports that appear and disappear while other objects have them
+/// open.
 class TestQextSerialEnumerator : public QObject
 {
     Q_OBJECT
@@ -59,7 +60,7 @@ QextPortInfo toldOf(const QSignalSpy &spy)
     return spy.value(0).value(0).value<QextPortInfo>();
 }
 
-/// An enumerator that has been asked to tell, and what it has told since.
+/// An enumerator with notification enabled, and what it has reported since.
 struct Telling {
     QextSerialEnumerator enumerator;
     QSignalSpy arrived{&enumerator, &QextSerialEnumerator::deviceDiscovered};
@@ -97,7 +98,7 @@ QStringList namesOfToolkitsPorts()
     return names;
 }
 
-// Descriptors this process has on terminals, the test bed's own among them.
+// The descriptors that this process has on terminals, including those of the test bed.
 int terminalDescriptors()
 {
     int count = 0;
@@ -191,8 +192,8 @@ void TestQextSerialEnumerator::aPortOfItsDriversIsListedWithAControllerBehindIt(
     QFETCH(bool, isListed);
     MockPorts computer;
     const QString port = computer.addPhantom(node);
-    TtyCalls::pretendController(controller);
-    const auto noMore = qScopeGuard([] { TtyCalls::clear(); });
+    LibcInterposer::pretendController(controller);
+    const auto noMore = qScopeGuard([] { LibcInterposer::clear(); });
     const int before = terminalDescriptors();
     QCOMPARE(namesOfPorts(), isListed ? QStringList(port) : QStringList());
     QCOMPARE(terminalDescriptors(), before);
@@ -218,9 +219,10 @@ void TestQextSerialEnumerator::aPortIsListedByTheTypeThatTheSystemShows()
     QFETCH(bool, isListed);
     MockPorts computer;
     const QString port = computer.addPortOfDriver(driver.constData(), type);
-    TtyCalls::clear();
+    LibcInterposer::clear();
     QCOMPARE(namesOfPorts(), isListed ? QStringList(port) : QStringList());
-    QCOMPARE(TtyCalls::openings("/dev/" + port.toLatin1()), 0); // which would switch its DTR
+    QCOMPARE(LibcInterposer::openings("/dev/" + port.toLatin1()),
+             0); // opening the port would change its DTR line
 }
 
 void TestQextSerialEnumerator::theKernelsOwnTerminalsAreNotAskedAbout()
@@ -229,18 +231,18 @@ void TestQextSerialEnumerator::theKernelsOwnTerminalsAreNotAskedAbout()
     computer.plugUsb("0403", "6001");
     for (const char *name : {"console", "ptmx", "tty", "tty0", "tty9", "tty63"})
         computer.addVirtual(QLatin1String(name));
-    UdevCalls::fail(UdevCalls::None);
+    UdevFaultInjector::fail(UdevFaultInjector::None);
     QVERIFY(listedByUdev());
-    // About the port alone: a computer has 64 of the others, and each would take its time.
-    QCOMPARE(UdevCalls::timesAsked(), 1);
+    // Udev is asked about this port only: a computer has 64 others, and each query takes time.
+    QCOMPARE(UdevFaultInjector::timesAsked(), 1);
 }
 
 void TestQextSerialEnumerator::whereUdevCantBeAskedTheToolkitIs()
 {
     MockPorts computer;
     computer.plugUsb("0403", "6001");
-    UdevCalls::fail(UdevCalls::NoContext);
-    const auto again = qScopeGuard([] { UdevCalls::fail(UdevCalls::None); });
+    UdevFaultInjector::fail(UdevFaultInjector::NoContext);
+    const auto again = qScopeGuard([] { UdevFaultInjector::fail(UdevFaultInjector::None); });
     QVERIFY(!listedByUdev());
     QCOMPARE(namesOfPorts(), namesOfToolkitsPorts());
 }
@@ -255,7 +257,7 @@ void TestQextSerialEnumerator::whereTheSystemHasNoTtysTheToolkitIsAskedToo()
 
 void TestQextSerialEnumerator::thisComputersListIsTheToolkits()
 {
-    // Without a mock one. Qt also lists the ports that a current kernel offers with nothing behind them.
+    // Without mock ports. Qt also lists the ports that a current kernel offers without any hardware.
     const auto listed = listedByUdev();
     if (!listed)
         return;
@@ -422,7 +424,8 @@ void TestQextSerialEnumerator::aRemovedPortIsClosedWhenItIsTold()
 
 void TestQextSerialEnumerator::aPortOpenedInsideTheRemovalStaysOpen()
 {
-    // The next device may have the name already when the second enumerator tells of the first one's end.
+    // When the second enumerator reports that the first device is gone, the next device may already have its
+    // name.
     MockPorts computer;
     Telling one;
     Telling other;

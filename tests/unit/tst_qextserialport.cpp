@@ -15,7 +15,7 @@ static std::vector<PortPointer> threePorts(const Pty &terminal)
     return ports;
 }
 
-/// Received bytes, and ports that several objects share.
+/// Tests received bytes, and ports that several objects share.
 class TestQextSerialPort : public QObject
 {
     Q_OBJECT
@@ -134,7 +134,7 @@ void TestQextSerialPort::aPortHasOneLineUnderBothItsNames()
     QextSerialPort first(terminal.name().mid(5)); // without "/dev/"
     QextSerialPort second(terminal.name());
     QTRY_VERIFY(first.isOpen() ||
-                first.open(QIODevice::ReadWrite)); // another test may be giving the lock file back
+                first.open(QIODevice::ReadWrite)); // another test may be about to release the lock file
     QVERIFY(second.open(QIODevice::ReadWrite));
     QCOMPARE(terminal.openDescriptors(), 1);
 }
@@ -143,7 +143,7 @@ using Deed = void (*)(std::vector<PortPointer> &ports);
 
 void TestQextSerialPort::anObjectMayGoInsideASlot_data()
 {
-    // What the first of three objects' slot does, and which of the three live on.
+    // What the slot of the first of three objects does, and which of the three objects survive.
     QTest::addColumn<Deed>("deed");
     QTest::addColumn<QList<int>>("survivors");
     QTest::newRow("the told object closes itself")
@@ -209,7 +209,7 @@ void TestQextSerialPort::anObjectMayGoInsideASlot()
 
 void TestQextSerialPort::aSlotMayRunAnEventLoop()
 {
-    // As a message box does that opens on a device's reply.
+    // A message box that opens on a device's reply does the same.
     Pty terminal;
     const PortPointer port = openedPort(terminal);
     QByteArray inner;
@@ -269,7 +269,7 @@ void TestQextSerialPort::whatWasNotReadIsLostWhenThePortIsClosed()
     QCOMPARE(closing->bytesAvailable(), 0);
     QVERIFY(closing->open(QIODevice::ReadWrite));
     QCOMPARE(closing->bytesAvailable(), 0);
-    QCOMPARE(staying->readAll(), QByteArray("unread")); // its own buffer
+    QCOMPARE(staying->readAll(), QByteArray("unread")); // each object has its own buffer
 }
 
 void TestQextSerialPort::anObjectThatNobodyReadsKeepsOneMebibyte()
@@ -291,7 +291,7 @@ void TestQextSerialPort::anObjectThatNobodyReadsKeepsOneMebibyte()
     QCOMPARE(abandoned->bytesAvailable(), mebibyte);
     QVERIFY(abandoned->readAll() == sent.left(mebibyte));
 
-    terminal.send("later"); // it is a port as before
+    terminal.send("later"); // the port works as before
     QTRY_COMPARE(abandoned->bytesAvailable(), 5);
     QCOMPARE(abandoned->readAll(), QByteArray("later"));
 }
@@ -302,7 +302,7 @@ void TestQextSerialPort::aPortIsAStreamOfBytes()
     const PortPointer port = openedPort(terminal);
     QVERIFY(port->isSequential());
     char bytes[4] = "";
-    QCOMPARE(port->read(bytes, 1), 0); // nothing yet, and not the end
+    QCOMPARE(port->read(bytes, 1), 0); // no data yet, and not the end
     terminal.send("abcdef");
     QTRY_COMPARE(port->bytesAvailable(), 6);
     QCOMPARE(port->read(bytes, 4), 4);
@@ -329,11 +329,11 @@ void TestQextSerialPort::aClosedPortHasNoLine()
     QextSerialPort port(terminal.portName());
     QVERIFY(!port.isOpen());
     QCOMPARE(terminal.openDescriptors(), 0);
-    port.close(); // which does nothing
+    port.close(); // this has no effect
     QVERIFY(port.open(QIODevice::ReadWrite));
     QVERIFY(port.isOpen());
     port.close();
-    port.setBaudRate(BAUD19200); // for the next time
+    port.setBaudRate(BAUD19200); // takes effect at the next open
     QCOMPARE(terminal.openDescriptors(), 0);
     QVERIFY(port.open(QIODevice::ReadWrite));
     const termios settings = terminal.settings();

@@ -16,14 +16,14 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include "app/diagnostics.h"
+#include "messages/diagnostics.h"
 #include "serial/qextserialenumerator.h"
 #include "tests/support/descriptors.h"
+#include "tests/support/libcinterposer.h"
 #include "tests/support/messagerecorder.h"
 #include "tests/support/openedport.h"
-#include "tests/support/ttycalls.h"
 
-/// Devices that go away, and processes that end, while ports are open.
+/// Tests devices that disappear, and processes that end, while ports are open.
 class TestQextSerialPortEnds : public QObject
 {
     Q_OBJECT
@@ -59,7 +59,7 @@ void TestQextSerialPortEnds::aHangUpLeavesTheObjectsDead()
     QVERIFY(!first->isDead());
 
     terminal.hangUp();
-    QCOMPARE(first->write("x"), -1); // even before the event loop has seen it
+    QCOMPARE(first->write("x"), -1); // even before the event loop has noticed it
     QTRY_COMPARE(terminal.openDescriptors(), 0);
     for (QextSerialPort *port : {first.get(), second.get()}) {
         QVERIFY2(port->isOpen(), "dead, and open as far as its user knows");
@@ -95,7 +95,7 @@ void TestQextSerialPortEnds::aHangUpDoesNotSpin()
 
 void TestQextSerialPortEnds::aPortThatGoesWhileItIsSetUpDoesNotOpen_data()
 {
-    QTest::addColumn<bool>("byQt"); // counted from those that Qt makes when it opens the port
+    QTest::addColumn<bool>("byQt"); // counted from the notifiers that Qt creates when it opens the port
     QTest::addColumn<int>("setting");
     QTest::addColumn<QString>("message");
     QTest::addColumn<QString>("error");
@@ -112,10 +112,10 @@ void TestQextSerialPortEnds::aPortThatGoesWhileItIsSetUpDoesNotOpen()
     QFETCH(int, setting);
     QFETCH(QString, message);
     QFETCH(QString, error);
-    TtyCalls::clear();
+    LibcInterposer::clear();
     const Pty another;
     const PortPointer open = openedPort(another);
-    const int number = (byQt ? 0 : TtyCalls::timesSet()) + setting;
+    const int number = (byQt ? 0 : LibcInterposer::timesSet()) + setting;
 
     MessageRecorder log;
     Pty terminal;
@@ -124,9 +124,9 @@ void TestQextSerialPortEnds::aPortThatGoesWhileItIsSetUpDoesNotOpen()
     port.setFlowControl(FLOW_XONXOFF);
     port.setParity(PAR_ODD);
     port.setStopBits(STOP_2);
-    TtyCalls::beforeSettings(number, [&terminal] { terminal.hangUp(); });
+    LibcInterposer::beforeSettings(number, [&terminal] { terminal.hangUp(); });
     const bool isOpened = port.open(QIODevice::ReadWrite);
-    TtyCalls::clear();
+    LibcInterposer::clear();
     QVERIFY(!isOpened);
     QVERIFY(!port.isOpen());
     QCOMPARE(port.errorString(), error);
@@ -185,11 +185,11 @@ void TestQextSerialPortEnds::aDeadObjectMayBeOpenedAgain()
 
 namespace
 {
-/// Another program that reads from the terminal too, and is always quicker.
+/// Another program that also reads from the terminal, and is always faster.
 class Thief
 {
 public:
-    /// To be made before the port is opened: so it is told before the port.
+    /// Create it before the port is opened, so that it is notified before the port.
     explicit Thief(Pty &terminal)
         : _terminal(terminal)
         , _descriptor(
@@ -209,7 +209,7 @@ public:
     }
     Q_DISABLE_COPY_MOVE(Thief)
 
-    /// Has the device send \a count bytes one by one; of each the port is told and gets none.
+    /// The device sends \a count bytes one by one. The port is notified of each byte and gets none.
     bool steal(int count)
     {
         for (_stolen = 0; count > 0; --count) {
@@ -221,7 +221,7 @@ public:
         }
         return true;
     }
-    /// Lets the port have what comes, or not.
+    /// Sets whether the port gets the received bytes.
     void setResting(bool resting) { _resting = resting; }
 
 private:
@@ -254,7 +254,7 @@ void TestQextSerialPortEnds::aLineThatCannotBeReadIsTriedAtABoundedRate_data()
     QTest::addColumn<int>("failure");
     QTest::newRow("nothing is there after all") << EAGAIN;
 #if QT_VERSION < QT_VERSION_CHECK(6, 8, 0)
-    QTest::newRow("the end of the file without a hang-up") << 0; // which later versions do not report
+    QTest::newRow("the end of the file without a hang-up") << 0; // later versions do not report it
 #endif
     QTest::newRow("an input error") << EIO;
     QTest::newRow("an error that Qt does not know") << ENOMEM;
@@ -266,19 +266,19 @@ void TestQextSerialPortEnds::aLineThatCannotBeReadIsTriedAtABoundedRate()
     MessageRecorder log;
     Pty terminal;
     const PortPointer port = openedPort(terminal);
-    TtyCalls::failReading(terminal.name().toLocal8Bit(), failure);
+    LibcInterposer::failReading(terminal.name().toLocal8Bit(), failure);
     terminal.send("unread");
     QEventLoop loop;
     const std::clock_t before = std::clock();
     QTimer::singleShot(500, &loop, &QEventLoop::quit);
     loop.exec();
     const auto busy = static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC;
-    const int tries = TtyCalls::failedReads();
-    TtyCalls::clear();
+    const int tries = LibcInterposer::failedReads();
+    LibcInterposer::clear();
     QVERIFY2(tries > 1 && tries < 60, qPrintable(QString::number(tries)));
     QVERIFY2(busy < 0.25, qPrintable(QString::number(busy)));
 
-    QTRY_COMPARE(port->bytesAvailable(), 6); // it was never given up
+    QTRY_COMPARE(port->bytesAvailable(), 6); // it was never closed
     QCOMPARE(log.messages(QStringLiteral("C:")), QStringList());
 }
 
@@ -287,11 +287,11 @@ void TestQextSerialPortEnds::aQuestionWithoutAnAnswerIsNoHangUp()
     MessageRecorder log;
     Pty terminal;
     const PortPointer port = openedPort(terminal);
-    TtyCalls::failHangUpQuestions();
-    TtyCalls::failReading(terminal.name().toLocal8Bit(), EAGAIN);
+    LibcInterposer::failHangUpQuestions();
+    LibcInterposer::failReading(terminal.name().toLocal8Bit(), EAGAIN);
     terminal.send("unread");
-    QTRY_VERIFY(TtyCalls::failedReads() > 1);
-    TtyCalls::clear();
+    QTRY_VERIFY(LibcInterposer::failedReads() > 1);
+    LibcInterposer::clear();
     QTRY_COMPARE(port->bytesAvailable(), 6);
     QCOMPARE(log.messages(), QStringList());
 }
@@ -325,7 +325,7 @@ void TestQextSerialPortEnds::aLineThatItsUsersLeaveSaysNothing()
 
 void TestQextSerialPortEnds::anOpenPortIsWatchedUntilItIsClosed()
 {
-    // Some versions of Qt tell of a hang-up and some don't: the line has a watch of its own in any case.
+    // Some versions of Qt report a hang-up and some do not, so the line always has its own watch.
     const auto watches = [] { return openDescriptors().count(QStringLiteral("anon_inode:[eventpoll]")); };
     Pty terminal;
     const qsizetype before = watches();
@@ -338,7 +338,7 @@ void TestQextSerialPortEnds::anOpenPortIsWatchedUntilItIsClosed()
     QCOMPARE(watches(), before);
 }
 
-// The lock file that Qt holds for the open port, in whichever folder it found fit.
+// The lock file that Qt holds for the open port, in whichever folder Qt chose.
 static QString lockFile(const Pty &terminal)
 {
     const QString name =
@@ -352,8 +352,8 @@ static QString lockFile(const Pty &terminal)
     return {};
 }
 
-// What a process does that drops its ports, as the device's controller does: it ends with ports open, dead
-// and refused. Gives its exit code.
+// Runs a child process that does not clean up its ports: like the device's controller, it ends with ports
+// that are open, disconnected, or failed to open. Returns its exit code.
 static int leavePortsOpen()
 {
     enableAllMessages();

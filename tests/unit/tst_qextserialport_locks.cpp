@@ -10,14 +10,14 @@
 #include <unistd.h>
 #include <utime.h>
 
+#include "tests/support/libcinterposer.h"
 #include "tests/support/messagerecorder.h"
 #include "tests/support/openedport.h"
 #include "tests/support/plaintty.h"
-#include "tests/support/ttycalls.h"
 
 namespace
 {
-/// Another program: one that runs, and one that has ended.
+/// Another program: one that runs, or one that has ended.
 class OtherProgram
 {
 public:
@@ -71,14 +71,14 @@ public:
 constexpr int day = 86400;
 } // namespace
 
-/// Ports that other programs have locked, and ports that are locked against them.
+/// Tests ports that other programs have locked, and ports that lock other programs out.
 class TestQextSerialPortLocks : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { TtyCalls::clear(); }
-    void cleanup() { TtyCalls::clear(); }
+    void init() { LibcInterposer::clear(); }
+    void cleanup() { LibcInterposer::clear(); }
 
     void theLockFileOfARunningProgramIsRespected_data();
     void theLockFileOfARunningProgramIsRespected();
@@ -93,7 +93,7 @@ private Q_SLOTS:
 
 void TestQextSerialPortLocks::theLockFileOfARunningProgramIsRespected_data()
 {
-    QTest::addColumn<QByteArray>("format"); // with %1 for the number
+    QTest::addColumn<QByteArray>("format"); // with %1 for the process id
     QTest::addColumn<int>("age");
     const QByteArray host = QSysInfo::machineHostName().toLatin1();
     QTest::newRow("Qt's, new") << "%1\nsleep\n" + host + '\n' << 0;
@@ -129,7 +129,7 @@ void TestQextSerialPortLocks::theLockFileOfARunningProgramIsRespected()
     QVERIFY(!port.open(QIODevice::ReadWrite));
     QCOMPARE(port.errorString(), reason);
     QCOMPARE(log.messages(), QStringList{"C:Opening the port " + terminal.portName() + " failed: " + reason});
-    QCOMPARE(TtyCalls::openings(terminal.name().toLatin1()), 0);
+    QCOMPARE(LibcInterposer::openings(terminal.name().toLatin1()), 0);
     QFile file(QString::fromLatin1(lock.path));
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), content);
@@ -162,7 +162,7 @@ void TestQextSerialPortLocks::aLockFileThatWasLeftBehindIsTakenOver()
     QCOMPARE(log.messages(), QStringList());
     QFile file(QString::fromLatin1(lock.path));
     QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(file.readLine().trimmed(), QByteArray::number(::getpid())); // ours
+    QCOMPARE(file.readLine().trimmed(), QByteArray::number(::getpid())); // our process id
     port.close();
     QVERIFY(!file.exists());
 }
@@ -199,7 +199,7 @@ void TestQextSerialPortLocks::aPortThatAnotherProgramHasLockedIsBusy()
     QVERIFY(program.waitForReadyRead());
     const termios before = terminal.settings();
 
-    TtyCalls::clear();
+    LibcInterposer::clear();
     MessageRecorder log;
     QextSerialPort port(terminal.portName());
     QVERIFY(!port.open(QIODevice::ReadWrite));
@@ -209,7 +209,7 @@ void TestQextSerialPortLocks::aPortThatAnotherProgramHasLockedIsBusy()
                                 "by the process %2 (cat)")
                      .arg(terminal.portName())
                      .arg(program.processId())});
-    QCOMPARE(TtyCalls::openings(terminal.name().toLatin1()), 0);
+    QCOMPARE(LibcInterposer::openings(terminal.name().toLatin1()), 0);
     const termios after = terminal.settings();
     QCOMPARE(after.c_cflag, before.c_cflag);
     QCOMPARE(after.c_iflag, before.c_iflag);
@@ -224,7 +224,8 @@ void TestQextSerialPortLocks::aPortThatAnotherProgramHasLockedIsBusy()
 void TestQextSerialPortLocks::anOpenPortIsLockedForOtherPrograms()
 {
     const Pty terminal;
-    const PlainTty other(terminal.portName().toLatin1()); // opened first: the port is for one program only
+    const PlainTty other(
+        terminal.portName().toLatin1()); // opened first, because the port allows only one program
     const PortPointer port = openedPort(terminal);
     QCOMPARE(::flock(other.descriptor, LOCK_EX | LOCK_NB), -1);
     QCOMPARE(errno, EWOULDBLOCK);
@@ -236,16 +237,16 @@ void TestQextSerialPortLocks::aPortIsOpenedOncePerAttempt()
 {
     const Pty terminal;
     QextSerialPort port(terminal.portName());
-    TtyCalls::clear();
+    LibcInterposer::clear();
     QVERIFY(port.open(QIODevice::ReadWrite));
-    QCOMPARE(TtyCalls::openings(terminal.name().toLatin1()), 1);
+    QCOMPARE(LibcInterposer::openings(terminal.name().toLatin1()), 1);
     port.close();
 
-    TtyCalls::clear();
+    LibcInterposer::clear();
     QextSerialPort none(QStringLiteral("null"));
     QVERIFY(!none.open(QIODevice::ReadWrite));
     QCOMPARE(none.errorString(), QStringLiteral("Inappropriate ioctl for device"));
-    QCOMPARE(TtyCalls::openings("/dev/null"), 1);
+    QCOMPARE(LibcInterposer::openings("/dev/null"), 1);
 }
 
 QTEST_GUILESS_MAIN(TestQextSerialPortLocks)

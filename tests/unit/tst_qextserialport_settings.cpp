@@ -2,11 +2,11 @@
 
 #include <sys/ioctl.h>
 
+#include "tests/support/libcinterposer.h"
 #include "tests/support/messagerecorder.h"
 #include "tests/support/openedport.h"
-#include "tests/support/ttycalls.h"
 
-/// The line's settings, seen where the system is asked for them.
+/// Tests the line's settings, as requested from the system.
 class TestQextSerialPortSettings : public QObject
 {
     Q_OBJECT
@@ -111,29 +111,29 @@ void TestQextSerialPortSettings::settingsTakeEffect()
     {
         Pty terminal;
         QextSerialPort port(terminal.portName());
-        TtyCalls::clear();
+        LibcInterposer::clear();
         set(port);
-        QCOMPARE(TtyCalls::modemLines(), QList<int>{});
+        QCOMPARE(LibcInterposer::modemLines(), QList<int>{});
         QVERIFY(port.open(QIODevice::ReadWrite));
-        QVERIFY2(isSet(TtyCalls::lastSettings()), "set before the open");
-        QCOMPARE(TtyCalls::modemLines(), modemLines);
+        QVERIFY2(isSet(LibcInterposer::lastSettings()), "set before the open");
+        QCOMPARE(LibcInterposer::modemLines(), modemLines);
     }
     {
         Pty terminal;
         const PortPointer first = openedPort(terminal);
-        TtyCalls::clear();
+        LibcInterposer::clear();
         set(*first);
         if (modemLines.isEmpty())
-            QVERIFY2(isSet(TtyCalls::lastSettings()), "set on the open port");
-        QCOMPARE(TtyCalls::modemLines(), modemLines);
-        // The line's settings are those of the last who opened or set.
+            QVERIFY2(isSet(LibcInterposer::lastSettings()), "set on the open port");
+        QCOMPARE(LibcInterposer::modemLines(), modemLines);
+        // The line has the settings of the object that opened or set them last.
         QextSerialPort second(terminal.portName());
         set(second);
-        TtyCalls::clear();
+        LibcInterposer::clear();
         QVERIFY(second.open(QIODevice::ReadWrite));
         if (modemLines.isEmpty())
-            QVERIFY2(isSet(TtyCalls::lastSettings()), "set by who opened it later");
-        QCOMPARE(TtyCalls::modemLines(), modemLines);
+            QVERIFY2(isSet(LibcInterposer::lastSettings()), "set by who opened it later");
+        QCOMPARE(LibcInterposer::modemLines(), modemLines);
     }
     QCOMPARE(log.messages(), QStringList());
 }
@@ -149,11 +149,11 @@ void TestQextSerialPortSettings::settingsAreMadeInTheOrderOfTheDevice()
     port.setParity(PAR_ODD);
     port.setFlowControl(FLOW_XONXOFF);
     port.setBaudRate(BAUD19200);
-    TtyCalls::clear();
+    LibcInterposer::clear();
     QVERIFY(port.open(QIODevice::ReadWrite));
     const QStringList order{"baud rate", "flow control", "parity", "data bits", "stop bits", "DTR", "RTS"};
-    const QStringList made = TtyCalls::order();
-    // What opening itself sets comes first.
+    const QStringList made = LibcInterposer::order();
+    // The settings that open() makes come first.
     QCOMPARE(made.mid(made.size() - order.size()), order);
 }
 
@@ -165,10 +165,10 @@ void TestQextSerialPortSettings::settingOneThingLeavesTheOthersAlone()
     QVERIFY(first.open(QIODevice::ReadWrite));
     const PortPointer second = openedPort(terminal);
     second->setBaudRate(BAUD57600);
-    TtyCalls::clear();
+    LibcInterposer::clear();
     first.setStopBits(STOP_2);
-    QCOMPARE(TtyCalls::order(), QStringList{"stop bits"});
-    const termios asked = TtyCalls::lastSettings();
+    QCOMPARE(LibcInterposer::order(), QStringList{"stop bits"});
+    const termios asked = LibcInterposer::lastSettings();
     QCOMPARE(cfgetospeed(&asked), speed_t(B57600));
 }
 
@@ -189,7 +189,7 @@ void TestQextSerialPortSettings::theDevicesSettingsLeaveNoMessage()
     QCOMPARE(::tcgetattr(terminal.device(), &settings), 0);
     QCOMPARE(cfgetospeed(&settings), speed_t(B115200));
     QCOMPARE(cfgetispeed(&settings), speed_t(B115200));
-    terminal.send("\r\n\x03\x11\x13"); // nothing of what a terminal would swallow or change
+    terminal.send("\r\n\x03\x11\x13"); // bytes that a terminal could swallow or change
     QTRY_COMPARE(port.bytesAvailable(), 5);
     QCOMPARE(port.readAll(), QByteArray("\r\n\x03\x11\x13"));
     port.close();

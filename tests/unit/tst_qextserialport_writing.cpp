@@ -8,7 +8,7 @@
 #include "serial/linewriter.h"
 #include "tests/support/openedport.h"
 
-/// Bytes on their way to the device.
+/// Tests the bytes written to the device.
 class TestQextSerialPortWriting : public QObject
 {
     Q_OBJECT
@@ -43,7 +43,7 @@ void TestQextSerialPortWriting::aWriteHasReachedTheDeviceWhenItReturns()
 }
 
 using Writer = qint64 (*)(QSerialPort &, const char *, qint64, int);
-constexpr int patienceMs = 500;
+constexpr int writeTimeoutMs = 500;
 
 void TestQextSerialPortWriting::writers()
 {
@@ -71,11 +71,12 @@ void TestQextSerialPortWriting::everyByteOfALargeWriteArrives()
             std::this_thread::sleep_for(std::chrono::milliseconds(1)); // much slower than the writer
         }
     });
-    // The writer gives up on a device that a busy computer lets wait too long, and goes on where it was.
+    // The writer stops when a busy computer keeps the device waiting too long, and continues where it
+    // stopped.
     qint64 written = 0;
     int calls = 0;
     while (written < sent.size() && calls < 3) {
-        written += writer(port, sent.constData() + written, sent.size() - written, patienceMs);
+        written += writer(port, sent.constData() + written, sent.size() - written, writeTimeoutMs);
         ++calls;
     }
     device.join();
@@ -90,9 +91,9 @@ void TestQextSerialPortWriting::aDeviceThatIsGoneTakesNothing()
     QSerialPort port(terminal.portName());
     QVERIFY(port.open(QIODevice::ReadWrite));
     terminal.hangUp();
-    QCOMPARE(writer(port, "x", 1, patienceMs), -1);
+    QCOMPARE(writer(port, "x", 1, writeTimeoutMs), -1);
     port.close();
-    QCOMPARE(writer(port, "x", 1, patienceMs), -1);
+    QCOMPARE(writer(port, "x", 1, writeTimeoutMs), -1);
 }
 
 void TestQextSerialPortWriting::aDeviceThatTakesNothingDoesNotHoldTheWriter()
@@ -105,17 +106,17 @@ void TestQextSerialPortWriting::aDeviceThatTakesNothingDoesNotHoldTheWriter()
     const QByteArray tooMuch(1 << 17, 'x');
     QElapsedTimer time;
     time.start();
-    qint64 counted = writer(port, tooMuch.constData(), tooMuch.size(), patienceMs);
-    counted += writer(port, "y", 1, patienceMs);
+    qint64 counted = writer(port, tooMuch.constData(), tooMuch.size(), writeTimeoutMs);
+    counted += writer(port, "y", 1, writeTimeoutMs);
     QVERIFY(time.elapsed() < 20000);
     QVERIFY(counted > 0);
     if (writer == &writeThrough)
-        QVERIFY(counted < tooMuch.size()); // it keeps nothing
+        QVERIFY(counted < tooMuch.size()); // the port buffers nothing
 
-    // What was counted arrives, nothing else does, and the line is not spoiled.
+    // The bytes that write() counted arrive, no others do, and the line still works.
     QByteArray arrived;
     QTRY_COMPARE((arrived += terminal.received()).size(), counted);
-    QCOMPARE(writer(port, "z", 1, patienceMs), 1);
+    QCOMPARE(writer(port, "z", 1, writeTimeoutMs), 1);
     QTRY_COMPARE((arrived += terminal.received()).size(), counted + 1);
     QVERIFY(arrived.endsWith('z'));
 }
@@ -131,7 +132,7 @@ void TestQextSerialPortWriting::aStuckDeviceIsWaitedForOnce()
         port->write("y", 1);
     QVERIFY2(time.elapsed() < 10000, qPrintable(QString::number(time.elapsed())));
 
-    // As soon as the device takes bytes again, all is well.
+    // As soon as the device accepts bytes again, writing works.
     QByteArray arrived;
     QTRY_VERIFY((arrived += terminal.received()).endsWith('y') || port->write("y", 1) == 1);
     QTRY_VERIFY((arrived += terminal.received()).endsWith('y'));

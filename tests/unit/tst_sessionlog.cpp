@@ -13,16 +13,16 @@
 #include <QTextBrowser>
 #include <QTextStream>
 
-#include "app/diagnostics.h"
-#include "app/sessionlog.h"
 #include "app/zvtolvarsetupwizard.h"
+#include "messages/diagnostics.h"
+#include "messages/sessionlog.h"
 #include "pages/pageid.h"
 #include "tests/support/filecontents.h"
 #include "tests/support/messagerecorder.h"
 
 namespace
 {
-/// Hands the message to the handler; gives what has reached standard output when the handler returns.
+/// Passes the message to the handler; returns what has reached standard output when the handler returns.
 QByteArray outputOf(QtMsgType type, const char *message)
 {
     const QTemporaryDir folder;
@@ -32,7 +32,7 @@ QByteArray outputOf(QtMsgType type, const char *message)
     if (!std::freopen(QFile::encodeName(path).constData(), "w", stdout))
         qFatal("standard output can't be captured");
     zvMessageOutput(type, message);
-    QByteArray output = contents(path); // without a flush of our own: what the handler wrote, it has flushed
+    QByteArray output = contents(path); // the test does not flush: only what the handler flushed is here
     std::fflush(stdout);
     ::dup2(earlier, STDOUT_FILENO);
     ::close(earlier);
@@ -40,7 +40,7 @@ QByteArray outputOf(QtMsgType type, const char *message)
 }
 } // namespace
 
-/// The session log, standard output and the console view: who gets which message.
+/// Tests which message goes to the session log, to standard output and to the console view.
 class TestSessionLog : public QObject
 {
     Q_OBJECT
@@ -118,7 +118,7 @@ using Deed = void (*)(ZVTolvarSetupWizard &wizard);
 
 struct ConsoleState {
     const char *name;
-    Deed deed; // what is done to the wizard before the message comes
+    Deed deed; // what happens to the wizard before the message
     bool getsDebugMessages;
     bool getsOthers;
 };
@@ -178,7 +178,7 @@ void TestSessionLog::eachLevelGoesWhereItBelongs()
     QCOMPARE(contents(logPath()), logged);
     QCOMPARE(output, QByteArray("abc\n"));
     if (early)
-        wizard = std::make_unique<ZVTolvarSetupWizard>(); // nothing has been kept for it
+        wizard = std::make_unique<ZVTolvarSetupWizard>(); // no message has been kept for it
     QCOMPARE(wizard->findChild<QTextBrowser *>("textBrowser_log_console")->toPlainText(),
              QString(inConsole ? "abc" : ""));
 }
@@ -276,7 +276,7 @@ void TestSessionLog::aLogThatCantBeOpenedIsNoHindrance()
     const QByteArray output = outputOf(QtWarningMsg, "abc");
     QCOMPARE(output, QByteArray("abc\n"));
     QCOMPARE(_console->toPlainText(), QStringLiteral("abc"));
-    QCOMPARE(toolkit.messages(), QStringList()); // nobody is told
+    QCOMPARE(toolkit.messages(), QStringList()); // Qt reports nothing
     QVERIFY2(!QFile::exists(_home->filePath("no")), "no folder is made for the log");
 }
 
@@ -299,7 +299,7 @@ void TestSessionLog::bytesBeyondAscii()
     QCOMPARE(contents(logPath()), QByteArray("W:caf\xc3\xa9\n"));
     QCOMPARE(output, QByteArray("caf\xc3\xa9\n"));
     QCOMPARE(_console->toPlainText(),
-             QString::fromLatin1("caf\xc3\xa9")); // kept: the console takes bytes as ASCII
+             QString::fromLatin1("caf\xc3\xa9")); // kept: each byte is one character
 }
 
 void TestSessionLog::everyMessageOfTheProgramPasses()

@@ -4,12 +4,12 @@
 #include <QTest>
 #include <QTextStream>
 
-#include "app/diagnostics.h"
-#include "app/sessionlog.h"
+#include "messages/diagnostics.h"
+#include "messages/sessionlog.h"
 #include "tests/support/filecontents.h"
 
-// Qt's local 8-bit encoding is always UTF-8 here. On Windows it is the code page, such as Latin-1. These two
-// stand before Qt's own for the whole program.
+// On Linux, Qt's local 8-bit encoding is always UTF-8. On Windows it is the code page, such as Latin-1. These
+// two functions replace Qt's own for the whole program.
 QString QString::fromLocal8Bit(QByteArrayView ba)
 {
     return QString::fromLatin1(ba);
@@ -19,7 +19,7 @@ QByteArray QString::toLocal8Bit_helper(const QChar *data, qsizetype size)
     return QStringView(data, size).toLatin1();
 }
 
-/// The session log where the local 8-bit encoding is not UTF-8.
+/// Tests the session log where the local 8-bit encoding is not UTF-8.
 class TestSessionLogEncoding : public QObject
 {
     Q_OBJECT

@@ -15,7 +15,7 @@
 #include <QTest>
 #include <QTextStream>
 
-#include "app/sessionlog.h"
+#include "messages/sessionlog.h"
 #include "tests/support/filecontents.h"
 
 // AddressSanitizer replaces the allocator. NOLINTNEXTLINE(*-identifier-naming,*-reserved-identifier)
@@ -23,13 +23,13 @@ extern "C" __attribute__((weak)) std::size_t __sanitizer_get_current_allocated_b
 
 namespace
 {
-/// The bytes that the process has allocated.
+/// Returns the number of bytes that the process has allocated.
 std::size_t allocatedBytes()
 {
     if (__sanitizer_get_current_allocated_bytes)
         return __sanitizer_get_current_allocated_bytes();
     const auto info = ::mallinfo2();
-    return info.uordblks + info.hblkhd; // small blocks, and large ones with a mapping of their own
+    return info.uordblks + info.hblkhd; // small blocks, and large blocks that have their own mapping
 }
 
 bool writeText(const char *path, const QByteArray &text)
@@ -38,7 +38,7 @@ bool writeText(const char *path, const QByteArray &text)
     return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(text) == text.size();
 }
 
-/// Gives the process its own mounts, which end with it. False where the system does not allow that.
+/// Gives the process its own mount namespace. Returns false where the system does not allow that.
 bool unshareMounts()
 {
     const QByteArray uid = QByteArray::number(::getuid());
@@ -53,7 +53,7 @@ bool unshareMounts()
 }
 bool ownMounts = false;
 
-/// Sends standard output to nowhere while it lives: there are too many messages.
+/// Redirects standard output to /dev/null during its lifetime: there are too many messages.
 class SilentOutput
 {
 public:
@@ -94,7 +94,7 @@ public:
             ::umount2(_path.constData(), MNT_DETACH);
     }
 
-    /// Takes all the space but \a left bytes; a page holds 4096.
+    /// Fills the disk up to \a left bytes; a page has 4096 bytes.
     void fill(qint64 left = 0)
     {
         const int file =
@@ -127,7 +127,7 @@ public:
             QSKIP("this system does not let the process mount a small disk");                                \
     } while (false)
 
-/// A message of 100 bytes, with its number.
+/// A message of 100 bytes that contains its number.
 QByteArray numbered(int number)
 {
     return "message " + QByteArray::number(number).rightJustified(6, '0') + QByteArray(85, '.');
@@ -140,7 +140,7 @@ void logNumbered(int from, int to)
 }
 } // namespace
 
-/// The session log on a disk that is full for a while.
+/// Tests the session log on a disk that is full for a while.
 class TestSessionLogFullDisk : public QObject
 {
     Q_OBJECT
@@ -159,7 +159,7 @@ void TestSessionLogFullDisk::aFullDiskCostsNoMemory()
     QVERIFY(QFile::link("/dev/full", home.filePath("zvinstall.log")));
     openSessionLog();
     QVERIFY(theSessionLog.device()->isOpen());
-    logNumbered(0, 1000); // every buffer is made
+    logNumbered(0, 1000); // allocates every buffer
     const std::size_t before = allocatedBytes();
     logNumbered(0, 200'000); // 20 MB
     const std::size_t after = allocatedBytes();
@@ -172,7 +172,7 @@ void TestSessionLogFullDisk::theLogGoesOnWhenThereIsSpace_data()
     QTest::addColumn<int>("lost");
     for (const int lost : {1, 2, 100, 200'000})
         QTest::addRow("after %d messages", lost) << lost;
-    // About 30 still fit on the disk, and 160 into the file's buffer of 16 KiB.
+    // About 30 messages still fit on the disk, and 160 into the file's buffer of 16 KiB.
     for (int lost = 180; lost < 200; ++lost)
         QTest::addRow("after %d messages", lost) << lost;
 }
@@ -183,7 +183,8 @@ void TestSessionLogFullDisk::theLogGoesOnWhenThereIsSpace()
     SmallDisk disk;
     REQUIRE_SMALL_DISK(disk);
     openSessionLog();
-    zvMessageOutput(QtDebugMsg, QByteArray(61, '-').constData()); // moves the lines against the disk's pages
+    zvMessageOutput(QtDebugMsg,
+                    QByteArray(61, '-').constData()); // shifts the lines relative to the disk's pages
     logNumbered(0, 50);
     disk.fill();
     logNumbered(50, 50 + lost);
@@ -192,10 +193,10 @@ void TestSessionLogFullDisk::theLogGoesOnWhenThereIsSpace()
     const int next = 50 + lost;
     for (int number = next; number < next + 3; ++number) {
         logNumbered(number, number + 1);
-        // It is there as soon as it is logged, on a line of its own.
+        // The message is in the file as soon as it is logged, on its own line.
         QVERIFY2(disk.log().endsWith("\nD:" + numbered(number) + '\n'), disk.log().right(300));
     }
-    // Nothing is cut, and nothing comes twice or in another order.
+    // No message is cut, repeated or out of order.
     int last = -1;
     QList<QByteArray> lines = disk.log().split('\n').mid(1);
     QCOMPARE(lines.takeLast(), QByteArray());
@@ -233,7 +234,7 @@ void TestSessionLogFullDisk::aLineAfterACutOneStartsOnItsOwnLine()
 
 int main(int argc, char *argv[])
 {
-    ownMounts = unshareMounts(); // before there is a second thread
+    ownMounts = unshareMounts(); // before a second thread exists
     QCoreApplication application(argc, argv);
     TestSessionLogFullDisk test;
     return QTest::qExec(&test, argc, argv);

@@ -12,12 +12,12 @@
 #include <QTest>
 #include <QTextStream>
 
-#include "app/sessionlog.h"
+#include "messages/sessionlog.h"
 #include "tests/support/filecontents.h"
 
 namespace
 {
-/// A file at the moment at which its permissions were to be set.
+/// The state of a file at the moment when its permissions are about to be set.
 struct Moment {
     mode_t mode;
     off_t size;
@@ -42,7 +42,7 @@ bool put(const QString &path, const QByteArray &text, mode_t mode)
 }
 } // namespace
 
-// This stands before the C library's for the whole program. NOLINTNEXTLINE(*-inconsistent-declaration-*)
+// This replaces the C library's function for the whole program. NOLINTNEXTLINE(*-inconsistent-declaration-*)
 extern "C" int fchmod(int descriptor, mode_t mode)
 {
     struct stat status = {};
@@ -51,7 +51,7 @@ extern "C" int fchmod(int descriptor, mode_t mode)
     return static_cast<int>(::syscall(SYS_fchmod, descriptor, mode));
 }
 
-/// The session log holds the passphrase: nobody but its owner reads it, not for a moment.
+/// The session log contains the passphrase. Tests that only its owner can read it, at any time.
 class TestSessionLogPrivacy : public QObject
 {
     Q_OBJECT
@@ -115,7 +115,7 @@ void TestSessionLogPrivacy::theLogIsItsOwnersAlone()
     openSessionLog();
     QCOMPARE(modeOf(logPath()), 0600U);
     for (const Moment &moment : std::as_const(moments())) {
-        QCOMPARE(moment.mode & 066U, 0U); // it was so from its beginning
+        QCOMPARE(moment.mode & 066U, 0U); // it had this mode from its creation
         QCOMPARE(moment.size, 0);
     }
     zvMessageOutput(QtDebugMsg, "secret");
@@ -143,7 +143,7 @@ void TestSessionLogPrivacy::aLogAtTheEndOfALinkIsItsOwnersAlone()
     openSessionLog();
     QCOMPARE(modeOf(target), 0600U);
     QCOMPARE(moments().size(), 1);
-    QCOMPARE(moments().constFirst().size, 0); // it was empty while others could open it
+    QCOMPARE(moments().constFirst().size, 0); // it was empty while other users could open it
     zvMessageOutput(QtDebugMsg, "secret");
     QVERIFY(QFileInfo(logPath()).isSymLink());
     QCOMPARE(contents(target), QByteArray("D:secret\n"));
@@ -168,7 +168,7 @@ void TestSessionLogPrivacy::anEarlierLogThatCantBeWrittenIsLeftAlone()
 {
     constexpr uid_t nobody = 65534;
     QVERIFY(put(logPath(), "D:before\n", 0444));
-    const bool isRoot = ::geteuid() == 0; // to whom everything is open
+    const bool isRoot = ::geteuid() == 0; // root may open everything
     if (isRoot) {
         QCOMPARE(::chown(QFile::encodeName(_home->path()).constData(), nobody, nobody), 0);
         QCOMPARE(::chown(QFile::encodeName(logPath()).constData(), nobody, nobody), 0);

@@ -12,11 +12,11 @@
 
 namespace
 {
-// The host's end of a console: tells it something and has what it said.
+// The host's end of a console: sends input and returns the output.
 class Console
 {
 public:
-    explicit Console(const TolvarSetup &setup = TolvarSetup())
+    explicit Console(const DeviceConfig &setup = DeviceConfig())
         : tolvar(setup)
     {
         QObject::connect(&tolvar, &SimulatedTolvar::transmit, &tolvar,
@@ -30,7 +30,7 @@ public:
         return said;
     }
 
-    // What stands between the marks of the reply to a line.
+    // Returns the text between the marks of the reply to a line.
     QByteArray ask(const QByteArray &line)
     {
         const QByteArray answer = tell(line + "\r\n");
@@ -43,15 +43,15 @@ public:
     QByteArray said;
 };
 
-TolvarSetup withAir(const QList<TolvarNetwork> &air)
+DeviceConfig withAir(const QList<TolvarNetwork> &air)
 {
-    TolvarSetup setup;
+    DeviceConfig setup;
     setup.air = air;
     return setup;
 }
 
-// The reader's view of a document whose bytes are taken as Latin-1, as the host takes them; an element's text
-// is what comes before its first child.
+// The reader's view of a document whose bytes are read as Latin-1, as the host reads them. An element's text
+// is the text before its first child.
 struct Element {
     QByteArray name;
     QByteArray text;
@@ -195,7 +195,7 @@ void tst_SimulatedTolvar::console_data()
 void tst_SimulatedTolvar::console()
 {
     QFETCH(QByteArray, told);
-    TolvarSetup setup = withAir({});
+    DeviceConfig setup = withAir({});
     setup.logText = "one line";
     Console console(setup);
     console.tell("C\r\n");
@@ -236,7 +236,7 @@ void tst_SimulatedTolvar::keepsWhatItIsTold()
     const auto asList = [](const TolvarConfiguration &c) {
         return QList<QByteArray>{c.network, c.passphrase, c.antenna, c.useStaticIP, c.ipAddress, c.uartTrace};
     };
-    TolvarSetup setup;
+    DeviceConfig setup;
     setup.configuration = {"n", "p", "0", "N", "10.0.0.1", "N"};
     const QList<QByteArray> before = asList(setup.configuration);
 
@@ -251,7 +251,7 @@ void tst_SimulatedTolvar::keepsWhatItIsTold()
 
 void tst_SimulatedTolvar::statusDocument()
 {
-    TolvarSetup setup;
+    DeviceConfig setup;
     setup.systemId = "T1";
     setup.mode = "M";
     setup.firmwareDate = "D";
@@ -303,7 +303,7 @@ void tst_SimulatedTolvar::statusFollowsTheConfiguration()
 
 void tst_SimulatedTolvar::statusWithExtraAndMissingElements()
 {
-    TolvarSetup setup;
+    DeviceConfig setup;
     setup.extraStatusXml = "<radio><band>2.4</band>text<name>not this one</name></radio>";
     setup.missingFromStatus = {"network_name", "dns"};
     Console console(setup);
@@ -318,7 +318,7 @@ void tst_SimulatedTolvar::statusWithExtraAndMissingElements()
     QVERIFY(!names.contains("dns"));
     QCOMPARE(names.size(), 1 + 17 - 2 + 3);
 
-    console.tolvar.alter([](TolvarSetup &changed) { changed.missingFromStatus = {"name"}; });
+    console.tolvar.reconfigure([](DeviceConfig &changed) { changed.missingFromStatus = {"name"}; });
     const QList<Element> elements = elementsOf(console.ask("get"), &isWellFormed);
     QVERIFY(isWellFormed);
     QCOMPARE(elements.at(1).name, QByteArray("radio"));
@@ -343,7 +343,7 @@ void tst_SimulatedTolvar::scanDocument()
 
 void tst_SimulatedTolvar::logDocument()
 {
-    TolvarSetup setup;
+    DeviceConfig setup;
     setup.logText = "1: a < b\n2: \x02marks\x03 & \tcontrols \x7F\x80\xFF\n";
     Console console(setup);
     console.tell("C\r\n");
@@ -357,7 +357,7 @@ void tst_SimulatedTolvar::documentsAreByteTransparent()
     const QByteArray name = everyByteOfAName();
     bool isWellFormed = false;
 
-    TolvarSetup setup = withAir({{name, "x", "WPA2"}});
+    DeviceConfig setup = withAir({{name, "x", "WPA2"}});
     setup.configuration.network = name;
     Console console(setup);
     console.tell("C\r\n");
@@ -366,7 +366,7 @@ void tst_SimulatedTolvar::documentsAreByteTransparent()
     QVERIFY(isWellFormed);
     QCOMPARE(attributeOf(elementsOf(console.ask("test"), &isWellFormed).at(1), "SSID"), name);
     QVERIFY(isWellFormed);
-    // As it is on the line: 0xE9 is one byte, and no declaration speaks of an encoding.
+    // The byte is unchanged on the line: 0xE9 is one byte, and no declaration names an encoding.
     QVERIFY(console.ask("scan").contains("\xE8\xE9\xEA"));
     QVERIFY(console.ask("scan").startsWith("<scan_results>"));
 }
@@ -402,7 +402,7 @@ void tst_SimulatedTolvar::testsJoining()
     QFETCH(bool, isBroken);
     TolvarNetwork hidden{"Hidden", "h", "WPA2"};
     hidden.hidden = true;
-    TolvarSetup setup =
+    DeviceConfig setup =
         withAir({{"Home", " right ", "WPA2"}, {"Open", "", "OPEN"}, hidden, {"Home", "other", "WEP"}});
     setup.faults.systemErrorOnTest = isBroken;
 
@@ -417,7 +417,7 @@ void tst_SimulatedTolvar::testsJoining()
     QTEST(attributeOf(elements.at(1), "result"), "result");
     QTEST(console.tolvar.state().testResult, "result");
     // A test saves nothing.
-    QCOMPARE(console.tolvar.state().saved.network, TolvarSetup().configuration.network);
+    QCOMPARE(console.tolvar.state().saved.network, DeviceConfig().configuration.network);
 }
 
 void tst_SimulatedTolvar::scanIsTracedOnDemand()
@@ -448,7 +448,7 @@ void tst_SimulatedTolvar::linesWaitWhileItWorks_data()
 void tst_SimulatedTolvar::linesWaitWhileItWorks()
 {
     QFETCH(QByteArray, work);
-    TolvarSetup setup = withAir({});
+    DeviceConfig setup = withAir({});
     setup.delays.scan = 150;
     setup.delays.test = 150;
     setup.logText = "log";
@@ -457,12 +457,12 @@ void tst_SimulatedTolvar::linesWaitWhileItWorks()
 
     QElapsedTimer clock;
     clock.start();
-    // The waiting lines come in pieces, one with the work itself, and the LF of the work's line is not
-    // theirs.
+    // The queued lines arrive in pieces, the first together with the command itself. The LF of the command's
+    // line does not belong to them.
     QCOMPARE(console.tell(work + "setssid Home\r\nget_l"), work);
     QVERIFY(console.tolvar.state().isWorking);
     QCOMPARE(console.tell("og_file\r\nsave\r\n"), QByteArray());
-    QCOMPARE(console.tolvar.state().lineTexts().size(), 5); // noted at once
+    QCOMPARE(console.tolvar.state().lineTexts().size(), 5); // recorded at once
     QVERIFY(console.tolvar.state().pending.network != "Home");
 
     QTRY_VERIFY(!console.tolvar.state().isWorking);
@@ -478,7 +478,7 @@ void tst_SimulatedTolvar::linesWaitWhileItWorks()
 
 void tst_SimulatedTolvar::promptTakesItsTime()
 {
-    TolvarSetup setup;
+    DeviceConfig setup;
     setup.delays.prompt = 40;
     Console console(setup);
     QElapsedTimer clock;
@@ -533,7 +533,7 @@ void tst_SimulatedTolvar::faults()
 {
     QFETCH(TolvarFaults, faults);
     QFETCH(QByteArray, told);
-    TolvarSetup setup;
+    DeviceConfig setup;
     setup.faults = faults;
     setup.logText = "log";
     setup.configuration.network = "before";
@@ -554,20 +554,20 @@ void tst_SimulatedTolvar::losesWhatIsNotSaved()
     QCOMPARE(console.tell("ne\r\nsetpass x\r\n"), QByteArray());
     QCOMPARE(console.tell("C\r\n"), QByteArray("\r\n>"));
     QCOMPARE(console.tolvar.state().sessions, 2);
-    QCOMPARE(console.tolvar.state().pending.passphrase, TolvarSetup().configuration.passphrase);
+    QCOMPARE(console.tolvar.state().pending.passphrase, DeviceConfig().configuration.passphrase);
 }
 
 void tst_SimulatedTolvar::losesWorkUnderWay()
 {
-    TolvarSetup setup;
+    DeviceConfig setup;
     setup.delays.scan = 30;
     Console console(setup);
     console.tell("C\r\nscan\r\nsetssid lost\r\n");
     console.tolvar.losePower();
     QVERIFY(!console.tolvar.state().isWorking);
     QCOMPARE(console.tell("C\r\n"), QByteArray("\r\n>"));
-    // A scan of its own, twice as long as the lost one would have taken, is all that answers.
-    console.tolvar.alter([](TolvarSetup &changed) { changed.delays.scan = 60; });
+    // The only reply is that of a new scan, which takes twice as long as the lost one.
+    console.tolvar.reconfigure([](DeviceConfig &changed) { changed.delays.scan = 60; });
     QCOMPARE(console.tell("scan\r\n"), QByteArray("scan\r\n"));
     QTRY_VERIFY(!console.tolvar.state().isWorking);
     QCOMPARE(console.said.count('\x02'), 1);
@@ -585,7 +585,7 @@ void tst_SimulatedTolvar::exitEndsTheSession()
     QVERIFY(console.tolvar.state().pending.network != "x");
 
     console.tolvar.losePower();
-    QVERIFY(console.tolvar.state().exited); // it has come, whatever happens to the power
+    QVERIFY(console.tolvar.state().exited); // the command has been received, whatever happens to the power
 
     QCOMPARE(console.tell("C\r\n"), QByteArray("\r\n>"));
     QVERIFY(!console.tolvar.state().exited);
@@ -629,7 +629,7 @@ void tst_SimulatedTolvar::canBeWatchedFromAnotherThread()
             const TolvarState state = console.tolvar.state();
             isConsistent = isConsistent && state.lines.size() >= seen;
             seen = state.lines.size();
-            console.tolvar.alter([](TolvarSetup &setup) { setup.mode += 'x'; });
+            console.tolvar.reconfigure([](DeviceConfig &setup) { setup.mode += 'x'; });
         }
     });
     for (int i = 0; i < 200; ++i)
@@ -643,7 +643,7 @@ void tst_SimulatedTolvar::canBeWatchedFromAnotherThread()
 
 void tst_SimulatedTolvar::answersThatMakeTheHostSpeak()
 {
-    // A host on the same thread that answers each prompt at once must not get ahead of the console.
+    // A host on the same thread that answers each prompt at once must not overtake the console.
     SimulatedTolvar tolvar;
     QByteArray said;
     QList<QByteArray> queue = {"setssid a\r\n", "save\r\n", "exit\r\n"};

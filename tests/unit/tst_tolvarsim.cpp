@@ -16,7 +16,7 @@ QString freshTty()
     return QStringLiteral("ttyUSB%1").arg(UsbTestbed::takeTtyNumber());
 }
 
-// One tolvarsim, without the preload this test may itself run under.
+// One tolvarsim process, without the preload library that this test itself may run under.
 class Simulator
 {
 public:
@@ -42,7 +42,7 @@ public:
         process.start(QStringLiteral(TOLVARSIM), arguments);
     }
 
-    // Runs a shell script beside the device on $TTY, to the end of both.
+    // Runs a shell script that can use the device as $TTY, until both have ended.
     void run(const QStringList &options, const QString &script)
     {
         const QString tty = freshTty();
@@ -53,7 +53,7 @@ public:
 
     void finish()
     {
-        // It may have ended while something else was waited for.
+        // The process may have ended while the test waited for something else.
         QVERIFY2(process.state() == QProcess::NotRunning || process.waitForFinished(20000),
                  qPrintable(process.errorString()));
         QCOMPARE(process.exitStatus(), QProcess::NormalExit);
@@ -61,7 +61,7 @@ public:
         err += process.readAllStandardError();
     }
 
-    // Waits until standard output holds that text.
+    // Waits until standard output contains \a text.
     bool hasSaid(const QByteArray &text)
     {
         return QTest::qWaitFor([&] {
@@ -76,7 +76,7 @@ public:
     QByteArray err;
 };
 
-// A script that tells the device these lines, in printf's language, and ends.
+// Returns a script that sends these lines, in printf's syntax, to the device, and ends.
 QString tells(const QString &lines)
 {
     return QStringLiteral("exec 3<>$TTY; printf '%1' >&3").arg(lines);
@@ -244,7 +244,7 @@ void tst_TolvarSim::showsTheConversation()
     brief.run({}, script);
     QVERIFY(brief.out.contains("] > C\n"));
     QVERIFY(brief.out.contains("] > get_log_file\n"));
-    QVERIFY(brief.out.contains("] > setssid \u00E9\\x01\n")); // no UTF-8, so it is read as Latin-1
+    QVERIFY(brief.out.contains("] > setssid \u00E9\\x01\n")); // not valid UTF-8, so it is read as Latin-1
     QVERIFY(brief.out.contains("] * left setup mode\n"));
     static const QRegularExpression sentLog("\\] < <log_file> \\d+ bytes\n");
     QVERIFY(sentLog.match(brief.out).hasMatch());
@@ -352,7 +352,7 @@ void tst_TolvarSim::plugsInLater()
 
 void tst_TolvarSim::scansAtOnceOrNot()
 {
-    // The simulator ends when the device is through with what it was told, so it can't take less.
+    // The simulator ends when the device has processed its input, so it cannot take less time.
     const auto timeOfScan = [](const QStringList &options) {
         Simulator simulator;
         QElapsedTimer clock;
@@ -388,13 +388,13 @@ void tst_TolvarSim::signalsEndTheProgram()
     simulator.finish();
     QCOMPARE(simulator.process.exitCode(), 128 + SIGTERM);
     QVERIFY(simulator.out.contains("the device holds"));
-    QCOMPARE(kill(child, 0), -1); // it is no more
+    QCOMPARE(kill(child, 0), -1); // the process has ended
 }
 
 void tst_TolvarSim::signalReplugs()
 {
     const QString tty = freshTty();
-    const QString next = freshTty(); // taken by the replug
+    const QString next = freshTty(); // used by the replug
     Simulator simulator;
     simulator.start({"--tty", tty, "--", "/bin/sh", "-c",
                      QString("exec 3<>/dev/%1; printf 'C\\r\\nsetssid kept\\r\\nsave\\r\\n' >&3;"

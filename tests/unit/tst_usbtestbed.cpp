@@ -20,7 +20,7 @@
 
 namespace
 {
-// This program run again as a child, to see the bed as another process does.
+// Runs this program again as a child process, to see the bed as another process does.
 class Child
 {
 public:
@@ -36,7 +36,7 @@ public:
         process.waitForFinished();
     }
 
-    // The next line it prints; empty when none comes.
+    // Returns the next line that the child prints; empty on a timeout.
     QByteArray line()
     {
         if (!QTest::qWaitFor([this] { return process.canReadLine(); }))
@@ -57,7 +57,7 @@ int listPorts()
     return 0;
 }
 
-// Prints tty events until it is killed, "ready" before the first.
+// Prints tty events until the process is killed; prints "ready" before the first.
 int watchPorts()
 {
     udev *context = udev_new();
@@ -83,7 +83,7 @@ int watchPorts()
     return 0;
 }
 
-// Opens a port as a plain program does and reads until the line hangs up.
+// Opens a port as a plain program does, and reads until the line hangs up.
 int holdPort(const QByteArray &device)
 {
     const int line = open(device.constData(), O_RDWR | O_NOCTTY);
@@ -209,9 +209,7 @@ void tst_UsbTestbed::childSeesArrivalAndRemoval()
         const QByteArray event = "|/dev/" + tolvar.ttyName() + '|' + properties;
         QByteArray told = watcher.line();
         if (told == removal)
-            told =
-                watcher
-                    .line(); // umockdev announces removals itself from some version on: once more is no harm
+            told = watcher.line(); // later versions of umockdev announce removals themselves, too
         QCOMPARE(told, "add" + event);
         tolvar.unplug();
         QCOMPARE(watcher.line(), "remove" + event);
@@ -234,14 +232,14 @@ void tst_UsbTestbed::sysfsIsRealistic()
     UsbTestbed bed;
     const QByteArray tty = bed.plug(UsbBridge::prolific());
     const QByteArray device = "/sys/class/tty/" + tty + "/device";
-    // From the tty up: the serial port of the bridge, its interface, the bridge.
+    // From the tty upwards: the serial port of the bridge, its interface, the bridge.
     QCOMPARE(QFileInfo(QFile::decodeName(device)).canonicalFilePath().section('/', -1).toLatin1(), tty);
     QCOMPARE(contentOf(device + "/../bInterfaceNumber"), QByteArray("00"));
     QCOMPARE(contentOf(device + "/../../idVendor"), QByteArray("067b"));
     QCOMPARE(contentOf(device + "/../../idProduct"), QByteArray("2303"));
     QCOMPARE(contentOf(device + "/../../manufacturer"), QByteArray("Prolific Technology Inc."));
     QCOMPARE(contentOf(device + "/../../product"), QByteArray("USB-Serial Controller"));
-    QCOMPARE(contentOf(device + "/../../serial"), QByteArray("(unreadable)")); // it has none
+    QCOMPARE(contentOf(device + "/../../serial"), QByteArray("(unreadable)")); // the bridge has none
     QVERIFY(contentOf("/sys/class/tty/" + tty + "/dev").startsWith("188:"));
     QCOMPARE(QFileInfo(QFile::decodeName(device + "/driver")).symLinkTarget().section('/', -1),
              QStringLiteral("pl2303"));
@@ -283,7 +281,7 @@ void tst_UsbTestbed::ttyNames()
         last = next;
     }
     {
-        UsbTestbed bed; // goes on where the last one ended
+        UsbTestbed bed; // continues where the last bed stopped
         QCOMPARE(bed.plug(UsbBridge::ftdi()).mid(6).toInt(), last.mid(6).toInt() + 1);
     }
     UsbTestbed bed(42);
@@ -293,7 +291,7 @@ void tst_UsbTestbed::ttyNames()
     QCOMPARE(bed.plug(UsbBridge::ftdi()), QByteArray("ttyUSB44"));
     QCOMPARE(bed.descriptor("ttyUSB42"), -1);
     QVERIFY(bed.descriptor("ttyUSB43") >= 0);
-    bed.unplug("ttyUSB42"); // gone already
+    bed.unplug("ttyUSB42"); // already removed
 }
 
 void tst_UsbTestbed::bedsOneAfterAnother()
@@ -334,7 +332,7 @@ void tst_UsbTestbed::replugsWithoutEnd()
 void tst_UsbTestbed::hostMayBlock()
 {
     UsbTestbed bed;
-    TolvarSetup setup;
+    DeviceConfig setup;
     setup.delays.scan = 50;
     PluggedTolvar tolvar(bed, setup);
     tolvar.plug();
@@ -342,7 +340,7 @@ void tst_UsbTestbed::hostMayBlock()
     QVERIFY(line.write("C\r\n"));
     QCOMPARE(line.readUntil(">"), QByteArray("\r\n>"));
 
-    // Paced as the host paces it, with no event loop going here, and every byte's time is noted as it comes.
+    // Sends at the host's pace without an event loop, and records each byte's time of arrival.
     constexpr int pause = 10; // milliseconds
     const QByteArray command = "scan\r\n";
     for (const char byte : command) {
@@ -362,7 +360,7 @@ void tst_UsbTestbed::hostMayBlock()
 void tst_UsbTestbed::longRepliesComeWhole()
 {
     UsbTestbed bed;
-    TolvarSetup setup;
+    DeviceConfig setup;
     setup.logText.clear();
     for (int number = 0; number < 20000; ++number)
         setup.logText += "line " + QByteArray::number(number) + '\n';
@@ -370,7 +368,7 @@ void tst_UsbTestbed::longRepliesComeWhole()
     tolvar.plug();
     const PlainTty line(tolvar.ttyName());
     QVERIFY(line.write("C\r\nget_log_file\r\nsave\r\n"));
-    // More than the line holds is under way before the first byte is taken.
+    // More bytes than the line can hold are sent before the first one is read.
     QVERIFY(tolvar.waitFor([](const TolvarState &state) { return state.lines.size() == 3; }));
     QTest::qWait(50);
     const QByteArray expected =
@@ -390,7 +388,7 @@ void tst_UsbTestbed::serialPortSeesTheUnplugging()
     QTRY_COMPARE(port.bytesAvailable(), 3);
     QCOMPARE(port.readAll(), QByteArray("\r\n>"));
     tolvar.unplug();
-    // Whether the library tells of it depends on its version; the tty does.
+    // Whether the library reports the hang-up depends on its version; the tty always reports it.
     const auto hasHungUp = [&port] {
         pollfd tty{port.handle(), 0, 0};
         return ::poll(&tty, 1, 0) == 1 && (tty.revents & POLLHUP);
@@ -404,7 +402,7 @@ void tst_UsbTestbed::deviceKeepsWhatIsSavedOverReplug()
     UsbTestbed bed;
     PluggedTolvar tolvar(bed);
     tolvar.plug();
-    QVERIFY(!tolvar.plug()); // it is in already
+    QVERIFY(!tolvar.plug()); // it is already plugged in
     {
         const PlainTty line(tolvar.ttyName());
         QVERIFY(line.write("C\r\nsetssid kept\r\nsave\r\nsetssid lost\r\n"));
@@ -433,12 +431,12 @@ void tst_UsbTestbed::waitsForWhatHappens()
     QVERIFY(!tolvar.waitFor([](const TolvarState &state) { return state.awake; }, 60));
     QVERIFY(clock.elapsed() >= 60);
 
-    // The host's own events go on while it waits: here it is one of them that wakes the device.
+    // Events of the host are processed while it waits: here one of them wakes the device.
     QTimer::singleShot(20, &tolvar, [&line] { line.write("C\r\n"); });
     QVERIFY(tolvar.waitFor([](const TolvarState &state) { return state.awake; }));
     QVERIFY(tolvar.waitFor([](const TolvarState &state) { return state.awake; }, 0));
 
-    tolvar.alter([](TolvarSetup &setup) { setup.firmwareVersion = "A058"; });
+    tolvar.reconfigure([](DeviceConfig &setup) { setup.firmwareVersion = "A058"; });
     QVERIFY(line.write("get\r\n"));
     QVERIFY(line.readUntil("\x03\r\n>").contains("A058"));
 }
@@ -472,7 +470,7 @@ void tst_UsbTestbed::conversationIsTold()
     QList<SimulatedTolvar::Speech> kinds;
     for (const QVariantList &said : std::as_const(spy))
         kinds += said.at(0).value<SimulatedTolvar::Speech>();
-    std::sort(kinds.begin(), kinds.end()); // lines are told of as they come, be it in one piece or three
+    std::sort(kinds.begin(), kinds.end()); // lines are reported as they arrive, in one piece or in three
     using Tolvar = SimulatedTolvar;
     QCOMPARE(kinds,
              QList<Tolvar::Speech>({Tolvar::HostLine, Tolvar::HostLine, Tolvar::HostLine, Tolvar::Reply,

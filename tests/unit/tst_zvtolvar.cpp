@@ -1,9 +1,9 @@
 #include <QTest>
 
 #include "serial/qextserialport.h"
-#include "tests/support/linkbench.h"
-#include "tests/support/signaldiary.h"
-#include "tests/support/singleshots.h"
+#include "tests/support/linkfixture.h"
+#include "tests/support/pendingtimers.h"
+#include "tests/support/signalrecorder.h"
 
 namespace
 {
@@ -43,7 +43,7 @@ QString told(const Value &value, const QString &text)
 }
 } // namespace
 
-/// The record that a controller keeps of its device: the values, and what is told of their changes.
+/// Tests the controller's record of its device: the values, and the signals that report their changes.
 class TestZVTolvar : public QObject
 {
     Q_OBJECT
@@ -86,7 +86,7 @@ void TestZVTolvar::eachValue()
 void TestZVTolvar::aNewControllerKnowsNothing()
 {
     ZVTolvar tolvar;
-    const ZVTolvarInspector inside{tolvar};
+    const ZVTolvarTestPeer inside{tolvar};
     for (const Value &value : values)
         QVERIFY2((tolvar.*value.get)().isEmpty(), value.name);
     QVERIFY(tolvar.scannedNetworks()->isEmpty());
@@ -105,7 +105,7 @@ void TestZVTolvar::aNewControllerKnowsNothing()
 
 void TestZVTolvar::aNewControllerWaitsForNothing()
 {
-    const SingleShots timers;
+    const PendingTimers timers;
     const MessageRecorder log;
     const ZVTolvar tolvar;
     QCOMPARE(timers.underWay(), QList<int>());
@@ -125,7 +125,7 @@ void TestZVTolvar::aControllerGoesWithoutAWordAndLeavesItsPortOpen()
     QextSerialPort port(pty.name());
     QVERIFY(port.open(QIODevice::ReadWrite));
     auto tolvar = std::make_unique<ZVTolvar>();
-    const ZVTolvarInspector inside{*tolvar};
+    const ZVTolvarTestPeer inside{*tolvar};
     inside.port() = &port;
     inside.queue() = QStringList{"get\r\n"};
     const MessageRecorder log;
@@ -141,7 +141,7 @@ void TestZVTolvar::aNewTextIsStoredAsItIsAndToldOfOnce()
     QFETCH(int, index);
     const Value &value = values[index];
     ZVTolvar tolvar;
-    SignalDiary diary(&tolvar);
+    SignalRecorder diary(&tolvar);
     for (const char *text : {" as it  came ", "another"}) {
         (tolvar.*value.set)(text);
         QCOMPARE((tolvar.*value.get)(), QString(text));
@@ -157,7 +157,7 @@ void TestZVTolvar::theTextItAlreadyHoldsIsNoChange()
     const Value &value = values[index];
     ZVTolvar tolvar;
     (tolvar.*value.set)("text");
-    SignalDiary diary(&tolvar);
+    SignalRecorder diary(&tolvar);
     (tolvar.*value.set)("text");
     QCOMPARE(diary.take(), QStringList());
     (tolvar.*value.set)("TEXT");
@@ -169,7 +169,7 @@ void TestZVTolvar::anEmptyTextOnAValueThatWasNeverSetIsNoChange()
     QFETCH(int, index);
     const Value &value = values[index];
     ZVTolvar tolvar;
-    SignalDiary diary(&tolvar);
+    SignalRecorder diary(&tolvar);
     (tolvar.*value.set)(QString());
     (tolvar.*value.set)(QLatin1String(""));
     QCOMPARE(diary.take(), QStringList());
@@ -181,12 +181,12 @@ void TestZVTolvar::anEmptiedValueIsAChange()
     const Value &value = values[index];
     ZVTolvar tolvar;
     (tolvar.*value.set)("text");
-    SignalDiary diary(&tolvar);
+    SignalRecorder diary(&tolvar);
     (tolvar.*value.set)(QString());
     QCOMPARE((tolvar.*value.get)(), QString());
     QCOMPARE(diary.take(), QStringList{told(value, QString())});
     (tolvar.*value.set)(QLatin1String(""));
-    QCOMPARE(diary.take(), QStringList()); // null and empty are the same
+    QCOMPARE(diary.take(), QStringList()); // null and empty are equal
 }
 
 void TestZVTolvar::aChangeIsStoredBeforeItIsToldOf()
@@ -215,7 +215,7 @@ void TestZVTolvar::aPropertyWritesThroughItsSetter()
     QFETCH(int, index);
     const Value &value = values[index];
     ZVTolvar tolvar;
-    SignalDiary diary(&tolvar);
+    SignalRecorder diary(&tolvar);
     QVERIFY(tolvar.setProperty(QTest::currentDataTag(), QStringLiteral("text")));
     QCOMPARE((tolvar.*value.get)(), QStringLiteral("text"));
     QCOMPARE(tolvar.property(QTest::currentDataTag()), QVariant(QStringLiteral("text")));
@@ -225,7 +225,7 @@ void TestZVTolvar::aPropertyWritesThroughItsSetter()
 void TestZVTolvar::isScanningIsReadAsScanning()
 {
     ZVTolvar tolvar;
-    const ZVTolvarInspector inside{tolvar};
+    const ZVTolvarTestPeer inside{tolvar};
     for (const bool scanning : {false, true, false}) {
         inside.scanning() = scanning;
         inside.testing() = !scanning;
@@ -245,8 +245,8 @@ void TestZVTolvar::isScanningCannotBeWritten()
 {
     QFETCH(bool, scanning);
     ZVTolvar tolvar;
-    ZVTolvarInspector{tolvar}.scanning() = scanning;
-    SignalDiary diary(&tolvar);
+    ZVTolvarTestPeer{tolvar}.scanning() = scanning;
+    SignalRecorder diary(&tolvar);
     QVERIFY(!tolvar.setProperty("isScanning", !scanning));
     QCOMPARE(tolvar.scanning(), scanning);
     QCOMPARE(diary.take(), QStringList());

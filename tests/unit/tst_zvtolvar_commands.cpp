@@ -2,14 +2,14 @@
 #include <QTemporaryFile>
 #include <QTest>
 
-#include "tests/support/linkbench.h"
-#include "tests/support/listener.h"
-#include "tests/support/markingtranslator.h"
-#include "tests/support/messagewitness.h"
-#include "tests/support/signaldiary.h"
+#include "tests/support/linkfixture.h"
+#include "tests/support/messagespy.h"
+#include "tests/support/pseudotranslator.h"
+#include "tests/support/scopedconnection.h"
+#include "tests/support/signalrecorder.h"
 
-/// What the device can be told: the lines, their order, and the signals between them. No device is there, so
-/// that the lines stay in the queue.
+/// Tests the commands to the device: the lines, their order, and the signals between them. No device is
+/// present, so the lines stay in the queue.
 class TestCommands : public QObject
 {
     Q_OBJECT
@@ -40,16 +40,17 @@ private Q_SLOTS:
 
 private:
     QStringList queue() const { return inside().queue(); }
-    ZVTolvarInspector inside() const { return {*_tolvar}; }
+    ZVTolvarTestPeer inside() const { return {*_tolvar}; }
 
     std::unique_ptr<ZVTolvar> _tolvar;
 };
 
 void TestCommands::aScanQueuesThreeLinesAndIsToldOfAfterTheSecond()
 {
-    SignalDiary diary(_tolvar.get());
+    SignalRecorder diary(_tolvar.get());
     QStringList queuedWhenStarted;
-    const Listener listener(_tolvar.get(), &ZVTolvar::scanStarted, [&] { queuedWhenStarted = queue(); });
+    const ScopedConnection listener(_tolvar.get(), &ZVTolvar::scanStarted,
+                                    [&] { queuedWhenStarted = queue(); });
     _tolvar->startScan();
     QCOMPARE(queue(), QStringList({"setuarttrace y\r\n", "save\r\n", "scan\r\n"}));
     QCOMPARE(queuedWhenStarted, QStringList({"setuarttrace y\r\n", "save\r\n"}));
@@ -62,9 +63,9 @@ void TestCommands::aScanIsUnderWayFromItsFirstLineOn()
 {
     const MessageRecorder log;
     QList<bool> scanning;
-    const MessageWitness witness([&](const QString &) { scanning += _tolvar->scanning(); });
+    const MessageSpy witness([&](const QString &) { scanning += _tolvar->scanning(); });
     _tolvar->startScan();
-    QCOMPARE(scanning, QList<bool>({true, true, true})); // one message a line
+    QCOMPARE(scanning, QList<bool>({true, true, true})); // one message per line
 }
 
 void TestCommands::aNetworkTestSendsNameAndPassphraseAsTheyAre_data()
@@ -85,7 +86,7 @@ void TestCommands::aNetworkTestSendsNameAndPassphraseAsTheyAre()
     QFETCH(QString, password);
     _tolvar->setNetwork(network);
     _tolvar->setPassword(password);
-    SignalDiary diary(_tolvar.get());
+    SignalRecorder diary(_tolvar.get());
     _tolvar->startNetworkTest();
     QCOMPARE(queue(),
              QStringList({"setssid " + network + "\r\n", "setpass " + password + "\r\n", "test\r\n"}));
@@ -98,7 +99,7 @@ void TestCommands::aNetworkTestIsToldOfBeforeItsFirstLine()
 {
     QStringList queuedWhenStarted = {"not told of"};
     bool testingWhenStarted = false;
-    const Listener listener(_tolvar.get(), &ZVTolvar::networkTestStarted, [&] {
+    const ScopedConnection listener(_tolvar.get(), &ZVTolvar::networkTestStarted, [&] {
         queuedWhenStarted = queue();
         testingWhenStarted = inside().testing();
     });
@@ -152,7 +153,7 @@ void TestCommands::savingTheConfigurationQueuesFiveLines()
     _tolvar->setAntenna("1");
     _tolvar->setUseStaticIP(useStaticIP);
     _tolvar->setIPAddress(ipAddress);
-    SignalDiary diary(_tolvar.get());
+    SignalRecorder diary(_tolvar.get());
     _tolvar->saveNetworkConfig();
     QCOMPARE(queue(), QStringList({"ant_select 1\r\n", "setssid My Home\r\n", "setpass open sesame\r\n",
                                    staticIPLine, "save\r\n"}));
@@ -200,11 +201,11 @@ void TestCommands::aLogIsToldOfBeforeItsLineIsQueued()
     QFile file;
     QStringList queuedWhenStarted = {"not told of"};
     const QFile *fileWhenStarted = nullptr;
-    const Listener listener(_tolvar.get(), &ZVTolvar::startingToWriteLog, [&] {
+    const ScopedConnection listener(_tolvar.get(), &ZVTolvar::startingToWriteLog, [&] {
         queuedWhenStarted = queue();
         fileWhenStarted = inside().logFile();
     });
-    SignalDiary diary(_tolvar.get());
+    SignalRecorder diary(_tolvar.get());
     _tolvar->getLogFileTo(&file);
     QCOMPARE(queue(), QStringList({"get_log_file\r\n"}));
     QCOMPARE(queuedWhenStarted, QStringList());
@@ -231,14 +232,15 @@ void TestCommands::leavingSetupModeIsOneLine()
 
 void TestCommands::atThePromptEachLineGoesOutAtOnce()
 {
-    LinkBench bench;
-    bench.connectPort();
-    bench.inside.state() = IN_PROMPT;
+    LinkFixture fixture;
+    fixture.connectPort();
+    fixture.inside.state() = IN_PROMPT;
     QByteArray sentWhenStarted;
-    connect(&bench.tolvar, &ZVTolvar::scanStarted, this, [&] { sentWhenStarted = bench.pty.collected(); });
-    bench.tolvar.startScan();
+    connect(&fixture.tolvar, &ZVTolvar::scanStarted, this,
+            [&] { sentWhenStarted = fixture.pty.collected(); });
+    fixture.tolvar.startScan();
     QCOMPARE(sentWhenStarted, QByteArray("setuarttrace y\r\nsave\r\n"));
-    QCOMPARE(bench.pty.collected(), QByteArray("setuarttrace y\r\nsave\r\nscan\r\n"));
+    QCOMPARE(fixture.pty.collected(), QByteArray("setuarttrace y\r\nsave\r\nscan\r\n"));
 }
 
 void TestCommands::theFirmwareVersionAsANumber_data()
@@ -293,7 +295,7 @@ void TestCommands::theAntennaInWords()
     _tolvar->setAntenna(antenna);
     QCOMPARE(_tolvar->antennaDescription(), words);
 
-    MarkingTranslator translator;
+    PseudoTranslator translator;
     QCOMPARE(_tolvar->antennaDescription(), "ZVTolvar|Antenna selection label|" + words);
 }
 

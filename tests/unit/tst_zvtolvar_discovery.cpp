@@ -4,16 +4,16 @@
 #include "serial/qextserialport.h"
 #include "simulator/pluggedport.h"
 #include "simulator/usbtestbed.h"
-#include "tests/support/listener.h"
 #include "tests/support/messagerecorder.h"
+#include "tests/support/pendingtimers.h"
 #include "tests/support/portinfos.h"
-#include "tests/support/signaldiary.h"
-#include "tests/support/singleshots.h"
-#include "tests/support/zvtolvarinspector.h"
+#include "tests/support/scopedconnection.h"
+#include "tests/support/signalrecorder.h"
+#include "tests/support/zvtolvartestpeer.h"
 
 namespace
 {
-/// What is logged of a port of the bed, its ids as they are shown.
+/// The log lines for a port of the bed, with its ids as they are displayed.
 QStringList described(const QextPortInfo &info, const QString &vendor, const QString &product)
 {
     return {"D:port name: \"" + info.portName + "\" ",
@@ -26,7 +26,7 @@ QStringList described(const QextPortInfo &info, const QString &vendor, const QSt
 }
 } // namespace
 
-/// Finding the device's port among the computer's, and following it as it comes and goes.
+/// Tests how the device's port is found, and followed as it disappears and comes back.
 class TestDiscovery : public QObject
 {
     Q_OBJECT
@@ -35,7 +35,7 @@ private Q_SLOTS:
     void initTestCase()
     {
         _bed = std::make_unique<UsbTestbed>();
-    } // one for all: it must outlive every open port
+    } // one bed for all tests: it must outlive every open port
     void cleanupTestCase();
     void init();
     void cleanup();
@@ -58,7 +58,7 @@ private Q_SLOTS:
     void bothControllersOpenADevicePluggedInLater();
 
 private:
-    ZVTolvarInspector inside() const { return {*_tolvar}; }
+    ZVTolvarTestPeer inside() const { return {*_tolvar}; }
 
     std::unique_ptr<UsbTestbed> _bed;
     std::unique_ptr<ZVTolvar> _tolvar;
@@ -79,7 +79,7 @@ void TestDiscovery::cleanup()
 
 void TestDiscovery::cleanupTestCase()
 {
-    // The last test's ports hang up with the next turn of the event loop.
+    // The last test's ports hang up in the next iteration of the event loop.
     QCoreApplication::processEvents();
     _bed.reset();
 }
@@ -130,8 +130,8 @@ void TestDiscovery::onlyTheTwoBridgesAreADevice()
     QFETCH(QString, shownVendor);
     QFETCH(QString, shownProduct);
     QFETCH(bool, device);
-    const SingleShots timers;
-    SignalDiary diary(_tolvar.get());
+    const PendingTimers timers;
+    SignalRecorder diary(_tolvar.get());
     _tolvar->onDeviceDiscovered(PortInfos::bridge("ttyX", vendor, product));
     QCOMPARE(diary.take(), device ? QStringList{"candidateDeviceFound"} : QStringList());
     QCOMPARE(timers.underWay(), device ? QList<int>{1000} : QList<int>());
@@ -149,11 +149,11 @@ void TestDiscovery::theNameOfAPortPlaysNoPart()
 
 void TestDiscovery::aRecognisedDeviceIsToldOfBeforeItsOpeningIsDue()
 {
-    const SingleShots timers;
+    const PendingTimers timers;
     QString nameWhenTold;
     QList<int> timersWhenTold = {-1};
     qsizetype loggedWhenTold = 0;
-    const Listener listener(_tolvar.get(), &ZVTolvar::candidateDeviceFound, [&] {
+    const ScopedConnection listener(_tolvar.get(), &ZVTolvar::candidateDeviceFound, [&] {
         nameWhenTold = inside().portName();
         timersWhenTold = timers.underWay();
         loggedWhenTold = _log->messages().size();
@@ -177,8 +177,8 @@ void TestDiscovery::anArrivalPastNotConnectedIsLoggedAndIgnored()
     QFETCH(CommState, state);
     inside().state() = state;
     inside().portName() = "ttyX";
-    const SingleShots timers;
-    SignalDiary diary(_tolvar.get());
+    const PendingTimers timers;
+    SignalRecorder diary(_tolvar.get());
     _tolvar->onDeviceDiscovered(PortInfos::bridge("ttyY"));
     QCOMPARE(diary.take(), QStringList());
     QCOMPARE(timers.underWay(), QList<int>());
@@ -189,14 +189,15 @@ void TestDiscovery::anArrivalPastNotConnectedIsLoggedAndIgnored()
 
 void TestDiscovery::withoutPortsTheListIsItsHeadingAlone()
 {
-    // A port that was there and is gone: on a bed that never had one Qt lists the real computer's.
+    // A port that existed and is gone: on a bed that never had a port, Qt lists the ports of the real
+    // computer.
     ForeignPort foreign(*_bed);
     QVERIFY(foreign.plug());
     QTRY_COMPARE(_log->messages().count("D:****Device DISCOVERED: "), 1);
     foreign.unplug();
     QTRY_COMPARE(_log->messages().count("D:****Device REMOVED: "), 1);
     _log->take();
-    SignalDiary diary(_tolvar.get());
+    SignalRecorder diary(_tolvar.get());
     _tolvar->findTolvar();
     QCOMPARE(_log->messages(), QStringList{"D:List of ports: "});
     QCOMPARE(diary.take(), QStringList());
@@ -205,13 +206,13 @@ void TestDiscovery::withoutPortsTheListIsItsHeadingAlone()
 void TestDiscovery::ofTwoRecognisedPortsOnlyTheFirstIsUsedAndLogged()
 {
     ForeignPort foreign(*_bed);
-    PluggedTolvar first(*_bed, TolvarSetup(), UsbBridge::prolific());
+    PluggedTolvar first(*_bed, DeviceConfig(), UsbBridge::prolific());
     PluggedTolvar second(*_bed);
     QVERIFY(foreign.plug());
     QVERIFY(first.plug());
     QVERIFY(second.plug());
-    ZVTolvar late; // it sees what is present, not what arrived before
-    SignalDiary diary(&late);
+    ZVTolvar late; // it sees the ports that are present, not those that arrived before
+    SignalRecorder diary(&late);
     const QList<QextPortInfo> ports = QextSerialEnumerator::getPorts();
     QCOMPARE(ports.size(), 3);
     _log->take();
@@ -228,11 +229,11 @@ void TestDiscovery::ofTwoRecognisedPortsOnlyTheFirstIsUsedAndLogged()
         const QStringList description = described(info, prolific ? "67b" : "403", prolific ? "2303" : "6001");
         expected += description + QStringList({"D:Found! ", "D:****Device DISCOVERED: "}) + description;
         found = info.portName;
-        break; // the ones after it are never logged
+        break; // the ports after it are never logged
     }
     QCOMPARE(_log->messages(), expected);
     QCOMPARE(diary.take(), QStringList{"candidateDeviceFound"});
-    QCOMPARE(ZVTolvarInspector{late}.portName(), found);
+    QCOMPARE(ZVTolvarTestPeer{late}.portName(), found);
 }
 
 void TestDiscovery::foreignPortsAreListedAsNotFound()
@@ -245,7 +246,7 @@ void TestDiscovery::foreignPortsAreListedAsNotFound()
     const QList<QextPortInfo> ports = QextSerialEnumerator::getPorts();
     QCOMPARE(ports.size(), 2);
     _log->take();
-    SignalDiary diary(_tolvar.get());
+    SignalRecorder diary(_tolvar.get());
     _tolvar->findTolvar();
 
     QStringList expected = {"D:List of ports: "};
@@ -287,15 +288,15 @@ void TestDiscovery::aPortThatIsThereAlreadyIsNotAnArrival()
 {
     PluggedTolvar device(*_bed);
     QVERIFY(device.plug());
-    QTRY_COMPARE(_log->messages().count("D:****Device DISCOVERED: "), 1); // by the controller from before
+    QTRY_COMPARE(_log->messages().count("D:****Device DISCOVERED: "), 1); // by the earlier controller
     _tolvar.reset();
     _log->take();
     ZVTolvar late;
     ForeignPort foreign(*_bed);
     QVERIFY(foreign.plug());
-    QTRY_COMPARE(_log->messages().count("D:****Device DISCOVERED: "), 1); // and of nothing before it
+    QTRY_COMPARE(_log->messages().count("D:****Device DISCOVERED: "), 1); // and of no earlier device
     QVERIFY(_log->messages().contains("D:product ID: \"6015\" "));
-    QCOMPARE(ZVTolvarInspector{late}.portName(), QString());
+    QCOMPARE(ZVTolvarTestPeer{late}.portName(), QString());
 }
 
 void TestDiscovery::aRepluggedDeviceIsOpenedAnew()
@@ -322,8 +323,8 @@ void TestDiscovery::bothControllersOpenADevicePluggedInLater()
     QTRY_COMPARE(other.systemID(), QStringLiteral("TOLVAR-4711"));
     QVERIFY(device.waitFor([](const TolvarState &state) { return state.lineTexts().count("get") == 2; }));
     QCOMPARE(device.state().lineTexts().count("C"), 2);
-    QCOMPARE(inside().portName(), ZVTolvarInspector{other}.portName());
-    QVERIFY(_log->messages("C:Opening").isEmpty()); // neither was locked out by the other
+    QCOMPARE(inside().portName(), ZVTolvarTestPeer{other}.portName());
+    QVERIFY(_log->messages("C:Opening").isEmpty()); // neither controller locked the other one out
 
     device.unplug();
     QTRY_COMPARE(_tolvar->systemID(), QString());

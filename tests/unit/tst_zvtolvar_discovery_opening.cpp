@@ -6,21 +6,21 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "tests/support/lapse.h"
-#include "tests/support/linkbench.h"
+#include "tests/support/libcinterposer.h"
+#include "tests/support/linkfixture.h"
+#include "tests/support/pendingtimers.h"
 #include "tests/support/portinfos.h"
-#include "tests/support/signaldiary.h"
-#include "tests/support/singleshots.h"
-#include "tests/support/ttycalls.h"
+#include "tests/support/signalrecorder.h"
+#include "tests/support/timingprobe.h"
 
-/// Opening a recognised device's port, and what is waited for on the way.
+/// Tests how the port of a recognised device is opened, and the delays before that.
 class TestOpening : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void init();
-    void cleanup() { _bench.reset(); }
+    void cleanup() { _fixture.reset(); }
 
     void aDeviceIsOpenedASecondAfterItIsRecognised();
     void theConsoleIsWokenHalfASecondAfterTheOpening();
@@ -37,130 +37,130 @@ private Q_SLOTS:
     void withoutANameNothingIsOpened();
 
 private:
-    ZVTolvarInspector inside() const { return _bench->inside; }
-    /// Has the controller open its port now, as its timer would.
+    ZVTolvarTestPeer inside() const { return _fixture->inside; }
+    /// Makes the controller open its port now, as its timer does.
     void open(const QString &portName)
     {
         inside().portName() = portName;
         _tolvar->onTimerOpenConnection();
     }
 
-    std::unique_ptr<LinkBench> _bench;
-    std::unique_ptr<SingleShots> _timers;
+    std::unique_ptr<LinkFixture> _fixture;
+    std::unique_ptr<PendingTimers> _timers;
     ZVTolvar *_tolvar = nullptr;
 };
 
 void TestOpening::init()
 {
-    _bench = std::make_unique<LinkBench>();
-    _timers = std::make_unique<SingleShots>();
-    _tolvar = &_bench->tolvar;
+    _fixture = std::make_unique<LinkFixture>();
+    _timers = std::make_unique<PendingTimers>();
+    _tolvar = &_fixture->tolvar;
 }
 
 void TestOpening::aDeviceIsOpenedASecondAfterItIsRecognised()
 {
     const auto isOpen = [this] { return inside().state() != NOT_CONNECTED; };
-    Lapse lapse(1000, isOpen);
-    _tolvar->onDeviceDiscovered(PortInfos::bridge(_bench->pty.name()));
-    lapse.hasBegun();
+    TimingProbe timing(1000, isOpen);
+    _tolvar->onDeviceDiscovered(PortInfos::bridge(_fixture->pty.name()));
+    timing.hasBegun();
     QCOMPARE(inside().port(), nullptr);
     QVERIFY(_timers->underWay().contains(1000));
-    QTRY_VERIFY(lapse.isOver());
-    QCOMPARE(lapse.verdict(), "in time");
+    QTRY_VERIFY(timing.isOver());
+    QCOMPARE(timing.verdict(), "in time");
     QCOMPARE(inside().state(), CANDIDATE_DEVICE_FOUND);
 }
 
 void TestOpening::theConsoleIsWokenHalfASecondAfterTheOpening()
 {
     const auto isWoken = [this] { return inside().state() != CANDIDATE_DEVICE_FOUND; };
-    Lapse lapse(500, isWoken);
-    open(_bench->pty.name());
-    lapse.hasBegun();
+    TimingProbe timing(500, isWoken);
+    open(_fixture->pty.name());
+    timing.hasBegun();
     QCOMPARE(inside().state(), CANDIDATE_DEVICE_FOUND);
     QVERIFY(_timers->underWay().contains(500));
-    QTRY_VERIFY(lapse.isOver());
-    QCOMPARE(lapse.verdict(), "in time");
-    QCOMPARE(_bench->pty.collected(), QByteArray("C\r\n"));
-    QCOMPARE(_timers->underWay(), QList<int>{1000}); // and each second from here on
+    QTRY_VERIFY(timing.isOver());
+    QCOMPARE(timing.verdict(), "in time");
+    QCOMPARE(_fixture->pty.collected(), QByteArray("C\r\n"));
+    QCOMPARE(_timers->underWay(), QList<int>{1000}); // and every second from now on
 }
 
 void TestOpening::aFoundDeviceIsOpenedWokenAndAsked()
 {
     QElapsedTimer clock;
     clock.start();
-    _tolvar->onDeviceDiscovered(PortInfos::bridge(_bench->pty.name()));
-    QTRY_COMPARE(_bench->pty.collected(), QByteArray("C\r\n"));
+    _tolvar->onDeviceDiscovered(PortInfos::bridge(_fixture->pty.name()));
+    QTRY_COMPARE(_fixture->pty.collected(), QByteArray("C\r\n"));
     QVERIFY2(clock.elapsed() >= 1500, "a device is opened after 1000 ms and woken after 500 more");
-    _bench->pty.send(">");
-    QTRY_COMPARE(_bench->pty.collected(), QByteArray("C\r\nget\r\n"));
-    _bench->pty.send("get\r\n\x02<puckdata><name>T</name></puckdata>\x03\r\n>");
+    _fixture->pty.send(">");
+    QTRY_COMPARE(_fixture->pty.collected(), QByteArray("C\r\nget\r\n"));
+    _fixture->pty.send("get\r\n\x02<puckdata><name>T</name></puckdata>\x03\r\n>");
     QTRY_COMPARE(_tolvar->systemID(), QStringLiteral("T"));
 }
 
 void TestOpening::thePortIsSetUpForTheConsole()
 {
-    // Somebody else has the line in quite another way.
-    QextSerialPort other(_bench->pty.name());
+    // Another object has the line open with different settings.
+    QextSerialPort other(_fixture->pty.name());
     QVERIFY(other.open(QIODevice::ReadWrite));
-    TtyCalls::clear();
-    TtyCalls::keepFrame();
+    LibcInterposer::clear();
+    LibcInterposer::keepFrame();
     other.setBaudRate(BAUD9600);
     other.setParity(PAR_EVEN);
     other.setDataBits(DATA_7);
     other.setStopBits(STOP_2);
     other.setFlowControl(FLOW_HARDWARE);
     constexpr tcflag_t all = CSIZE | PARENB | CSTOPB | CRTSCTS;
-    QCOMPARE(TtyCalls::lastSettings().c_cflag & all, tcflag_t(CS7 | PARENB | CSTOPB | CRTSCTS));
-    const qsizetype others = TtyCalls::order().size();
+    QCOMPARE(LibcInterposer::lastSettings().c_cflag & all, tcflag_t(CS7 | PARENB | CSTOPB | CRTSCTS));
+    const qsizetype others = LibcInterposer::order().size();
 
-    open(_bench->pty.name());
-    QCOMPARE(TtyCalls::order().mid(others),
+    open(_fixture->pty.name());
+    QCOMPARE(LibcInterposer::order().mid(others),
              QStringList({"baud rate", "flow control", "parity", "data bits", "stop bits", "DTR", "RTS"}));
-    const termios asked = TtyCalls::lastSettings();
+    const termios asked = LibcInterposer::lastSettings();
     QCOMPARE(cfgetospeed(&asked), speed_t(B115200));
     QCOMPARE(cfgetispeed(&asked), speed_t(B115200));
     QCOMPARE(asked.c_cflag & all, tcflag_t(CS8)); // no parity, one stop bit, no flow control
     QCOMPARE(asked.c_iflag & (IXON | IXOFF), tcflag_t(0));
-    QCOMPARE(TtyCalls::modemLines(), QList<int>({-TIOCM_DTR, -TIOCM_RTS}));
-    TtyCalls::clear();
+    QCOMPARE(LibcInterposer::modemLines(), QList<int>({-TIOCM_DTR, -TIOCM_RTS}));
+    LibcInterposer::clear();
 }
 
 void TestOpening::thePortIsOpenedForBothWaysAndBelongsToNobody()
 {
-    open(_bench->pty.name());
+    open(_fixture->pty.name());
     const QextSerialPort *port = inside().port();
     QVERIFY(port->isOpen());
     QVERIFY(port->isReadable());
     QVERIFY(port->isWritable());
     QCOMPARE(port->parent(), nullptr);
-    QCOMPARE(_bench->log->messages(), QStringList());
+    QCOMPARE(_fixture->log->messages(), QStringList());
 }
 
 void TestOpening::whatTheOpenedPortReceivesReachesTheLink()
 {
-    open(_bench->pty.name());
-    _bench->pty.send("hello");
-    QTRY_COMPARE(_bench->log->messages("W:"), QStringList{"W:hello "});
+    open(_fixture->pty.name());
+    _fixture->pty.send("hello");
+    QTRY_COMPARE(_fixture->log->messages("W:"), QStringList{"W:hello "});
 }
 
 void TestOpening::aFailedOpeningIsTriedAgainASecondLater()
 {
-    // The port is not there yet; its name is, by a link that comes to life.
+    // The port does not exist yet; its name does, as a dangling symbolic link that becomes valid later.
     const QTemporaryDir folder;
     const QString name = folder.filePath("tty");
     QPointer<QextSerialPort> firstAttempt;
     const auto isTriedAgain = [&] { return inside().port() != firstAttempt; };
-    Lapse lapse(1000, isTriedAgain);
+    TimingProbe timing(1000, isTriedAgain);
     open(name);
     firstAttempt = inside().port();
-    lapse.hasBegun();
+    timing.hasBegun();
     QVERIFY(firstAttempt);
     QVERIFY(_timers->underWay().contains(1000));
     QVERIFY(!_timers->underWay().contains(500));
-    QVERIFY(QFile::link(_bench->pty.name(), name));
+    QVERIFY(QFile::link(_fixture->pty.name(), name));
 
-    QTRY_VERIFY(lapse.isOver());
-    QCOMPARE(lapse.verdict(), "in time");
+    QTRY_VERIFY(timing.isOver());
+    QCOMPARE(timing.verdict(), "in time");
     QCOMPARE(inside().state(), CANDIDATE_DEVICE_FOUND);
     QVERIFY2(firstAttempt, "the earlier port object is dropped, not destroyed");
     QVERIFY(inside().port()->isOpen());
@@ -168,7 +168,7 @@ void TestOpening::aFailedOpeningIsTriedAgainASecondLater()
 
 void TestOpening::aFailedOpeningChangesNothingElse()
 {
-    SignalDiary diary(_tolvar);
+    SignalRecorder diary(_tolvar);
     open("no-such-tty");
     QVERIFY(inside().port());
     QVERIFY(!inside().port()->isOpen());
@@ -176,37 +176,37 @@ void TestOpening::aFailedOpeningChangesNothingElse()
     QCOMPARE(inside().portName(), QStringLiteral("no-such-tty"));
     QCOMPARE(_timers->underWay(), QList<int>{1000});
     QCOMPARE(diary.take(), QStringList());
-    QCOMPARE(_bench->log->messages("D:"), QStringList());
-    QCOMPARE(_bench->log->messages("W:"), QStringList());
+    QCOMPARE(_fixture->log->messages("D:"), QStringList());
+    QCOMPARE(_fixture->log->messages("W:"), QStringList());
 }
 
 void TestOpening::twoArrivalsWithinASecondMakeTwoAttemptsOnTheLaterPort()
 {
     Pty first;
-    Pty &second = _bench->pty;
-    SignalDiary diary(_tolvar);
+    Pty &second = _fixture->pty;
+    SignalRecorder diary(_tolvar);
     _tolvar->onDeviceDiscovered(PortInfos::bridge(first.name()));
     _tolvar->onDeviceDiscovered(PortInfos::bridge(second.name()));
     QCOMPARE(diary.take(), QStringList({"candidateDeviceFound", "candidateDeviceFound"}));
     QCOMPARE(inside().portName(), second.name());
     QCOMPARE(_timers->underWay(), QList<int>({1000, 1000}));
 
-    // Each timer opens it once. Both chains wake the console, and the first prompt ends both.
+    // Each timer opens the port once. Both timer chains wake the console, and the first prompt ends both.
     QTRY_COMPARE(second.collected(), QByteArray("C\r\nC\r\n"));
     QCOMPARE(first.collected(), QByteArray());
     QCOMPARE(inside().queue(), QStringList({"get\r\n", "get\r\n"}));
     second.send(">");
     QTRY_COMPARE(second.collected(), QByteArray("C\r\nC\r\nget\r\n"));
     second.send("\x02<puckdata><name>T</name></puckdata>\x03");
-    QTRY_COMPARE(_tolvar->systemID(), QStringLiteral("T")); // read once, though two port objects tell of it
+    QTRY_COMPARE(_tolvar->systemID(), QStringLiteral("T")); // read once, though two port objects report it
 }
 
 void TestOpening::aDeviceUnpluggedBeforeItsOpeningIsNotOpened()
 {
-    const QextPortInfo device = PortInfos::bridge(_bench->pty.name());
+    const QextPortInfo device = PortInfos::bridge(_fixture->pty.name());
     _tolvar->onDeviceDiscovered(device);
     _tolvar->onDeviceRemoved(device);
-    QCOMPARE(_timers->underWay(), QList<int>{1000}); // it isn't stopped, it comes to nothing
+    QCOMPARE(_timers->underWay(), QList<int>{1000}); // the timer is not stopped, but it has no effect
     QTRY_COMPARE(_timers->underWay(), QList<int>());
     QCOMPARE(inside().port(), nullptr);
     QCOMPARE(inside().state(), NOT_CONNECTED);
@@ -229,7 +229,7 @@ void TestOpening::withoutANameNothingIsOpened()
     QCOMPARE(inside().port(), nullptr);
     QCOMPARE(inside().state(), NOT_CONNECTED);
     QCOMPARE(_timers->underWay(), QList<int>());
-    QCOMPARE(_bench->log->messages(), QStringList());
+    QCOMPARE(_fixture->log->messages(), QStringList());
 }
 
 QTEST_GUILESS_MAIN(TestOpening)

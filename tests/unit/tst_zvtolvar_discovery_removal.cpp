@@ -1,21 +1,21 @@
 #include <QPointer>
 #include <QTest>
 
-#include "tests/support/linkbench.h"
-#include "tests/support/listener.h"
-#include "tests/support/messagewitness.h"
+#include "tests/support/linkfixture.h"
+#include "tests/support/messagespy.h"
+#include "tests/support/pendingtimers.h"
 #include "tests/support/portinfos.h"
-#include "tests/support/signaldiary.h"
-#include "tests/support/singleshots.h"
+#include "tests/support/scopedconnection.h"
+#include "tests/support/signalrecorder.h"
 
-/// The device's port goes, or another one.
+/// Tests the removal of the device's port, and of another port.
 class TestRemoval : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void init();
-    void cleanup() { _bench.reset(); }
+    void cleanup() { _fixture.reset(); }
 
     void theLinkIsResetInAnyState_data();
     void theLinkIsResetInAnyState();
@@ -32,19 +32,19 @@ private Q_SLOTS:
     void theRemovalOfAnyPortIsLoggedWhenNoDeviceIsKnown();
 
 private:
-    ZVTolvarInspector inside() const { return _bench->inside; }
+    ZVTolvarTestPeer inside() const { return _fixture->inside; }
     void remove(const QString &portName) { _tolvar->onDeviceRemoved(PortInfos::bridge(portName)); }
 
-    std::unique_ptr<LinkBench> _bench;
+    std::unique_ptr<LinkFixture> _fixture;
     ZVTolvar *_tolvar = nullptr;
 };
 
-// A device at ttyX in the middle of everything.
+// Sets up a device at ttyX in the middle of its work.
 void TestRemoval::init()
 {
-    _bench = std::make_unique<LinkBench>();
-    _tolvar = &_bench->tolvar;
-    _bench->connectPort();
+    _fixture = std::make_unique<LinkFixture>();
+    _tolvar = &_fixture->tolvar;
+    _fixture->connectPort();
     _tolvar->onResponseReceived(
         "<puckdata><name>T</name><mode>M</mode><firmware_version>A060</firmware_version>"
         "<network_name>N</network_name><ip_address>1.2.3.4</ip_address><useStaticIP>Y</useStaticIP>"
@@ -53,7 +53,7 @@ void TestRemoval::init()
         "<sl_on>12</sl_on><sl_ip>13</sl_ip></puckdata>");
     _tolvar->onResponseReceived("<scan_results><scan SSID=\"A\"/></scan_results>");
     _tolvar->setPassword("P");
-    const ZVTolvarInspector in = inside();
+    const ZVTolvarTestPeer in = inside();
     in.portName() = "ttyX";
     in.state() = IN_PROMPT;
     in.queue() = QStringList{"get\r\n"};
@@ -73,7 +73,7 @@ void TestRemoval::theLinkIsResetInAnyState()
 {
     QFETCH(CommState, state);
     inside().state() = state;
-    const SingleShots timers;
+    const PendingTimers timers;
     remove("ttyX");
     QCOMPARE(inside().port(), nullptr);
     QCOMPARE(inside().queue(), QStringList());
@@ -89,7 +89,7 @@ void TestRemoval::whatTheDeviceSaidOfItselfIsForgottenInAnyState()
 {
     QFETCH(CommState, state);
     inside().state() = state;
-    SignalDiary diary(_tolvar);
+    SignalRecorder diary(_tolvar);
     remove("ttyX");
     QCOMPARE(diary.take(),
              QStringList({"systemIDChanged:", "statusChanged:", "firmwareVersionChanged:", "networkChanged:",
@@ -120,18 +120,18 @@ void TestRemoval::thePortObjectIsLeftAsItIs()
     remove("ttyX");
     QVERIFY(port);
     QVERIFY(port->isOpen());
-    // What it still receives is not the controller's any more.
-    _bench->log->take();
-    _bench->pty.send(">");
+    // The port still receives bytes, but the controller no longer handles them.
+    _fixture->log->take();
+    _fixture->pty.send(">");
     QTRY_VERIFY(port->bytesAvailable() > 0);
-    QCOMPARE(_bench->log->messages(), QStringList());
+    QCOMPARE(_fixture->log->messages(), QStringList());
     QCOMPARE(inside().state(), NOT_CONNECTED);
 }
 
 void TestRemoval::aDeviceWithADeadPortIsGoneBeforeItsRemoval()
 {
     QVERIFY(!_tolvar->isGone());
-    _bench->pty.hangUp();
+    _fixture->pty.hangUp();
     QTRY_VERIFY(_tolvar->isGone());
     QCOMPARE(_tolvar->systemID(), QStringLiteral("T"));
     remove("ttyX");
@@ -141,28 +141,28 @@ void TestRemoval::aDeviceWithADeadPortIsGoneBeforeItsRemoval()
 void TestRemoval::theRemovalIsLoggedBeforeAnythingIsReset()
 {
     bool isReset = false;
-    const MessageWitness witness([&](const QString &) {
+    const MessageSpy witness([&](const QString &) {
         isReset = isReset || !inside().port() || inside().queue().isEmpty() ||
                   inside().portName().isEmpty() || inside().state() != IN_PROMPT;
     });
-    SignalDiary diary(_tolvar);
+    SignalRecorder diary(_tolvar);
     remove("ttyX");
-    QCOMPARE(_bench->log->messages(), QStringList{"D:****Device REMOVED: "} + PortInfos::description("ttyX") +
-                                          QStringList{"D:\"ttyX\" "});
+    QCOMPARE(_fixture->log->messages(), QStringList{"D:****Device REMOVED: "} +
+                                            PortInfos::description("ttyX") + QStringList{"D:\"ttyX\" "});
     QVERIFY(!isReset);
 }
 
 void TestRemoval::theLinkIsResetBeforeTheFirstSignal()
 {
     bool told = false;
-    const Listener listener(_tolvar, &ZVTolvar::systemIDChanged, [&] {
+    const ScopedConnection listener(_tolvar, &ZVTolvar::systemIDChanged, [&] {
         told = true;
         QCOMPARE(inside().port(), nullptr);
         QCOMPARE(inside().queue(), QStringList());
         QCOMPARE(inside().portName(), QString());
         QCOMPARE(inside().state(), NOT_CONNECTED);
         QCOMPARE(_tolvar->systemID(), QString());
-        QCOMPARE(_tolvar->status(), QStringLiteral("M")); // whose turn comes
+        QCOMPARE(_tolvar->status(), QStringLiteral("M")); // the next one in turn
     });
     remove("ttyX");
     QVERIFY(told);
@@ -171,7 +171,7 @@ void TestRemoval::theLinkIsResetBeforeTheFirstSignal()
 void TestRemoval::theModesEndAfterTheLastSignal()
 {
     bool told = false;
-    const Listener listener(_tolvar, &ZVTolvar::scannedNetworkListChanged, [&] {
+    const ScopedConnection listener(_tolvar, &ZVTolvar::scannedNetworkListChanged, [&] {
         told = true;
         QVERIFY(inside().connected());
         QVERIFY(inside().scanning());
@@ -186,18 +186,19 @@ void TestRemoval::theTableIsToldOfEvenWhenItWasEmpty()
 {
     remove("ttyX");
     inside().portName() = "ttyY";
-    SignalDiary diary(_tolvar);
+    SignalRecorder diary(_tolvar);
     remove("ttyY");
-    QCOMPARE(diary.take(), QStringList{"scannedNetworkListChanged:0"}); // and of nothing that was empty
+    QCOMPARE(diary.take(),
+             QStringList{"scannedNetworkListChanged:0"}); // and no signal for values that were empty
 }
 
 void TestRemoval::theRemovalOfAnotherPortChangesNothing()
 {
-    SignalDiary diary(_tolvar);
+    SignalRecorder diary(_tolvar);
     QextSerialPort *port = inside().port();
     remove("ttyY");
-    QCOMPARE(_bench->log->messages(), QStringList{"D:****Device REMOVED: "} + PortInfos::description("ttyY") +
-                                          QStringList{"D:\"ttyX\" "});
+    QCOMPARE(_fixture->log->messages(), QStringList{"D:****Device REMOVED: "} +
+                                            PortInfos::description("ttyY") + QStringList{"D:\"ttyX\" "});
     QCOMPARE(diary.take(), QStringList());
     QCOMPARE(inside().portName(), QStringLiteral("ttyX"));
     QCOMPARE(inside().port(), port);
@@ -210,9 +211,9 @@ void TestRemoval::theRemovalOfAnotherPortChangesNothing()
 void TestRemoval::theRemovalOfAnyPortIsLoggedWhenNoDeviceIsKnown()
 {
     inside().portName().clear();
-    SignalDiary diary(_tolvar);
+    SignalRecorder diary(_tolvar);
     remove("ttyX");
-    QCOMPARE(_bench->log->messages(),
+    QCOMPARE(_fixture->log->messages(),
              QStringList{"D:****Device REMOVED: "} + PortInfos::description("ttyX") + QStringList{"D:\"\" "});
     QCOMPARE(diary.take(), QStringList());
 }

@@ -3,20 +3,20 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include "tests/support/linkbench.h"
-#include "tests/support/listener.h"
+#include "tests/support/linkfixture.h"
 #include "tests/support/memoryport.h"
-#include "tests/support/messagewitness.h"
-#include "tests/support/signaldiary.h"
+#include "tests/support/messagespy.h"
+#include "tests/support/scopedconnection.h"
+#include "tests/support/signalrecorder.h"
 
-/// What the link makes of what the console prints: replies, prompts, and the record of it all.
+/// Tests how the link handles the console's output: replies, prompts, and the record of all of it.
 class TestLink : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void init();
-    void cleanup() { _bench.reset(); }
+    void cleanup() { _fixture.reset(); }
 
     void aNormalReplyIsHandedOnWholeAndItsPromptTakesCommands();
     void aPromptInsideAReplyIsText();
@@ -41,34 +41,34 @@ private Q_SLOTS:
     void nothingIsReadWhenThereIsNothing();
 
 private:
-    ZVTolvarInspector inside() const { return _bench->inside; }
-    void feed(const QByteArray &received) { _bench->feed(received); }
+    ZVTolvarTestPeer inside() const { return _fixture->inside; }
+    void feed(const QByteArray &received) { _fixture->feed(received); }
 
-    std::unique_ptr<LinkBench> _bench;
+    std::unique_ptr<LinkFixture> _fixture;
     ZVTolvar *_tolvar = nullptr;
 };
 
 void TestLink::init()
 {
-    _bench = std::make_unique<LinkBench>();
-    _tolvar = &_bench->tolvar;
+    _fixture = std::make_unique<LinkFixture>();
+    _tolvar = &_fixture->tolvar;
 }
 
 void TestLink::aNormalReplyIsHandedOnWholeAndItsPromptTakesCommands()
 {
     inside().state() = IN_PROMPT;
-    SignalDiary diary(_tolvar);
+    SignalRecorder diary(_tolvar);
     feed("ab\x02<puckdata/>\x03\r\n>");
     QCOMPARE(diary.take(), QStringList({"responseReceived:<puckdata/>", "readyForCommand"}));
     QCOMPARE(inside().state(), IN_PROMPT);
-    QCOMPARE(_bench->log->messages(),
+    QCOMPARE(_fixture->log->messages(),
              QStringList({"D:->IN_RESPONSE_RECEIVE ", "D:->WAITING_FOR_CONSOLE_PROMPT ", "D:->IN_PROMPT "}));
 }
 
 void TestLink::aPromptInsideAReplyIsText()
 {
     inside().state() = IN_PROMPT;
-    SignalDiary diary(_tolvar);
+    SignalRecorder diary(_tolvar);
     feed("\x02<puckdata>></puckdata>\x03");
     QCOMPARE(diary.take(), QStringList{"responseReceived:<puckdata>></puckdata>"});
 }
@@ -90,7 +90,7 @@ void TestLink::aScanOrTestTakesItsReplyInAnyState()
     inside().scanning() = scanning;
     inside().testing() = !scanning;
     inside().state() = state;
-    SignalDiary diary(_tolvar);
+    SignalRecorder diary(_tolvar);
     feed(">\x02<puckdata>></puckdata>\x03>");
     QCOMPARE(diary.take(), QStringList({"responseReceived:<puckdata>></puckdata>",
                                         scanning ? "scanFinished" : "networkTestFinished"}));
@@ -113,7 +113,7 @@ void TestLink::aSecondStartInsideAReply()
     QFETCH(bool, scanning);
     QFETCH(bool, testing);
     QFETCH(QByteArray, response);
-    // The malformed text must not reach the dispatcher, which would stop at its foreign root.
+    // The malformed text must not reach the dispatcher, which would hang at its foreign root.
     disconnect(_tolvar, &ZVTolvar::responseReceived, _tolvar, &ZVTolvar::onResponseReceived);
     inside().state() = IN_PROMPT;
     inside().scanning() = scanning;
@@ -137,7 +137,8 @@ void TestLink::aReplyIsReadBeforeAnythingElseHearsOfIt()
 {
     inside().state() = IN_PROMPT;
     QString known;
-    const Listener listener(_tolvar, &ZVTolvar::responseReceived, [&] { known = _tolvar->systemID(); });
+    const ScopedConnection listener(_tolvar, &ZVTolvar::responseReceived,
+                                    [&] { known = _tolvar->systemID(); });
     feed("\x02<puckdata><name>T</name></puckdata>\x03");
     QCOMPARE(known, QStringLiteral("T"));
 }
@@ -164,7 +165,7 @@ void TestLink::aReplyMayBeLong()
 void TestLink::aReplyThatNeverEndsIsNeverHandedOn()
 {
     inside().state() = IN_PROMPT;
-    SignalDiary diary(_tolvar);
+    SignalRecorder diary(_tolvar);
     feed("\x02<puckdata/>\r\n>\x04>get\r\n");
     QCOMPARE(diary.take(), QStringList());
     QCOMPARE(inside().response(), QStringLiteral("<puckdata/>\r\n>\x04>get\r\n"));
@@ -173,14 +174,14 @@ void TestLink::aReplyThatNeverEndsIsNeverHandedOn()
 
 void TestLink::aReplyInManyReadsIsTheSame()
 {
-    _bench->connectPort();
+    _fixture->connectPort();
     inside().state() = IN_PROMPT;
-    SignalDiary diary(_tolvar);
+    SignalRecorder diary(_tolvar);
     const QByteArray reply = "\x02<puckdata><name>T</name></puckdata>\x03";
     for (const char c : reply) {
-        _bench->log->take();
-        _bench->pty.send(QByteArray(1, c));
-        QTRY_COMPARE(_bench->log->messages("W:"), QStringList{"W:" + QString(QLatin1Char(c)) + " "});
+        _fixture->log->take();
+        _fixture->pty.send(QByteArray(1, c));
+        QTRY_COMPARE(_fixture->log->messages("W:"), QStringList{"W:" + QString(QLatin1Char(c)) + " "});
     }
     QCOMPARE(diary.take(),
              QStringList({"systemIDChanged:T", "responseReceived:<puckdata><name>T</name></puckdata>"}));
@@ -188,23 +189,23 @@ void TestLink::aReplyInManyReadsIsTheSame()
 
 namespace
 {
-/// What a controller does with \a sent, \a chunk bytes a read: its signals, its messages but for the raw
-/// ones, and where it ends.
+/// Returns what a controller does with \a sent, read \a chunk bytes at a time: its signals, its messages
+/// except the raw ones, and its final state.
 QStringList outcome(const QByteArray &sent, qsizetype chunk, CommState state, bool scanning, bool testing)
 {
     MemoryPort port;
-    LinkBench bench;
-    bench.inside.port() = &port;
-    bench.inside.state() = state;
-    bench.inside.scanning() = scanning;
-    bench.inside.testing() = testing;
-    SignalDiary diary(&bench.tolvar);
+    LinkFixture fixture;
+    fixture.inside.port() = &port;
+    fixture.inside.state() = state;
+    fixture.inside.scanning() = scanning;
+    fixture.inside.testing() = testing;
+    SignalRecorder diary(&fixture.tolvar);
     for (qsizetype at = 0; at < sent.size(); at += chunk) {
         port.bring(sent.constData() + at, std::min(chunk, sent.size() - at));
-        bench.tolvar.onReadyRead();
+        fixture.tolvar.onReadyRead();
     }
-    return diary.take() + bench.log->messages("D:") +
-           QStringList{bench.inside.response(), QString::number(bench.inside.state())};
+    return diary.take() + fixture.log->messages("D:") +
+           QStringList{fixture.inside.response(), QString::number(fixture.inside.state())};
 }
 } // namespace
 
@@ -230,7 +231,7 @@ void TestLink::howeverItIsCutTheSameComesOfIt()
     static const char bytes[] =
         "echo\r\n\x04\x04>>junk\x02\x02<puckdata><name>a\x04>b\xc3\xa9\0</name>\r\n</puckdata>\x03\x03"
         "\r\n>get\x02\x02<puckdata><mode>M</mode></puckdata>\x03>>\x02<open";
-    const QByteArray sent(bytes, sizeof bytes - 1); // a zero byte is among them
+    const QByteArray sent(bytes, sizeof bytes - 1); // contains a zero byte
     const QStringList byteByByte = outcome(sent, 1, state, scanning, testing);
     QVERIFY(state == CANDIDATE_DEVICE_FOUND || byteByByte.size() > 4);
     for (const qsizetype chunk : {2, 3, 7, 64, 1000})
@@ -239,11 +240,11 @@ void TestLink::howeverItIsCutTheSameComesOfIt()
 
 void TestLink::twoRepliesInOneReadAreTwo()
 {
-    _bench->connectPort();
+    _fixture->connectPort();
     inside().state() = IN_PROMPT;
-    SignalDiary diary(_tolvar);
-    _bench->pty.send("get\r\n\x02<puckdata><name>U</name></puckdata>\x03\r\n>"
-                     "get\r\n\x02<puckdata><mode>M</mode></puckdata>\x03\r\n>");
+    SignalRecorder diary(_tolvar);
+    _fixture->pty.send("get\r\n\x02<puckdata><name>U</name></puckdata>\x03\r\n>"
+                       "get\r\n\x02<puckdata><mode>M</mode></puckdata>\x03\r\n>");
     QTRY_COMPARE(_tolvar->status(), QStringLiteral("M"));
     QCOMPARE(diary.take(),
              QStringList({"systemIDChanged:U", "responseReceived:<puckdata><name>U</name></puckdata>",
@@ -268,31 +269,32 @@ void TestLink::whatIsReadIsLoggedRaw()
 {
     QFETCH(QByteArray, sent);
     QFETCH(QString, message);
-    _bench->connectPort();
-    _bench->pty.send(sent);
-    QTRY_COMPARE(_bench->log->messages(), QStringList{message});
+    _fixture->connectPort();
+    _fixture->pty.send(sent);
+    QTRY_COMPARE(_fixture->log->messages(), QStringList{message});
 }
 
 void TestLink::whatIsReadIsLoggedBeforeItIsTaken()
 {
-    _bench->connectPort();
+    _fixture->connectPort();
     inside().state() = WAITING_FOR_CONSOLE_PROMPT;
-    _bench->pty.send(QByteArray("\0>\x02ok", 5)); // what follows a zero byte is taken all the same
-    QTRY_COMPARE(_bench->log->messages(), QStringList({"W: ", "D:->IN_PROMPT ", "D:->IN_RESPONSE_RECEIVE "}));
+    _fixture->pty.send(QByteArray("\0>\x02ok", 5)); // the bytes after a zero byte are still processed
+    QTRY_COMPARE(_fixture->log->messages(),
+                 QStringList({"W: ", "D:->IN_PROMPT ", "D:->IN_RESPONSE_RECEIVE "}));
     QCOMPARE(inside().response(), QStringLiteral("ok"));
 }
 
 void TestLink::nothingIsReadWithoutAPort()
 {
     _tolvar->onReadyRead();
-    QCOMPARE(_bench->log->messages(), QStringList());
+    QCOMPARE(_fixture->log->messages(), QStringList());
 }
 
 void TestLink::nothingIsReadWhenThereIsNothing()
 {
-    _bench->connectPort();
+    _fixture->connectPort();
     _tolvar->onReadyRead();
-    QCOMPARE(_bench->log->messages(), QStringList());
+    QCOMPARE(_fixture->log->messages(), QStringList());
 }
 
 QTEST_GUILESS_MAIN(TestLink)

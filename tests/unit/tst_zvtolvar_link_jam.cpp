@@ -7,12 +7,12 @@
 
 #include <QTest>
 
-#include "tests/support/linkbench.h"
+#include "tests/support/linkfixture.h"
 #include "tests/support/plaintty.h"
 
 namespace
 {
-/// A port that takes a given number of bytes, then not the next, and then a given number again.
+/// A port that accepts a given number of bytes, then rejects some, and then accepts a given number again.
 class JammedPort : public QextSerialPort
 {
 public:
@@ -46,7 +46,7 @@ constexpr qint64 Endless = 1000;
 constexpr const char *Passphrase = "setpass secret words\r\n";
 } // namespace
 
-/// Commands that the line does not take, or not all of.
+/// Tests commands that the line rejects, completely or in part.
 class TestLinkJam : public QObject
 {
     Q_OBJECT
@@ -80,13 +80,13 @@ void TestLinkJam::aCommandEndsWhereTheLineTakesNoMore_data()
 void TestLinkJam::aCommandEndsWhereTheLineTakesNoMore()
 {
     QFETCH(int, room);
-    LinkBench bench;
+    LinkFixture fixture;
     JammedPort port(room, Endless);
-    bench.inside.port() = &port;
-    bench.tolvar.submitCommand(QString::fromLatin1(Passphrase));
-    bench.tolvar.onReadyForCommand();
-    QTEST(port.taken(), "taken"); // and no tail, though the port takes bytes again
-    QTEST(bench.log->messages(QStringLiteral("C:")), "logged");
+    fixture.inside.port() = &port;
+    fixture.tolvar.submitCommand(QString::fromLatin1(Passphrase));
+    fixture.tolvar.onReadyForCommand();
+    QTEST(port.taken(), "taken"); // and not the rest of a command, though the port accepts bytes again
+    QTEST(fixture.log->messages(QStringLiteral("C:")), "logged");
 }
 
 void TestLinkJam::theNextCommandBeginsOnALineOfItsOwn_data()
@@ -101,104 +101,106 @@ void TestLinkJam::theNextCommandBeginsOnALineOfItsOwn_data()
 void TestLinkJam::theNextCommandBeginsOnALineOfItsOwn()
 {
     QFETCH(int, room);
-    LinkBench bench;
+    LinkFixture fixture;
     JammedPort port(room);
-    bench.inside.port() = &port;
-    bench.inside.state() = IN_PROMPT;
-    bench.tolvar.submitCommand(QString::fromLatin1(Passphrase));
+    fixture.inside.port() = &port;
+    fixture.inside.state() = IN_PROMPT;
+    fixture.tolvar.submitCommand(QString::fromLatin1(Passphrase));
     port.setRoom(0);
-    bench.tolvar.submitCommand(QStringLiteral("test\r\n")); // lost as a whole
+    fixture.tolvar.submitCommand(QStringLiteral("test\r\n")); // lost as a whole
     port.setRoom(Endless);
-    bench.log->take();
-    bench.tolvar.submitCommand(QStringLiteral("save\r\n"));
-    bench.tolvar.submitCommand(QStringLiteral("exit\r\n"));
+    fixture.log->take();
+    fixture.tolvar.submitCommand(QStringLiteral("save\r\n"));
+    fixture.tolvar.submitCommand(QStringLiteral("exit\r\n"));
     QTEST(port.taken(), "taken");
-    // The line end is no part of the command, and is not logged as one.
-    QVERIFY(bench.log->messages().contains(QStringLiteral("D:--> \"save\r\n\" ")));
-    QCOMPARE(bench.log->messages(QStringLiteral("C:")), QStringList());
+    // The line end is not part of the command, and is not logged with it.
+    QVERIFY(fixture.log->messages().contains(QStringLiteral("D:--> \"save\r\n\" ")));
+    QCOMPARE(fixture.log->messages(QStringLiteral("C:")), QStringList());
 }
 
 void TestLinkJam::aLineEndThatIsCutItselfIsSentAgain()
 {
-    LinkBench bench;
+    LinkFixture fixture;
     JammedPort port(1);
-    bench.inside.port() = &port;
-    bench.inside.state() = IN_PROMPT;
-    bench.tolvar.submitCommand(QStringLiteral("exit\r\n"));
+    fixture.inside.port() = &port;
+    fixture.inside.state() = IN_PROMPT;
+    fixture.tolvar.submitCommand(QStringLiteral("exit\r\n"));
     port.setRoom(1);
-    bench.log->take();
-    bench.tolvar.submitCommand(QStringLiteral("test\r\n"));
-    QCOMPARE(bench.log->messages(QStringLiteral("C:")),
+    fixture.log->take();
+    fixture.tolvar.submitCommand(QStringLiteral("test\r\n"));
+    QCOMPARE(fixture.log->messages(QStringLiteral("C:")),
              QStringList{"C:The command was cut: the port took 0 of 6 bytes "});
     port.setRoom(Endless);
-    bench.tolvar.submitCommand(QStringLiteral("save\r\n"));
+    fixture.tolvar.submitCommand(QStringLiteral("save\r\n"));
     QCOMPARE(port.taken(), QByteArray("e\r\r\nsave\r\n"));
 }
 
 void TestLinkJam::aNewDeviceHasNoOpenLine()
 {
-    LinkBench bench;
+    LinkFixture fixture;
     JammedPort first(3);
-    bench.inside.port() = &first;
-    bench.inside.portName() = QStringLiteral("jammed");
-    bench.tolvar.submitCommand(QStringLiteral("save\r\n"));
-    bench.tolvar.onReadyForCommand();
+    fixture.inside.port() = &first;
+    fixture.inside.portName() = QStringLiteral("jammed");
+    fixture.tolvar.submitCommand(QStringLiteral("save\r\n"));
+    fixture.tolvar.onReadyForCommand();
     QextPortInfo gone;
     gone.portName = QStringLiteral("jammed");
-    bench.tolvar.onDeviceRemoved(gone);
+    fixture.tolvar.onDeviceRemoved(gone);
 
     JammedPort second(Endless);
-    bench.inside.port() = &second;
-    bench.tolvar.submitCommand(QStringLiteral("get\r\n"));
-    bench.tolvar.onReadyForCommand();
+    fixture.inside.port() = &second;
+    fixture.tolvar.submitCommand(QStringLiteral("get\r\n"));
+    fixture.tolvar.onReadyForCommand();
     QCOMPARE(second.taken(), QByteArray("get\r\n"));
 }
 
 void TestLinkJam::aDeadPortCutsEachCommandAtOnce()
 {
-    LinkBench bench;
-    bench.connectPort();
-    bench.inside.state() = IN_PROMPT;
-    bench.pty.hangUp();
-    bench.tolvar.submitCommand(QStringLiteral("save\r\n"));
-    bench.tolvar.submitCommand(QStringLiteral("exit\r\n"));
-    QCOMPARE(bench.log->messages(QStringLiteral("C:The command")),
+    LinkFixture fixture;
+    fixture.connectPort();
+    fixture.inside.state() = IN_PROMPT;
+    fixture.pty.hangUp();
+    fixture.tolvar.submitCommand(QStringLiteral("save\r\n"));
+    fixture.tolvar.submitCommand(QStringLiteral("exit\r\n"));
+    QCOMPARE(fixture.log->messages(QStringLiteral("C:The command")),
              QStringList({"C:The command was cut: the port took 0 of 6 bytes ",
                           "C:The command was cut: the port took 0 of 6 bytes "}));
 }
 
 void TestLinkJam::noTailReachesADeviceThatStopsAndGoesOn()
 {
-    LinkBench bench;
-    const PlainTty line(bench.pty.portName().toLatin1()); // opened first: the port is for one program only
-    bench.connectPort();
-    bench.inside.state() = IN_PROMPT;
-    // The device stops the line in the middle of the command, as by a flow control that nobody asked for.
-    const QByteArray command = "setpass " + QByteArray(200, 's') + "\r\n"; // time for the busiest computer
+    LinkFixture fixture;
+    const PlainTty line(
+        fixture.pty.portName().toLatin1()); // opened first, because the port allows only one program
+    fixture.connectPort();
+    fixture.inside.state() = IN_PROMPT;
+    // The device stops the line in the middle of the command, as with flow control that was never enabled.
+    const QByteArray command =
+        "setpass " + QByteArray(200, 's') + "\r\n"; // long enough for a very busy computer
     QByteArray received;
     std::atomic<bool> isStopped = false;
     std::thread device([&] {
         while (!received.contains("sss")) {
-            pollfd end{bench.pty.device(), POLLIN, 0};
+            pollfd end{fixture.pty.device(), POLLIN, 0};
             if (::poll(&end, 1, 5000) <= 0)
                 return;
-            received += bench.pty.received();
+            received += fixture.pty.received();
         }
         isStopped = ::tcflow(line.descriptor, TCOOFF) == 0;
     });
-    bench.tolvar.submitCommand(QString::fromLatin1(command));
+    fixture.tolvar.submitCommand(QString::fromLatin1(command));
     device.join();
     QVERIFY(isStopped);
-    received += bench.pty.received();
+    received += fixture.pty.received();
     QVERIFY2(command.startsWith(received) && received.size() < command.size() - 2, received.constData());
     QCOMPARE(
-        bench.log->messages(QStringLiteral("C:")),
+        fixture.log->messages(QStringLiteral("C:")),
         QStringList{
             QStringLiteral("C:The command was cut: the port took %1 of 210 bytes ").arg(received.size())});
 
     QCOMPARE(::tcflow(line.descriptor, TCOON), 0);
-    bench.tolvar.submitCommand(QStringLiteral("get\r\n"));
-    QCOMPARE(bench.pty.received(), QByteArray("\r\nget\r\n"));
+    fixture.tolvar.submitCommand(QStringLiteral("get\r\n"));
+    QCOMPARE(fixture.pty.received(), QByteArray("\r\nget\r\n"));
 }
 
 QTEST_GUILESS_MAIN(TestLinkJam)

@@ -7,8 +7,8 @@
 #include <QElapsedTimer>
 #include <QTest>
 
-#include "tests/support/linkbench.h"
-#include "tests/support/messagewitness.h"
+#include "tests/support/linkfixture.h"
+#include "tests/support/messagespy.h"
 
 namespace
 {
@@ -16,17 +16,17 @@ using namespace std::chrono_literals;
 
 constexpr auto BytePause = 10ms;
 constexpr auto OneOverTheOther = 11ms; // shorter than a pause that is a millisecond too long
-constexpr int Tries = 500;             // a computer that is too busy for one of them is out of order
+constexpr int Tries = 500;             // a computer that is too busy for all of them is faulty
 } // namespace
 
-/// The queue of commands, and how they go out.
+/// Tests the queue of commands, and how they are sent.
 class TestLinkQueue : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void init();
-    void cleanup() { _bench.reset(); }
+    void cleanup() { _fixture.reset(); }
 
     void whatIsSubmittedInsideAReplyGoesOutAfterItsPrompt();
     void threeSubmissionsAtThePromptGoOutAtOnceInTheirOrder();
@@ -45,64 +45,64 @@ private Q_SLOTS:
     void theDeviceHasAByteBeforeThePauseAfterIt();
 
 private:
-    ZVTolvarInspector inside() const { return _bench->inside; }
+    ZVTolvarTestPeer inside() const { return _fixture->inside; }
 
-    std::unique_ptr<LinkBench> _bench;
+    std::unique_ptr<LinkFixture> _fixture;
     ZVTolvar *_tolvar = nullptr;
 };
 
 void TestLinkQueue::init()
 {
-    _bench = std::make_unique<LinkBench>();
-    _tolvar = &_bench->tolvar;
+    _fixture = std::make_unique<LinkFixture>();
+    _tolvar = &_fixture->tolvar;
 }
 
 void TestLinkQueue::whatIsSubmittedInsideAReplyGoesOutAfterItsPrompt()
 {
-    _bench->connectPort();
+    _fixture->connectPort();
     inside().state() = IN_RESPONSE_RECEIVE;
     _tolvar->submitCommand("get\r\n");
     QCOMPARE(inside().queue(), QStringList{"get\r\n"});
-    _bench->feed("\x03\r\n");
-    QCOMPARE(_bench->pty.collected(), QByteArray());
-    _bench->feed(">");
-    QCOMPARE(_bench->pty.collected(), QByteArray("get\r\n"));
+    _fixture->feed("\x03\r\n");
+    QCOMPARE(_fixture->pty.collected(), QByteArray());
+    _fixture->feed(">");
+    QCOMPARE(_fixture->pty.collected(), QByteArray("get\r\n"));
     QCOMPARE(inside().queue(), QStringList());
     QCOMPARE(inside().state(), IN_PROMPT);
 }
 
 void TestLinkQueue::threeSubmissionsAtThePromptGoOutAtOnceInTheirOrder()
 {
-    _bench->connectPort();
+    _fixture->connectPort();
     inside().state() = IN_PROMPT;
     _tolvar->submitCommand("setssid A B\r\n");
     _tolvar->submitCommand("setpass \r\n");
     _tolvar->submitCommand("test\r\n");
     QCOMPARE(inside().queue(), QStringList());
     QCOMPARE(inside().state(), IN_PROMPT);
-    QCOMPARE(_bench->pty.collected(), QByteArray("setssid A B\r\nsetpass \r\ntest\r\n"));
+    QCOMPARE(_fixture->pty.collected(), QByteArray("setssid A B\r\nsetpass \r\ntest\r\n"));
 }
 
 void TestLinkQueue::aSubmissionSendsTheOldestWhichNeedNotBeItself()
 {
-    _bench->connectPort();
+    _fixture->connectPort();
     _tolvar->submitCommand("get\r\n");
     inside().state() = IN_PROMPT;
     _tolvar->submitCommand("scan\r\n");
-    QCOMPARE(_bench->pty.collected(), QByteArray("get\r\n"));
+    QCOMPARE(_fixture->pty.collected(), QByteArray("get\r\n"));
     QCOMPARE(inside().queue(), QStringList{"scan\r\n"});
     QCOMPARE(inside().currentCommand(), QStringLiteral("get\r\n"));
 }
 
 void TestLinkQueue::onePromptSendsOneCommand()
 {
-    _bench->connectPort();
+    _fixture->connectPort();
     inside().state() = WAITING_FOR_CONSOLE_PROMPT;
     inside().queue() = QStringList{"get\r\n", "get\r\n"};
-    _bench->feed(">>>"); // the console is at its prompt already: the others are nothing
-    QCOMPARE(_bench->pty.collected(), QByteArray("get\r\n"));
-    _bench->feed("\x02<puckdata/>\x03\r\n>");
-    QCOMPARE(_bench->pty.collected(), QByteArray("get\r\nget\r\n"));
+    _fixture->feed(">>>"); // the console is already at its prompt: the other prompts have no effect
+    QCOMPARE(_fixture->pty.collected(), QByteArray("get\r\n"));
+    _fixture->feed("\x02<puckdata/>\x03\r\n>");
+    QCOMPARE(_fixture->pty.collected(), QByteArray("get\r\nget\r\n"));
 }
 
 void TestLinkQueue::aCommandWithoutAPortIsLost()
@@ -111,17 +111,17 @@ void TestLinkQueue::aCommandWithoutAPortIsLost()
     _tolvar->onReadyForCommand();
     QCOMPARE(inside().queue(), QStringList{"scan\r\n"});
     QCOMPARE(inside().currentCommand(), QStringLiteral("get\r\n"));
-    QCOMPARE(_bench->log->messages(), QStringList());
+    QCOMPARE(_fixture->log->messages(), QStringList());
 }
 
 void TestLinkQueue::anEmptyQueueSendsNothing()
 {
-    _bench->connectPort();
+    _fixture->connectPort();
     inside().currentCommand() = "get\r\n";
     _tolvar->onReadyForCommand();
     QCOMPARE(inside().currentCommand(), QStringLiteral("get\r\n"));
-    QCOMPARE(_bench->log->messages(), QStringList());
-    QCOMPARE(_bench->pty.collected(), QByteArray());
+    QCOMPARE(_fixture->log->messages(), QStringList());
+    QCOMPARE(_fixture->pty.collected(), QByteArray());
 }
 
 void TestLinkQueue::aSubmissionLogsTheState_data()
@@ -144,7 +144,7 @@ void TestLinkQueue::aSubmissionLogsTheState()
     QFETCH(QString, message);
     inside().state() = static_cast<CommState>(state);
     _tolvar->submitCommand("save\r\n");
-    QCOMPARE(_bench->log->messages(), QStringList{message});
+    QCOMPARE(_fixture->log->messages(), QStringList{message});
     QCOMPARE(inside().queue(), state == IN_PROMPT ? QStringList() : QStringList{"save\r\n"});
     QCOMPARE(int(inside().state()), state);
 }
@@ -153,42 +153,42 @@ void TestLinkQueue::theStateIsLoggedWithoutASubmissionToo()
 {
     inside().state() = IN_RESPONSE_RECEIVE;
     _tolvar->debug_commState();
-    QCOMPARE(_bench->log->messages(), QStringList{"D:_commState =  \"IN_RESPONSE_RECEIVE\" "});
+    QCOMPARE(_fixture->log->messages(), QStringList{"D:_commState =  \"IN_RESPONSE_RECEIVE\" "});
     QCOMPARE(inside().queue(), QStringList());
 }
 
 void TestLinkQueue::aSubmissionIsQueuedThenLoggedThenSent()
 {
-    _bench->connectPort();
+    _fixture->connectPort();
     inside().state() = IN_PROMPT;
     QStringList seen;
-    const MessageWitness witness([&](const QString &message) {
+    const MessageSpy witness([&](const QString &message) {
         seen += message + inside().queue().join(',') + '/' + inside().currentCommand() + '/' +
-                _bench->pty.collected();
+                _fixture->pty.collected();
     });
     _tolvar->submitCommand("exit");
     QCOMPARE(seen, QStringList({"_commState =  \"IN_PROMPT\" exit//", "--> \"exit\" /exit/"}));
-    QCOMPARE(_bench->pty.collected(), QByteArray("exit"));
+    QCOMPARE(_fixture->pty.collected(), QByteArray("exit"));
 }
 
 void TestLinkQueue::aCommandIsLoggedRawBeforeItGoesOut()
 {
-    _bench->connectPort();
+    _fixture->connectPort();
     inside().state() = IN_PROMPT;
     _tolvar->submitCommand("setssid \"caf\u00e9\"\r\n");
-    QCOMPARE(_bench->log->messages(),
+    QCOMPARE(_fixture->log->messages(),
              QStringList({"D:_commState =  \"IN_PROMPT\" ", "D:--> \"setssid \"caf\u00e9\"\r\n\" "}));
-    QCOMPARE(_bench->pty.collected(), QByteArray("setssid \"caf\xe9\"\r\n"));
+    QCOMPARE(_fixture->pty.collected(), QByteArray("setssid \"caf\xe9\"\r\n"));
 }
 
 void TestLinkQueue::aCommandTakesTenMillisecondsAByte()
 {
-    _bench->connectPort();
+    _fixture->connectPort();
     inside().state() = IN_PROMPT;
     const auto timeFor = [this](const QString &command) {
         QElapsedTimer clock;
         clock.start();
-        _tolvar->submitCommand(command); // the call itself lasts that long, since the event loop waits too
+        _tolvar->submitCommand(command); // the call itself takes that long, since the event loop waits too
         return std::chrono::nanoseconds(clock.nsecsElapsed());
     };
     QVERIFY2(timeFor("setuarttrace y\r\n") >= 16 * BytePause, "each byte is given 10 ms");
@@ -204,14 +204,14 @@ void TestLinkQueue::aCommandTakesTenMillisecondsAByte()
 
 void TestLinkQueue::theDeviceHasAByteBeforeThePauseAfterIt()
 {
-    _bench->connectPort();
+    _fixture->connectPort();
     inside().state() = IN_PROMPT;
-    // The device reads by itself and notes when each of its reads ends.
+    // The device reads in its own thread and records when each of its reads ends.
     std::atomic<qint64> arrival = 0;
     std::atomic<bool> stop = false;
     QElapsedTimer clock;
     clock.start();
-    std::thread device([&, descriptor = _bench->pty.device()] {
+    std::thread device([&, descriptor = _fixture->pty.device()] {
         while (!stop) {
             pollfd line{descriptor, POLLIN, 0};
             char some[64];
@@ -219,7 +219,7 @@ void TestLinkQueue::theDeviceHasAByteBeforeThePauseAfterIt()
                 arrival = clock.nsecsElapsed();
         }
     });
-    // The reader may be late, then it is tried again. It is never early.
+    // The reader may be late; then the test tries again. The reader is never early.
     std::chrono::nanoseconds lead = 0ns;
     for (int i = 0; i < Tries && lead < BytePause / 2; ++i) {
         arrival = 0;

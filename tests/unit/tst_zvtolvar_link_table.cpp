@@ -1,8 +1,8 @@
 #include <QTest>
 
-#include "tests/support/linkbench.h"
-#include "tests/support/listener.h"
-#include "tests/support/messagewitness.h"
+#include "tests/support/linkfixture.h"
+#include "tests/support/messagespy.h"
+#include "tests/support/scopedconnection.h"
 
 namespace
 {
@@ -18,28 +18,28 @@ constexpr struct {
 
 constexpr auto BeyondTheLast = static_cast<CommState>(7);
 
-/// What a byte does to the link. Before it the reply is "old", and the commands "first" and "second" are
-/// queued; no port is there, so that a command that is sent is lost.
+/// What a byte does to the link. Before it, the reply is "old", and the commands "first" and "second" are
+/// queued. There is no port, so a command that is sent is lost.
 struct Outcome {
     char sign;
-    int next;           // the state afterwards, -1 for the same
-    const char *reply;  // what is collected afterwards; '+' stands for the byte
+    int next;           // the state afterwards, -1 for unchanged
+    const char *reply;  // the collected reply afterwards; '+' stands for the byte
     const char *events; // messages and signals in their order, each with the state and the modes at that time
     const char *current; // the command sent
-    const char *queue;   // those still queued
+    const char *queue;   // the commands still queued
 };
 
 // clang-format off
 constexpr Outcome outcomes[] = {
-    // nothing
+    // no effect
     { '.', -1, "old", "", "", "first,second" },
     // the byte is part of the reply
     { '+', -1, "old+", "", "", "first,second" },
-    // a reply begins: of a scan, of a test, of a command
+    // a reply begins: to a scan, to a test, to a command
     { 's', IN_RESPONSE_RECEIVE, "", "6*:->IN_RESPONSE_RECEIVE and Scanning ", "", "first,second" },
     { 't', IN_RESPONSE_RECEIVE, "", "6*:->IN_RESPONSE_RECEIVE and testing ", "", "first,second" },
     { 'n', IN_RESPONSE_RECEIVE, "", "6*:->IN_RESPONSE_RECEIVE ", "", "first,second" },
-    // a reply ends: of a scan, of a scan during a test, of a test, of a command
+    // a reply ends: to a scan, to a scan during a test, to a test, to a command
     { 'S', IN_PROMPT, "old",
       "5 scanning:->IN_PROMPT - end scaning |5 scanning:responseReceived old|5:_commState =  \"IN_PROMPT\" |5:scanFinished",
       "first", "second,setuarttrace n\r\n" },
@@ -53,17 +53,17 @@ constexpr Outcome outcomes[] = {
     { 'N', WAITING_FOR_CONSOLE_PROMPT, "old", "4:->WAITING_FOR_CONSOLE_PROMPT |4:responseReceived old", "", "first,second" },
     // the prompt: the oldest command is sent
     { 'p', IN_PROMPT, "old", "5:->IN_PROMPT |5:readyForCommand", "first", "second" },
-    // the handshake's sign that a prompt is due
+    // the handshake's sign that a prompt will follow
     { 'h', WAITING_FOR_CONSOLE_PROMPT, "old", "4:-> Controller: WAITING_FOR_CONSOLE_PROMPT2 ", "", "first,second" },
 };
 
-/// The outcome of each byte, by its sign, in the order in which the bytes stand above.
+/// The outcome of each byte, as a key character, in the order of the bytes in the column heading.
 constexpr struct {
     Mode mode;
     CommState state;
     const char *signs;
 } table[] = {
-    //                                                           STX EOT CR  NUL blank
+    //                                                           STX EOT CR  NUL space
     //                                                             ETX '>' LF  x   E9
     { Scanning,            NOT_CONNECTED,                       "s . . . . . . . . ." },
     { Scanning,            CANDIDATE_DEVICE_FOUND,              "s . . . . . . . . ." },
@@ -122,22 +122,25 @@ const Outcome &outcomeOf(char sign)
 }
 } // namespace
 
-/// What each byte does in each state of each mode.
+/// Tests what each byte does in each state of each mode.
 class TestLinkTable : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { _bench = std::make_unique<LinkBench>(); } // one for all rows, made ready by each
-    void cleanupTestCase() { _bench.reset(); }
+    void initTestCase()
+    {
+        _fixture = std::make_unique<LinkFixture>();
+    } // one for all rows; each row resets it
+    void cleanupTestCase() { _fixture.reset(); }
 
     void eachByteInEachStateOfEachMode_data();
     void eachByteInEachStateOfEachMode();
 
 private:
-    static QString modesOf(const ZVTolvarInspector &inside);
+    static QString modesOf(const ZVTolvarTestPeer &inside);
 
-    std::unique_ptr<LinkBench> _bench;
+    std::unique_ptr<LinkFixture> _fixture;
 };
 
 void TestLinkTable::eachByteInEachStateOfEachMode_data()
@@ -157,7 +160,7 @@ void TestLinkTable::eachByteInEachStateOfEachMode_data()
     }
 }
 
-QString TestLinkTable::modesOf(const ZVTolvarInspector &inside)
+QString TestLinkTable::modesOf(const ZVTolvarTestPeer &inside)
 {
     return QLatin1String(inside.scanning() ? " scanning" : "") +
            QLatin1String(inside.testing() ? " testing" : "");
@@ -171,7 +174,7 @@ void TestLinkTable::eachByteInEachStateOfEachMode()
     QFETCH(char, sign);
     const Outcome &outcome = outcomeOf(sign);
 
-    const ZVTolvarInspector &in = _bench->inside;
+    const ZVTolvarTestPeer &in = _fixture->inside;
     in.scanning() = mode == Scanning || mode == ScanningAndTesting;
     in.testing() = mode == Testing || mode == ScanningAndTesting;
     in.eotHandshake() = mode == Handshake;
@@ -179,29 +182,30 @@ void TestLinkTable::eachByteInEachStateOfEachMode()
     in.response() = "old";
     in.queue() = QStringList{"first", "second"};
     in.currentCommand().clear();
-    _bench->log->take();
+    _fixture->log->take();
     const QString modesBefore = modesOf(in);
 
     QStringList events;
     const auto note = [&](const QString &event) {
         events += QString::number(in.state()) + modesOf(in) + ':' + event;
     };
-    const MessageWitness witness(note);
-    const ZVTolvar *tolvar = &_bench->tolvar;
-    const Listener ready(tolvar, &ZVTolvar::readyForCommand, [&] { note("readyForCommand"); });
-    const Listener received(tolvar, &ZVTolvar::responseReceived,
-                            [&](const QString &response) { note("responseReceived " + response); });
-    const Listener scanned(tolvar, &ZVTolvar::scanFinished, [&] { note("scanFinished"); });
-    const Listener tested(tolvar, &ZVTolvar::networkTestFinished, [&] { note("networkTestFinished"); });
+    const MessageSpy witness(note);
+    const ZVTolvar *tolvar = &_fixture->tolvar;
+    const ScopedConnection ready(tolvar, &ZVTolvar::readyForCommand, [&] { note("readyForCommand"); });
+    const ScopedConnection received(tolvar, &ZVTolvar::responseReceived,
+                                    [&](const QString &response) { note("responseReceived " + response); });
+    const ScopedConnection scanned(tolvar, &ZVTolvar::scanFinished, [&] { note("scanFinished"); });
+    const ScopedConnection tested(tolvar, &ZVTolvar::networkTestFinished,
+                                  [&] { note("networkTestFinished"); });
 
-    _bench->tolvar.handleReceived(byte);
+    _fixture->tolvar.handleReceived(byte);
 
     QCOMPARE(int(in.state()), outcome.next < 0 ? int(state) : outcome.next);
     QCOMPARE(in.response(), QString(outcome.reply).replace('+', QLatin1Char(byte)));
     QCOMPARE(events.join('|'), QString(outcome.events).replace('*', modesBefore));
     QCOMPARE(in.currentCommand(), QString(outcome.current));
     QCOMPARE(in.queue().join(','), QString(outcome.queue));
-    QCOMPARE(_bench->log->messages("D:"), _bench->log->messages()); // each a debug message
+    QCOMPARE(_fixture->log->messages("D:"), _fixture->log->messages()); // all of them are debug messages
     QCOMPARE(in.eotHandshake(), mode == Handshake);
     if (!strchr("SBT", sign))
         QCOMPARE(modesOf(in), modesBefore);

@@ -1,18 +1,18 @@
 #include <QTest>
 
-#include "tests/support/lapse.h"
-#include "tests/support/linkbench.h"
-#include "tests/support/messagewitness.h"
-#include "tests/support/singleshots.h"
+#include "tests/support/linkfixture.h"
+#include "tests/support/messagespy.h"
+#include "tests/support/pendingtimers.h"
+#include "tests/support/timingprobe.h"
 
-/// Waking the console: once a second, until a prompt is seen.
+/// Tests that the console is woken once a second until a prompt is seen.
 class TestLinkWaking : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void init();
-    void cleanup() { _bench.reset(); }
+    void cleanup() { _fixture.reset(); }
 
     void theConsoleIsWokenAndAskedForItsStatus_data();
     void theConsoleIsWokenAndAskedForItsStatus();
@@ -26,18 +26,18 @@ private Q_SLOTS:
     void withoutAPortNothingIsSentButTheTimerGoesOn();
 
 private:
-    ZVTolvarInspector inside() const { return _bench->inside; }
+    ZVTolvarTestPeer inside() const { return _fixture->inside; }
 
-    std::unique_ptr<LinkBench> _bench;
-    std::unique_ptr<SingleShots> _timers;
+    std::unique_ptr<LinkFixture> _fixture;
+    std::unique_ptr<PendingTimers> _timers;
     ZVTolvar *_tolvar = nullptr;
 };
 
 void TestLinkWaking::init()
 {
-    _bench = std::make_unique<LinkBench>();
-    _timers = std::make_unique<SingleShots>();
-    _tolvar = &_bench->tolvar;
+    _fixture = std::make_unique<LinkFixture>();
+    _timers = std::make_unique<PendingTimers>();
+    _tolvar = &_fixture->tolvar;
 }
 
 void TestLinkWaking::theConsoleIsWokenAndAskedForItsStatus_data()
@@ -50,57 +50,58 @@ void TestLinkWaking::theConsoleIsWokenAndAskedForItsStatus_data()
 void TestLinkWaking::theConsoleIsWokenAndAskedForItsStatus()
 {
     QFETCH(CommState, state);
-    _bench->connectPort();
+    _fixture->connectPort();
     inside().state() = state;
     _tolvar->onTimerKickOffTlovarConsole();
     QCOMPARE(inside().state(), INITIAL_WAITING_FOR_CONSOLE_PROMPT);
-    QCOMPARE(_bench->pty.collected(), QByteArray("C\r\n"));
+    QCOMPARE(_fixture->pty.collected(), QByteArray("C\r\n"));
     QCOMPARE(inside().queue(), QStringList{"get\r\n"});
-    QCOMPARE(_bench->log->messages(), QStringList{"D:_commState =  \"INITIAL_WAITING_FOR_CONSOLE_PROMPT\" "});
+    QCOMPARE(_fixture->log->messages(),
+             QStringList{"D:_commState =  \"INITIAL_WAITING_FOR_CONSOLE_PROMPT\" "});
     QCOMPARE(_timers->underWay(), QList<int>{1000});
 }
 
 void TestLinkWaking::aWakeUpGoesStepByStep()
 {
-    _bench->connectPort();
+    _fixture->connectPort();
     inside().state() = CANDIDATE_DEVICE_FOUND;
     QByteArray wokenBefore;
     QList<int> timersBefore = {-1};
-    const MessageWitness witness([&](const QString &) {
-        wokenBefore = _bench->pty.collected();
+    const MessageSpy witness([&](const QString &) {
+        wokenBefore = _fixture->pty.collected();
         timersBefore = _timers->underWay();
     });
     _tolvar->onTimerKickOffTlovarConsole();
-    QCOMPARE(wokenBefore, QByteArray("C\r\n")); // before the status is asked for
-    QCOMPARE(timersBefore, QList<int>());       // the next second begins when this wake-up is done
+    QCOMPARE(wokenBefore, QByteArray("C\r\n")); // before the status is requested
+    QCOMPARE(timersBefore, QList<int>());       // the next second begins when this wake-up is complete
 }
 
 void TestLinkWaking::theConsoleIsWokenAgainASecondLater()
 {
-    _bench->connectPort();
+    _fixture->connectPort();
     inside().state() = CANDIDATE_DEVICE_FOUND;
     const auto hasBeenWokenTwice = [this] { return inside().queue().size() == 2; };
-    Lapse lapse(1000, hasBeenWokenTwice);
+    TimingProbe timing(1000, hasBeenWokenTwice);
     _tolvar->onTimerKickOffTlovarConsole();
-    lapse.hasBegun();
-    QTRY_VERIFY(lapse.isOver());
-    QCOMPARE(lapse.verdict(), "in time");
-    QCOMPARE(_bench->pty.collected(), QByteArray("C\r\nC\r\n"));
+    timing.hasBegun();
+    QTRY_VERIFY(timing.isOver());
+    QCOMPARE(timing.verdict(), "in time");
+    QCOMPARE(_fixture->pty.collected(), QByteArray("C\r\nC\r\n"));
     QCOMPARE(inside().queue(), QStringList({"get\r\n", "get\r\n"}));
     QCOMPARE(_timers->underWay(), QList<int>{1000});
 }
 
 void TestLinkWaking::whatWakingHasQueuedGoesOutOneAPrompt()
 {
-    _bench->connectPort();
+    _fixture->connectPort();
     inside().state() = CANDIDATE_DEVICE_FOUND;
     _tolvar->onTimerKickOffTlovarConsole();
     _tolvar->onTimerKickOffTlovarConsole();
-    _bench->feed("\r\n>");
-    QCOMPARE(_bench->pty.collected(), QByteArray("C\r\nC\r\nget\r\n"));
+    _fixture->feed("\r\n>");
+    QCOMPARE(_fixture->pty.collected(), QByteArray("C\r\nC\r\nget\r\n"));
     QCOMPARE(inside().queue(), QStringList{"get\r\n"});
-    _bench->feed("get\r\n\x02<puckdata/>\x03\r\n>");
-    QCOMPARE(_bench->pty.collected(), QByteArray("C\r\nC\r\nget\r\nget\r\n"));
+    _fixture->feed("get\r\n\x02<puckdata/>\x03\r\n>");
+    QCOMPARE(_fixture->pty.collected(), QByteArray("C\r\nC\r\nget\r\nget\r\n"));
     QCOMPARE(inside().queue(), QStringList());
 }
 
@@ -116,14 +117,14 @@ void TestLinkWaking::afterThePromptTheTimerFiresOnceMoreAndStops()
 {
     QFETCH(QByteArray, received);
     QFETCH(CommState, state);
-    _bench->connectPort();
+    _fixture->connectPort();
     inside().state() = CANDIDATE_DEVICE_FOUND;
     _tolvar->onTimerKickOffTlovarConsole();
-    _bench->feed(received);
-    QCOMPARE(_timers->underWay(), QList<int>{1000}); // it isn't stopped, it comes to nothing
+    _fixture->feed(received);
+    QCOMPARE(_timers->underWay(), QList<int>{1000}); // the timer is not stopped, but it has no effect
     QTRY_COMPARE(_timers->underWay(), QList<int>());
     QCOMPARE(inside().state(), state);
-    QCOMPARE(_bench->pty.collected(), QByteArray("C\r\nget\r\n"));
+    QCOMPARE(_fixture->pty.collected(), QByteArray("C\r\nget\r\n"));
     QCOMPARE(inside().queue(), QStringList());
 }
 
@@ -141,13 +142,13 @@ void TestLinkWaking::inNoOtherStateIsAnythingWoken_data()
 void TestLinkWaking::inNoOtherStateIsAnythingWoken()
 {
     QFETCH(int, state);
-    _bench->connectPort();
+    _fixture->connectPort();
     inside().state() = static_cast<CommState>(state);
     _tolvar->onTimerKickOffTlovarConsole();
     QCOMPARE(int(inside().state()), state);
-    QCOMPARE(_bench->pty.collected(), QByteArray());
+    QCOMPARE(_fixture->pty.collected(), QByteArray());
     QCOMPARE(inside().queue(), QStringList());
-    QCOMPARE(_bench->log->messages(), QStringList());
+    QCOMPARE(_fixture->log->messages(), QStringList());
     QCOMPARE(_timers->underWay(), QList<int>());
 }
 
@@ -157,7 +158,7 @@ void TestLinkWaking::withoutAPortNothingIsSentButTheTimerGoesOn()
     _tolvar->onTimerKickOffTlovarConsole();
     QCOMPARE(inside().state(), INITIAL_WAITING_FOR_CONSOLE_PROMPT);
     QCOMPARE(inside().queue(), QStringList());
-    QCOMPARE(_bench->log->messages(), QStringList());
+    QCOMPARE(_fixture->log->messages(), QStringList());
     QCOMPARE(_timers->underWay(), QList<int>{1000});
 }
 

@@ -3,14 +3,14 @@
 #include <QMetaProperty>
 #include <QTest>
 
-#include "tests/support/linkbench.h"
+#include "tests/support/linkfixture.h"
 #include "tests/support/portinfos.h"
-#include "tests/support/signaldiary.h"
+#include "tests/support/signalrecorder.h"
 
 namespace
 {
-/// A member, and what happens when it is called by its index on a controller that stands ready: the signals,
-/// the first message, the commands queued, and what the port has of it.
+/// A member, and the effects of a call by its index on a controller that is ready: the signals, the first
+/// message, the queued commands, and the bytes written to the port.
 struct Member {
     const char *signature;
     const char *parameter; // its name as declared, "" for none
@@ -91,7 +91,7 @@ constexpr int signalCount = 31;
 
 } // namespace
 
-/// The controller's meta-object: which member stands at which index, and what it is called.
+/// Tests the controller's meta-object: the index and the name of each member.
 class TestMembers : public QObject
 {
     Q_OBJECT
@@ -167,34 +167,34 @@ void TestMembers::call(ZVTolvar &tolvar, int index)
 void TestMembers::eachMemberIsReachedByItsIndex()
 {
     QFETCH(int, index);
-    // Its port is open and something has been received; a command is queued, and the console is to be woken.
-    LinkBench bench;
-    bench.connectPort();
-    QextSerialPort *port = bench.inside.port();
-    disconnect(port, nullptr, &bench.tolvar, nullptr);
-    bench.pty.send("received");
+    // The port is open and has received data; a command is queued, and the console is due to be woken.
+    LinkFixture fixture;
+    fixture.connectPort();
+    QextSerialPort *port = fixture.inside.port();
+    disconnect(port, nullptr, &fixture.tolvar, nullptr);
+    fixture.pty.send("received");
     QTRY_VERIFY(port->bytesAvailable() > 0);
-    bench.inside.portName() = bench.pty.name();
-    bench.inside.state() = CANDIDATE_DEVICE_FOUND;
-    bench.inside.queue() = QStringList{"first"};
-    SignalDiary diary(&bench.tolvar);
+    fixture.inside.portName() = fixture.pty.name();
+    fixture.inside.state() = CANDIDATE_DEVICE_FOUND;
+    fixture.inside.queue() = QStringList{"first"};
+    SignalRecorder diary(&fixture.tolvar);
 
-    call(bench.tolvar, index);
+    call(fixture.tolvar, index);
 
     QStringList effect = diary.take();
-    const QStringList messages = bench.log->messages();
+    const QStringList messages = fixture.log->messages();
     for (const QString &message : messages) {
         if (!message.startsWith("D:_commState")) {
             effect += message;
             break;
         }
     }
-    QStringList queue = bench.inside.queue();
+    QStringList queue = fixture.inside.queue();
     queue.removeOne("first");
     effect += queue;
-    if (bench.pty.received().startsWith("C\r\n"))
+    if (fixture.pty.received().startsWith("C\r\n"))
         effect += "woken";
-    if (bench.inside.port() != port)
+    if (fixture.inside.port() != port)
         effect += "opened";
     QCOMPARE(effect.join('|'), QString(members[index].effect));
 }

@@ -1,7 +1,7 @@
 #include <QTest>
 
-#include "tests/support/listener.h"
-#include "tests/support/signaldiary.h"
+#include "tests/support/scopedconnection.h"
+#include "tests/support/signalrecorder.h"
 
 namespace
 {
@@ -21,7 +21,7 @@ QStringList unknownNetwork()
 }
 } // namespace
 
-/// The table of scanned networks.
+/// Tests the table of scanned networks.
 class TestNetworks : public QObject
 {
     Q_OBJECT
@@ -30,7 +30,7 @@ private Q_SLOTS:
     void init()
     {
         _tolvar = std::make_unique<ZVTolvar>();
-        _diary = std::make_unique<SignalDiary>(_tolvar.get());
+        _diary = std::make_unique<SignalRecorder>(_tolvar.get());
     }
 
     void aDefaultRecordIsEmpty();
@@ -49,7 +49,7 @@ private Q_SLOTS:
 
 private:
     std::unique_ptr<ZVTolvar> _tolvar;
-    std::unique_ptr<SignalDiary> _diary;
+    std::unique_ptr<SignalRecorder> _diary;
 };
 
 void TestNetworks::aDefaultRecordIsEmpty()
@@ -135,7 +135,7 @@ void TestNetworks::anSsidThatIsNotInTheTableIsNotFound()
     QCOMPARE(fields(_tolvar->getScanResult("home")), unknownNetwork());
     QCOMPARE(fields(_tolvar->getScanResult("")), unknownNetwork());
     QCOMPARE(fields(_tolvar->getScanResult("Home")), fields(record));
-    QCOMPARE(_tolvar->scannedNetworks()->size(), 1); // looking adds nothing
+    QCOMPARE(_tolvar->scannedNetworks()->size(), 1); // a lookup adds nothing
 }
 
 void TestNetworks::whatIsHandedOutIsACopy()
@@ -151,7 +151,7 @@ void TestNetworks::whatIsHandedInIsCopied()
 {
     ZVScanResult record = network("Home", "-50");
     _tolvar->addScannedNetwork(record);
-    QCOMPARE(fields(record), fields(network("Home", "-50"))); // and left as it was
+    QCOMPARE(fields(record), fields(network("Home", "-50"))); // and left unchanged
     record.rssi = "0";
     QCOMPARE(_tolvar->getScanResult("Home").rssi, QStringLiteral("-50"));
 }
@@ -167,11 +167,11 @@ void TestNetworks::aNetworkNamedNotFoundHasTheSsidOfAnUnknownOne()
 void TestNetworks::theSignalCarriesTheControllersOwnTable()
 {
     int told = 0;
-    const Listener listener(_tolvar.get(), &ZVTolvar::scannedNetworkListChanged,
-                            [&](const QHash<QString, ZVScanResult> *table) {
-                                QCOMPARE(table, _tolvar->scannedNetworks());
-                                ++told;
-                            });
+    const ScopedConnection listener(_tolvar.get(), &ZVTolvar::scannedNetworkListChanged,
+                                    [&](const QHash<QString, ZVScanResult> *table) {
+                                        QCOMPARE(table, _tolvar->scannedNetworks());
+                                        ++told;
+                                    });
     ZVScanResult home = network("Home", "-50");
     _tolvar->addScannedNetwork(home);
     _tolvar->clearScannedNetworks();

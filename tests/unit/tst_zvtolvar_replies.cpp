@@ -7,8 +7,8 @@
 #include <QTest>
 
 #include "device/qcorexmlstreamreader.h"
-#include "tests/support/signaldiary.h"
-#include "tests/support/zvtolvarinspector.h"
+#include "tests/support/signalrecorder.h"
+#include "tests/support/zvtolvartestpeer.h"
 
 namespace
 {
@@ -18,7 +18,7 @@ QString puckdata(const QString &children)
 }
 } // namespace
 
-/// The documents that the device replies with: which is which, and its status.
+/// Tests the documents that the device replies with: how each kind is recognised, and its status.
 class TestReplies : public QObject
 {
     Q_OBJECT
@@ -52,13 +52,13 @@ private:
     void reply(const QString &document) { _tolvar->onResponseReceived(document); }
 
     std::unique_ptr<ZVTolvar> _tolvar;
-    std::unique_ptr<SignalDiary> _diary;
+    std::unique_ptr<SignalRecorder> _diary;
 };
 
 void TestReplies::init()
 {
     _tolvar = std::make_unique<ZVTolvar>();
-    _diary = std::make_unique<SignalDiary>(_tolvar.get());
+    _diary = std::make_unique<SignalRecorder>(_tolvar.get());
 }
 
 void TestReplies::cleanup()
@@ -247,7 +247,7 @@ void TestReplies::aDocumentAfterAnotherIsNotRead()
     QCOMPARE(_tolvar->systemID(), QStringLiteral("T1"));
 }
 
-using Parse = void (ZVTolvarInspector::*)(QCoreXmlStreamReader &) const;
+using Parse = void (ZVTolvarTestPeer::*)(QCoreXmlStreamReader &) const;
 
 void TestReplies::eachReaderStopsPastTheEndOfItsElement_data()
 {
@@ -256,13 +256,13 @@ void TestReplies::eachReaderStopsPastTheEndOfItsElement_data()
     const auto row = [](const char *name, Parse parse, const char *document) {
         QTest::newRow(name) << parse << QString(document);
     };
-    row("a status", &ZVTolvarInspector::parseStatus, "<puckdata><name>T1</name> </puckdata>");
-    row("an empty status", &ZVTolvarInspector::parseStatus, "<puckdata/>");
-    row("a scan", &ZVTolvarInspector::parseScan, "<scan_results><scan SSID=\"A\">x</scan></scan_results>");
-    row("a test", &ZVTolvarInspector::parseTest, "<networktest_results><status/></networktest_results>");
-    row("a log", &ZVTolvarInspector::parseLog, "<log_file>one</log_file>");
-    row("an unknown element", &ZVTolvarInspector::skipUnknown, "<a>1<b><c/></b>2<d/></a>");
-    row("an unknown element with nothing in it", &ZVTolvarInspector::skipUnknown, "<a/>");
+    row("a status", &ZVTolvarTestPeer::parseStatus, "<puckdata><name>T1</name> </puckdata>");
+    row("an empty status", &ZVTolvarTestPeer::parseStatus, "<puckdata/>");
+    row("a scan", &ZVTolvarTestPeer::parseScan, "<scan_results><scan SSID=\"A\">x</scan></scan_results>");
+    row("a test", &ZVTolvarTestPeer::parseTest, "<networktest_results><status/></networktest_results>");
+    row("a log", &ZVTolvarTestPeer::parseLog, "<log_file>one</log_file>");
+    row("an unknown element", &ZVTolvarTestPeer::skipUnknown, "<a>1<b><c/></b>2<d/></a>");
+    row("an unknown element with nothing in it", &ZVTolvarTestPeer::skipUnknown, "<a/>");
 }
 
 void TestReplies::eachReaderStopsPastTheEndOfItsElement()
@@ -271,7 +271,7 @@ void TestReplies::eachReaderStopsPastTheEndOfItsElement()
     QFETCH(QString, document);
     QCoreXmlStreamReader reader(document + "<!-- past the end -->");
     QVERIFY(reader.readNextStartElement());
-    (ZVTolvarInspector{*_tolvar}.*parse)(reader);
+    (ZVTolvarTestPeer{*_tolvar}.*parse)(reader);
     QCOMPARE(reader.tokenString(), QStringLiteral("Comment"));
     QVERIFY(!reader.hasError());
 }
@@ -295,7 +295,7 @@ void TestReplies::aForeignRootHoldsTheDispatcher()
     const pid_t child = ::fork();
     QVERIFY(child >= 0);
     if (child == 0) {
-        // A quarter of a second of the processor's time, however long that takes, is more than any reading.
+        // A quarter of a second of CPU time, however long that takes, is more than any document needs.
         const itimerval patience = {{0, 0}, {0, 250000}};
         ::setitimer(ITIMER_VIRTUAL, &patience, nullptr);
         reply(document);

@@ -2,18 +2,18 @@
 
 #include <QTest>
 
-#include "tests/support/signaldiary.h"
-#include "tests/support/zvtolvarinspector.h"
+#include "tests/support/signalrecorder.h"
+#include "tests/support/zvtolvartestpeer.h"
 
 namespace
 {
-/// A scan with \a elements between two networks.
+/// Returns a scan with \a elements between two networks.
 QString amid(const QString &elements)
 {
     return "<scan_results><scan SSID=\"before\"/>" + elements + "<scan SSID=\"behind\"/></scan_results>";
 }
 
-/// The bytes below 0x20 that XML does not know, zero left out.
+/// The bytes below 0x20 that XML does not allow, except zero.
 QList<char> controlBytes()
 {
     QList<char> bytes;
@@ -30,7 +30,7 @@ QString scanned(const QString &ssidAttribute)
 }
 } // namespace
 
-/// Replies with control bytes: a network's name may hold any byte.
+/// Tests replies with control bytes: a network's name may contain any byte.
 class TestControlBytes : public QObject
 {
     Q_OBJECT
@@ -60,13 +60,13 @@ private:
     void reply(const QString &document) { _tolvar->onResponseReceived(document); }
 
     std::unique_ptr<ZVTolvar> _tolvar;
-    std::unique_ptr<SignalDiary> _diary;
+    std::unique_ptr<SignalRecorder> _diary;
 };
 
 void TestControlBytes::init()
 {
     _tolvar = std::make_unique<ZVTolvar>();
-    _diary = std::make_unique<SignalDiary>(_tolvar.get());
+    _diary = std::make_unique<SignalRecorder>(_tolvar.get());
 }
 
 void TestControlBytes::cleanup()
@@ -181,7 +181,7 @@ void TestControlBytes::aResultMayHoldThem()
 
 void TestControlBytes::elsewhereTheyEndTheReading_data()
 {
-    QTest::addColumn<QString>("document"); // %1 is where the byte stands
+    QTest::addColumn<QString>("document"); // %1 is the position of the byte
     QTest::addColumn<QStringList>("told");
     const QStringList name = {"systemIDChanged:T1"};
     const QStringList upToTheByte = {"systemIDChanged:T1", "statusChanged:a"};
@@ -226,7 +226,7 @@ void TestControlBytes::elsewhereTheyEndTheReading()
 {
     QFETCH(QString, document);
     QFETCH(QStringList, told);
-    // One in an attribute ahead of it changes nothing.
+    // A control byte in an attribute before it changes nothing.
     for (const char *root : {"puckdata", "scan_results"})
         document.replace(QString("<%1>").arg(root), QString("<%1 a=\"\x01\">").arg(root));
     for (const char byte : controlBytes()) {
@@ -282,7 +282,7 @@ void TestControlBytes::theOtherCharactersOfTheDocumentStayAsTheyAre()
 
 void TestControlBytes::zeroBytesAreLeftOut_data()
 {
-    QTest::addColumn<QString>("document"); // %1 is where the byte stands
+    QTest::addColumn<QString>("document"); // %1 is the position of the byte
     QTest::newRow("in an attribute") << amid("<scan SSID=\"%1be%1low%1\"/>");
     QTest::newRow("in a name") << amid("<sc%1an SSID=\"below\"/>");
     QTest::newRow("between two elements") << amid("%1<scan SSID=\"below\"/>%1");

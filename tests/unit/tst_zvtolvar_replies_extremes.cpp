@@ -6,14 +6,14 @@
 #include <QThread>
 
 #include "device/qcorexmlstreamreader.h"
-#include "tests/support/signaldiary.h"
-#include "tests/support/zvtolvarinspector.h"
+#include "tests/support/signalrecorder.h"
+#include "tests/support/zvtolvartestpeer.h"
 
 namespace
 {
 constexpr int Levels = 100000;
 
-/// Skips the element that the reader stands on by going into each element in it.
+/// Skips the reader's current element by descending into each element in it.
 void skipByDescending(QCoreXmlStreamReader &reader)
 {
     reader.readNext();
@@ -29,7 +29,7 @@ void skipByDescending(QCoreXmlStreamReader &reader)
     }
 }
 
-/// Where a reader stands.
+/// Returns the position of a reader.
 QStringList place(const QCoreXmlStreamReader &reader)
 {
     return {reader.tokenString(), reader.name().toString(), QString::number(reader.characterOffset()),
@@ -37,7 +37,8 @@ QStringList place(const QCoreXmlStreamReader &reader)
 }
 } // namespace
 
-/// Reply documents such as no sound device sends: nested without end, blown up, reaching for files.
+/// Tests reply documents that no working device sends: endless nesting, expanding entities, references to
+/// files.
 class TestExtremes : public QObject
 {
     Q_OBJECT
@@ -55,13 +56,13 @@ private Q_SLOTS:
 
 private:
     std::unique_ptr<ZVTolvar> _tolvar;
-    std::unique_ptr<SignalDiary> _diary;
+    std::unique_ptr<SignalRecorder> _diary;
 };
 
 void TestExtremes::init()
 {
     _tolvar = std::make_unique<ZVTolvar>();
-    _diary = std::make_unique<SignalDiary>(_tolvar.get());
+    _diary = std::make_unique<SignalRecorder>(_tolvar.get());
 }
 
 void TestExtremes::cleanup()
@@ -98,12 +99,12 @@ void TestExtremes::deepNestingIsSkippedAsDescendingWould()
 
     const auto expected = readerAtUnknown();
     const std::unique_ptr<QThread> descent(QThread::create([&expected] { skipByDescending(*expected); }));
-    descent->setStackSize(512U << 20U); // what going into them all takes
+    descent->setStackSize(512U << 20U); // enough to descend into all of them
     descent->start();
     QVERIFY(descent->wait());
 
     const auto reader = readerAtUnknown();
-    ZVTolvarInspector{*_tolvar}.skipUnknown(*reader);
+    ZVTolvarTestPeer{*_tolvar}.skipUnknown(*reader);
     QCOMPARE(place(*reader), place(*expected));
 
     _tolvar->onResponseReceived(document);
@@ -127,7 +128,7 @@ void TestExtremes::anEntityBombEndsTheReading_data()
 {
     QTest::addColumn<QString>("document");
     QTest::addColumn<QStringList>("told");
-    // Each is ten of the one before: the last would be ten thousand million characters long.
+    // Each entity is ten times the one before: the last would be ten thousand million characters long.
     QString entities = "<!ENTITY a0 \"0123456789\">";
     for (int i = 1; i < 10; ++i)
         entities += QString("<!ENTITY a%1 \"%2\">").arg(i).arg(QString("&a%1;").arg(i - 1).repeated(10));

@@ -3,15 +3,15 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "app/diagnostics.h"
 #include "device/qcorexmlstreamreader.h"
+#include "messages/diagnostics.h"
 #include "tests/support/filecontents.h"
-#include "tests/support/signaldiary.h"
-#include "tests/support/zvtolvarinspector.h"
+#include "tests/support/signalrecorder.h"
+#include "tests/support/zvtolvartestpeer.h"
 
 namespace
 {
-/// A log's file that tells what is done to it.
+/// A file for a log that reports the operations on it.
 class WatchedFile : public QFile
 {
 public:
@@ -42,7 +42,7 @@ private:
 };
 } // namespace
 
-/// The reply that carries the device's log.
+/// Tests the reply that contains the device's log.
 class TestLog : public QObject
 {
     Q_OBJECT
@@ -63,23 +63,23 @@ private Q_SLOTS:
 
 private:
     void reply(const QString &document) { _tolvar->onResponseReceived(document); }
-    QFile *logFile() const { return ZVTolvarInspector{*_tolvar}.logFile(); }
+    QFile *logFile() const { return ZVTolvarTestPeer{*_tolvar}.logFile(); }
     QString path() const { return _folder.filePath("log.txt"); }
-    /// Has the controller wait for a log.
+    /// Makes the controller wait for a log.
     void waitForLog(QIODevice::OpenMode mode = QIODevice::WriteOnly | QIODevice::Text);
-    /// What is in the file now, as Latin-1.
+    /// Returns the current content of the file, as Latin-1.
     QString written() const { return QString::fromLatin1(contents(path())); }
 
     QTemporaryDir _folder;
     QStringList _steps;
     std::unique_ptr<ZVTolvar> _tolvar;
-    std::unique_ptr<SignalDiary> _diary;
+    std::unique_ptr<SignalRecorder> _diary;
 };
 
 void TestLog::init()
 {
     _tolvar = std::make_unique<ZVTolvar>();
-    _diary = std::make_unique<SignalDiary>(_tolvar.get());
+    _diary = std::make_unique<SignalRecorder>(_tolvar.get());
     _steps.clear();
     QFile::remove(path());
 }
@@ -151,7 +151,7 @@ void TestLog::anEmptyRootWritesNothingAndStillFinishes()
 {
     waitForLog();
     reply("<log_file/>");
-    _steps.removeOne("written:"); // of no byte
+    _steps.removeOne("written:"); // of no bytes
     QCOMPARE(_steps, QStringList({"closed", "deleted"}));
     QCOMPARE(written(), QString());
     QCOMPARE(logFile(), nullptr);
@@ -201,7 +201,7 @@ void TestLog::whatStandsBeforeTheLogIsSteppedOver()
     waitForLog();
     QCoreXmlStreamReader reader("<?xml version=\"1.0\"?><!-- the log --><log_file>one</log_file>");
     reader.readNext();
-    ZVTolvarInspector{*_tolvar}.parseLog(reader);
+    ZVTolvarTestPeer{*_tolvar}.parseLog(reader);
     QCOMPARE(written(), QStringLiteral("one"));
 }
 

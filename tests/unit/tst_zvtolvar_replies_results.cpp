@@ -1,9 +1,9 @@
 #include <QTest>
 
-#include "tests/support/linkbench.h"
-#include "tests/support/signaldiary.h"
+#include "tests/support/linkfixture.h"
+#include "tests/support/signalrecorder.h"
 
-/// The replies to a scan and to a network test.
+/// Tests the replies to a scan and to a network test.
 class TestResults : public QObject
 {
     Q_OBJECT
@@ -31,13 +31,13 @@ private:
     void reply(const QString &document) { _tolvar->onResponseReceived(document); }
 
     std::unique_ptr<ZVTolvar> _tolvar;
-    std::unique_ptr<SignalDiary> _diary;
+    std::unique_ptr<SignalRecorder> _diary;
 };
 
 void TestResults::init()
 {
     _tolvar = std::make_unique<ZVTolvar>();
-    _diary = std::make_unique<SignalDiary>(_tolvar.get());
+    _diary = std::make_unique<SignalRecorder>(_tolvar.get());
 }
 
 void TestResults::cleanup()
@@ -84,7 +84,7 @@ void TestResults::aWholeNetwork()
     const ZVScanResult r = _tolvar->getScanResult("A");
     QCOMPARE(QStringList({r.ssid, r.channel, r.adhoc, r.security, r.suites, r.wps, r.rssi}),
              QStringList({"A", "11", "N", "WPA2", "AES", "N", "-61"}));
-    QCOMPARE(_tolvar->getScanResult("B").channel, QString()); // a record of its own
+    QCOMPARE(_tolvar->getScanResult("B").channel, QString()); // a separate record
 }
 
 void TestResults::anEmptyAttributeLeavesItsFieldEmpty()
@@ -171,10 +171,10 @@ void TestResults::eachTestResult()
 
 void TestResults::theTableIsToldOfBeforeTheEndOfTheScan()
 {
-    LinkBench bench;
-    SignalDiary diary(&bench.tolvar);
-    bench.inside.scanning() = true;
-    bench.feed("\x02<scan_results><scan SSID=\"A\"/></scan_results>\x03");
+    LinkFixture fixture;
+    SignalRecorder diary(&fixture.tolvar);
+    fixture.inside.scanning() = true;
+    fixture.feed("\x02<scan_results><scan SSID=\"A\"/></scan_results>\x03");
     QCOMPARE(diary.take(), QStringList({"scannedNetworkListChanged:0", "scannedNetworkListChanged:1",
                                         "responseReceived:<scan_results><scan SSID=\"A\"/></scan_results>",
                                         "scanFinished"}));
@@ -182,10 +182,10 @@ void TestResults::theTableIsToldOfBeforeTheEndOfTheScan()
 
 void TestResults::theVerdictIsToldOfBeforeTheEndOfTheTest()
 {
-    LinkBench bench;
-    SignalDiary diary(&bench.tolvar);
-    bench.inside.testing() = true;
-    bench.feed("\x02<networktest_results><status result=\"1\"/></networktest_results>\x03");
+    LinkFixture fixture;
+    SignalRecorder diary(&fixture.tolvar);
+    fixture.inside.testing() = true;
+    fixture.feed("\x02<networktest_results><status result=\"1\"/></networktest_results>\x03");
     QCOMPARE(
         diary.take(),
         QStringList({"networkTestPassphraseInvalid",

@@ -11,8 +11,8 @@
 #include <QTextBrowser>
 
 #include "app/console_dialog.h"
-#include "app/sessionlog.h"
 #include "app/zvtolvarsetupwizard.h"
+#include "messages/sessionlog.h"
 #include "pages/choosenetworkwizardpage.h"
 #include "pages/connecttlovarwizardpage.h"
 #include "pages/testnetworkwizardpage.h"
@@ -20,11 +20,11 @@
 #include "pages/tolvarnotfoundwizardpage.h"
 #include "pages/wepwarningwizardpage.h"
 #include "pages/wizardcontroller.h"
-#include "tests/support/markingtranslator.h"
 #include "tests/support/messagerecorder.h"
-#include "tests/support/zvtolvarinspector.h"
+#include "tests/support/pseudotranslator.h"
+#include "tests/support/zvtolvartestpeer.h"
 
-/// The wizard's frame: its pages, its two controllers and its console view.
+/// Tests the wizard window: its pages, its two controllers and its console view.
 class TestFrame : public QObject
 {
     Q_OBJECT
@@ -69,16 +69,17 @@ private Q_SLOTS:
     void theConsoleIsLetGoWithTheWizard();
 
 private:
-    /// Has the layouts follow what has changed, before anything is painted.
+    /// Updates the layouts after a change, before anything is painted.
     static void layOut();
-    QStringList queue(ZVTolvar *tolvar) const { return ZVTolvarInspector{*tolvar}.queue(); }
+    QStringList queue(ZVTolvar *tolvar) const { return ZVTolvarTestPeer{*tolvar}.queue(); }
 
     std::unique_ptr<ZVTolvarSetupWizard> _wizard;
 };
 
 void TestFrame::layOut()
 {
-    for (int frames = 0; frames < 10; ++frames) // the page lies in several, and each tells the next
+    for (int frames = 0; frames < 10;
+         ++frames) // the page is in several nested layouts, and each one notifies the next
         QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
 }
 
@@ -134,7 +135,7 @@ void TestFrame::thePictureStandsInThreeRoles()
 
 void TestFrame::theIconIsLookedForAmongTheImages()
 {
-    QVERIFY(QResource::registerResource(ZV_ICON)); // has ":/images/zv_setup.png"
+    QVERIFY(QResource::registerResource(ZV_ICON)); // contains ":/images/zv_setup.png"
     const ZVTolvarSetupWizard wizard;
     QVERIFY(QResource::unregisterResource(ZV_ICON));
     QVERIFY(!wizard.windowIcon().isNull());
@@ -175,7 +176,7 @@ void TestFrame::theWindowGrowsWithTheTextOfItsPage()
     _wizard->show();
     QCOMPARE(_wizard->size(), QSize(750, 580));
     auto *label =
-        new QLabel(QString("word ").repeated(qsizetype{14} * lines)); // some 520 of the page's 530 pixels
+        new QLabel(QString("word ").repeated(qsizetype{14} * lines)); // about 520 of the page's 530 pixels
     label->setWordWrap(true);
     _wizard->currentPage()->layout()->addWidget(label);
 
@@ -270,8 +271,8 @@ void TestFrame::thePictureStandsWhereOneBeginsToRead()
 {
     QFETCH(Qt::LayoutDirection, direction);
     _wizard->setLayoutDirection(direction);
-    _wizard->resize(900, 701); // larger than it has to be
-    QPixmap plain(4, 4);       // black on the left, white on the right: mirrored, it is told apart
+    _wizard->resize(900, 701); // larger than necessary
+    QPixmap plain(4, 4); // black on the left, white on the right, so that a mirrored image is recognisable
     plain.fill(Qt::white);
     QPainter(&plain).fillRect(0, 0, 2, 4, Qt::black);
     _wizard->setPixmap(QWizard::BackgroundPixmap, plain);
@@ -295,7 +296,7 @@ void TestFrame::thePictureStandsWhereOneBeginsToRead()
 
 void TestFrame::aNameGivenEarlierIsKept()
 {
-    // A parent that names its children as soon as they come.
+    // A parent that names its children as soon as they are added.
     class NamingParent : public QWidget
     {
     protected:
@@ -321,7 +322,7 @@ void TestFrame::aParentIsAccepted()
 
 void TestFrame::theTextsAreTranslatedInTheWizardsContext()
 {
-    const MarkingTranslator catalogue;
+    const PseudoTranslator catalogue;
     const ZVTolvarSetupWizard wizard;
     QCOMPARE(wizard.windowTitle(), QStringLiteral("ZVTolvarSetupWizard||ZV Tolvar Setup v2.3"));
     QCOMPARE(wizard.buttonText(QWizard::CustomButton1), QStringLiteral("ZVTolvarSetupWizard||&Console"));

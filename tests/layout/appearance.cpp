@@ -1,0 +1,109 @@
+#include "tests/layout/appearance.h"
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include <QApplication>
+#include <QFontDatabase>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QPalette>
+#include <QStyle>
+#include <QTranslator>
+
+namespace
+{
+struct Colours {
+    QRgb window, text, base, alternate, button, highlight, highlighted, link, disabled, light, dark;
+};
+
+QPalette paletteOf(const Colours &c)
+{
+    QPalette palette(QColor(c.button), QColor(c.window));
+    const std::pair<QPalette::ColorRole, QRgb> roles[] = {
+        {QPalette::WindowText, c.text},
+        {QPalette::Text, c.text},
+        {QPalette::ButtonText, c.text},
+        {QPalette::ToolTipText, c.text},
+        {QPalette::BrightText, c.text},
+        {QPalette::Base, c.base},
+        {QPalette::AlternateBase, c.alternate},
+        {QPalette::ToolTipBase, c.base},
+        {QPalette::Highlight, c.highlight},
+        {QPalette::HighlightedText, c.highlighted},
+        {QPalette::Link, c.link},
+        {QPalette::LinkVisited, c.link},
+        {QPalette::PlaceholderText, c.disabled},
+        {QPalette::Light, c.light},
+        {QPalette::Midlight, c.light},
+        {QPalette::Mid, c.dark},
+        {QPalette::Dark, c.dark},
+        {QPalette::Shadow, c.dark},
+    };
+    for (const auto &[role, colour] : roles)
+        palette.setColor(role, QColor(colour));
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, QColor(c.disabled));
+    return palette;
+}
+
+QPalette paletteOf(const QString &theme)
+{
+    if (theme == QLatin1String("dark"))
+        return paletteOf({0x2b2b2b, 0xeeeeee, 0x1e1e1e, 0x262626, 0x3a3a3a, 0x3584e4, 0xffffff, 0x78aeed,
+                          0x8c8c8c, 0x4a4a4a, 0x161616});
+    if (theme == QLatin1String("contrast"))
+        return paletteOf({0x000000, 0xffffff, 0x000000, 0x000000, 0x000000, 0xffff00, 0x000000, 0xffff00,
+                          0x00ff00, 0xffffff, 0xffffff});
+    return QApplication::style()->standardPalette();
+}
+
+void translateBy(const QString &catalogue, const QString &folder)
+{
+    static std::vector<std::unique_ptr<QTranslator>> installed;
+    if (catalogue.isEmpty()) {
+        installed.clear(); // each translator removes itself from the application when it is deleted
+        return;
+    }
+    auto translator = std::make_unique<QTranslator>();
+    if (!translator->load(catalogue, folder))
+        return;
+    QApplication::installTranslator(translator.get());
+    installed.push_back(std::move(translator));
+}
+} // namespace
+
+QString Appearance::inWords() const
+{
+    return QStringLiteral("%1 %2 %3 pt x%4")
+        .arg(theme, language)
+        .arg(points)
+        .arg(qEnvironmentVariable("QT_SCALE_FACTOR", QStringLiteral("1")));
+}
+
+bool Appearance::canBeDrawn() const
+{
+    if (language == QLatin1String("ja"))
+        return !QFontDatabase::families(QFontDatabase::Japanese).isEmpty();
+    if (language == QLatin1String("zh_CN"))
+        return !QFontDatabase::families(QFontDatabase::SimplifiedChinese).isEmpty();
+    if (language == QLatin1String("ar"))
+        return !QFontDatabase::families(QFontDatabase::Arabic).isEmpty();
+    return true;
+}
+
+void apply(const Appearance &look)
+{
+    QApplication::setStyle(QStringLiteral("Fusion"));
+    QApplication::setPalette(paletteOf(look.theme));
+    QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), look.points));
+
+    translateBy({}, {});
+    QLocale::setDefault(QLocale(look.language));
+    if (look.language == QLatin1String("en"))
+        return;
+    // As main() does it. Without Qt's translation files, Qt's own buttons stay English, as they do for users.
+    translateBy(QLatin1String("qt_") + look.language, QLibraryInfo::path(QLibraryInfo::TranslationsPath));
+    translateBy(QLatin1String("zvinstall_") + look.language, QStringLiteral(ZV_CATALOGUES));
+}

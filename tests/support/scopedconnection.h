@@ -1,0 +1,20 @@
+#pragma once
+
+#include <utility>
+
+#include <QObject>
+
+/// Calls \a call at each signal of a sender, as long as the ScopedConnection lives. The objects that \a call
+/// refers to need not live longer than it.
+class ScopedConnection
+{
+public:
+    template <typename Sender, typename Signal, typename Call>
+    ScopedConnection(const Sender *sender, Signal signal, Call call)
+    {
+        QObject::connect(sender, signal, &_here, std::move(call));
+    }
+
+private:
+    QObject _here;
+};

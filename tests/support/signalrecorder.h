@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QStringList>
+
+#include "device/zvtolvar.h"
+
+/// Records each signal of a controller by name when it is emitted. A text argument follows after a colon; for
+/// a table argument, its size follows.
+class SignalRecorder : public QObject
+{
+public:
+    explicit SignalRecorder(ZVTolvar *tolvar);
+
+    /// Returns the record and clears it.
+    QStringList take();
+
+private:
+    template <typename Signal>
+    void note(ZVTolvar *tolvar, const char *name, Signal signal);
+
+    QStringList _lines;
+};

@@ -1,0 +1,90 @@
+#include "tests/support/udevfaultinjector.h"
+
+#include <cerrno>
+
+#include <dlfcn.h>
+#include <libudev.h>
+
+static UdevFaultInjector::Failure wanted = UdevFaultInjector::None;
+static int told = 0;
+static int asked = 0;
+
+template <typename Function>
+static Function *original(const char *name)
+{
+    return reinterpret_cast<Function *>(::dlsym(RTLD_NEXT, name));
+}
+
+// These functions replace udev's own in the whole program.
+extern "C" udev *udev_new(void)
+{
+    return wanted == UdevFaultInjector::NoContext ? nullptr : original<decltype(udev_new)>("udev_new")();
+}
+
+extern "C" udev_monitor *udev_monitor_new_from_netlink(struct udev *udev, const char *name)
+{
+    if (wanted == UdevFaultInjector::NoMonitor)
+        return nullptr;
+    return original<decltype(udev_monitor_new_from_netlink)>("udev_monitor_new_from_netlink")(udev, name);
+}
+
+extern "C" int udev_monitor_filter_add_match_subsystem_devtype(udev_monitor *monitor, const char *subsystem,
+                                                               const char *type)
+{
+    if (wanted == UdevFaultInjector::NoFilter)
+        return -ENOMEM;
+    return original<decltype(udev_monitor_filter_add_match_subsystem_devtype)>(
+        "udev_monitor_filter_add_match_subsystem_devtype")(monitor, subsystem, type);
+}
+
+extern "C" int udev_monitor_enable_receiving(udev_monitor *monitor)
+{
+    if (wanted == UdevFaultInjector::NoReceiving)
+        return -EPERM;
+    return original<decltype(udev_monitor_enable_receiving)>("udev_monitor_enable_receiving")(monitor);
+}
+
+extern "C" udev_device *udev_monitor_receive_device(udev_monitor *monitor)
+{
+    const auto receive = original<decltype(udev_monitor_receive_device)>("udev_monitor_receive_device");
+    udev_device *device = receive(monitor);
+    if (wanted != UdevFaultInjector::EventsLost || !device)
+        return device;
+    for (; device; device = receive(monitor))
+        udev_device_unref(device);
+    errno = ENOBUFS;
+    return nullptr;
+}
+
+extern "C" const char *udev_device_get_action(udev_device *device)
+{
+    ++told;
+    if (wanted == UdevFaultInjector::NoAction)
+        return nullptr;
+    return original<decltype(udev_device_get_action)>("udev_device_get_action")(device);
+}
+
+extern "C" udev_device *udev_device_new_from_subsystem_sysname(struct udev *udev, const char *subsystem,
+                                                               const char *name)
+{
+    ++asked;
+    return original<decltype(udev_device_new_from_subsystem_sysname)>(
+        "udev_device_new_from_subsystem_sysname")(udev, subsystem, name);
+}
+
+void UdevFaultInjector::fail(Failure failure)
+{
+    wanted = failure;
+    told = 0;
+    asked = 0;
+}
+
+int UdevFaultInjector::timesAsked()
+{
+    return asked;
+}
+
+int UdevFaultInjector::timesTold()
+{
+    return told;
+}
