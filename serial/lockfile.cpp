@@ -43,19 +43,20 @@ QString lockFilePath(const QString &portName)
 
 /// The process that a lock file names, 0 if it names none. Either the file begins with the number as text,
 /// possibly after spaces, and a line end, the program or the user may follow. Or the file contains the
-/// number's bytes and nothing else.
+/// number's bytes and nothing else; process ids end at 2^22, so the highest byte is 0, which text does not contain.
 qint64 processIn(const QByteArray &content)
 {
-    const QByteArray text = content.trimmed();
-    qsizetype digits = 0;
-    while (digits < text.size() && text.at(digits) >= '0' && text.at(digits) <= '9')
-        ++digits;
     qint64 process = 0;
-    if (digits > 0 && (digits == text.size() || std::strchr(" \t\r\n", text.at(digits)))) {
-        process = text.left(digits).toLongLong();
-    } else if (pid_t number = 0; digits == 0 && content.size() == sizeof number) {
+    if (pid_t number = 0; content.size() == sizeof number && content.contains('\0')) {
         std::memcpy(&number, content.constData(), sizeof number);
         process = number;
+    } else {
+        const QByteArray text = content.trimmed();
+        qsizetype digits = 0;
+        while (digits < text.size() && text.at(digits) >= '0' && text.at(digits) <= '9')
+            ++digits;
+        if (digits == text.size() || std::strchr(" \t\r\n", text.at(digits))) // or a NUL, which ends a text too
+            process = text.left(digits).toLongLong();
     }
     return process > 0 && process <= std::numeric_limits<pid_t>::max() ? process : 0;
 }
