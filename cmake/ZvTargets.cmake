@@ -20,6 +20,8 @@ if(ZV_SANITIZE)
         # gcc reports uninitialized values in the code that the sanitizers add.
         $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
     target_link_options(zv_build_options INTERFACE -fsanitize=${ZV_SANITIZE})
+    add_library(zv_keeplibraries OBJECT ${PROJECT_SOURCE_DIR}/cmake/keeplibraries.cpp)
+    set_target_properties(zv_keeplibraries PROPERTIES AUTOMOC OFF AUTOUIC OFF AUTORCC OFF)
 endif()
 if(ZV_COVERAGE)
     target_compile_options(zv_build_options INTERFACE --coverage -O0)
@@ -78,6 +80,9 @@ endfunction()
 function(zv_program name)
     add_executable(${name} ${ARGN})
     zv_options(${name})
+    if(ZV_SANITIZE)
+        target_link_libraries(${name} PRIVATE zv_keeplibraries)
+    endif()
 endfunction()
 
 # zv_plugin(<name> <folder> <source>...): creates a generic Qt plugin in a folder of the build.
