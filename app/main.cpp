@@ -19,10 +19,10 @@ int main(int argc, char *argv[])
     QApplication::setWindowIcon(QPixmap(QStringLiteral(":/images/zv_setup.png")));
 
     const QString locale = QLocale::system().name();
-    auto *toolkitTranslator = new QTranslator(&app);
-    if (toolkitTranslator->load(QStringLiteral("qt_") + locale,
+    auto *qtTranslator = new QTranslator(&app);
+    if (qtTranslator->load(QStringLiteral("qt_") + locale,
                                 QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-        QApplication::installTranslator(toolkitTranslator);
+        QApplication::installTranslator(qtTranslator);
 
     QTranslator translator;
     // kept: installed even if the current folder has no translation file.

@@ -121,9 +121,9 @@ void ZVTolvarSetupWizard::paintEvent(QPaintEvent *event)
 {
     if (!isRightToLeft())
         return QWizard::paintEvent(event);
-    const QPixmap picture = pixmap(BackgroundPixmap).transformed(QTransform::fromScale(-1, 1));
-    const QSize left = size() - picture.deviceIndependentSize().toSize();
-    QPainter(this).drawPixmap(left.width(), left.height() / 2, picture);
+    const QPixmap background = pixmap(BackgroundPixmap).transformed(QTransform::fromScale(-1, 1));
+    const QSize left = size() - background.deviceIndependentSize().toSize();
+    QPainter(this).drawPixmap(left.width(), left.height() / 2, background);
 }
 
 void ZVTolvarSetupWizard::consoleButtonClicked()

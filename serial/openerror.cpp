@@ -3,22 +3,22 @@
 #include <QHash>
 
 // Intentional leak: ports may be opened while statics are destroyed.
-static QHash<QString, QString> &toldRefusals()
+static QHash<QString, QString> &loggedErrors()
 {
-    static auto *const told = new QHash<QString, QString>;
-    return *told;
+    static auto *const errors = new QHash<QString, QString>;
+    return *errors;
 }
 
 void logOpenError(const QString &portName, const QString &reason)
 {
-    QString &told = toldRefusals()[portName];
-    if (told == reason)
+    QString &logged = loggedErrors()[portName];
+    if (logged == reason)
         return;
-    told = reason;
+    logged = reason;
     qCritical("%s", qUtf8Printable(QStringLiteral("Opening the port %1 failed: %2").arg(portName, reason)));
 }
 
 void forgetOpenError(const QString &portName)
 {
-    toldRefusals().remove(portName);
+    loggedErrors().remove(portName);
 }

@@ -79,10 +79,10 @@ bool QextSerialPort::open(OpenMode mode)
     if (_line)
         return false; // already open
     close();          // it may be open and dead
-    QString refusal;
-    _line = SerialLine::acquire(_name, this, &refusal);
+    QString openError;
+    _line = SerialLine::acquire(_name, this, &openError);
     if (!_line) {
-        setErrorString(refusal);
+        setErrorString(openError);
         return false;
     }
     // Unbuffered: this class buffers received bytes itself, and written bytes must not be buffered.

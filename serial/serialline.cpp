@@ -54,15 +54,15 @@ static bool hasHungUp(const QSerialPort &port)
 #endif
 }
 
-SerialLine *SerialLine::acquire(const QString &portName, QextSerialPort *user, QString *refusal)
+SerialLine *SerialLine::acquire(const QString &portName, QextSerialPort *user, QString *openError)
 {
     const QString name = lineName(portName);
     SerialLine *line = openLines().value(name);
     if (!line) {
         auto fresh = std::unique_ptr<SerialLine>(new SerialLine(name));
-        *refusal = openPort(fresh->_port);
-        if (!refusal->isEmpty()) {
-            logOpenError(name, *refusal);
+        *openError = openPort(fresh->_port);
+        if (!openError->isEmpty()) {
+            logOpenError(name, *openError);
             return nullptr;
         }
         forgetOpenError(name);

@@ -18,8 +18,8 @@ class SerialLine : public QObject
 
 public:
     /// Adds \a user to the line of the port, and opens the line if it is not open yet. Returns nullptr if the
-    /// system refuses: \a refusal then gives the reason, which is also logged in a critical message.
-    static SerialLine *acquire(const QString &portName, QextSerialPort *user, QString *refusal);
+    /// system refuses: \a openError then gives the reason, which is also logged in a critical message.
+    static SerialLine *acquire(const QString &portName, QextSerialPort *user, QString *openError);
     /// The port was removed: closes and forgets its line, if there is one.
     static void portGone(const QString &portName);
 

@@ -131,7 +131,7 @@ void readDevice(OptionReader &options, const QStringList &networks, DeviceConfig
     if (options.isSet("log-file")) {
         QFile file(options.text("log-file"));
         if (!file.open(QIODevice::ReadOnly))
-            options.complain(QStringLiteral("The log file %1 can't be read: %2.")
+            options.complain(QStringLiteral("Cannot read the log file %1: %2.")
                                  .arg(file.fileName(), file.errorString()));
         else
             setup.logText = file.readAll();
@@ -186,7 +186,7 @@ std::optional<SimOptions> readOptions(const QStringList &arguments, QString &pro
     result.mustExit = options.isSet("expect-exit");
     result.program = parser.positionalArguments();
     if (result.program.isEmpty())
-        options.complain(QStringLiteral("Which program shall run? Put it after \"--\"; --help tells more."));
+        options.complain(QStringLiteral("No program given. Put it after \"--\"; see --help."));
     if (!problem.isEmpty())
         return std::nullopt;
     return result;

@@ -81,7 +81,7 @@ bool Simulation::runProgram()
     if (_program.state() != QProcess::NotRunning)
         loop.exec();
     if (_program.error() == QProcess::FailedToStart) {
-        fprintf(stderr, "tolvarsim: %s can't be run: %s\n", qPrintable(_options.program.first()),
+        fprintf(stderr, "tolvarsim: cannot run %s: %s\n", qPrintable(_options.program.first()),
                 qPrintable(_program.errorString()));
         return false;
     }

@@ -36,7 +36,7 @@ int makeTty(const QByteArray &ttyName)
     tcsetattr(farEnd, TCSANOW, &settings);
     mkdir((qgetenv("UMOCKDEV_DIR") + "/dev").constData(), 0777);
     if (symlink(tty, nodeOf(ttyName).constData()) != 0)
-        qFatal("the tty %s can't be made", ttyName.constData());
+        qFatal("cannot create the tty %s", ttyName.constData());
     return farEnd;
 }
 } // namespace

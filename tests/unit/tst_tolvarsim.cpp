@@ -173,8 +173,8 @@ void tst_TolvarSim::refuses_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QByteArray>("word");
-    QTest::newRow("nothing at all") << QStringList{} << QByteArray("Which program");
-    QTest::newRow("no program") << QStringList{"--foreign", "--"} << QByteArray("Which program");
+    QTest::newRow("nothing at all") << QStringList{} << QByteArray("No program");
+    QTest::newRow("no program") << QStringList{"--foreign", "--"} << QByteArray("No program");
     QTest::newRow("an unknown option") << QStringList{"--colour", "true"} << QByteArray("colour");
     QTest::newRow("an option without its value") << QStringList{"--tty"} << QByteArray("tty");
     QTest::newRow("a delay that is no number")
