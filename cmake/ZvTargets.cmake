@@ -11,8 +11,9 @@ if(ZV_WARNINGS_AS_ERRORS)
         $<IF:$<CXX_COMPILER_ID:MSVC>,/WX,-Werror>)
 endif()
 if(ZV_PRECOMPILED_HEADERS)
-    # A precompiled header and the sources that use it need the same setting. Debian 13's glib sets it for its users.
-    target_compile_options(zv_build_options INTERFACE -pthread)
+    # A precompiled header and the sources that use it need the same settings. Debian 13's glib sets the first one for
+    # its users. CMake compiles libraries with the second one and programs with -fPIE, which clang 19 distinguishes.
+    target_compile_options(zv_build_options INTERFACE -pthread -fPIC)
 endif()
 if(ZV_SANITIZE)
     target_compile_options(zv_build_options INTERFACE
