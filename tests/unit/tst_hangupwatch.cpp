@@ -13,36 +13,22 @@
 
 namespace
 {
-/// An open terminal, without a port that reads from it.
-class OpenTerminal
-{
-public:
-    OpenTerminal()
-        : _descriptor(
-              ::open(terminal.name().toLocal8Bit().constData(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC))
-    {
-    }
-    ~OpenTerminal() { ::close(_descriptor); }
-    Q_DISABLE_COPY_MOVE(OpenTerminal)
+/// A watched terminal without a port that reads from it, and the signals that the watch has emitted.
+struct WatchedTerminal {
+    WatchedTerminal() { watch.start(descriptor); }
+    ~WatchedTerminal() { ::close(descriptor); }
+    Q_DISABLE_COPY_MOVE(WatchedTerminal)
 
-    int descriptor() const { return _descriptor; }
-
-    Pty terminal;
-
-private:
-    int _descriptor;
-};
-
-/// A watched terminal, and the signals that the watch has emitted.
-struct WatchedTerminal : OpenTerminal {
-    WatchedTerminal() { watch.start(descriptor()); }
     /// Disconnects the device; returns whether the watch reports it.
-    bool tellsOfItsEnd()
+    bool reportsHangUp()
     {
         terminal.hangUp();
         return hungUp.wait();
     }
 
+    Pty terminal;
+    const int descriptor =
+        ::open(terminal.name().toLocal8Bit().constData(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
     HangUpWatch watch;
     QSignalSpy hungUp{&watch, &HangUpWatch::hungUp};
 };
@@ -57,65 +43,55 @@ private Q_SLOTS:
     void init() { LibcInterposer::clear(); }
     void cleanup() { LibcInterposer::clear(); }
 
-    void aHangUpIsToldOf();
     void receivedBytesAreNoHangUp();
-    void theLastWordsAreReadFirst_data();
-    void theLastWordsAreReadFirst();
-    void aStoppedWatchTellsNothing();
-    void aWatchStartedAnewLeavesTheFirstPort();
-    void whatCantBeWatchedIsLeftAlone();
-    void aWatchGivesBackWhatItTook();
-    void aWatchMayBeStoppedByWhomItTells();
+    void unreadBytesDelayTheReport_data();
+    void unreadBytesDelayTheReport();
+    void aStoppedWatchReportsNothing();
+    void aRestartedWatchLeavesTheFirstPort();
+    void aFileThatCannotBeWatchedIsIgnored();
+    void aWatchReleasesItsDescriptors();
 };
-
-void TestHangUpWatch::aHangUpIsToldOf()
-{
-    WatchedTerminal port;
-    QVERIFY(port.tellsOfItsEnd());
-}
 
 void TestHangUpWatch::receivedBytesAreNoHangUp()
 {
     WatchedTerminal talking;
     WatchedTerminal silent;
     talking.terminal.send("the device is there");
-    QVERIFY(silent.tellsOfItsEnd());
+    QVERIFY(silent.reportsHangUp());
     QCOMPARE(talking.hungUp.count(), 0);
     QCOMPARE(LibcInterposer::questionsForUnread(), 1); // the other watch did not even wake up
 }
 
-void TestHangUpWatch::theLastWordsAreReadFirst_data()
+void TestHangUpWatch::unreadBytesDelayTheReport_data()
 {
     QTest::addColumn<int>("timesUnread");
-    QTest::addColumn<int>("toldAtLook");
-    QTest::newRow("nothing is left to be read") << 0 << 1;
-    QTest::newRow("the port reads them soon") << 5 << 6;
-    QTest::newRow("the port reads them at the last moment") << 99 << 100;
-    QTest::newRow("nobody ever reads them") << 100000 << 100;
+    QTest::addColumn<int>("reportedAtCheck");
+    QTest::newRow("until the port has read them") << 5 << 6;
+    QTest::newRow("for a limited time if nobody reads them") << 100000 << 100;
 }
 
-void TestHangUpWatch::theLastWordsAreReadFirst()
+void TestHangUpWatch::unreadBytesDelayTheReport()
 {
     QFETCH(int, timesUnread);
-    QFETCH(int, toldAtLook);
-    OpenTerminal port;
-    HangUpWatch watch;
+    QFETCH(int, reportedAtCheck);
+    WatchedTerminal port;
+    int checks = 0;
+    connect(&port.watch, &HangUpWatch::hungUp, this, [&] {
+        checks = LibcInterposer::questionsForUnread();
+        port.watch.stop();
+    });
     port.terminal.hangUp();
     for (int round = 1; round <= 2; ++round) { // each start counts again from the beginning
         LibcInterposer::clear();
         LibcInterposer::pretendUnread(timesUnread);
-        int looks = 0;
-        QObject listener;
-        connect(&watch, &HangUpWatch::hungUp, &listener, [&] {
-            looks = LibcInterposer::questionsForUnread();
-            watch.stop();
-        });
-        watch.start(port.descriptor());
-        QTRY_COMPARE(looks, toldAtLook);
+        checks = 0;
+        port.watch.start(port.descriptor);
+        QTRY_COMPARE(checks, reportedAtCheck);
+        QCOMPARE(port.hungUp.count(), round);
     }
 }
 
-void TestHangUpWatch::aStoppedWatchTellsNothing()
+void TestHangUpWatch::aStoppedWatchReportsNothing()
 {
     WatchedTerminal stopped;
     WatchedTerminal watched;
@@ -125,62 +101,51 @@ void TestHangUpWatch::aStoppedWatchTellsNothing()
     QCoreApplication::processEvents();
     QCOMPARE(log.messages(), QStringList()); // Qt reports no warning either
     stopped.terminal.hangUp();
-    QVERIFY(watched.tellsOfItsEnd());
+    QVERIFY(watched.reportsHangUp());
     QCOMPARE(stopped.hungUp.count(), 0);
 }
 
-void TestHangUpWatch::aWatchStartedAnewLeavesTheFirstPort()
+void TestHangUpWatch::aRestartedWatchLeavesTheFirstPort()
 {
     WatchedTerminal first;
     WatchedTerminal second;
     WatchedTerminal third;
-    first.watch.start(second.descriptor());
+    first.watch.start(second.descriptor);
     first.terminal.hangUp();
-    QVERIFY(third.tellsOfItsEnd());
+    QVERIFY(third.reportsHangUp());
     QCOMPARE(first.hungUp.count(), 0);
     second.terminal.hangUp();
     QVERIFY(first.hungUp.wait());
 }
 
-void TestHangUpWatch::whatCantBeWatchedIsLeftAlone()
+void TestHangUpWatch::aFileThatCannotBeWatchedIsIgnored()
 {
     QFile file(QStringLiteral("/proc/self/status"));
     QVERIFY(file.open(QIODevice::ReadOnly));
-    HangUpWatch watch;
-    QSignalSpy hungUp(&watch, &HangUpWatch::hungUp);
-    watch.start(file.handle());
+    WatchedTerminal none;
+    none.watch.start(file.handle());
     WatchedTerminal port;
-    QVERIFY(port.tellsOfItsEnd());
-    QCOMPARE(hungUp.count(), 0);
+    QVERIFY(port.reportsHangUp());
+    QCOMPARE(none.hungUp.count(), 0);
 }
 
-void TestHangUpWatch::aWatchGivesBackWhatItTook()
+void TestHangUpWatch::aWatchReleasesItsDescriptors()
 {
-    OpenTerminal port;
+    WatchedTerminal port;
     QFile file(QStringLiteral("/proc/self/status"));
     QVERIFY(file.open(QIODevice::ReadOnly));
     const qsizetype before = openDescriptors().size();
     {
         HangUpWatch watch;
-        watch.start(port.descriptor());
+        watch.start(port.descriptor);
         QCOMPARE(openDescriptors().size(), before + 1);
         watch.start(file.handle());
         QCOMPARE(openDescriptors().size(), before + 1);
         watch.stop();
         QCOMPARE(openDescriptors().size(), before);
-        watch.start(port.descriptor());
+        watch.start(port.descriptor);
     }
     QCOMPARE(openDescriptors().size(), before);
-}
-
-void TestHangUpWatch::aWatchMayBeStoppedByWhomItTells()
-{
-    WatchedTerminal port;
-    WatchedTerminal other;
-    connect(&port.watch, &HangUpWatch::hungUp, &port.watch, &HangUpWatch::stop);
-    QVERIFY(port.tellsOfItsEnd());
-    QVERIFY(other.tellsOfItsEnd()); // after anything that the first watch could still report
-    QCOMPARE(port.hungUp.count(), 1);
 }
 
 QTEST_GUILESS_MAIN(TestHangUpWatch)

@@ -2,10 +2,8 @@
 
 #include <memory>
 
-#include <QFile>
 #include <QScopeGuard>
 #include <QSerialPort>
-#include <QSerialPortInfo>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -26,47 +24,41 @@ class TestQextSerialEnumerator : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void aComputerWithoutPortsHasAnEmptyList();
+    void portsAreEqualIfEveryFieldIs();
     void thePortsAreListed();
-    void thePortsAreListedInTheSystemsOrder();
-    void theListIsTheToolkits();
-    void aPortOfItsDriversIsListedWithAControllerBehindIt_data();
-    void aPortOfItsDriversIsListedWithAControllerBehindIt();
+    void theListIsTheSameAsQts();
+    void aPortOfAnOldKernelIsListedIfItHasAController_data();
+    void aPortOfAnOldKernelIsListedIfItHasAController();
     void aPortIsListedByTheTypeThatTheSystemShows_data();
     void aPortIsListedByTheTypeThatTheSystemShows();
-    void theKernelsOwnTerminalsAreNotAskedAbout();
-    void whereUdevCantBeAskedTheToolkitIs();
-    void whereTheSystemHasNoTtysTheToolkitIsAskedToo();
-    void thisComputersListIsTheToolkits();
-    void whereUdevKnowsNothingTheKernelsIdsAreTaken();
-    void idsAreUsbIdsByTheBus_data();
-    void idsAreUsbIdsByTheBus();
-    void nothingIsToldBeforeItIsAskedFor();
-    void askingTwiceTellsOnce();
-    void everyEnumeratorIsTold();
-    void anEnumeratorMayGoInsideASlot();
-    void anEnumeratorThatComesLaterIsTold();
-    void aRemovedPortIsClosedWhenItIsTold();
-    void aPortOpenedInsideTheRemovalStaysOpen();
-    void anotherPortsRemovalLeavesTheLineAlone();
-    void aRefusalIsNamedAgainAfterThePortHasGone();
+    void udevIsNotAskedAboutTheKernelsOwnTerminals();
+    void withoutUdevOrTtysQtListsThePorts();
+    void withoutUdevsDatabaseTheKernelsIdsAreUsed();
+    void idsAreUsbIdsIfTheBusIsUsbOrUnknown_data();
+    void idsAreUsbIdsIfTheBusIsUsbOrUnknown();
+    void portsAreReportedOnceAndOnRequestOnly();
+    void everyEnumeratorReportsARemoval();
+    void aSlotMayDestroyEnumerators();
+    void aRemovedPortIsClosedWhenItIsReported();
+    void aPortOpenedDuringTheRemovalStaysOpen();
+    void theRemovalOfAnotherPortLeavesTheLineOpen();
+    void anOpenErrorIsReportedAgainAfterTheRemoval();
 };
 
 namespace
 {
-
-QextPortInfo toldOf(const QSignalSpy &spy)
+QextPortInfo reportedBy(const QSignalSpy &spy)
 {
     return spy.value(0).value(0).value<QextPortInfo>();
 }
 
 /// An enumerator with notification enabled, and what it has reported since.
-struct Telling {
+struct Reports {
     QextSerialEnumerator enumerator;
     QSignalSpy arrived{&enumerator, &QextSerialEnumerator::deviceDiscovered};
     QSignalSpy removed{&enumerator, &QextSerialEnumerator::deviceRemoved};
 
-    Telling() { enumerator.setUpNotifications(); }
+    Reports() { enumerator.setUpNotifications(); }
 };
 
 QStringList described(const QList<ListedPort> &ports)
@@ -89,12 +81,12 @@ QStringList namesOfPorts()
     return names;
 }
 
-QStringList namesOfToolkitsPorts()
+QStringList namesOfQtsPorts()
 {
     QStringList names;
-    const QList<QSerialPortInfo> available = QSerialPortInfo::availablePorts();
-    for (const QSerialPortInfo &info : available)
-        names += info.portName();
+    const QList<ListedPort> ports = listedByQt();
+    for (const ListedPort &port : ports)
+        names += port.name;
     return names;
 }
 
@@ -106,47 +98,42 @@ int terminalDescriptors()
         count += ::isatty(descriptor);
     return count;
 }
-
 } // namespace
 
-void TestQextSerialEnumerator::aComputerWithoutPortsHasAnEmptyList()
+void TestQextSerialEnumerator::portsAreEqualIfEveryFieldIs()
 {
-    MockPorts computer;
-    computer.addPhantom();
-    computer.addConsole();
-    QVERIFY(QextSerialEnumerator::getPorts().isEmpty());
+    const QextPortInfo port = {"ttyUSB0", "/dev/ttyUSB0", "FT232R", "USB", 0x0403, 0x6001};
+    QVERIFY(port == QextPortInfo(port));
+    QVERIFY(!(port != QextPortInfo(port)));
+    const QextPortInfo others[] = {
+        {"ttyUSB1", "/dev/ttyUSB0", "FT232R", "USB", 0x0403, 0x6001},
+        {"ttyUSB0", "/dev/ttyUSB1", "FT232R", "USB", 0x0403, 0x6001},
+        {"ttyUSB0", "/dev/ttyUSB0", "PL2303", "USB", 0x0403, 0x6001},
+        {"ttyUSB0", "/dev/ttyUSB0", "FT232R", "PCI", 0x0403, 0x6001},
+        {"ttyUSB0", "/dev/ttyUSB0", "FT232R", "USB", 0x067b, 0x6001},
+        {"ttyUSB0", "/dev/ttyUSB0", "FT232R", "USB", 0x0403, 0x2303},
+    };
+    for (const QextPortInfo &other : others) {
+        QVERIFY(!(port == other));
+        QVERIFY(port != other);
+    }
 }
 
 void TestQextSerialEnumerator::thePortsAreListed()
 {
     MockPorts computer;
     const QString pci = computer.plugPci();
-    const QString ftdi = computer.plugUsb("0403", "6001");
     const QString prolific = computer.plugUsb("067b", "2303", "USB-Serial_Controller");
-    QHash<QString, QextPortInfo> ports;
-    for (const QextPortInfo &info : QextSerialEnumerator::getPorts())
-        ports.insert(info.portName, info);
-    QCOMPARE(ports.size(), 3);
-    const auto usb = QStringLiteral("USB");
-    const QLatin1String dev("/dev/");
-    QVERIFY(ports.value(ftdi) ==
-            (QextPortInfo{ftdi, dev + ftdi, QStringLiteral("FT232R USB UART"), usb, 0x0403, 0x6001}));
-    QVERIFY(ports.value(prolific) ==
-            (QextPortInfo{prolific, dev + prolific, QStringLiteral("USB-Serial Controller"), usb, 0x067b,
-                          0x2303}));
-    QVERIFY(ports.value(pci) == (QextPortInfo{pci, dev + pci, QString(), QString(), 0, 0}));
+    const QList<QextPortInfo> ports = QextSerialEnumerator::getPorts();
+    QCOMPARE(ports.size(), 2);
+    const QextPortInfo card = {pci, "/dev/" + pci, {}, {}, 0, 0};
+    const QextPortInfo bridge = {prolific, "/dev/" + prolific, "USB-Serial Controller", "USB", 0x067b,
+                                 0x2303};
+    QVERIFY(ports[0] == bridge);
+    QVERIFY(ports[1] == card);
 }
 
-void TestQextSerialEnumerator::thePortsAreListedInTheSystemsOrder()
-{
-    MockPorts computer;
-    for (int i = 0; i < 5; ++i)
-        computer.plugUsb("0403", "6001");
-    QCOMPARE(namesOfToolkitsPorts().size(), 5);
-    QCOMPARE(namesOfPorts(), namesOfToolkitsPorts());
-}
-
-void TestQextSerialEnumerator::theListIsTheToolkits()
+void TestQextSerialEnumerator::theListIsTheSameAsQts()
 {
     MockPorts computer;
     computer.plugUsb("0403", "6001");
@@ -166,16 +153,13 @@ void TestQextSerialEnumerator::theListIsTheToolkits()
     const auto listed = listedByUdev();
     QVERIFY(listed);
     QCOMPARE(described(*listed), described(listedByQt()));
-    QStringList withoutDevice;
-    for (const ListedPort &port : *listed) {
-        if (virtualPorts.contains(port.name) || noPorts.contains(port.name))
-            withoutDevice += port.name;
-    }
-    QCOMPARE(withoutDevice, virtualPorts);
+    QCOMPARE(namesOfPorts(), namesOfQtsPorts());
     QCOMPARE(listed->size(), 5 + virtualPorts.size());
+    for (const QString &name : virtualPorts)
+        QVERIFY2(namesOfPorts().contains(name), qPrintable(name));
 }
 
-void TestQextSerialEnumerator::aPortOfItsDriversIsListedWithAControllerBehindIt_data()
+void TestQextSerialEnumerator::aPortOfAnOldKernelIsListedIfItHasAController_data()
 {
     QTest::addColumn<MockPorts::Node>("node");
     QTest::addColumn<int>("controller");
@@ -185,7 +169,7 @@ void TestQextSerialEnumerator::aPortOfItsDriversIsListedWithAControllerBehindIt_
     QTest::newRow("none") << MockPorts::WithNode << PORT_UNKNOWN << false;
 }
 
-void TestQextSerialEnumerator::aPortOfItsDriversIsListedWithAControllerBehindIt()
+void TestQextSerialEnumerator::aPortOfAnOldKernelIsListedIfItHasAController()
 {
     QFETCH(MockPorts::Node, node);
     QFETCH(int, controller);
@@ -197,7 +181,7 @@ void TestQextSerialEnumerator::aPortOfItsDriversIsListedWithAControllerBehindIt(
     const int before = terminalDescriptors();
     QCOMPARE(namesOfPorts(), isListed ? QStringList(port) : QStringList());
     QCOMPARE(terminalDescriptors(), before);
-    QCOMPARE(namesOfToolkitsPorts(), isListed ? QStringList(port) : QStringList());
+    QCOMPARE(namesOfQtsPorts(), namesOfPorts());
 }
 
 void TestQextSerialEnumerator::aPortIsListedByTheTypeThatTheSystemShows_data()
@@ -205,11 +189,9 @@ void TestQextSerialEnumerator::aPortIsListedByTheTypeThatTheSystemShows_data()
     QTest::addColumn<QByteArray>("driver");
     QTest::addColumn<int>("type");
     QTest::addColumn<bool>("isListed");
-    QTest::newRow("nothing is behind it") << QByteArray("serial8250") << PORT_UNKNOWN << false;
-    QTest::newRow("a controller is behind it") << QByteArray("serial8250") << PORT_16550A << true;
-    QTest::newRow("a later kernel's, nothing") << QByteArray("port") << PORT_UNKNOWN << false;
-    QTest::newRow("a later kernel's, a controller") << QByteArray("port") << PORT_16550A << true;
-    QTest::newRow("another driver's port has no type") << QByteArray("other") << PORT_UNKNOWN << true;
+    QTest::newRow("nothing is behind it") << QByteArray("port") << PORT_UNKNOWN << false;
+    QTest::newRow("a controller is behind it") << QByteArray("port") << PORT_16550A << true;
+    QTest::newRow("the type matters for some drivers only") << QByteArray("other") << PORT_UNKNOWN << true;
 }
 
 void TestQextSerialEnumerator::aPortIsListedByTheTypeThatTheSystemShows()
@@ -225,7 +207,7 @@ void TestQextSerialEnumerator::aPortIsListedByTheTypeThatTheSystemShows()
              0); // opening the port would change its DTR line
 }
 
-void TestQextSerialEnumerator::theKernelsOwnTerminalsAreNotAskedAbout()
+void TestQextSerialEnumerator::udevIsNotAskedAboutTheKernelsOwnTerminals()
 {
     MockPorts computer;
     computer.plugUsb("0403", "6001");
@@ -237,64 +219,46 @@ void TestQextSerialEnumerator::theKernelsOwnTerminalsAreNotAskedAbout()
     QCOMPARE(UdevFaultInjector::timesAsked(), 1);
 }
 
-void TestQextSerialEnumerator::whereUdevCantBeAskedTheToolkitIs()
+void TestQextSerialEnumerator::withoutUdevOrTtysQtListsThePorts()
 {
+    {
+        const std::unique_ptr<UMockdevTestbed, decltype(&g_object_unref)> bare(umockdev_testbed_new(),
+                                                                               g_object_unref);
+        QVERIFY(!listedByUdev());
+    }
     MockPorts computer;
     computer.plugUsb("0403", "6001");
     UdevFaultInjector::fail(UdevFaultInjector::NoContext);
     const auto again = qScopeGuard([] { UdevFaultInjector::fail(UdevFaultInjector::None); });
     QVERIFY(!listedByUdev());
-    QCOMPARE(namesOfPorts(), namesOfToolkitsPorts());
+    QCOMPARE(namesOfPorts(), namesOfQtsPorts());
 }
 
-void TestQextSerialEnumerator::whereTheSystemHasNoTtysTheToolkitIsAskedToo()
-{
-    const std::unique_ptr<UMockdevTestbed, decltype(&g_object_unref)> bare(umockdev_testbed_new(),
-                                                                           g_object_unref);
-    QVERIFY(!listedByUdev());
-    QCOMPARE(namesOfPorts(), namesOfToolkitsPorts());
-}
-
-void TestQextSerialEnumerator::thisComputersListIsTheToolkits()
-{
-    // Without mock ports. Qt also lists the ports that a current kernel offers without any hardware.
-    const auto listed = listedByUdev();
-    if (!listed)
-        return;
-    QList<ListedPort> expected;
-    const QList<ListedPort> portsOfQt = listedByQt();
-    for (const ListedPort &port : portsOfQt) {
-        QFile type(QStringLiteral("/sys/class/tty/%1/type").arg(port.name));
-        if (!type.open(QIODevice::ReadOnly) || type.readAll() != "0\n")
-            expected += port;
-    }
-    QCOMPARE(described(*listed), described(expected));
-}
-
-void TestQextSerialEnumerator::whereUdevKnowsNothingTheKernelsIdsAreTaken()
+void TestQextSerialEnumerator::withoutUdevsDatabaseTheKernelsIdsAreUsed()
 {
     MockPorts computer;
     const QString port = computer.plugUsbWithoutUdev("0403", "6001", "FT232R USB UART");
     const QList<QextPortInfo> ports = QextSerialEnumerator::getPorts();
     QCOMPARE(ports.size(), 1);
-    QVERIFY(ports.first() == (QextPortInfo{port, "/dev/" + port, QStringLiteral("FT232R USB UART"),
-                                           QStringLiteral("USB"), 0x0403, 0x6001}));
+    const QextPortInfo expected = {port, "/dev/" + port, "FT232R USB UART", "USB", 0x0403, 0x6001};
+    QVERIFY(ports.first() == expected);
 }
 
-void TestQextSerialEnumerator::idsAreUsbIdsByTheBus_data()
+void TestQextSerialEnumerator::idsAreUsbIdsIfTheBusIsUsbOrUnknown_data()
 {
     QTest::addColumn<QByteArray>("bus");
     QTest::addColumn<QByteArray>("product");
     QTest::addColumn<bool>("isUsb");
-    QTest::newRow("a port on USB") << QByteArray("usb") << QByteArray("6001") << true;
-    QTest::newRow("a port that a bridge's driver made")
-        << QByteArray("usb-serial") << QByteArray("6001") << true;
-    QTest::newRow("a port on another bus") << QByteArray("pnp") << QByteArray("6001") << false;
-    QTest::newRow("a port on a bus that isn't named") << QByteArray() << QByteArray("6001") << true;
-    QTest::newRow("a port on USB without a product id") << QByteArray("usb") << QByteArray() << false;
+    const auto row = [](const char *name, const QByteArray &bus, const QByteArray &product, bool isUsb) {
+        QTest::newRow(name) << bus << product << isUsb;
+    };
+    row("the bus of a bridge's driver", "usb-serial", "6001", true);
+    row("another bus", "pnp", "6001", false);
+    row("no known bus", "", "6001", true);
+    row("USB, without a product id", "usb", "", false);
 }
 
-void TestQextSerialEnumerator::idsAreUsbIdsByTheBus()
+void TestQextSerialEnumerator::idsAreUsbIdsIfTheBusIsUsbOrUnknown()
 {
     QFETCH(QByteArray, bus);
     QFETCH(QByteArray, product);
@@ -308,127 +272,94 @@ void TestQextSerialEnumerator::idsAreUsbIdsByTheBus()
     QCOMPARE(ports.first().productID, isUsb ? 0x6001 : 0);
 }
 
-void TestQextSerialEnumerator::nothingIsToldBeforeItIsAskedFor()
+void TestQextSerialEnumerator::portsAreReportedOnceAndOnRequestOnly()
 {
     MockPorts computer;
     QextSerialEnumerator silent;
-    QextSerialEnumerator telling;
-    QSignalSpy silence(&silent, &QextSerialEnumerator::deviceDiscovered);
-    QSignalSpy told(&telling, &QextSerialEnumerator::deviceDiscovered);
-    telling.setUpNotifications();
+    const QSignalSpy silence(&silent, &QextSerialEnumerator::deviceDiscovered);
+    Reports reports;
+    reports.enumerator.setUpNotifications(); // the second time
     computer.plugUsb("0403", "6001");
-    QVERIFY(told.wait());
+    QVERIFY(reports.arrived.wait());
+    QCOMPARE(reports.arrived.count(), 1);
     QCOMPARE(silence.count(), 0);
 }
 
-void TestQextSerialEnumerator::askingTwiceTellsOnce()
+void TestQextSerialEnumerator::everyEnumeratorReportsARemoval()
 {
     MockPorts computer;
-    QextSerialEnumerator enumerator;
-    enumerator.setUpNotifications();
-    enumerator.setUpNotifications();
-    QSignalSpy told(&enumerator, &QextSerialEnumerator::deviceDiscovered);
-    computer.plugUsb("0403", "6001");
-    QVERIFY(told.wait());
-    QCOMPARE(told.count(), 1);
-}
-
-void TestQextSerialEnumerator::everyEnumeratorIsTold()
-{
-    MockPorts computer;
-    const Telling one;
-    const Telling other;
+    Reports first;
     const QString name = computer.plugUsb("0403", "6001");
-    QTRY_COMPARE(one.arrived.count(), 1);
-    QTRY_COMPARE(other.arrived.count(), 1);
+    QVERIFY(first.arrived.wait());
+    QCOMPARE(reportedBy(first.arrived).portName, name);
+
+    const Reports later; // created after the arrival
     computer.unplug(name);
-    QTRY_COMPARE(one.removed.count(), 1);
-    QTRY_COMPARE(other.removed.count(), 1);
-    const QextPortInfo arrived = toldOf(one.arrived);
-    QCOMPARE(arrived.portName, name);
-    QVERIFY(toldOf(other.arrived) == arrived);
-    QVERIFY(toldOf(one.removed) == arrived);
-    QVERIFY(toldOf(other.removed) == arrived);
-    QCOMPARE(one.arrived.count() + other.arrived.count(), 2);
+    QTRY_COMPARE(first.removed.count(), 1);
+    QTRY_COMPARE(later.removed.count(), 1);
+    QVERIFY(reportedBy(first.removed) == reportedBy(first.arrived));
+    QVERIFY(reportedBy(later.removed) == reportedBy(first.arrived));
+    QCOMPARE(later.arrived.count(), 0);
 }
 
-void TestQextSerialEnumerator::anEnumeratorMayGoInsideASlot()
+void TestQextSerialEnumerator::aSlotMayDestroyEnumerators()
 {
     MockPorts computer;
     auto one = std::make_unique<QextSerialEnumerator>();
     auto other = std::make_unique<QextSerialEnumerator>();
     one->setUpNotifications();
     other->setUpNotifications();
-    int told = 0;
+    int reports = 0;
     connect(one.get(), &QextSerialEnumerator::deviceDiscovered, this, [&] {
-        ++told;
+        ++reports;
         other.reset();
         one.reset();
     });
     computer.plugUsb("0403", "6001");
-    QTRY_COMPARE(told, 1);
+    QTRY_COMPARE(reports, 1);
     QCoreApplication::processEvents();
 
-    Telling third;
+    Reports third;
     computer.plugUsb("0403", "6001");
     QVERIFY(third.arrived.wait());
-    QCOMPARE(told, 1);
+    QCOMPARE(reports, 1);
 }
 
-void TestQextSerialEnumerator::anEnumeratorThatComesLaterIsTold()
-{
-    MockPorts computer;
-    Telling first;
-    const QString name = computer.plugUsb("0403", "6001");
-    QVERIFY(first.arrived.wait());
-
-    Telling later;
-    computer.unplug(name);
-    QVERIFY(later.removed.wait());
-    QVERIFY(toldOf(later.removed) == toldOf(first.arrived));
-    QCOMPARE(later.arrived.count(), 0);
-}
-
-void TestQextSerialEnumerator::aRemovedPortIsClosedWhenItIsTold()
+void TestQextSerialEnumerator::aRemovedPortIsClosedWhenItIsReported()
 {
     MessageRecorder log;
     MockPorts computer;
-    const Telling one;
-    const Telling other;
+    const Reports one;
+    const Reports other;
     const QString name = computer.plugUsb("0403", "6001");
     const int before = terminalDescriptors();
-
-    QextSerialPort first(name);
-    QextSerialPort second(name);
-    QVERIFY(first.open(QIODevice::ReadWrite));
-    QVERIFY(second.open(QIODevice::ReadWrite));
+    QextSerialPort port(name);
+    QVERIFY(port.open(QIODevice::ReadWrite));
     QCOMPARE(terminalDescriptors(), before + 1);
     QCOMPARE(::write(computer.deviceDescriptor(name), ">", 1), 1);
-    QTRY_COMPARE(second.bytesAvailable(), 1);
+    QTRY_COMPARE(port.bytesAvailable(), 1);
 
-    int told = 0;
+    int reports = 0;
     const auto look = [&] {
-        ++told;
+        ++reports;
         QCOMPARE(terminalDescriptors(), before);
-        QCOMPARE(first.bytesAvailable(), 0);
-        QCOMPARE(second.bytesAvailable(), 0);
-        QCOMPARE(first.write("x"), -1);
-        QCOMPARE(second.write("x"), -1);
+        QCOMPARE(port.bytesAvailable(), 0);
+        QCOMPARE(port.write("x"), -1);
     };
     connect(&one.enumerator, &QextSerialEnumerator::deviceRemoved, this, look);
     connect(&other.enumerator, &QextSerialEnumerator::deviceRemoved, this, look);
     computer.announce(name, "remove"); // the test bed's end stays open, so that no hang-up closes the line
-    QTRY_COMPARE(told, 2);
+    QTRY_COMPARE(reports, 2);
     QCOMPARE(log.messages(), QStringList{"C:The port " + name + " was closed: the port was removed"});
 }
 
-void TestQextSerialEnumerator::aPortOpenedInsideTheRemovalStaysOpen()
+void TestQextSerialEnumerator::aPortOpenedDuringTheRemovalStaysOpen()
 {
     // When the second enumerator reports that the first device is gone, the next device may already have its
     // name.
     MockPorts computer;
-    Telling one;
-    Telling other;
+    Reports one;
+    Reports other;
     const QString name = computer.plugUsb("0403", "6001");
     QVERIFY(one.arrived.wait());
     QextSerialPort port(name);
@@ -439,42 +370,38 @@ void TestQextSerialEnumerator::aPortOpenedInsideTheRemovalStaysOpen()
     QCOMPARE(port.write("x"), 1);
 }
 
-void TestQextSerialEnumerator::anotherPortsRemovalLeavesTheLineAlone()
+void TestQextSerialEnumerator::theRemovalOfAnotherPortLeavesTheLineOpen()
 {
     MockPorts computer;
-    Telling told;
+    Reports reports;
     const QString name = computer.plugUsb("0403", "6001");
     const QString another = computer.plugUsb("0403", "6001");
-    QTRY_COMPARE(told.arrived.count(), 2);
+    QTRY_COMPARE(reports.arrived.count(), 2);
     QextSerialPort port(name);
     QVERIFY(port.open(QIODevice::ReadWrite));
     computer.unplug(another);
-    QVERIFY(told.removed.wait());
-    QCOMPARE(toldOf(told.removed).portName, another);
+    QVERIFY(reports.removed.wait());
     QCOMPARE(port.write("x"), 1);
-    QCOMPARE(::write(computer.deviceDescriptor(name), ">", 1), 1);
-    QTRY_COMPARE(port.bytesAvailable(), 1);
 }
 
-void TestQextSerialEnumerator::aRefusalIsNamedAgainAfterThePortHasGone()
+void TestQextSerialEnumerator::anOpenErrorIsReportedAgainAfterTheRemoval()
 {
     MockPorts computer;
-    Telling told;
+    Reports reports;
     const QString name = computer.plugUsb("0403", "6001");
-    QVERIFY(told.arrived.wait());
+    QVERIFY(reports.arrived.wait());
     QSerialPort otherProgram(name);
     QVERIFY(otherProgram.open(QIODevice::ReadWrite));
 
     MessageRecorder log;
     QVERIFY(!QextSerialPort(name).open(QIODevice::ReadWrite));
+    QCOMPARE(log.take().size(), 1);
     QVERIFY(!QextSerialPort(name).open(QIODevice::ReadWrite));
-    const QStringList once = log.take();
-    QCOMPARE(once.size(), 1);
-    QVERIFY(once.first().startsWith("C:Opening the port " + name + " failed: Device or resource busy; "));
+    QCOMPARE(log.take(), QStringList());
     computer.announce(name, "remove");
-    QVERIFY(told.removed.wait());
+    QVERIFY(reports.removed.wait());
     QVERIFY(!QextSerialPort(name).open(QIODevice::ReadWrite));
-    QCOMPARE(log.take(), once);
+    QCOMPARE(log.take().size(), 1);
 }
 
 QTEST_GUILESS_MAIN(TestQextSerialEnumerator)

@@ -1,126 +1,72 @@
+#include <cctype>
+
 #include <QFile>
+#include <QProcess>
 #include <QScopeGuard>
 #include <QSerialPort>
+#include <QSysInfo>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <grp.h>
-#include <sched.h>
-#include <sys/mount.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <utime.h>
 
-#include "serial/qextserialport.h"
+#include "tests/support/filecontents.h"
+#include "tests/support/libcinterposer.h"
 #include "tests/support/messagerecorder.h"
-#include "tests/support/pty.h"
+#include "tests/support/openedport.h"
+#include "tests/support/plaintty.h"
 
 namespace
 {
-QString lockFile(const QString &portName)
+constexpr int day = 86400;
+
+QString lockPath(const QString &portName)
 {
     return "/var/lock/LCK.." + QString(portName).replace('/', '_');
 }
 
-/// The reason text for a port whose lock file this process holds.
-QString lockedHere(const QString &portName)
+/// A lock file for the port.
+class LockFile
 {
-    const QString program =
-        QCoreApplication::applicationName().left(15); // the system keeps only 15 characters
-    return QStringLiteral("Device or resource busy; the lock file %1 belongs to the process %2 (%3)")
-        .arg(lockFile(portName))
-        .arg(::getpid())
-        .arg(program);
-}
-} // namespace
+public:
+    LockFile(const QString &portName, const QByteArray &content, int age)
+        : path(lockPath(portName))
+    {
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+            qFatal("the lock file can't be made");
+        file.close();
+        utimbuf times;
+        times.actime = times.modtime = ::time(nullptr) - age;
+        ::utime(QFile::encodeName(path).constData(), &times);
+    }
+    ~LockFile() { QFile::remove(path); }
+    Q_DISABLE_COPY_MOVE(LockFile)
 
-/// Tests the messages about a port that does not open.
-class TestQextSerialPortRefusals : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void aRefusalNamesTheReason_data();
-    void aRefusalNamesTheReason();
-    void aRefusalIsNamedOnce();
-    void aRefusalToAnOrdinaryUserNamesTheReason_data();
-    void aRefusalToAnOrdinaryUserNamesTheReason();
-    void aClosedPortOfAnUnnamedGroupIsToldByTheGroupsNumber();
-    void aClosedFolderOnTheWayNamesNoGroup();
+    const QString path;
 };
 
-void TestQextSerialPortRefusals::aRefusalNamesTheReason_data()
+/// Starts another program.
+void startOther(QProcess &process)
 {
-    QTest::addColumn<QString>("target");
-    QTest::addColumn<QString>("reason");
-    QTest::newRow("no port is there") << "/nowhere/ttyUSB0"
-                                      << "No such file or directory";
-    QTest::newRow("the port is none") << "/dev/null"
-                                      << "Inappropriate ioctl for device";
-    QTest::newRow("a folder on the way is none") << "/dev/null/ttyUSB0"
-                                                 << "Not a directory";
-    QTest::newRow("another program has the port") << ""
-                                                  << "";
+    process.start(QStringLiteral("sleep"), {QStringLiteral("1000")});
+    if (!process.waitForStarted())
+        qFatal("cannot start another program");
 }
 
-void TestQextSerialPortRefusals::aRefusalNamesTheReason()
+/// Ends the program that startOther() has started.
+void end(QProcess &process)
 {
-    QFETCH(QString, target);
-    QFETCH(QString, reason);
-    QTemporaryDir folder;
-    const QString name = folder.filePath(QStringLiteral("port"));
-    Pty terminal;
-    QVERIFY(QFile::link(target.isEmpty() ? terminal.name() : target, name));
-    QSerialPort other(name);
-    if (target.isEmpty()) {
-        QVERIFY(other.open(QIODevice::ReadWrite));
-        reason = lockedHere(name);
-    }
-
-    MessageRecorder log;
-    QextSerialPort port(name);
-    QVERIFY(!port.open(QIODevice::ReadWrite));
-    QVERIFY(!port.isOpen());
-    QCOMPARE(log.messages(),
-             QStringList{QStringLiteral("C:Opening the port %1 failed: %2").arg(name, reason)});
-    QCOMPARE(port.errorString(), reason);
+    process.kill();
+    process.waitForFinished();
 }
 
-void TestQextSerialPortRefusals::aRefusalIsNamedOnce()
-{
-    QTemporaryDir folder;
-    const QString name = folder.filePath(QStringLiteral("port"));
-    const auto attempt = [&name] { return QextSerialPort(name).open(QIODevice::ReadWrite); };
-    const auto message = [&name](const QString &reason) {
-        return QStringLiteral("C:Opening the port %1 failed: %2").arg(name, reason);
-    };
-    MessageRecorder log;
-    QVERIFY(!attempt());
-    QVERIFY(!attempt()); // each attempt uses a new object
-    QCOMPARE(log.take(), QStringList{message("No such file or directory")});
-
-    Pty terminal;
-    QVERIFY(QFile::link(terminal.name(), name));
-    QSerialPort other(name);
-    QVERIFY(other.open(QIODevice::ReadWrite));
-    QVERIFY(!attempt());
-    QVERIFY(!attempt());
-    QCOMPARE(log.take(), QStringList{message(lockedHere(name))}); // a different reason is logged again
-
-    other.close();
-    QVERIFY(attempt());
-    QVERIFY(other.open(QIODevice::ReadWrite));
-    QVERIFY(!attempt());
-    QCOMPARE(log.take(), QStringList{message(lockedHere(name))}); // it was open in between
-}
-
-namespace
-{
-
-constexpr uid_t nobody = 65534;
-enum Obstacle { ClosedNode = 1, HeldLock = 2, NoLockFolder = 4, StaleLock = 8, ClosedLock = 16 };
-
-/// Returns the id of a process that has ended.
+/// The id of a process that has ended.
 pid_t endedProcess()
 {
     const pid_t child = ::fork();
@@ -130,35 +76,217 @@ pid_t endedProcess()
     return child;
 }
 
-// Hides the folders for lock files behind folders that only root may write to; for this process only.
-bool hideLockFolders()
+QString message(const QString &portName, const QString &reason)
 {
-    if (::unshare(CLONE_NEWNS) != 0 || ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0)
-        return false;
-    for (const char *folder : {"/run/lock", "/var/lock", "/var/spool", "/var/tmp", "/tmp"}) {
-        struct stat status;
-        if (::stat(folder, &status) == 0 && ::mount("none", folder, "tmpfs", 0, "mode=0755") != 0)
-            return false;
+    return QStringLiteral("C:Opening the port %1 failed: %2").arg(portName, reason);
+}
+
+/// The reason text for a port whose lock file this process holds.
+QString lockedHere(const QString &portName)
+{
+    const QString program =
+        QCoreApplication::applicationName().left(15); // the system keeps only 15 characters
+    return QStringLiteral("Device or resource busy; the lock file %1 belongs to the process %2 (%3)")
+        .arg(lockPath(portName))
+        .arg(::getpid())
+        .arg(program);
+}
+} // namespace
+
+/// Tests ports that do not open, most of them because another program has locked them, and ports that lock
+/// other programs out.
+class TestQextSerialPortOpenErrors : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { LibcInterposer::clear(); }
+    void cleanup() { LibcInterposer::clear(); }
+
+    void theLockFileOfARunningProgramIsRespected_data();
+    void theLockFileOfARunningProgramIsRespected();
+    void aLockFileThatNamesNoProcessIsRespectedWhileItIsFresh();
+    void aStaleLockFileIsTakenOver_data();
+    void aStaleLockFileIsTakenOver();
+    void aPortThatAnotherProgramHasLockedIsBusy();
+    void anOpenPortIsLockedForOtherPrograms();
+    void aPortIsOpenedOncePerAttempt();
+    void anErrorIsReportedOnce();
+    void anErrorOfAnOrdinaryUserGivesTheReason_data();
+    void anErrorOfAnOrdinaryUserGivesTheReason();
+    void theGroupOfAForbiddenPortIsNamedIfKnown();
+};
+
+void TestQextSerialPortOpenErrors::theLockFileOfARunningProgramIsRespected_data()
+{
+    QTest::addColumn<QByteArray>("format"); // with %1 for the process id as text, %b for its bytes
+    QTest::addColumn<int>("age");
+    QTest::newRow("Qt's, new") << "%1\nother\n" + QSysInfo::machineHostName().toLatin1() + '\n' << 0;
+    QTest::newRow("a number followed by a name, a day old") << QByteArray("%1 minicom root\n") << day;
+    QTest::newRow("a number without a line end") << QByteArray("%1") << day;
+    QTest::newRow("the number's bytes") << QByteArray("%b") << day;
+}
+
+void TestQextSerialPortOpenErrors::theLockFileOfARunningProgramIsRespected()
+{
+    QFETCH(QByteArray, format);
+    QFETCH(int, age);
+    QProcess program;
+    startOther(program);
+    // A number whose lowest byte is a digit, which could be taken for a text of one digit.
+    while (format == "%b" && !std::isdigit(static_cast<int>(program.processId() & 0xff))) {
+        end(program);
+        startOther(program);
     }
-    return true;
+    const auto endOfProgram = qScopeGuard([&] { end(program); });
+    const auto number = static_cast<pid_t>(program.processId());
+    const QByteArray content =
+        format.replace("%1", QByteArray::number(number).rightJustified(10))
+            .replace("%b", QByteArray(reinterpret_cast<const char *>(&number), sizeof number));
+    const Pty terminal;
+    const LockFile lock(terminal.portName(), content, age);
+    const QString reason =
+        QStringLiteral("Device or resource busy; the lock file %1 belongs to the process %2 (sleep)")
+            .arg(lock.path)
+            .arg(number);
+
+    MessageRecorder log;
+    QextSerialPort port(terminal.portName());
+    QVERIFY(!port.open(QIODevice::ReadWrite));
+    QVERIFY(!port.isOpen());
+    QCOMPARE(port.errorString(), reason);
+    QCOMPARE(log.messages(), QStringList{message(terminal.portName(), reason)});
+    QCOMPARE(LibcInterposer::openings(terminal.name().toLatin1()), 0);
+    QCOMPARE(contents(lock.path), content);
+}
+
+void TestQextSerialPortOpenErrors::aLockFileThatNamesNoProcessIsRespectedWhileItIsFresh()
+{
+    const Pty terminal;
+    const LockFile lock(terminal.portName(), QByteArray(), 0);
+    MessageRecorder log;
+    QVERIFY(!QextSerialPort(terminal.portName()).open(QIODevice::ReadWrite));
+    const QString reason =
+        QStringLiteral("Device or resource busy; the lock file %1 has just been made").arg(lock.path);
+    QCOMPARE(log.messages(), QStringList{message(terminal.portName(), reason)});
+}
+
+void TestQextSerialPortOpenErrors::aStaleLockFileIsTakenOver_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<int>("age");
+    QTest::newRow("of a program that has ended, new") << QByteArray::number(endedProcess()) + "\nother\n"
+                                                      << 0;
+    QTest::newRow("without a number, a day old") << QByteArray("minicom\n") << day;
+    QTest::newRow("with a number that no process has, a day old")
+        << QByteArray("99999999999999999999\n") << day;
+}
+
+void TestQextSerialPortOpenErrors::aStaleLockFileIsTakenOver()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(int, age);
+    const Pty terminal;
+    const LockFile lock(terminal.portName(), content, age);
+    MessageRecorder log;
+    QextSerialPort port(terminal.portName());
+    QVERIFY(port.open(QIODevice::ReadWrite));
+    QCOMPARE(log.messages(), QStringList());
+    QVERIFY(contents(lock.path).trimmed().startsWith(QByteArray::number(::getpid()) + '\n'));
+    port.close();
+    QVERIFY(!QFile::exists(lock.path));
+}
+
+void TestQextSerialPortOpenErrors::aPortThatAnotherProgramHasLockedIsBusy()
+{
+    const Pty terminal;
+    QProcess program;
+    program.start(QStringLiteral("flock"), {"-s", "-F", terminal.name(), "cat"});
+    QVERIFY(program.waitForStarted());
+    program.write("locked\n");
+    QVERIFY(program.waitForReadyRead());
+
+    LibcInterposer::clear();
+    MessageRecorder log;
+    QextSerialPort port(terminal.portName());
+    QVERIFY(!port.open(QIODevice::ReadWrite));
+    const QString reason =
+        QStringLiteral("Device or resource busy; the port is locked by the process %1 (cat)")
+            .arg(program.processId());
+    QCOMPARE(log.messages(), QStringList{message(terminal.portName(), reason)});
+    // Opening the port would change its settings.
+    QCOMPARE(LibcInterposer::openings(terminal.name().toLatin1()), 0);
+
+    program.closeWriteChannel();
+    QVERIFY(program.waitForFinished());
+    QVERIFY(port.open(QIODevice::ReadWrite));
+}
+
+void TestQextSerialPortOpenErrors::anOpenPortIsLockedForOtherPrograms()
+{
+    const Pty terminal;
+    const PlainTty other(
+        terminal.portName().toLatin1()); // opened first, because the port allows only one program
+    const PortPointer port = openedPort(terminal);
+    QCOMPARE(::flock(other.descriptor, LOCK_EX | LOCK_NB), -1);
+    QCOMPARE(errno, EWOULDBLOCK);
+    port->close();
+    QCOMPARE(::flock(other.descriptor, LOCK_EX | LOCK_NB), 0);
+}
+
+void TestQextSerialPortOpenErrors::aPortIsOpenedOncePerAttempt()
+{
+    const Pty terminal;
+    const PortPointer port = openedPort(terminal);
+    QCOMPARE(LibcInterposer::openings(terminal.name().toLatin1()), 1);
+
+    QextSerialPort none(QStringLiteral("null"));
+    QVERIFY(!none.open(QIODevice::ReadWrite));
+    QCOMPARE(none.errorString(), QStringLiteral("Inappropriate ioctl for device"));
+    QCOMPARE(LibcInterposer::openings("/dev/null"), 1);
+}
+
+void TestQextSerialPortOpenErrors::anErrorIsReportedOnce()
+{
+    QTemporaryDir folder;
+    const QString name = folder.filePath(QStringLiteral("port"));
+    const auto attempt = [&name] { return QextSerialPort(name).open(QIODevice::ReadWrite); };
+    MessageRecorder log;
+    QVERIFY(!attempt());
+    QVERIFY(!attempt()); // each attempt uses a new object
+    QCOMPARE(log.take(), QStringList{message(name, "No such file or directory")});
+
+    Pty terminal;
+    QVERIFY(QFile::link(terminal.name(), name));
+    QSerialPort other(name);
+    QVERIFY(other.open(QIODevice::ReadWrite));
+    QVERIFY(!attempt());
+    QVERIFY(!attempt());
+    QCOMPARE(log.take(), QStringList{message(name, lockedHere(name))}); // a different reason is logged again
+
+    other.close();
+    QVERIFY(attempt());
+    QVERIFY(other.open(QIODevice::ReadWrite));
+    QVERIFY(!attempt());
+    QCOMPARE(log.take(), QStringList{message(name, lockedHere(name))}); // it was open in between
 }
 
 // The messages of two attempts to open the port as an ordinary user; only root can become one.
-QStringList attemptAsNobody(const QString &name, int obstacles)
+static QStringList attemptAsNobody(const QString &name)
 {
+    constexpr uid_t nobody = 65534;
     int results[2];
     if (::pipe(results) != 0)
         return {};
     const pid_t child = ::fork();
     if (child == 0) {
-        const bool ready = (!(obstacles & NoLockFolder) || hideLockFolders()) &&
-                           ::setgroups(0, nullptr) == 0 && ::setresgid(nobody, nobody, nobody) == 0 &&
-                           ::setresuid(nobody, nobody, nobody) == 0;
+        if (::setgroups(0, nullptr) != 0 || ::setresgid(nobody, nobody, nobody) != 0 ||
+            ::setresuid(nobody, nobody, nobody) != 0)
+            ::_exit(1);
         MessageRecorder log;
         for (int i = 0; i < 2; ++i)
             QextSerialPort(name).open(QIODevice::ReadWrite);
-        const QByteArray text =
-            ready ? log.messages("C:").join(QLatin1Char('\n')).toUtf8() : "not possible here";
+        const QByteArray text = log.messages("C:").join(QLatin1Char('\n')).toUtf8();
         ::_exit(::write(results[1], text.constData(), static_cast<size_t>(text.size())) < 0);
     }
     ::close(results[1]);
@@ -170,29 +298,27 @@ QStringList attemptAsNobody(const QString &name, int obstacles)
     return text.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
 }
 
-} // namespace
-
-void TestQextSerialPortRefusals::aRefusalToAnOrdinaryUserNamesTheReason_data()
+void TestQextSerialPortOpenErrors::anErrorOfAnOrdinaryUserGivesTheReason_data()
 {
-    QTest::addColumn<int>("obstacles");
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<bool>("isHeld");
+    QTest::addColumn<int>("lockMode");
     QTest::addColumn<QString>("reason");
-    const QString permission = QStringLiteral("Permission denied; the port belongs to the group \"dialout\"");
-    QTest::newRow("the port is not the user's") << int(ClosedNode) << permission;
-    QTest::newRow("nor is it when somebody has it open") << int(ClosedNode | HeldLock) << permission;
-    QTest::newRow("nor when lock files have no place") << int(ClosedNode | NoLockFolder) << permission;
-    QTest::newRow("somebody has it open") << int(HeldLock) << "";
+    QTest::newRow("the port is not the user's")
+        << 0660 << true << 0644 << "Permission denied; the port belongs to the group \"dialout\"";
+    QTest::newRow("somebody has it open") << 0666 << true << 0644 << "";
     QTest::newRow("another user's program left its lock file behind")
-        << int(StaleLock)
+        << 0666 << false << 0644
         << "Operation not permitted; the lock file %1 was left behind and belongs to the user \"root\"";
     QTest::newRow("another user's lock file can't be read")
-        << int(ClosedLock) << "Permission denied; the lock file %1 belongs to the user \"root\"";
-    QTest::newRow("lock files have no place")
-        << int(NoLockFolder) << "Permission error while creating lock file";
+        << 0666 << false << 0600 << "Permission denied; the lock file %1 belongs to the user \"root\"";
 }
 
-void TestQextSerialPortRefusals::aRefusalToAnOrdinaryUserNamesTheReason()
+void TestQextSerialPortOpenErrors::anErrorOfAnOrdinaryUserGivesTheReason()
 {
-    QFETCH(int, obstacles);
+    QFETCH(int, mode);
+    QFETCH(bool, isHeld);
+    QFETCH(int, lockMode);
     QFETCH(QString, reason);
     if (::geteuid() != 0)
         QSKIP("only root can try it as another user");
@@ -200,66 +326,35 @@ void TestQextSerialPortRefusals::aRefusalToAnOrdinaryUserNamesTheReason()
     if (!dialout)
         QSKIP("this system has no group named dialout");
 
-    Pty terminal;
+    // Uses the device node itself, since no other user may access the test's folder.
+    const Pty terminal;
     const QByteArray node = terminal.name().toLocal8Bit();
     QCOMPARE(::chown(node.constData(), 0, dialout->gr_gid), 0);
-    QCOMPARE(::chmod(node.constData(), obstacles & ClosedNode ? 0660 : 0666), 0);
-    // Uses the device node itself, since no other user may access the test's folder.
-    QSerialPort other(terminal.name());
-    if (obstacles & HeldLock)
-        QTRY_VERIFY(other.isOpen() ||
-                    other.open(QIODevice::ReadWrite)); // another test may be about to release the lock file
-    const QString name = other.portName();
-    QFile lock(lockFile(name));
-    if (obstacles & (StaleLock | ClosedLock)) {
-        QVERIFY(lock.open(QIODevice::WriteOnly));
-        lock.write(QByteArray::number(endedProcess()) + '\n');
-        lock.close();
-        if (obstacles & ClosedLock)
-            QVERIFY(lock.setPermissions(QFile::ReadOwner));
-    }
-    const auto noLock = qScopeGuard([&] {
-        if (!other.isOpen())
-            lock.remove();
-    });
-    if (reason.isEmpty())
-        reason = lockedHere(name);
-    if (reason.contains(QLatin1String("%1")))
-        reason = reason.arg(lock.fileName());
-    const QStringList messages = attemptAsNobody(name, obstacles);
-    if (messages.value(0) == QLatin1String("not possible here"))
-        QSKIP("this system does not let the test hide folders");
-    const QString message = QStringLiteral("C:Opening the port %1 failed: %2").arg(name, reason);
-    QCOMPARE(messages, QStringList{message});
+    QCOMPARE(::chmod(node.constData(), static_cast<mode_t>(mode)), 0);
+    const QString name = terminal.portName();
+    const LockFile lock(name, QByteArray::number(isHeld ? ::getpid() : endedProcess()) + '\n', 0);
+    QCOMPARE(::chmod(lock.path.toLatin1().constData(), static_cast<mode_t>(lockMode)), 0);
+    reason = reason.isEmpty() ? lockedHere(name) : reason.replace("%1", lock.path);
+    QCOMPARE(attemptAsNobody(name), QStringList{message(name, reason)});
 }
 
-void TestQextSerialPortRefusals::aClosedPortOfAnUnnamedGroupIsToldByTheGroupsNumber()
+void TestQextSerialPortOpenErrors::theGroupOfAForbiddenPortIsNamedIfKnown()
 {
     if (::geteuid() != 0)
         QSKIP("only root can try it as another user");
-    constexpr gid_t unnamed = 54321;
-    if (::getgrgid(unnamed))
-        QSKIP("this system has a name for the group");
-    Pty terminal;
-    const QByteArray node = terminal.name().toLocal8Bit();
-    QCOMPARE(::chown(node.constData(), 0, unnamed), 0);
-    QCOMPARE(::chmod(node.constData(), 0660), 0);
-    QCOMPARE(attemptAsNobody(terminal.portName(), 0),
-             QStringList{"C:Opening the port " + terminal.portName() +
-                         " failed: Permission denied; the port belongs to the group \"54321\""});
-}
+    constexpr gid_t unnamed = 2000054321; // no system assigns such a number
+    const Pty terminal;
+    QCOMPARE(::chown(terminal.name().toLatin1().constData(), 0, unnamed), 0);
+    QCOMPARE(::chmod(terminal.name().toLatin1().constData(), 0660), 0);
+    const QString byNumber =
+        QStringLiteral("Permission denied; the port belongs to the group \"2000054321\"");
+    QCOMPARE(attemptAsNobody(terminal.portName()), QStringList{message(terminal.portName(), byNumber)});
 
-void TestQextSerialPortRefusals::aClosedFolderOnTheWayNamesNoGroup()
-{
-    if (::geteuid() != 0)
-        QSKIP("only root can try it as another user");
-    Pty terminal;
-    QTemporaryDir folder; // only its owner may access it
+    const QTemporaryDir folder; // only its owner may access it
     const QString name = folder.filePath(QStringLiteral("port"));
     QVERIFY(QFile::link(terminal.name(), name));
-    QCOMPARE(attemptAsNobody(name, 0),
-             QStringList{"C:Opening the port " + name + " failed: Permission denied"});
+    QCOMPARE(attemptAsNobody(name), QStringList{message(name, "Permission denied")});
 }
 
-QTEST_GUILESS_MAIN(TestQextSerialPortRefusals)
+QTEST_GUILESS_MAIN(TestQextSerialPortOpenErrors)
 #include "tst_qextserialport_openerrors.moc"

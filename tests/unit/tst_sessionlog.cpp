@@ -13,17 +13,15 @@
 #include <QTextBrowser>
 #include <QTextStream>
 
-#include "app/zvtolvarsetupwizard.h"
 #include "messages/diagnostics.h"
 #include "messages/sessionlog.h"
-#include "pages/pageid.h"
 #include "tests/support/filecontents.h"
 #include "tests/support/messagerecorder.h"
 
 namespace
 {
 /// Passes the message to the handler; returns what has reached standard output when the handler returns.
-QByteArray outputOf(QtMsgType type, const char *message)
+QByteArray outputOf(QtMsgType type, const QByteArray &message)
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath("output");
@@ -31,7 +29,7 @@ QByteArray outputOf(QtMsgType type, const char *message)
     const int earlier = ::dup(STDOUT_FILENO);
     if (!std::freopen(QFile::encodeName(path).constData(), "w", stdout))
         qFatal("standard output can't be captured");
-    zvMessageOutput(type, message);
+    zvMessageOutput(type, message.constData());
     QByteArray output = contents(path); // the test does not flush: only what the handler flushed is here
     std::fflush(stdout);
     ::dup2(earlier, STDOUT_FILENO);
@@ -50,27 +48,19 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
-    void eachLevelGoesWhereItBelongs_data();
-    void eachLevelGoesWhereItBelongs();
-    void everyMessageWritesTheLogToTheDisk_data() { levels(); }
-    void everyMessageWritesTheLogToTheDisk();
-    void aMessageIsNoFormat();
-    void aWarningAloneLeavesNoLineBreakInTheConsole();
-    void theConsoleIsLaidOutByTheDevicesLineEnds();
-    void theConsoleTakesMarkupForText();
+    void eachLevelGoesToItsDestinations_data();
+    void eachLevelGoesToItsDestinations();
+    void aMessageIsNoFormatAndNoMarkup();
+    void theDevicesLineEndsSeparateTheLinesOfTheConsole();
     void theConsoleIsWrittenAtItsCursor();
     void theConsoleFollowsItsCursor();
-    void eachRunStartsAnew();
-    void aLogThatCantBeOpenedIsNoHindrance();
-    void beforeTheLogIsOpenedNothingIsWritten();
+    void messagesWithoutALogReachTheConsole();
     void bytesBeyondAscii();
     void everyMessageOfTheProgramPasses();
-    void aMessageEndsAtItsFirstZeroByte();
     void namedCategoriesKeepTheirWarnings();
     void aFatalMessageIsRecordedBeforeTheProgramEnds();
 
 private:
-    static void levels();
     QString logPath() const { return _home->filePath("zvinstall.log"); }
 
     std::unique_ptr<QTemporaryDir> _home;
@@ -101,129 +91,57 @@ void TestSessionLog::cleanup()
     _console.reset();
 }
 
-namespace
+void TestSessionLog::eachLevelGoesToItsDestinations_data()
 {
-struct Level {
-    const char *name;
-    QtMsgType type;
-    const char *logged; // of the message "abc"
-};
-constexpr Level allLevels[] = {
-    {"debug", QtDebugMsg, "D:abc\n"},     {"info", QtInfoMsg, ""},
-    {"warning", QtWarningMsg, "W:abc\n"}, {"critical", QtCriticalMsg, "C:abc\n"},
-    {"fatal", QtFatalMsg, "F:abc\n"},
-};
-
-using Deed = void (*)(ZVTolvarSetupWizard &wizard);
-
-struct ConsoleState {
-    const char *name;
-    Deed deed; // what happens to the wizard before the message
-    bool getsDebugMessages;
-    bool getsOthers;
-};
-const ConsoleState consoleStates[] = {
-    // clang-format off
-    {"with a console",                   [](auto &) {},                                           false, true},
-    {"with a console and the trace flag", [](auto &) { theTraceDebugFlag = true; },               true,  true},
-    {"after the wizard's OnFinished",    [](auto &wizard) { wizard.OnFinished(0); },              false, false},
-    {"after OnFinished with the flag",   [](auto &wizard) { wizard.OnFinished(0);
-                                                            theTraceDebugFlag = true; },          false, false},
-    {"after the choose-network page",    [](auto &wizard) { delete wizard.page(ChooseNetworkPageId); }, false, false},
-    // clang-format on
-};
-} // namespace
-
-void TestSessionLog::levels()
-{
-    QTest::addColumn<int>("type");
-    for (const Level &level : allLevels)
-        QTest::newRow(level.name) << int(level.type);
-}
-
-void TestSessionLog::eachLevelGoesWhereItBelongs_data()
-{
-    QTest::addColumn<int>("type");
+    QTest::addColumn<QtMsgType>("type");
     QTest::addColumn<QByteArray>("logged");
-    QTest::addColumn<bool>("early");
-    QTest::addColumn<Deed>("deed");
-    QTest::addColumn<bool>("inConsole");
-    for (const Level &level : allLevels) {
-        const auto row = [&level](const char *when) -> QTestData & {
-            return QTest::addRow("%s %s", level.name, when) << int(level.type) << QByteArray(level.logged);
-        };
-        row("before there is a console") << true << Deed([](auto &) {}) << false;
-        for (const ConsoleState &state : consoleStates) {
-            row(state.name) << false << state.deed
-                            << (level.type == QtDebugMsg ? state.getsDebugMessages : state.getsOthers);
-        }
-    }
+    QTest::addColumn<QString>("inConsole");
+    QTest::newRow("debug") << QtDebugMsg << QByteArray("D:abc\n") << "";
+    QTest::newRow("info") << QtInfoMsg << QByteArray() << "abc";
+    QTest::newRow("warning") << QtWarningMsg << QByteArray("W:abc\n") << "abc";
+    QTest::newRow("critical") << QtCriticalMsg << QByteArray("C:abc\n") << "abc";
+    QTest::newRow("fatal") << QtFatalMsg << QByteArray("F:abc\n") << "abc";
 }
 
-void TestSessionLog::eachLevelGoesWhereItBelongs()
+void TestSessionLog::eachLevelGoesToItsDestinations()
 {
-    QFETCH(int, type);
+    QFETCH(QtMsgType, type);
     QFETCH(QByteArray, logged);
-    QFETCH(bool, early);
-    QFETCH(Deed, deed);
-    QFETCH(bool, inConsole);
-    theConsoleWindow = nullptr;
-    std::unique_ptr<ZVTolvarSetupWizard> wizard;
-    if (!early) {
-        wizard = std::make_unique<ZVTolvarSetupWizard>();
-        deed(*wizard);
-    }
-    openSessionLog();
-    const QByteArray output = outputOf(static_cast<QtMsgType>(type), "abc");
-    QCOMPARE(contents(logPath()), logged);
-    QCOMPARE(output, QByteArray("abc\n"));
-    if (early)
-        wizard = std::make_unique<ZVTolvarSetupWizard>(); // no message has been kept for it
-    QCOMPARE(wizard->findChild<QTextBrowser *>("textBrowser_log_console")->toPlainText(),
-             QString(inConsole ? "abc" : ""));
-}
-
-void TestSessionLog::everyMessageWritesTheLogToTheDisk()
-{
-    QFETCH(int, type);
+    QFETCH(QString, inConsole);
     openSessionLog();
     theSessionLog << "still in memory\n";
     QCOMPARE(contents(logPath()), QByteArray());
-    zvMessageOutput(static_cast<QtMsgType>(type), "abc");
-    QVERIFY2(contents(logPath()).startsWith("still in memory\n"), contents(logPath()));
-}
+    QCOMPARE(outputOf(type, "abc"), QByteArray("abc\n"));
+    QCOMPARE(contents(logPath()), "still in memory\n" + logged);
+    QCOMPARE(_console->toPlainText(), inConsole);
 
-void TestSessionLog::aMessageIsNoFormat()
-{
-    openSessionLog();
-    const QByteArray output = outputOf(QtWarningMsg, "100 % %s %n %1");
-    QCOMPARE(output, QByteArray("100 % %s %n %1\n"));
-    QCOMPARE(contents(logPath()), QByteArray("W:100 % %s %n %1\n"));
-    QCOMPARE(_console->toPlainText(), QStringLiteral("100 % %s %n %1"));
-}
-
-void TestSessionLog::aWarningAloneLeavesNoLineBreakInTheConsole()
-{
-    openSessionLog();
-    zvMessageOutput(QtWarningMsg, "abc");
+    _console->clear();
+    theTraceDebugFlag = true;
+    zvMessageOutput(type, "abc");
     QCOMPARE(_console->toPlainText(), QStringLiteral("abc"));
-    QCOMPARE(_console->document()->blockCount(), 1);
+
+    theConsoleWindow = nullptr;
+    zvMessageOutput(type, "abc");
+    QCOMPARE(contents(logPath()), "still in memory\n" + logged.repeated(3));
+    QCOMPARE(_console->toPlainText(), QStringLiteral("abc"));
 }
 
-void TestSessionLog::theConsoleIsLaidOutByTheDevicesLineEnds()
+void TestSessionLog::aMessageIsNoFormatAndNoMarkup()
+{
+    openSessionLog();
+    const QByteArray message = "100 % %s %n %1 <b>1</b>&amp;";
+    QCOMPARE(outputOf(QtWarningMsg, message), message + '\n');
+    QCOMPARE(contents(logPath()), "W:" + message + '\n');
+    QCOMPARE(_console->toPlainText(), QString(message));
+}
+
+void TestSessionLog::theDevicesLineEndsSeparateTheLinesOfTheConsole()
 {
     openSessionLog();
     zvMessageOutput(QtWarningMsg, "abc");
     zvMessageOutput(QtCriticalMsg, " d\nef");
     zvMessageOutput(QtWarningMsg, "g\r\n> ");
     QCOMPARE(_console->toPlainText(), QStringLiteral("abc d\nefg\n> "));
-}
-
-void TestSessionLog::theConsoleTakesMarkupForText()
-{
-    openSessionLog();
-    zvMessageOutput(QtWarningMsg, "<puckdata><b>1</b>&amp;</puckdata>");
-    QCOMPARE(_console->toPlainText(), QStringLiteral("<puckdata><b>1</b>&amp;</puckdata>"));
 }
 
 void TestSessionLog::theConsoleIsWrittenAtItsCursor()
@@ -257,47 +175,24 @@ void TestSessionLog::theConsoleFollowsItsCursor()
     QVERIFY2(cursorIsInView(), "the view goes to where the text is inserted");
 }
 
-void TestSessionLog::eachRunStartsAnew()
+void TestSessionLog::messagesWithoutALogReachTheConsole()
 {
-    openSessionLog();
-    zvMessageOutput(QtDebugMsg, "first run ");
-    QCOMPARE(contents(logPath()), QByteArray("D:first run \n"));
-    openSessionLog();
-    QCOMPARE(contents(logPath()), QByteArray());
-    zvMessageOutput(QtWarningMsg, "second run");
-    QCOMPARE(contents(logPath()), QByteArray("W:second run\n"));
-}
-
-void TestSessionLog::aLogThatCantBeOpenedIsNoHindrance()
-{
-    qputenv("HOME", QFile::encodeName(_home->filePath("no/such/folder")));
-    MessageRecorder toolkit;
-    openSessionLog();
-    const QByteArray output = outputOf(QtWarningMsg, "abc");
-    QCOMPARE(output, QByteArray("abc\n"));
-    QCOMPARE(_console->toPlainText(), QStringLiteral("abc"));
-    QCOMPARE(toolkit.messages(), QStringList()); // Qt reports nothing
-    QVERIFY2(!QFile::exists(_home->filePath("no")), "no folder is made for the log");
-}
-
-void TestSessionLog::beforeTheLogIsOpenedNothingIsWritten()
-{
+    MessageRecorder messagesOfQt;
     theSessionLog.setDevice(nullptr);
-    MessageRecorder toolkit;
-    zvMessageOutput(QtWarningMsg, "abc");
-    QCOMPARE(_console->toPlainText(), QStringLiteral("abc"));
+    zvMessageOutput(QtWarningMsg, "before the log is opened,");
+    qputenv("HOME", QFile::encodeName(_home->filePath("no/such/folder")));
     openSessionLog();
-    zvMessageOutput(QtWarningMsg, "def");
-    QCOMPARE(contents(logPath()), QByteArray("W:def\n"));
-    QCOMPARE(toolkit.messages(), QStringList());
+    QCOMPARE(outputOf(QtWarningMsg, " and without one"), QByteArray(" and without one\n"));
+    QCOMPARE(_console->toPlainText(), QStringLiteral("before the log is opened, and without one"));
+    QCOMPARE(messagesOfQt.messages(), QStringList());
+    QVERIFY2(!QFile::exists(_home->filePath("no")), "no folder is made for the log");
 }
 
 void TestSessionLog::bytesBeyondAscii()
 {
     openSessionLog();
-    const QByteArray output = outputOf(QtWarningMsg, "caf\xc3\xa9");
+    QCOMPARE(outputOf(QtWarningMsg, "caf\xc3\xa9"), QByteArray("caf\xc3\xa9\n"));
     QCOMPARE(contents(logPath()), QByteArray("W:caf\xc3\xa9\n"));
-    QCOMPARE(output, QByteArray("caf\xc3\xa9\n"));
     QCOMPARE(_console->toPlainText(),
              QString::fromLatin1("caf\xc3\xa9")); // kept: each byte is one character
 }
@@ -306,22 +201,11 @@ void TestSessionLog::everyMessageOfTheProgramPasses()
 {
     openSessionLog();
     installMessageHandler();
-    zvDebug() << "->IN_PROMPT";
     zvDebug() << "-->" << QByteArray("get\r\n");
-    zvWarning() << "abc";
+    zvWarning() << QStringLiteral("one").append(QChar::Null).append("two"); // ends at the first zero byte
     qCritical("no port");
-    QCOMPARE(contents(logPath()), QByteArray("D:->IN_PROMPT \nD:--> \"get\r\n\" \nW:abc \nC:no port\n"));
-    QCOMPARE(_console->toPlainText(), QStringLiteral("abc no port"));
-}
-
-void TestSessionLog::aMessageEndsAtItsFirstZeroByte()
-{
-    openSessionLog();
-    installMessageHandler();
-    zvWarning() << QStringLiteral("one").append(QChar::Null).append("two");
-    zvWarning() << "three";
-    QCOMPARE(contents(logPath()), QByteArray("W:\"one\nW:three \n"));
-    QCOMPARE(_console->toPlainText(), QStringLiteral("\"onethree "));
+    QCOMPARE(contents(logPath()), QByteArray("D:--> \"get\r\n\" \nW:\"one\nC:no port\n"));
+    QCOMPARE(_console->toPlainText(), QStringLiteral("\"oneno port"));
 }
 
 void TestSessionLog::namedCategoriesKeepTheirWarnings()

@@ -1,0 +1,316 @@
+#include <malloc.h>
+
+#include <csignal>
+#include <cstdio>
+#include <memory>
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTextStream>
+
+#include "messages/sessionlog.h"
+#include "tests/support/filecontents.h"
+
+namespace
+{
+/// The state of a file at the moment when its permissions are about to be set.
+struct Moment {
+    mode_t mode;
+    off_t size;
+};
+QList<Moment> &moments()
+{
+    static QList<Moment> theMoments;
+    return theMoments;
+}
+
+mode_t modeOf(const QString &path)
+{
+    struct stat status = {};
+    return ::stat(QFile::encodeName(path).constData(), &status) == 0 ? status.st_mode & 07777U : 0;
+}
+
+bool put(const QString &path, const QByteArray &text, mode_t mode)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(text) == text.size() &&
+           ::fchmod(file.handle(), mode) == 0;
+}
+} // namespace
+
+// This replaces the C library's function for the whole program. NOLINTNEXTLINE(*-inconsistent-declaration-*)
+extern "C" int fchmod(int descriptor, mode_t mode)
+{
+    struct stat status = {};
+    ::fstat(descriptor, &status);
+    moments() += {status.st_mode & 07777U, status.st_size};
+    return static_cast<int>(::syscall(SYS_fchmod, descriptor, mode));
+}
+
+// AddressSanitizer replaces the allocator. NOLINTNEXTLINE(*-identifier-naming,*-reserved-identifier)
+extern "C" __attribute__((weak)) std::size_t __sanitizer_get_current_allocated_bytes();
+
+namespace
+{
+/// Returns the number of bytes that the process has allocated.
+std::size_t allocatedBytes()
+{
+    if (__sanitizer_get_current_allocated_bytes)
+        return __sanitizer_get_current_allocated_bytes();
+    const auto info = ::mallinfo2();
+    return info.uordblks + info.hblkhd; // small blocks, and large blocks that have their own mapping
+}
+
+/// Limits the size of files during its lifetime. As on a full disk, only the part of the data that fits is
+/// written.
+class FullDisk
+{
+public:
+    explicit FullDisk(qint64 size)
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        ::getrlimit(RLIMIT_FSIZE, &_earlier);
+        const rlimit limit = {static_cast<rlim_t>(size), _earlier.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FullDisk() { ::setrlimit(RLIMIT_FSIZE, &_earlier); }
+
+private:
+    Q_DISABLE_COPY_MOVE(FullDisk)
+    rlimit _earlier = {};
+};
+
+/// A message of about 100 bytes that contains its number.
+QByteArray numbered(int number)
+{
+    return "message " + QByteArray::number(number).rightJustified(6, '0') + QByteArray(85, '.');
+}
+
+QByteArray numberedLines(int from, int to)
+{
+    QByteArray lines;
+    for (int number = from; number < to; ++number)
+        lines += "D:" + numbered(number) + '\n';
+    return lines;
+}
+
+/// Logs messages without copying them to standard output: there are too many.
+void logNumbered(int from, int to)
+{
+    std::fflush(stdout);
+    const int earlier = ::dup(STDOUT_FILENO);
+    const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
+    ::dup2(nowhere, STDOUT_FILENO);
+    ::close(nowhere);
+    for (int number = from; number < to; ++number)
+        zvMessageOutput(QtDebugMsg, numbered(number).constData());
+    ::dup2(earlier, STDOUT_FILENO);
+    ::close(earlier);
+}
+} // namespace
+
+/// Tests the file of the session log. It contains the passphrase, so only its owner can read it at any time.
+/// Logging continues after the disk was full for a while.
+class TestSessionLogFile : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void onlyTheOwnerCanReadTheLog_data();
+    void onlyTheOwnerCanReadTheLog();
+    void aProcessThatReadsAnEarlierLogReadsNothingOfThisOne();
+    void onlyTheOwnerCanReadTheTargetOfALink();
+    void aSpecialFileKeepsItsPermissions();
+    void anEarlierLogThatCannotBeWrittenIsLeftAlone();
+
+    void aFullDiskCostsNoMemory();
+    void loggingContinuesWhenThereIsSpace_data();
+    void loggingContinuesWhenThereIsSpace();
+    void aLineAfterACutOneStartsOnItsOwnLine();
+
+private:
+    QString logPath() const { return _home->filePath("zvinstall.log"); }
+
+    std::unique_ptr<QTemporaryDir> _home;
+    mode_t _mask = 0;
+};
+
+void TestSessionLogFile::init()
+{
+    _home = std::make_unique<QTemporaryDir>();
+    qputenv("HOME", QFile::encodeName(_home->path()));
+    _mask = ::umask(022);
+}
+
+void TestSessionLogFile::cleanup()
+{
+    ::umask(_mask);
+    theSessionLog.setDevice(nullptr);
+}
+
+void TestSessionLogFile::onlyTheOwnerCanReadTheLog_data()
+{
+    QTest::addColumn<uint>("mask");
+    QTest::addColumn<int>("earlier"); // mode of an earlier log, -1 for none
+    QTest::newRow("a new file that the system would give to all") << 0U << -1;
+    QTest::newRow("a new file that the system would give to none") << 0777U << -1;
+    QTest::newRow("an earlier one that the group could read") << 022U << 0640;
+    QTest::newRow("an earlier one that the group could write") << 022U << 0620;
+    QTest::newRow("an earlier one that others could read") << 022U << 0604;
+    QTest::newRow("an earlier one that others could write") << 022U << 0602;
+    QTest::newRow("an earlier one that all could run") << 022U << 0711;
+}
+
+void TestSessionLogFile::onlyTheOwnerCanReadTheLog()
+{
+    QFETCH(uint, mask);
+    QFETCH(int, earlier);
+    if (earlier >= 0)
+        QVERIFY(put(logPath(), "D:the run before\n", static_cast<mode_t>(earlier)));
+    moments().clear();
+    ::umask(static_cast<mode_t>(mask));
+    openSessionLog();
+    for (const Moment &moment : std::as_const(moments())) {
+        QCOMPARE(moment.mode & 066U, 0U); // it had this mode from its creation
+        QCOMPARE(moment.size, 0);
+    }
+    zvMessageOutput(QtDebugMsg, "secret");
+    QCOMPARE(contents(logPath()), QByteArray("D:secret\n"));
+    QCOMPARE(modeOf(logPath()), 0600U);
+}
+
+void TestSessionLogFile::aProcessThatReadsAnEarlierLogReadsNothingOfThisOne()
+{
+    QVERIFY(put(logPath(), "D:before\n", 0644));
+    QFile reader(logPath());
+    QVERIFY(reader.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
+    openSessionLog();
+    zvMessageOutput(QtDebugMsg, "a secret that is longer");
+    QCOMPARE(reader.readAll(), QByteArray("D:before\n"));
+}
+
+void TestSessionLogFile::onlyTheOwnerCanReadTheTargetOfALink()
+{
+    const QString target = _home->filePath("elsewhere");
+    QVERIFY(put(target, "D:before\n", 0666));
+    QVERIFY(QFile::link(target, logPath()));
+    moments().clear();
+    openSessionLog();
+    QCOMPARE(modeOf(target), 0600U);
+    QCOMPARE(moments().size(), 1);
+    QCOMPARE(moments().constFirst().size, 0); // it was empty while other users could open it
+    zvMessageOutput(QtDebugMsg, "secret");
+    QVERIFY(QFileInfo(logPath()).isSymLink());
+    QCOMPARE(contents(target), QByteArray("D:secret\n"));
+}
+
+void TestSessionLogFile::aSpecialFileKeepsItsPermissions()
+{
+    const QByteArray pipe = QFile::encodeName(logPath());
+    QCOMPARE(::mkfifo(pipe.constData(), 0644), 0);
+    const int reader = ::open(pipe.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    QVERIFY(reader >= 0);
+    openSessionLog();
+    zvMessageOutput(QtDebugMsg, "abc");
+    QByteArray read(100, '\0');
+    read.resize(::read(reader, read.data(), 100));
+    ::close(reader);
+    QCOMPARE(read, QByteArray("D:abc\n"));
+    QCOMPARE(modeOf(logPath()), 0644U);
+}
+
+void TestSessionLogFile::anEarlierLogThatCannotBeWrittenIsLeftAlone()
+{
+    constexpr uid_t nobody = 65534;
+    QVERIFY(put(logPath(), "D:before\n", 0444));
+    const bool isRoot = ::geteuid() == 0; // root may open everything
+    for (const QString &path : {_home->path(), logPath()})
+        QVERIFY(!isRoot || ::chown(QFile::encodeName(path).constData(), nobody, nobody) == 0);
+    const pid_t child = ::fork();
+    QVERIFY(child >= 0);
+    if (child == 0) {
+        if (isRoot && ::setresuid(nobody, nobody, nobody) != 0)
+            ::_exit(2);
+        openSessionLog();
+        ::_exit(theSessionLog.device()->isOpen() ? 1 : 0);
+    }
+    int status = 0;
+    QCOMPARE(::waitpid(child, &status, 0), child);
+    QVERIFY(WIFEXITED(status));
+    QCOMPARE(WEXITSTATUS(status), 0);
+    QCOMPARE(contents(logPath()), QByteArray("D:before\n"));
+    QCOMPARE(modeOf(logPath()), 0444U);
+}
+
+void TestSessionLogFile::aFullDiskCostsNoMemory()
+{
+    QVERIFY(QFile::link("/dev/full", logPath()));
+    openSessionLog();
+    QVERIFY(theSessionLog.device()->isOpen());
+    logNumbered(0, 1000); // allocates every buffer
+    const std::size_t before = allocatedBytes();
+    logNumbered(0, 200'000); // 20 MB
+    const std::size_t after = allocatedBytes();
+    QVERIFY2(after < before + 100'000, qPrintable(QString("%1 bytes more").arg(after - before)));
+}
+
+void TestSessionLogFile::loggingContinuesWhenThereIsSpace_data()
+{
+    QTest::addColumn<int>("lost");
+    QTest::addColumn<int>("partOfALine"); // the bytes that still fit on the disk after the last whole line
+    for (const int lost : {0, 1, 1000}) {
+        QTest::addRow("%d lines lost, after a whole line", lost) << lost << 0;
+        QTest::addRow("%d lines lost, after a part of a line", lost) << lost << 50;
+    }
+}
+
+void TestSessionLogFile::loggingContinuesWhenThereIsSpace()
+{
+    QFETCH(int, lost);
+    QFETCH(int, partOfALine);
+    openSessionLog();
+    logNumbered(0, 50);
+    constexpr int fitting = 80;
+    const QByteArray kept = numberedLines(0, fitting + 1);
+    {
+        const qint64 size = numberedLines(0, fitting).size() + partOfALine;
+        const FullDisk disk(size);
+        logNumbered(50, fitting + 1 + lost);
+        QCOMPARE(contents(logPath()), kept.left(size));
+    }
+    // The first line that did not fit is kept and the others are dropped.
+    for (int number = 2000; number < 2003; ++number) {
+        logNumbered(number, number + 1);
+        QCOMPARE(contents(logPath()), kept + numberedLines(2000, number + 1));
+    }
+}
+
+void TestSessionLogFile::aLineAfterACutOneStartsOnItsOwnLine()
+{
+    openSessionLog();
+    logNumbered(0, 1);
+    const QByteArray start = numberedLines(0, 1);
+    const QByteArray large(30'000, 'x'); // more than the file's buffer
+    {
+        const FullDisk disk(start.size() + 8192);
+        for (int again = 0; again < 5; ++again)
+            zvMessageOutput(QtWarningMsg, large.constData());
+    }
+    logNumbered(1, 3);
+    QCOMPARE(contents(logPath()), start + ("W:" + large).left(8192) + '\n' + numberedLines(1, 3));
+}
+
+QTEST_GUILESS_MAIN(TestSessionLogFile)
+#include "tst_sessionlog_file.moc"
