@@ -22,13 +22,14 @@ private Q_SLOTS:
     void okWritesEverythingBackAsTyped();
     void okWithoutAChangeTellsOfNothing();
     void aSwitchThatIsOnIsNeverSwitchedOff();
+    void anAddressWithoutItsSwitchIsDropped_data();
     void anAddressWithoutItsSwitchIsDropped();
     void theAntennaIsWrittenAsOneOrZero_data();
     void theAntennaIsWrittenAsOneOrZero();
     void cancelChangesNothing();
 
 private:
-    void setEverything(const QString &flag, const QString &antenna) const;
+    void setEverything(const QString &staticIP, const QString &sysLog, const QString &antenna) const;
 
     std::unique_ptr<ZVTolvar> _tolvar;
 };
@@ -51,41 +52,46 @@ void press(const AdvancedDialog &dialog, QDialogButtonBox::StandardButton which)
 }
 } // namespace
 
-void TestAdvancedDialog::setEverything(const QString &flag, const QString &antenna) const
+void TestAdvancedDialog::setEverything(const QString &staticIP, const QString &sysLog,
+                                       const QString &antenna) const
 {
-    _tolvar->setUseStaticIP(flag);
+    _tolvar->setUseStaticIP(staticIP);
     _tolvar->setIPAddress("10.0.0.7");
-    _tolvar->setSysLogOn(flag);
+    _tolvar->setSysLogOn(sysLog);
     _tolvar->setSysLogServer("10.0.0.9");
     _tolvar->setAntenna(antenna);
     _tolvar->setNetwork("Home");
     _tolvar->setPassword("open sesame");
 }
 
+// A row has what the device reported of the static address, the syslog server and the antenna, and the two
+// addresses that are shown.
 void TestAdvancedDialog::theValuesAreShownWhenItOpens_data()
 {
-    QTest::addColumn<QByteArray>("flag");
-    QTest::addColumn<QByteArray>("antenna");
-    QTest::addColumn<bool>("on");
+    QTest::addColumn<QStringList>("reported");
+    QTest::addColumn<QStringList>("shown");
     QTest::addColumn<bool>("external");
-    QTest::newRow("Y is on, 1 is external") << QByteArray("Y") << QByteArray("1") << true << true;
-    QTest::newRow("y is on, 2 is external") << QByteArray("y") << QByteArray("2") << true << true;
-    QTest::newRow("N is off, 0 is internal") << QByteArray("N") << QByteArray("0") << false << false;
-    QTest::newRow("a word is off and internal") << QByteArray("yes") << QByteArray("Y") << false << false;
+    QTest::newRow("static with Y, 1 is external")
+        << QStringList{"Y", "N", "1"} << QStringList{"10.0.0.7", ""} << true;
+    QTest::newRow("static with y, 2 is external")
+        << QStringList{"y", "", "2"} << QStringList{"10.0.0.7", ""} << true;
+    QTest::newRow("syslog with Y, 0 is internal")
+        << QStringList{"N", "Y", "0"} << QStringList{"", "10.0.0.9"} << false;
+    QTest::newRow("words are off and internal")
+        << QStringList{"yes", "Yes", "Y"} << QStringList{"", ""} << false;
 }
 
 void TestAdvancedDialog::theValuesAreShownWhenItOpens()
 {
-    QFETCH(QByteArray, flag);
-    QFETCH(QByteArray, antenna);
-    QFETCH(bool, on);
+    QFETCH(QStringList, reported);
+    QFETCH(QStringList, shown);
     QFETCH(bool, external);
-    setEverything(flag, antenna);
+    setEverything(reported[0], reported[1], reported[2]);
     const AdvancedDialog dialog(_tolvar.get(), nullptr);
-    QCOMPARE(box(dialog, "checkBox_useStaticIP")->isChecked(), on);
-    QCOMPARE(field(dialog, "lineEdit_ipAddress")->text(), on ? "10.0.0.7" : "");
-    QCOMPARE(box(dialog, "checkBox_syslog")->isChecked(), on);
-    QCOMPARE(field(dialog, "lineEdit_syslogServer")->text(), on ? "10.0.0.9" : "");
+    QCOMPARE(box(dialog, "checkBox_useStaticIP")->isChecked(), !shown[0].isEmpty());
+    QCOMPARE(field(dialog, "lineEdit_ipAddress")->text(), shown[0]);
+    QCOMPARE(box(dialog, "checkBox_syslog")->isChecked(), !shown[1].isEmpty());
+    QCOMPARE(field(dialog, "lineEdit_syslogServer")->text(), shown[1]);
     QCOMPARE(box(dialog, "checkBox_ExternalAntenna")->isChecked(), external);
     QCOMPARE(field(dialog, "lineEdit_network")->text(), QStringLiteral("Home"));
     QCOMPARE(field(dialog, "lineEdit_passphrase")->text(), QStringLiteral("open sesame"));
@@ -115,7 +121,7 @@ void TestAdvancedDialog::okWritesEverythingBackAsTyped()
 
 void TestAdvancedDialog::okWithoutAChangeTellsOfNothing()
 {
-    setEverything("Y", "1");
+    setEverything("Y", "Y", "1");
     SignalRecorder changes(_tolvar.get());
     press(AdvancedDialog(_tolvar.get(), nullptr), QDialogButtonBox::Ok);
     QCOMPARE(changes.take(), QStringList());
@@ -123,7 +129,7 @@ void TestAdvancedDialog::okWithoutAChangeTellsOfNothing()
 
 void TestAdvancedDialog::aSwitchThatIsOnIsNeverSwitchedOff()
 {
-    setEverything("Y", "1");
+    setEverything("Y", "Y", "1");
     SignalRecorder changes(_tolvar.get());
     const AdvancedDialog dialog(_tolvar.get(), nullptr);
     box(dialog, "checkBox_useStaticIP")->setChecked(false);
@@ -138,14 +144,28 @@ void TestAdvancedDialog::aSwitchThatIsOnIsNeverSwitchedOff()
     QVERIFY2(queue.contains("setstaticip Y 10.0.0.7\r\n"), qPrintable(queue.join(' ')));
 }
 
+void TestAdvancedDialog::anAddressWithoutItsSwitchIsDropped_data()
+{
+    QTest::addColumn<QByteArray>("isOn");
+    QTest::addColumn<QStringList>("expected");
+    QTest::newRow("the static address alone")
+        << QByteArray("checkBox_useStaticIP")
+        << QStringList{"useStaticIPChanged:Y", "ipAddressChanged:1.1.1.1"};
+    QTest::newRow("the syslog server alone")
+        << QByteArray("checkBox_syslog") << QStringList{"sysLogOnChanged:Y", "sysLogServerChanged:2.2.2.2"};
+}
+
 void TestAdvancedDialog::anAddressWithoutItsSwitchIsDropped()
 {
+    QFETCH(QByteArray, isOn);
+    QFETCH(QStringList, expected);
     SignalRecorder changes(_tolvar.get());
     const AdvancedDialog dialog(_tolvar.get(), nullptr);
+    box(dialog, isOn)->setChecked(true);
     field(dialog, "lineEdit_ipAddress")->setText("1.1.1.1");
     field(dialog, "lineEdit_syslogServer")->setText("2.2.2.2");
     press(dialog, QDialogButtonBox::Ok);
-    QCOMPARE(changes.take(), QStringList("antennaChanged:0"));
+    QCOMPARE(changes.take(), QStringList("antennaChanged:0") + expected);
 }
 
 void TestAdvancedDialog::theAntennaIsWrittenAsOneOrZero_data()

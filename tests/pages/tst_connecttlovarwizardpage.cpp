@@ -114,9 +114,10 @@ void TestConnectPage::beforeTheWindowIsShownTheBarCountsAsHidden()
     auto *text = page->findChild<QLabel *>("label_progress");
     auto *bar = page->findChild<QProgressBar *>("connectionProgressBar");
     QCOMPARE(text->text(), QStringLiteral("TextLabel"));
-    bar->hide();
     QVERIFY(!page->isComplete());
     QCOMPARE(text->text(), QStringLiteral("Looking for ZV Tolvar"));
+    bar->hide();
+    QVERIFY(!page->isComplete());
     QVERIFY(!bar->isHidden());
 }
 

@@ -146,7 +146,7 @@ void TestPageFocus::thePageTakesTheFocusBackWhenTheDeviceIsGone()
     Q_EMIT _f->tolvar.candidateDeviceFound();
     _f->tolvar.onDeviceRemoved({});
     QCOMPARE(focus(), QStringLiteral("the page"));
-    QVERIFY(!heard().contains(found));
+    QCOMPARE(heard().filter("Tolvar"), QStringList()); // neither the search nor a device
     finds();
     QCOMPARE(heard(), QStringList({"focus: Continue", found}));
 }
