@@ -3,6 +3,7 @@
 #include <QPushButton>
 #include <QSignalSpy>
 
+#include "messages/sessionlog.h"
 #include "tests/pages/choosepagefixture.h"
 
 /// Tests the choose-network page: entering it, its fields, its antenna box, and Continue.
@@ -25,6 +26,7 @@ private Q_SLOTS:
     void theWayOn();
     void aNameThatIsNotInTheListLeadsToTheTestPage();
     void goingOnHandsBothTextsOver();
+    void theConsoleIsLetGoWithThePage();
     void theAntennaBoxShowsTheSettingOnEntry_data();
     void theAntennaBoxShowsTheSettingOnEntry();
     void firmwareA058DisablesTheAntennaBox();
@@ -161,6 +163,13 @@ void TestChoosePage::goingOnHandsBothTextsOver()
     QCOMPARE(_f->log.messages().value(0), QStringLiteral("D:nextId \"p w\" "));
     QCOMPARE(_f->tolvar.network(), QStringLiteral("Open"));
     QCOMPARE(_f->tolvar.password(), QStringLiteral("p w"));
+}
+
+void TestChoosePage::theConsoleIsLetGoWithThePage()
+{
+    QVERIFY(theConsoleWindow);
+    delete _f->page();
+    QCOMPARE(theConsoleWindow, nullptr);
 }
 
 void TestChoosePage::theAntennaBoxShowsTheSettingOnEntry_data()
