@@ -1,3 +1,5 @@
+#include <QAccessible>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
@@ -6,20 +8,50 @@
 #include "pages/pageid.h"
 #include "tests/support/wizardfixture.h"
 
-/// Tests which widget has the keyboard focus, page by page and state by state.
+namespace
+{
+/// The events recorded so far. They are global because an update handler is a plain function.
+QStringList &spoken()
+{
+    static QStringList texts;
+    return texts;
+}
+
+/// Records what the program announces, and which button gets the focus.
+void note(QAccessibleEvent *event)
+{
+    const auto *button = qobject_cast<QPushButton *>(event->object());
+    if (event->type() == QAccessible::Focus && button)
+        spoken() << "focus: " + button->text();
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+    if (event->type() == QAccessible::Announcement)
+        spoken() << static_cast<QAccessibleAnnouncementEvent *>(event)->message();
+#else
+    if (event->type() == QAccessible::Alert)
+        spoken() << qobject_cast<QLabel *>(event->object())->text();
+#endif
+}
+
+constexpr QLatin1String found("***** A Tolvar has been found *****");
+constexpr QLatin1String success("Successfully tested connection to network\n");
+constexpr QLatin1String saved("Configuration saved\n");
+} // namespace
+
+/// Tests which widget has the keyboard focus, and what the pages announce to a screen reader, page by page
+/// and state by state.
 class TestPageFocus : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { _f = std::make_unique<WizardFixture>(); }
-    void cleanup() { _f.reset(); }
+    void init();
+    void cleanup();
 
     void thePageHasTheFocusUntilADeviceIsFound();
     void continueHasTheFocusWhenADeviceIsFound();
     void thePageTakesTheFocusBackWhenTheDeviceIsGone();
     void aButtonThatTheUserWentToKeepsTheFocusWhenTheDeviceIsGone();
-    void aDeviceFoundOnAnotherPageMovesNoFocus();
+    void aDeviceFoundOnAnotherPageIsIgnored();
     void thePageHasTheFocusAfterGoingBackWithoutADevice();
     void theLogButtonGetsTheFocusBack();
     void aFinishedLogTakesNoFocusFromAnotherButton();
@@ -28,15 +60,12 @@ private Q_SLOTS:
     void anotherScanMovesTheFocusToTheList();
     void anUnplugMovesTheFocusFromContinueToThePage();
     void aScanTakesNoFocusFromTheFields();
-    void thePageHasTheFocusDuringATest();
-    void aVerdictMovesTheFocus_data();
-    void aVerdictMovesTheFocus();
-    void aVerdictOnAnotherPageMovesNoFocus();
-    void anUnplugLeavesTheFocusAfterAVerdict();
-    void doneHasTheFocusAfterSaving();
+    void aVerdictIsAnnouncedAfterTheFocus_data();
+    void aVerdictIsAnnouncedAfterTheFocus();
+    void aVerdictOnAnotherPageIsIgnored();
+    void afterASecondEntryEverythingIsAnnouncedOnce();
     void aSaveTakesNoFocusThatTheUserHasMoved();
-    void aSaveOfADeviceThatIsGoneMovesNoFocus();
-    void aSaveMovesNoFocusOnThePageBefore();
+    void aSaveOfADeviceThatIsGoneIsIgnored();
     void aTestRightAfterASaveKeepsTheFocusOnThePage();
 
 private:
@@ -53,7 +82,7 @@ private:
     }
     void moveFocusTo(QWizard::WizardButton button) const { _f->wizard.button(button)->setFocus(); }
     void finds() const { _f->status("<name>TOLVAR-1</name><firmware_version>A060</firmware_version>"); }
-    void save() const { _f->widget<QPushButton>("pushButton")->click(); }
+    void call(const char *slot) const { QVERIFY(QMetaObject::invokeMethod(_f->wizard.currentPage(), slot)); }
     /// Returns whether the test page is still waiting for keys that were pressed during a save.
     bool isSaving() const
     {
@@ -61,10 +90,35 @@ private:
             ->findChild<QTimer *>(QString(), Qt::FindDirectChildrenOnly)
             ->isActive();
     }
-    void call(const char *slot) const { QVERIFY(QMetaObject::invokeMethod(_f->wizard.currentPage(), slot)); }
+    /// Tests successfully and saves.
+    void testAndSave() const
+    {
+        _f->goTo(TestNetworkPageId);
+        _f->finishTest("0");
+        _f->widget<QPushButton>("pushButton")->click();
+        QCOMPARE(focus(), QStringLiteral("Save network configuration"));
+        QVERIFY(isSaving());
+        heard();
+    }
+    static QStringList heard() { return std::exchange(spoken(), {}); }
 
     std::unique_ptr<WizardFixture> _f;
+    QAccessible::UpdateHandler _previous = nullptr;
 };
+
+void TestPageFocus::init()
+{
+    _f = std::make_unique<WizardFixture>();
+    spoken().clear();
+    QTRY_VERIFY(QAccessible::isActive());
+    _previous = QAccessible::installUpdateHandler(note);
+}
+
+void TestPageFocus::cleanup()
+{
+    QAccessible::installUpdateHandler(_previous);
+    _f.reset();
+}
 
 void TestPageFocus::thePageHasTheFocusUntilADeviceIsFound()
 {
@@ -76,17 +130,25 @@ void TestPageFocus::thePageHasTheFocusUntilADeviceIsFound()
 void TestPageFocus::continueHasTheFocusWhenADeviceIsFound()
 {
     moveFocusTo(QWizard::CustomButton1);
+    heard();
     finds();
     QCOMPARE(focus(), QStringLiteral("Continue"));
+    QCOMPARE(heard(), QStringList({"focus: Continue", found}));
+    finds();
+    QCOMPARE(heard(), QStringList());
 }
 
 void TestPageFocus::thePageTakesTheFocusBackWhenTheDeviceIsGone()
 {
     finds();
+    heard();
+    _f->tolvar.onDeviceRemoved({});
+    Q_EMIT _f->tolvar.candidateDeviceFound();
     _f->tolvar.onDeviceRemoved({});
     QCOMPARE(focus(), QStringLiteral("the page"));
+    QCOMPARE(heard().filter("Tolvar"), QStringList()); // neither the search nor a device
     finds();
-    QCOMPARE(focus(), QStringLiteral("Continue"));
+    QCOMPARE(heard(), QStringList({"focus: Continue", found}));
 }
 
 void TestPageFocus::aButtonThatTheUserWentToKeepsTheFocusWhenTheDeviceIsGone()
@@ -97,14 +159,15 @@ void TestPageFocus::aButtonThatTheUserWentToKeepsTheFocusWhenTheDeviceIsGone()
     QCOMPARE(focus(), QStringLiteral("Cancel"));
 }
 
-void TestPageFocus::aDeviceFoundOnAnotherPageMovesNoFocus()
+void TestPageFocus::aDeviceFoundOnAnotherPageIsIgnored()
 {
     _f->goTo(TolvarFoundPageId);
     moveFocusTo(QWizard::BackButton);
+    heard();
     _f->tolvar.onDeviceRemoved({});
-    QCOMPARE(focus(), QStringLiteral("Go Back"));
     finds();
     QCOMPARE(focus(), QStringLiteral("Go Back"));
+    QCOMPARE(heard(), QStringList());
 }
 
 void TestPageFocus::thePageHasTheFocusAfterGoingBackWithoutADevice()
@@ -119,11 +182,14 @@ void TestPageFocus::thePageHasTheFocusAfterGoingBackWithoutADevice()
 void TestPageFocus::theLogButtonGetsTheFocusBack()
 {
     _f->goTo(TolvarFoundPageId);
+    _f->goBackAndEnterAgain();
     _f->widget<QPushButton>("pushButton_viewLog")->setFocus();
-    call("onStartLogWrite");
+    heard();
+    Q_EMIT _f->tolvar.startingToWriteLog();
     QCOMPARE(focus(), QStringLiteral("the page"));
-    call("onFinishLogWrite");
-    QCOMPARE(focus(), QStringLiteral("Get Tolvar Log File"));
+    QCOMPARE(heard(), QStringList());
+    Q_EMIT _f->tolvar.finishedWriteLog();
+    QCOMPARE(heard(), QStringList({"focus: Get Tolvar Log File", "Log file written to: "}));
 }
 
 void TestPageFocus::aFinishedLogTakesNoFocusFromAnotherButton()
@@ -190,107 +256,78 @@ void TestPageFocus::aScanTakesNoFocusFromTheFields()
     QCOMPARE(passphrase->text(), QStringLiteral("abcdef"));
 }
 
-void TestPageFocus::thePageHasTheFocusDuringATest()
+void TestPageFocus::aVerdictIsAnnouncedAfterTheFocus_data()
 {
+    QTest::addColumn<QString>("result");
+    QTest::addColumn<QStringList>("expected");
+    QTest::newRow("success") << "0" << QStringList({"focus: Save network configuration", success});
+    QTest::newRow("a wrong passphrase")
+        << "1" << QStringList({"focus: Go Back", "The network was found, but the passphrase was invalid\n"});
+    QTest::newRow("an unknown network")
+        << "2" << QStringList({"focus: Go Back", "The network was not found\n"});
+    QTest::newRow("a system error")
+        << "3"
+        << QStringList{"There was an unexpected system error. Please power off and then power on the Tolvar "
+                       "and restart this utility\n"};
+}
+
+void TestPageFocus::aVerdictIsAnnouncedAfterTheFocus()
+{
+    QFETCH(QString, result);
+    QFETCH(QStringList, expected);
     _f->goTo(TestNetworkPageId);
     QCOMPARE(focus(), QStringLiteral("the page"));
+    heard();
+    _f->finishTest(result);
+    QCOMPARE(heard(), expected);
 }
 
-void TestPageFocus::aVerdictMovesTheFocus_data()
-{
-    QTest::addColumn<QString>("verdict");
-    QTest::addColumn<QString>("focused");
-    QTest::newRow("to the save button after success") << "0"
-                                                      << "Save network configuration";
-    QTest::newRow("to Go Back after a wrong passphrase") << "1"
-                                                         << "Go Back";
-    QTest::newRow("to Go Back after an unknown network") << "2"
-                                                         << "Go Back";
-    QTest::newRow("nowhere after a system error") << "3"
-                                                  << "the page";
-}
-
-void TestPageFocus::aVerdictMovesTheFocus()
-{
-    QFETCH(QString, verdict);
-    QFETCH(QString, focused);
-    _f->goTo(TestNetworkPageId);
-    _f->finishTest(verdict);
-    QCOMPARE(focus(), focused);
-}
-
-void TestPageFocus::aVerdictOnAnotherPageMovesNoFocus()
+void TestPageFocus::aVerdictOnAnotherPageIsIgnored()
 {
     _f->goTo(TestNetworkPageId);
     _f->wizard.back();
-    QCOMPARE(_f->wizard.currentId(), int(ChooseNetworkPageId));
-    auto *passphrase = _f->widget<QLineEdit>("input_Password");
-    passphrase->setFocus();
+    _f->widget<QLineEdit>("input_Password")->setFocus();
+    heard();
     for (const char *verdict : {"0", "1", "2", "3"}) {
         _f->finishTest(verdict);
         QCOMPARE(focus(), QStringLiteral("input_Password"));
+        QCOMPARE(heard(), QStringList());
     }
 }
 
-void TestPageFocus::anUnplugLeavesTheFocusAfterAVerdict()
+void TestPageFocus::afterASecondEntryEverythingIsAnnouncedOnce()
 {
     _f->goTo(TestNetworkPageId);
+    _f->goBackAndEnterAgain();
+    heard();
     _f->finishTest("0");
-    _f->tolvar.onDeviceRemoved({});
-    QCOMPARE(focus(), QStringLiteral("Save network configuration"));
-}
-
-void TestPageFocus::doneHasTheFocusAfterSaving()
-{
-    _f->goTo(TestNetworkPageId);
-    _f->finishTest("0");
-    save();
-    QCOMPARE(focus(), QStringLiteral("Save network configuration"));
-    QTRY_COMPARE(focus(), QStringLiteral("Done"));
+    QCOMPARE(heard().count(success), 1);
+    _f->widget<QPushButton>("pushButton")->click();
+    QTRY_VERIFY(spoken().contains(saved));
+    QCOMPARE(heard(), QStringList({"focus: Done", saved}));
 }
 
 void TestPageFocus::aSaveTakesNoFocusThatTheUserHasMoved()
 {
-    _f->goTo(TestNetworkPageId);
-    _f->finishTest("0");
-    save();
-    QVERIFY(isSaving());
+    testAndSave();
     moveFocusTo(QWizard::CancelButton);
     QTRY_VERIFY(!isSaving());
     QCOMPARE(focus(), QStringLiteral("Cancel"));
 }
 
-void TestPageFocus::aSaveOfADeviceThatIsGoneMovesNoFocus()
+void TestPageFocus::aSaveOfADeviceThatIsGoneIsIgnored()
 {
-    _f->goTo(TestNetworkPageId);
-    _f->finishTest("0");
-    save();
+    testAndSave();
     _f->tolvar.onDeviceRemoved({});
     QVERIFY(isSaving());
     QTRY_VERIFY(!isSaving());
     QCOMPARE(focus(), QStringLiteral("Save network configuration"));
-}
-
-void TestPageFocus::aSaveMovesNoFocusOnThePageBefore()
-{
-    _f->goTo(TestNetworkPageId);
-    _f->finishTest("0");
-    save();
-    _f->wizard.back();
-    QCOMPARE(_f->wizard.currentId(), int(ChooseNetworkPageId));
-    auto *passphrase = _f->widget<QLineEdit>("input_Password");
-    passphrase->setFocus();
-    QVERIFY(isSaving());
-    QTRY_VERIFY(!isSaving());
-    QCOMPARE(focus(), QStringLiteral("input_Password"));
+    QCOMPARE(heard(), QStringList());
 }
 
 void TestPageFocus::aTestRightAfterASaveKeepsTheFocusOnThePage()
 {
-    _f->goTo(TestNetworkPageId);
-    _f->finishTest("0");
-    save();
-    QVERIFY(isSaving());
+    testAndSave();
     _f->goBackAndEnterAgain();
     QVERIFY2(!isSaving(), "the next test has nothing to do with the save");
     QCOMPARE(focus(), QStringLiteral("the page"));

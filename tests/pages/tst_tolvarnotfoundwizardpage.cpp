@@ -8,19 +8,9 @@ class TestNotFoundPage : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void nextNeverLeadsToIt();
     void noPageNamesItAsTheNext();
     void itLeadsToTheChoosePageAtOnce();
-    void startingThereDoesNoHarm();
 };
-
-void TestNotFoundPage::nextNeverLeadsToIt()
-{
-    WizardFixture f;
-    f.goTo(4);
-    QVERIFY(!f.wizard.hasVisitedPage(2));
-    QCOMPARE(f.wizard.visitedIds(), QList<int>({0, 1, 3, 4}));
-}
 
 void TestNotFoundPage::noPageNamesItAsTheNext()
 {
@@ -30,15 +20,6 @@ void TestNotFoundPage::noPageNamesItAsTheNext()
 }
 
 void TestNotFoundPage::itLeadsToTheChoosePageAtOnce()
-{
-    const WizardFixture f;
-    const QWizardPage *page = f.wizard.page(2);
-    QVERIFY(page->isComplete());
-    QCOMPARE(page->nextId(), 3);
-    QVERIFY(!page->isFinalPage());
-}
-
-void TestNotFoundPage::startingThereDoesNoHarm()
 {
     WizardFixture f;
     f.wizard.setStartId(2);

@@ -1,0 +1,107 @@
+#include <QDialogButtonBox>
+#include <QLayout>
+#include <QTest>
+
+#include "device/zvscanresult.h"
+#include "device/zvtolvar.h"
+#include "pages/advanceddialog.h"
+#include "pages/viewdetailsdialog.h"
+#include "tests/support/reachable.h"
+#include "tests/support/scopedapplicationfont.h"
+
+namespace
+{
+ZVScanResult networkNamed(const QString &name)
+{
+    return {name, "11", "n", "WPA2 (PSK)", "U-AES M-AES", "Yes", "-75"};
+}
+} // namespace
+
+/// Tests that the dialogs show all of their contents with any font size, and stay on their screen.
+class TestDialogSizes : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theScreenHoldsTheDialog_data();
+    void theScreenHoldsTheDialog();
+    void aPlaceholderIsSeenWholeInLargeLetters();
+    void largerLettersMakeTheDialogHigher();
+    void theHeightIsThatOfTheWidthItGets_data();
+    void theHeightIsThatOfTheWidthItGets();
+};
+
+void TestDialogSizes::theScreenHoldsTheDialog_data()
+{
+    QTest::addColumn<int>("points");
+    for (const int points : {9, 16, 24, 36})
+        QTest::addRow("%d points", points) << points;
+}
+
+void TestDialogSizes::theScreenHoldsTheDialog()
+{
+    QFETCH(int, points);
+    const ScopedApplicationFont letters(points);
+    QWidget window; // dialogs open centred over it
+    window.setGeometry(QRect(window.screen()->geometry().center(), QSize(1, 1)));
+    window.show();
+    ZVTolvar tolvar;
+    AdvancedDialog advanced(&tolvar, &window);
+    advanced.show();
+    QCOMPARE(outOfReachIn(advanced).join(", "), QString());
+    for (const QString &name : {QString("Home"), QString(32, 'W')}) {
+        ZVScanResult network = networkNamed(name);
+        ViewDetailsDialog details(&network, &window);
+        details.show();
+        QCOMPARE(outOfReachIn(details).join(", "), QString());
+    }
+}
+
+void TestDialogSizes::aPlaceholderIsSeenWholeInLargeLetters()
+{
+    for (const int points : {24, 36}) {
+        const ScopedApplicationFont letters(points);
+        ZVTolvar tolvar;
+        AdvancedDialog dialog(&tolvar);
+        dialog.show();
+        for (const char *name : {"lineEdit_ipAddress", "lineEdit_syslogServer"}) {
+            const auto *field = dialog.findChild<QLineEdit *>(QLatin1String(name));
+            const int margins =
+                10; // in pixels: 2 of the frame and 2 of the field at each side, 2 for the cursor
+            const int text = field->fontMetrics().horizontalAdvance(field->placeholderText());
+            QVERIFY2(field->width() >= text + margins, name);
+        }
+    }
+}
+
+void TestDialogSizes::largerLettersMakeTheDialogHigher()
+{
+    const ScopedApplicationFont letters(16);
+    ZVScanResult network;
+    const ViewDetailsDialog dialog(&network, nullptr);
+    QCOMPARE(dialog.width(), 400);
+    QVERIFY(dialog.height() > 398);
+}
+
+void TestDialogSizes::theHeightIsThatOfTheWidthItGets_data()
+{
+    QTest::addColumn<int>("points");
+    for (const int points : {11, 16, 20, 24})
+        QTest::addRow("%d points", points) << points;
+}
+
+void TestDialogSizes::theHeightIsThatOfTheWidthItGets()
+{
+    QFETCH(int, points);
+    const ScopedApplicationFont letters(points);
+    ZVScanResult network = networkNamed("The name with thirty-two letters");
+    ViewDetailsDialog dialog(&network, nullptr);
+    dialog.show();
+    const int notesEnd = dialog.findChild<QLabel *>("label_9")->geometry().bottom();
+    const int free = dialog.findChild<QDialogButtonBox *>("buttonBox")->y() - notesEnd;
+    const int spacer = 40 + 2 * dialog.layout()->spacing();
+    QVERIFY2(dialog.height() == 398 || free <= spacer, qPrintable(QString("%1 pixels are empty").arg(free)));
+}
+
+QTEST_MAIN(TestDialogSizes)
+#include "tst_dialogsizes.moc"
