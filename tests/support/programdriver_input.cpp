@@ -35,7 +35,7 @@ void ProgramDriver::fetchLostKeyboard()
     if (!_display)
         return;
     const auto now = std::chrono::steady_clock::now();
-    if (_display->activeWindow().id != 0)
+    if (_display->activeWindowId() != 0)
         _keyboardSeen = now;
     if (now - _keyboardSeen < 500ms)
         return;
@@ -189,9 +189,9 @@ bool ProgramDriver::saveAs(const QString &path)
     const WidgetQuery save = button(QStringLiteral("Save"));
     if (!waitFor(save) || !fill(field().beside("File name:"), path))
         return false;
-    const unsigned long dialog = _display->activeWindow().id;
+    const unsigned long dialog = _display->activeWindowId();
     // A completion list of similar files may open at any moment and take the click.
-    return repeat([&] { return click(save); }, [&] { return _display->activeWindow().id != dialog; },
+    return repeat([&] { return click(save); }, [&] { return _display->activeWindowId() != dialog; },
                   QStringLiteral("the end of the save dialog"));
 }
 
