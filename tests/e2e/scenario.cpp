@@ -6,7 +6,7 @@
 
 Scenario::Scenario(const DeviceConfig &setup, const UsbBridge &bridge)
     : tolvar(bed, setup, bridge)
-    , user(screen)
+    , robot(screen)
 {
     QObject::connect(&tolvar, &PluggedTolvar::conversation, &tolvar,
                      [this](SimulatedTolvar::Speech what, const QByteArray &text) {
@@ -42,6 +42,23 @@ Scenario::~Scenario()
 bool Scenario::start()
 {
     return screen.start(qEnvironmentVariable("ZV_PROGRAM"));
+}
+
+bool Scenario::findDevice()
+{
+    return tolvar.plug() && start() && robot.waitForDevice();
+}
+
+bool Scenario::findNetworks()
+{
+    return findDevice() && robot.continueToNetworks() && robot.waitForNetworks();
+}
+
+bool Scenario::unplug()
+{
+    tolvar.unplug();
+    return screen.waitUntil([this] { return sessionLog().contains("D:****Device REMOVED: \n"); },
+                            "the removal in the session log");
 }
 
 QByteArray Scenario::sessionLog() const
@@ -84,4 +101,25 @@ QList<QByteArray> typicalLines(const QByteArray &ssid, const QByteArray &passphr
     return {"setuarttrace y",        "save", "scan",         "setuarttrace n",  "setssid " + ssid,
             "setpass " + passphrase, "test", "ant_select 0", "setssid " + ssid, "setpass " + passphrase,
             "setstaticip N",         "save", "exit"};
+}
+
+DeviceConfig openNetwork()
+{
+    DeviceConfig setup;
+    setup.configuration.network = "Library";
+    return setup;
+}
+
+QList<LogMessage> messagesOf(const QByteArray &log)
+{
+    QList<LogMessage> messages;
+    const QList<QByteArray> lines = (log.endsWith('\n') ? log.chopped(1) : log).split('\n');
+    for (const QByteArray &line : lines) {
+        static const QByteArray levels("DWCF");
+        if (line.size() > 1 && line.at(1) == ':' && levels.contains(line.at(0)))
+            messages.append({line.at(0), line.mid(2)});
+        else if (!messages.isEmpty())
+            messages.last().text += '\n' + line;
+    }
+    return messages;
 }

@@ -4,10 +4,10 @@
 
 #include "simulator/pluggedport.h"
 #include "simulator/usbtestbed.h"
-#include "tests/e2e/wizarduser.h"
+#include "tests/e2e/programrobot.h"
 #include "tests/support/programdriver.h"
 
-/// For a Qt Test function: runs a step with a Scenario's user or driver, and on failure reports the driver's
+/// For a Qt Test function: runs a step with a Scenario's robot or driver, and on failure reports the driver's
 /// message.
 #define ZV_STEP(scenario, step)                                                                              \
     do {                                                                                                     \
@@ -16,7 +16,7 @@
     } while (false)
 
 /// A run of the real program on its own simulated computer: a fresh home folder, a fresh USB test bed, a
-/// simulated Tolvar that can be plugged in, and a simulated user at the screen. When the test fails, it saves
+/// simulated Tolvar that can be plugged in, and a robot that uses the program. When the test fails, it saves
 /// the screen and the output.
 class Scenario
 {
@@ -27,8 +27,14 @@ public:
 
     /// Starts the program.
     bool start();
+    /// Plugs the device in, starts the program and waits until it has found the device.
+    bool findDevice();
+    /// Does the same, continues to the choose-network page and waits for the end of the scan.
+    bool findNetworks();
     /// Returns the current content of the session log in the home folder.
     QByteArray sessionLog() const;
+    /// Unplugs the device and waits until the program has noticed it.
+    bool unplug();
     /// Returns the path of a file in the home folder.
     QString inHome(const QString &name) const { return _home.filePath(name); }
 
@@ -50,8 +56,18 @@ public:
     UsbTestbed bed;
     PluggedTolvar tolvar;
     ProgramDriver screen;
-    WizardUser user;
+    ProgramRobot robot;
 };
 
 /// Returns the lines that the device receives, from its status on, in a run that ends with Done.
 QList<QByteArray> typicalLines(const QByteArray &ssid, const QByteArray &passphrase);
+
+/// A device that joins its network without a passphrase, so that a run needs only the Enter key.
+DeviceConfig openNetwork();
+
+/// One message of the session log: its prefix, such as 'D', and its text, which may span several lines.
+struct LogMessage {
+    char level;
+    QByteArray text;
+};
+QList<LogMessage> messagesOf(const QByteArray &log);

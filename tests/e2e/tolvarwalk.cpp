@@ -3,7 +3,7 @@
 #include <QCoreApplication>
 #include <QDir>
 
-#include "tests/e2e/wizarduser.h"
+#include "tests/e2e/programrobot.h"
 #include "tests/support/programdriver.h"
 
 using namespace onscreen;
@@ -15,77 +15,55 @@ using namespace onscreen;
 
 namespace
 {
-/// Runs a step, prints it, and saves an image of it.
-class Walk
+bool walkThrough(ProgramDriver &screen, const QDir &folder, const QString &ssid, const QString &passphrase)
 {
-public:
-    Walk(ProgramDriver &screen, const QDir &folder)
-        : _screen(screen)
-        , _folder(folder)
-    {
-    }
+    ProgramRobot robot(screen);
+    const QString details = QStringLiteral("Network Details");
+    const QString console = QStringLiteral("Console Log");
+    int count = 0;
 
-    bool step(const char *what, bool done)
-    {
+    const auto step = [](const char *what, bool done) {
         if (done)
             std::printf("[walk] %s\n", what);
         else
-            std::fprintf(stderr, "[walk] could not go on: %s\n%s\n", what, qPrintable(_screen.failure()));
+            std::fprintf(stderr, "[walk] could not go on: %s\n", what);
         std::fflush(stdout);
         return done;
-    }
+    };
+    const auto picture = [&](const char *name,
+                             const QString &title = QStringLiteral("ZV Tolvar Setup v2.3")) {
+        const QString file = QStringLiteral("%1-%2.png").arg(++count, 2, 10, QLatin1Char('0')).arg(name);
+        return screen.screenshot(folder.filePath(file), title);
+    };
 
-    bool picture(const QString &name, const QString &title = QStringLiteral("ZV Tolvar Setup v2.3"))
-    {
-        const QString path =
-            _folder.filePath(QStringLiteral("%1-%2.png").arg(++_count, 2, 10, QLatin1Char('0')).arg(name));
-        if (_screen.screenshot(path, title))
-            return true;
-        std::fprintf(stderr, "[walk] no picture: %s\n", qPrintable(path));
-        return false;
-    }
-
-private:
-    ProgramDriver &_screen;
-    const QDir _folder;
-    int _count = 0;
-};
-
-bool walkThrough(ProgramDriver &screen, const QDir &folder, const QString &ssid, const QString &passphrase)
-{
-    WizardUser user(screen);
-    Walk walk(screen, folder);
-    const QString details = QStringLiteral("Network Details");
-    const QString console = QStringLiteral("Console Log");
-    const auto wepWarning = QStringLiteral("Warning - Selected Network is configured for WEP security");
-
-    return walk.step("The wizard looks for a Tolvar.",
-                     screen.waitFor(label("Identifying ZV Tolvar")) && walk.picture("connect-searching")) &&
-           walk.step("It has found one.", user.seesTheDevice() && walk.picture("connect-found")) &&
-           walk.step("Continue: what the Tolvar reports.",
-                     user.goesOn() && screen.waitFor(label("Found Device")) && walk.picture("device")) &&
-           walk.step("Continue: the Tolvar scans for networks.",
-                     user.goesOn() && screen.waitFor(label("Found Networks:")) && walk.picture("scanning")) &&
-           walk.step("It has found some.", user.seesTheNetworks() && walk.picture("networks")) &&
-           walk.step("A look at a network's details.",
-                     user.picks("Old Barn") && screen.click(button("View Network Details...")) &&
-                         screen.waitFor(window(details)) && walk.picture("details", details) &&
-                         screen.click(button("OK")) && screen.waitUntilGone(window(details))) &&
-           walk.step("That one has WEP: Continue leads to a warning.",
-                     user.goesOn() && user.sees(wepWarning) && walk.picture("wep-warning")) &&
-           walk.step("Go Back, and take a better one.", user.goesBack() && user.picks(ssid) &&
-                                                            user.typesPassphrase(passphrase) &&
-                                                            walk.picture("network-chosen")) &&
-           walk.step("Continue: the Tolvar tries to join it.",
-                     user.goesOn() && screen.waitFor(label("Testing Network Settings")) &&
-                         walk.picture("testing")) &&
-           walk.step("It could.",
-                     user.sees("Successfully tested connection to network\n") && walk.picture("tested")) &&
-           walk.step("The configuration is saved.", user.saves() && walk.picture("saved")) &&
-           walk.step("A look at the console.",
-                     screen.click(button("Console")) && screen.waitFor(window(console)) &&
-                         walk.picture("console", console) && screen.closeWindow(console)) &&
-           walk.step("Done.", user.finishes());
+    return step("The wizard looks for a Tolvar.",
+                robot.waitForText("Identifying ZV Tolvar") && picture("connect-searching")) &&
+           step("It has found one.", robot.waitForDevice() && picture("connect-found")) &&
+           step("Continue: what the Tolvar reports.",
+                robot.continueToNext() && robot.waitForText("Found Device") && picture("device")) &&
+           step("Continue: the Tolvar scans for networks.",
+                robot.continueToNext() && robot.waitForText("Found Networks:") && picture("scanning")) &&
+           step("It has found some.", robot.waitForNetworks() && picture("networks")) &&
+           step("A look at a network's details.",
+                robot.chooseNetwork("Old Barn") && screen.click(button("View Network Details...")) &&
+                    screen.waitFor(window(details)) && picture("details", details) &&
+                    screen.click(button("OK")) && screen.waitUntilGone(window(details))) &&
+           step("That one has WEP: Continue leads to a warning.",
+                robot.continueToNext() &&
+                    robot.waitForText("Warning - Selected Network is configured for WEP security") &&
+                    picture("wep-warning")) &&
+           step("Go Back, and take a better one.", robot.goBack() && robot.chooseNetwork(ssid) &&
+                                                       robot.typePassphrase(passphrase) &&
+                                                       picture("network-chosen")) &&
+           step("Continue: the Tolvar tries to join it.", robot.continueToNext() &&
+                                                              robot.waitForText("Testing Network Settings") &&
+                                                              picture("testing")) &&
+           step("It could.", robot.waitForSuccess() && picture("tested")) &&
+           step("The configuration is saved.", robot.save() && picture("saved")) &&
+           step("A look at the console.", screen.click(button("Console")) &&
+                                              screen.waitFor(window(console)) &&
+                                              picture("console", console) && screen.closeWindow(console)) &&
+           step("Done.", robot.finish());
 }
 } // namespace
 
@@ -98,17 +76,10 @@ int main(int argc, char *argv[])
         return 2;
     }
     const QDir folder(arguments.at(2));
-    if (!folder.mkpath(".")) {
-        std::fprintf(stderr, "tolvarwalk: can't make the folder %s\n", qPrintable(folder.path()));
-        return 2;
-    }
-
     ProgramDriver screen;
-    if (!screen.start(arguments.at(1))) {
+    if (!folder.mkpath(".") || !screen.start(arguments.at(1)) ||
+        !walkThrough(screen, folder, arguments.at(3), arguments.at(4))) {
         std::fprintf(stderr, "[walk] %s\n", qPrintable(screen.failure()));
-        return 1;
-    }
-    if (!walkThrough(screen, folder, arguments.at(3), arguments.at(4))) {
         screen.leaveEvidence(folder.filePath("failure"));
         return 1;
     }

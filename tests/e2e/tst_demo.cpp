@@ -28,6 +28,7 @@ private:
 
     QProcess _demo; ///< becomes tolvarsim, and the wizard is its child process
     AccessibleTree _tree;
+    QString _tty;    ///< the name of the port
     QString _screen; ///< the last content of the wizard
 };
 
@@ -37,6 +38,7 @@ void TestDemo::cleanup()
         ::kill(static_cast<pid_t>(wizard()), SIGTERM);
     if (_demo.state() == QProcess::Running && !_demo.waitForFinished())
         _demo.kill();
+    QFile::remove("/var/lock/LCK.." + _tty); // a terminated program leaves its lock file
 }
 
 qint64 TestDemo::wizard() const
@@ -67,9 +69,8 @@ void TestDemo::theWizardIsInTheUsersLanguageAndFindsTheDevice()
     environment.insert("LC_ALL", "de_DE.UTF-8");
     _demo.setProcessEnvironment(environment);
     // The lock files of serial ports are real, so the port has a name that no other test uses.
-    const QString tty =
-        QStringLiteral("ttyUSB%1").arg(800000000 + QCoreApplication::applicationPid() % 90000000);
-    _demo.start(ZV_DEMO, {ZV_BUILD, demo.path(), "--tty", tty});
+    _tty = QStringLiteral("ttyUSB%1").arg(800000000 + QCoreApplication::applicationPid() % 90000000);
+    _demo.start(ZV_DEMO, {ZV_BUILD, demo.path(), "--tty", _tty});
 
     QTRY_VERIFY2_WITH_TIMEOUT(shows(label(found).in(title)), qPrintable(_screen), 30000);
     QVERIFY2(QFileInfo(demo.filePath("zvinstall.log")).isFile(), "the session log is in the demo's folder");

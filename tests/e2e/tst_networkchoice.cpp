@@ -6,25 +6,8 @@ using namespace onscreen;
 
 namespace
 {
-/// Starts the program with the device plugged in and waits for the networks of the first scan.
-bool seesTheNetworks(Scenario &s)
-{
-    return s.tolvar.plug() && s.start() && s.user.seesTheDevice() && s.user.goesToTheNetworks() &&
-           s.user.seesTheNetworks();
-}
-
-/// Moves the focus to the list.
-bool entersTheList(Scenario &s)
-{
-    for (int presses = 0; presses < 12 && !s.screen.find(list().focused()); ++presses) {
-        if (!s.screen.pressKey("Tab"))
-            return false;
-    }
-    return s.screen.waitFor(list().focused());
-}
-
 /// Waits until \a network is highlighted and is the one in the Network field.
-bool hasChosen(Scenario &s, const QString &network)
+bool isChosen(Scenario &s, const QString &network)
 {
     return s.screen.waitFor(row(network).selected()) &&
            s.screen.waitFor(field().beside("Network").withText(network));
@@ -37,153 +20,122 @@ class TestNetworkChoice : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void enteringTheListSelectsNothing();
-    void arrowKeysChooseANetwork();
-    void spaceChoosesTheRowThatTabEnters();
-    void typingTheFirstLettersChoosesANetwork();
+    void keysChooseANetwork();
     void aPressThatSlipsToAnotherRowChoosesThatRow();
-    void aNonAsciiNameIsChosenByKeyboard();
-    void arrowKeysChooseNothingDuringAScan();
-    void arrowKeysChooseANetworkAfterTheSecondEntry();
-    void aDoubleClickOpensOneDialog();
-    void anUnplugClearsTheChoice();
+    void theDetailsOfANetwork();
+    void anSsidIsSentAsItWasReceived();
+    void lookingForNetworksAgainReplacesTheListAndSavesWhatWasTested();
 };
 
-void TestNetworkChoice::enteringTheListSelectsNothing()
-{
-    Scenario s;
-    ZV_STEP(s, seesTheNetworks(s));
-    ZV_STEP(s, entersTheList(s));
-    QVERIFY(!s.screen.find(row().selected()));
-    QCOMPARE(s.screen.text(field().beside("Network")), QStringLiteral("Workshop"));
-}
-
-void TestNetworkChoice::arrowKeysChooseANetwork()
-{
-    Scenario s;
-    ZV_STEP(s, seesTheNetworks(s));
-    const QStringList networks = s.screen.names(row());
-    ZV_STEP(s, entersTheList(s));
-    for (const QString &network : networks) {
-        ZV_STEP(s, s.screen.pressKey("Down"));
-        ZV_STEP(s, hasChosen(s, network));
-    }
-    ZV_STEP(s, s.screen.pressKey("Home"));
-    ZV_STEP(s, hasChosen(s, networks.constFirst()));
-    ZV_STEP(s, s.screen.pressKey("End"));
-    ZV_STEP(s, hasChosen(s, networks.constLast()));
-    ZV_STEP(s, s.screen.pressKey("Up"));
-    ZV_STEP(s, hasChosen(s, networks.at(networks.size() - 2)));
-}
-
-void TestNetworkChoice::spaceChoosesTheRowThatTabEnters()
+void TestNetworkChoice::keysChooseANetwork()
 {
     DeviceConfig setup; // no names that begin with a space: the list would continue to one of them
     setup.air.removeIf([](const TolvarNetwork &network) { return network.ssid.startsWith(' '); });
     Scenario s(setup);
-    ZV_STEP(s, seesTheNetworks(s));
+    ZV_STEP(s, s.findNetworks());
     const QStringList networks = s.screen.names(row());
-    ZV_STEP(s, s.screen.click(field().beside("Passphrase")));
-    ZV_STEP(s, entersTheList(s));
+    ZV_STEP(s, s.robot.tabTo(field().beside("Passphrase")));
+    ZV_STEP(s, s.robot.tabTo(list()));
     QVERIFY(!s.screen.find(row().selected()));
-    ZV_STEP(s, s.screen.pressKey("space"));
-    ZV_STEP(s, hasChosen(s, networks.constFirst()));
-}
-
-void TestNetworkChoice::typingTheFirstLettersChoosesANetwork()
-{
-    Scenario s;
-    ZV_STEP(s, seesTheNetworks(s));
-    ZV_STEP(s, entersTheList(s));
-    ZV_STEP(s, s.screen.typeText("old"));
-    ZV_STEP(s, hasChosen(s, "Old Barn"));
+    QCOMPARE(s.screen.text(field().beside("Network")), QStringLiteral("Workshop"));
+    const std::pair<QString, QString> choices[] = {
+        {"space", networks.constFirst()},
+        {"Down", networks.at(1)},
+        {"End", networks.constLast()},
+        {"Home", networks.constFirst()},
+    };
+    for (const auto &[key, network] : choices) {
+        ZV_STEP(s, s.screen.pressKey(key));
+        ZV_STEP(s, isChosen(s, network));
+    }
 }
 
 void TestNetworkChoice::aPressThatSlipsToAnotherRowChoosesThatRow()
 {
     Scenario s;
-    ZV_STEP(s, seesTheNetworks(s));
+    ZV_STEP(s, s.findNetworks());
     ZV_STEP(s, s.screen.drag(row("Library"), row("Old Barn")));
-    ZV_STEP(s, hasChosen(s, "Old Barn"));
-    ZV_STEP(s, s.user.typesPassphrase("0123456789"));
-    ZV_STEP(s, s.user.goesOn());
-    ZV_STEP(s, s.user.sees("Warning - Selected Network is configured for WEP security"));
-    ZV_STEP(s, s.user.goesOn());
-    ZV_STEP(s, s.user.sees("Successfully tested connection to network\n"));
-    ZV_STEP(s, s.user.saves());
-    QCOMPARE(s.deviceState().saved.network, QByteArray("Old Barn"));
+    ZV_STEP(s, isChosen(s, "Old Barn"));
+    ZV_STEP(s, s.robot.continueToNext());
+    ZV_STEP(s, s.robot.waitForText("Warning - Selected Network is configured for WEP security"));
 }
 
-void TestNetworkChoice::aNonAsciiNameIsChosenByKeyboard()
+void TestNetworkChoice::theDetailsOfANetwork()
 {
-    const QByteArray ssid = "Caf\xC3\xA9 Br\xC3\xBC"
-                            "cke";
-    const QString shown = QString::fromLatin1(ssid); // each byte is one character
+    const QString details = "Network Details";
     Scenario s;
-    ZV_STEP(s, seesTheNetworks(s));
-    ZV_STEP(s, entersTheList(s));
-    ZV_STEP(s, s.screen.typeText("c"));
-    ZV_STEP(s, hasChosen(s, shown));
-    ZV_STEP(s, s.user.typesPassphrase("Milchkaffee"));
-    ZV_STEP(s, s.user.goesOn());
-    ZV_STEP(s, s.user.sees("Successfully tested connection to network\n"));
-    ZV_STEP(s, s.user.saves());
-    QCOMPARE(s.deviceState().saved.network, ssid);
-}
+    ZV_STEP(s, s.findNetworks());
+    ZV_STEP(
+        s, s.screen.doubleClick(row("Old Barn"), [&] { return s.screen.find(window(details)).has_value(); }));
+    for (const char *value : {"Old Barn", "11", "WEP", "WEP40", "-71"})
+        ZV_STEP(s, s.screen.waitFor(label(value).in(details)));
+    ZV_STEP(s, s.screen.click(button("OK")));
+    ZV_STEP(s, s.screen.waitUntilGone(window(details)));
+    ZV_STEP(s, isChosen(s, "Old Barn"));
 
-void TestNetworkChoice::arrowKeysChooseNothingDuringAScan()
-{
-    DeviceConfig slow;
-    slow.delays.scan = 60000; // longer than the test takes
-    Scenario s(slow);
-    QVERIFY(s.tolvar.plug());
-    ZV_STEP(s, s.start());
-    ZV_STEP(s, s.user.seesTheDevice());
-    ZV_STEP(s, s.user.goesToTheNetworks());
-    ZV_STEP(s, entersTheList(s));
-    ZV_STEP(s, s.screen.pressKey("End"));
-    ZV_STEP(s, s.screen.waitFor(row("Please Wait....").selected()));
-    QCOMPARE(s.screen.text(field().beside("Network")), QStringLiteral("Workshop"));
-}
-
-void TestNetworkChoice::arrowKeysChooseANetworkAfterTheSecondEntry()
-{
-    Scenario s;
-    ZV_STEP(s, seesTheNetworks(s));
-    ZV_STEP(s, s.user.goesBack());
-    ZV_STEP(s, s.user.goesOn());
-    ZV_STEP(s, s.screen.waitFor(label("Found Networks:")));
-    ZV_STEP(s, s.user.seesTheNetworks());
-    ZV_STEP(s, entersTheList(s));
-    ZV_STEP(s, s.screen.typeText("old"));
-    ZV_STEP(s, hasChosen(s, "Old Barn"));
-}
-
-void TestNetworkChoice::aDoubleClickOpensOneDialog()
-{
-    Scenario s;
-    ZV_STEP(s, seesTheNetworks(s));
-    ZV_STEP(s, s.screen.doubleClick(row("Old Barn"),
-                                    [&s] { return s.screen.find(window("Network Details")).has_value(); }));
-    ZV_STEP(s, s.screen.waitFor(label("Old Barn").in("Network Details")));
+    ZV_STEP(s, s.robot.typeNetwork("Far away"));
+    ZV_STEP(s, s.screen.click(button("View Network Details...")));
+    ZV_STEP(s, s.screen.waitFor(label("Not Found").in(details)));
     ZV_STEP(s, s.screen.pressKey("Escape"));
-    ZV_STEP(s, s.screen.waitUntilGone(window("Network Details")));
-    ZV_STEP(s, hasChosen(s, "Old Barn"));
-    QCOMPARE(s.sessionLog().count("D:View Details Button Clicked \n"), 1);
+    ZV_STEP(s, s.screen.waitUntilGone(window(details)));
+    QCOMPARE(s.sessionLog().count("D:View Details Button Clicked \n"), 2);
+    QCOMPARE(s.sessionLog().count("D: OK \n"), 1);
 }
 
-void TestNetworkChoice::anUnplugClearsTheChoice()
+void TestNetworkChoice::anSsidIsSentAsItWasReceived()
+{
+    TolvarNetwork odd;
+    odd.ssid = "Caf\xC3\xA9 ";
+    for (char byte = 1; byte < 0x20; ++byte) {
+        if (!QByteArray("\x02\x03\t\n\r").contains(byte))
+            odd.ssid += byte;
+    }
+    odd.ssid += 'y';
+    odd.passphrase = "Milchkaffee";
+    odd.security = "WPA2";
+    TolvarNetwork other;
+    other.ssid = "Other";
+    DeviceConfig setup;
+    setup.air = {other, odd};
+    Scenario s(setup);
+    ZV_STEP(s, s.findNetworks());
+    ZV_STEP(s, s.robot.tabTo(list()));
+    ZV_STEP(s, s.screen.typeText("c"));
+    ZV_STEP(s, isChosen(s, QString::fromLatin1(odd.ssid))); // each byte is one character
+    ZV_STEP(s, s.robot.typePassphrase("Milchkaffee"));
+    ZV_STEP(s, s.robot.continueToNext());
+    ZV_STEP(s, s.robot.waitForSuccess());
+    ZV_STEP(s, s.robot.save());
+    ZV_STEP(s, s.robot.finish());
+    QCOMPARE(s.receivedSinceStatus(), typicalLines(odd.ssid, "Milchkaffee"));
+    QCOMPARE(s.deviceState().saved.network, odd.ssid);
+}
+
+// The device saves the last values that it was given, and each scan makes it save.
+void TestNetworkChoice::lookingForNetworksAgainReplacesTheListAndSavesWhatWasTested()
 {
     Scenario s;
-    ZV_STEP(s, seesTheNetworks(s));
-    ZV_STEP(s, entersTheList(s));
-    ZV_STEP(s, s.screen.typeText("old"));
-    ZV_STEP(s, hasChosen(s, "Old Barn"));
-    s.tolvar.unplug();
-    ZV_STEP(s, s.screen.waitUntilGone(row()));
-    ZV_STEP(s, s.screen.waitFor(field().beside("Network").withText("")));
-    ZV_STEP(s, s.screen.pressKey("Down"));
-    ZV_STEP(s, s.screen.waitFor(button("Continue").disabled()));
+    ZV_STEP(s, s.findNetworks());
+    ZV_STEP(s, s.robot.typePassphrase("wrong  one"));
+    ZV_STEP(s, s.robot.continueToNext());
+    ZV_STEP(s, s.robot.pressFocused("Go Back"));
+    ZV_STEP(s, s.screen.waitFor(field().beside("Passphrase").withText("wrong  one")));
+    QCOMPARE(s.deviceState().saved.passphrase, QByteArray("correct horse battery"));
+    s.tolvar.reconfigure([](DeviceConfig &setup) {
+        setup.air = {setup.air.constFirst()};
+        setup.air.first().ssid = "Just switched on";
+    });
+    ZV_STEP(s, s.screen.click(button("Look for Networks...")));
+    ZV_STEP(s, s.screen.waitFor(row("Just switched on")));
+    ZV_STEP(s, s.robot.waitForNetworks());
+    QCOMPARE(s.screen.names(row()), QStringList{"Just switched on"});
+    ZV_STEP(s, s.screen.click(button("Cancel")));
+    ZV_STEP(s, s.screen.waitForEnd());
+    QCOMPARE(s.deviceState().saved.passphrase, QByteArray("wrong  one"));
+    QCOMPARE(s.receivedSinceStatus(),
+             QList<QByteArray>({"setuarttrace y", "save", "scan", "setuarttrace n", "setssid Workshop",
+                                "setpass wrong  one", "test", "setuarttrace y", "save", "scan",
+                                "setuarttrace n", "exit"}));
 }
 
 QTEST_GUILESS_MAIN(TestNetworkChoice)

@@ -1,8 +1,5 @@
-#include <chrono>
-
 #include <QRegularExpression>
 #include <QTest>
-#include <QTimer>
 
 #include "tests/e2e/scenario.h"
 
@@ -10,47 +7,33 @@ using namespace onscreen;
 
 namespace
 {
-QByteArray ssid()
-{
-    return "The name with thirty-two letters";
-}
-QByteArray passphrase()
-{
-    return "as long as it may be";
-}
+constexpr const char *ssid = "The name with thirty-two letters";
+constexpr const char *passphrase = "as long as it may be";
 
-/// One message of the session log: its prefix and its text, which may span several lines.
-struct Message {
-    char level;
-    QString text;
-};
-
-QList<Message> messagesOf(const QByteArray &log)
+/// Returns whether Qt logged the message because the driver asked the accessibility bus about a widget that
+/// has been deleted meanwhile.
+bool isOfDriver(const LogMessage &message)
 {
-    QList<Message> messages;
-    QString text = QString::fromUtf8(log);
-    if (text.endsWith('\n'))
-        text.chop(1);
-    for (const QString &line : text.split('\n')) {
-        static const QRegularExpression start("^[DWCF]:");
-        if (start.match(line).hasMatch())
-            messages.append({line.at(0).toLatin1(), line.mid(2)});
-        else if (!messages.isEmpty())
-            messages.last().text += '\n' + line;
-    }
-    // The driver reads the screen through the accessibility bus, and Qt warns when a widget has been deleted
-    // meanwhile.
-    messages.removeIf([](const Message &message) {
-        static const QRegularExpression warning(
-            "^(WARNING Qt AtSpiAdaptor: )?(Could not find accessible on path|Accessible invalid): ");
-        return warning.match(message.text).hasMatch();
-    });
-    return messages;
+    static const QRegularExpression warning(
+        "^(WARNING Qt AtSpiAdaptor: )?(Could not find accessible on path|Accessible invalid): ");
+    return warning.match(QString::fromUtf8(message.text)).hasMatch();
 }
 
 QString sent(const QString &command)
 {
     return "--> \"" + command + "\r\n\" ";
+}
+
+void verifySaved(Scenario &s)
+{
+    QCOMPARE(s.screen.exitCode(), 0);
+    QCOMPARE(s.receivedSinceStatus(), typicalLines(ssid, passphrase));
+    const TolvarState state = s.deviceState();
+    QCOMPARE(state.saved.network, QByteArray(ssid));
+    QCOMPARE(state.saved.passphrase, QByteArray(passphrase));
+    QCOMPARE(state.saved.antenna, QByteArray("0"));
+    QCOMPARE(state.saved.useStaticIP, QByteArray("N"));
+    QVERIFY2(state.exited, "the device was expected to be told to leave its setup mode");
 }
 } // namespace
 
@@ -61,165 +44,43 @@ class TestTypicalRun : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void presentAtTheStart_data();
-    void presentAtTheStart();
-    void pluggedInTwoSecondsAfterTheStart();
-    void pluggedOutAndInOnTheConnectPage();
-    void pluggedOutAndInDuringAScan();
-    void foreignPortsAreLeftAlone();
-    void commandsArePacedAtTenMillisecondsAByte();
+    void presentAtTheStartBesideForeignPorts();
+    void pluggedInLaterAndReplugged();
     void theSessionLogLineByLine();
 };
 
-namespace
+void TestTypicalRun::presentAtTheStartBesideForeignPorts()
 {
-/// Continues from the choose-network page.
-bool choosesAndSaves(Scenario &s)
-{
-    return s.user.seesTheNetworks() && s.user.picks(ssid()) && s.user.typesPassphrase(passphrase()) &&
-           s.user.goesOn() && s.user.sees("Successfully tested connection to network\n") && s.user.saves() &&
-           s.user.finishes();
-}
-
-/// Goes through the whole run, with a device that is plugged in or about to be.
-bool walksThrough(Scenario &s)
-{
-    return s.user.seesTheDevice() && s.user.goesToTheNetworks() && choosesAndSaves(s);
-}
-} // namespace
-
-// Verifies the result of the run.
-#define VERIFY_SAVED(scenario)                                                                               \
-    do {                                                                                                     \
-        QCOMPARE((scenario).screen.exitCode(), 0);                                                           \
-        const QList<QByteArray> lines = (scenario).receivedSinceStatus();                                    \
-        QCOMPARE(lines, typicalLines(ssid(), passphrase()));                                                 \
-        const TolvarState state = (scenario).deviceState();                                                  \
-        QCOMPARE(state.saved.network, ssid());                                                               \
-        QCOMPARE(state.saved.passphrase, passphrase());                                                      \
-        QCOMPARE(state.saved.antenna, QByteArray("0"));                                                      \
-        QCOMPARE(state.saved.useStaticIP, QByteArray("N"));                                                  \
-        QVERIFY2(state.exited, "the device was expected to be told to leave its setup mode");                \
-    } while (false)
-
-void TestTypicalRun::presentAtTheStart_data()
-{
-    QTest::addColumn<bool>("prolific");
-    QTest::newRow("0403:6001") << false;
-    QTest::newRow("067b:2303") << true;
-}
-
-void TestTypicalRun::presentAtTheStart()
-{
-    QFETCH(bool, prolific);
-    Scenario s(DeviceConfig(), prolific ? UsbBridge::prolific() : UsbBridge::ftdi());
-    QVERIFY(s.tolvar.plug());
-    ZV_STEP(s, s.start());
-    ZV_STEP(s, s.screen.waitFor(label("Getting status")));
-    ZV_STEP(s, walksThrough(s));
-    QCOMPARE(s.received().mid(0, 2), QList<QByteArray>({"C", "get"}));
-    QCOMPARE(s.received().count("get"), 1);
-    VERIFY_SAVED(s);
-}
-
-void TestTypicalRun::pluggedInTwoSecondsAfterTheStart()
-{
-    Scenario s;
-    ZV_STEP(s, s.start());
-    ZV_STEP(s, s.user.seesTheSearch());
-    QTimer after;
-    after.setSingleShot(true);
-    after.start(2000);
-    QTRY_VERIFY(!after.isActive());
-    ZV_STEP(s, s.user.seesTheSearch());
-    QVERIFY(s.tolvar.plug());
-    ZV_STEP(s, s.screen.waitFor(label("Getting status")));
-    ZV_STEP(s, walksThrough(s));
-    VERIFY_SAVED(s);
-    QCOMPARE(s.received().count("get"), 2); // both controllers send it
-}
-
-void TestTypicalRun::pluggedOutAndInOnTheConnectPage()
-{
-    Scenario s;
-    QVERIFY(s.tolvar.plug());
-    ZV_STEP(s, s.start());
-    ZV_STEP(s, s.user.seesTheDevice());
-    s.tolvar.unplug();
-    ZV_STEP(s, s.user.seesTheSearch());
-    QVERIFY(s.tolvar.plug());
-    ZV_STEP(s, walksThrough(s));
-    VERIFY_SAVED(s);
-}
-
-void TestTypicalRun::pluggedOutAndInDuringAScan()
-{
-    DeviceConfig slow;
-    slow.delays.scan = 60000; // the unplugging ends it, it does not end by itself
-    Scenario s(slow);
-    QVERIFY(s.tolvar.plug());
-    ZV_STEP(s, s.start());
-    ZV_STEP(s, s.user.seesTheDevice());
-    ZV_STEP(s, s.user.goesToTheNetworks());
-    QVERIFY(s.deviceGets("scan"));
-    s.tolvar.unplug();
-    ZV_STEP(s, s.screen.waitUntilGone(row("Please Wait....")));
-    s.tolvar.reconfigure([](DeviceConfig &setup) { setup.delays.scan = 0; });
-    QVERIFY(s.tolvar.plug());
-    // The status restores the name, which enables Continue; the scan starts again with the page.
-    ZV_STEP(s, s.screen.waitFor(field().beside("Network").withText("Workshop")));
-    ZV_STEP(s, s.user.goesBack());
-    ZV_STEP(s, s.user.goesOn());
-    ZV_STEP(s, choosesAndSaves(s));
-    VERIFY_SAVED(s);
-}
-
-void TestTypicalRun::foreignPortsAreLeftAlone()
-{
-    Scenario s;
+    Scenario s(DeviceConfig(), UsbBridge::prolific());
     ForeignPort ftdi(s.bed);
     ForeignPort ch340(s.bed, UsbBridge::foreignCh340());
     QVERIFY(ftdi.plug());
     QVERIFY(ch340.plug());
     QVERIFY(s.tolvar.plug());
     ZV_STEP(s, s.start());
-    ZV_STEP(s, walksThrough(s));
-    VERIFY_SAVED(s);
+    ZV_STEP(s, s.robot.waitForText("Getting status"));
+    ZV_STEP(s, s.robot.complete(ssid, passphrase));
+    QCOMPARE(s.received().mid(0, 2), QList<QByteArray>({"C", "get"}));
+    QCOMPARE(s.received().count("get"), 1);
+    verifySaved(s);
     ftdi.catchUp();
     ch340.catchUp();
     QCOMPARE(ftdi.received(), QByteArray());
     QCOMPARE(ch340.received(), QByteArray());
 }
 
-void TestTypicalRun::commandsArePacedAtTenMillisecondsAByte()
+void TestTypicalRun::pluggedInLaterAndReplugged()
 {
     Scenario s;
-    QVERIFY(s.tolvar.plug());
     ZV_STEP(s, s.start());
-    ZV_STEP(s, s.user.seesTheDevice());
-    ZV_STEP(s, s.user.goesToTheNetworks());
-    ZV_STEP(s, s.user.seesTheNetworks());
-    ZV_STEP(s, s.user.picks(ssid()));
-    ZV_STEP(s, s.user.typesPassphrase(passphrase()));
-    const qint64 beforeTheClick = std::chrono::steady_clock::now().time_since_epoch().count();
-    ZV_STEP(s, s.user.goesOn());
-    ZV_STEP(s, s.user.sees("Successfully tested connection to network\n"));
-    ZV_STEP(s, s.user.saves());
-    ZV_STEP(s, s.user.finishes());
-    const TolvarState state = s.deviceState();
-
-    // The three commands of the test follow each other, starting with the click. A byte arrives at its due
-    // time or later, so none of the commands may be complete before the due time of its bytes, counted from
-    // the click.
-    const qsizetype firstLine = state.lineTexts().indexOf("setssid " + ssid());
-    const qsizetype firstByte = state.lines.at(firstLine).firstByte;
-    for (qsizetype line = firstLine; line < firstLine + 3; ++line) {
-        const TolvarLine &command = state.lines.at(line);
-        const qsizetype lastByte = command.firstByte + command.text.size() + 1;
-        const double through = double(state.bytes.at(lastByte).time - beforeTheClick) / 1e6;
-        QVERIFY2(through >= double(lastByte - firstByte) * 10,
-                 qPrintable(QString("%1 was through after %2 ms").arg(command.text).arg(through)));
-    }
+    ZV_STEP(s, s.robot.waitForSearch());
+    QVERIFY(s.tolvar.plug());
+    ZV_STEP(s, s.robot.waitForDevice());
+    s.tolvar.unplug();
+    ZV_STEP(s, s.robot.waitForSearch());
+    QVERIFY(s.tolvar.plug());
+    ZV_STEP(s, s.robot.complete(ssid, passphrase));
+    verifySaved(s);
 }
 
 void TestTypicalRun::theSessionLogLineByLine()
@@ -228,15 +89,14 @@ void TestTypicalRun::theSessionLogLineByLine()
     QVERIFY(s.tolvar.plug());
     const QString port = QString::fromLatin1(s.tolvar.ttyName());
     ZV_STEP(s, s.start());
-    ZV_STEP(s, walksThrough(s));
-
-    const QByteArray log = s.sessionLog();
-    QList<Message> messages = messagesOf(log);
+    ZV_STEP(s, s.robot.complete(ssid, passphrase));
+    QList<LogMessage> messages = messagesOf(s.sessionLog());
+    messages.removeIf(isOfDriver);
 
     // The raw output of the device: everything that it sent, split into the reads in which it arrived, each
     // followed by one space.
-    QString raw;
-    for (const Message &message : messages) {
+    QByteArray raw;
+    for (const LogMessage &message : std::as_const(messages)) {
         if (message.level != 'W')
             continue;
         QVERIFY2(message.text.endsWith(' '), "a read is logged with one blank behind it");
@@ -251,11 +111,12 @@ void TestTypicalRun::theSessionLogLineByLine()
     static const QRegularExpression asked(R"(^(Sysid: "(TOLVAR-4711)?" |nextId ".*" |"[^"]*" )$)");
     QStringList told;
     QStringList queries;
-    for (const Message &message : messages) {
+    for (const LogMessage &message : std::as_const(messages)) {
         if (message.level == 'W')
             continue;
         QCOMPARE(message.level, 'D');
-        (asked.match(message.text).hasMatch() ? queries : told) += message.text;
+        const QString text = QString::fromUtf8(message.text);
+        (asked.match(text).hasMatch() ? queries : told) += text;
     }
 
     const QStringList description = {"port name: \"" + port + "\" ",
@@ -280,16 +141,17 @@ void TestTypicalRun::theSessionLogLineByLine()
     submitted({"setuarttrace y", "save", "scan"});
     expected += QStringList{"->IN_RESPONSE_RECEIVE and Scanning ", "->IN_PROMPT - end scaning "};
     submitted({"setuarttrace n"});
-    expected += QStringList{"Password Edit: \"" + passphrase() + "\" "};
-    submitted({"setssid " + ssid(), "setpass " + passphrase(), "test"});
+    const QString setssid = QStringLiteral("setssid ") + ssid;
+    const QString setpass = QStringLiteral("setpass ") + passphrase;
+    expected += QStringList{QStringLiteral("Password Edit: \"%1\" ").arg(passphrase)};
+    submitted({setssid, setpass, "test"});
     expected += QStringList{"->IN_RESPONSE_RECEIVE and testing ", "->IN_PROMPT - end testing "};
-    submitted(
-        {"ant_select 0", "setssid " + ssid(), "setpass " + passphrase(), "setstaticip N", "save", "exit"});
+    submitted({"ant_select 0", setssid, setpass, "setstaticip N", "save", "exit"});
     QCOMPARE(told, expected);
 
     for (const QString &query : {QString("Sysid: \"\" "), QString("Sysid: \"TOLVAR-4711\" "),
-                                 QString("nextId \"" + passphrase() + "\" "), QString("\"Workshop\" "),
-                                 QString("\"" + ssid() + "\" ")})
+                                 QStringLiteral("nextId \"%1\" ").arg(passphrase), QString("\"Workshop\" "),
+                                 QStringLiteral("\"%1\" ").arg(ssid)})
         QVERIFY2(queries.contains(query), qPrintable("expected in the session log: " + query));
 }
 

@@ -10,24 +10,6 @@
 
 namespace
 {
-struct Message {
-    char level;
-    QByteArray text;
-};
-
-QList<Message> messagesOf(const QByteArray &log)
-{
-    QList<Message> messages;
-    for (const QByteArray &line : log.split('\n')) {
-        static const QByteArray levels("DWCF");
-        if (line.size() > 1 && line.at(1) == ':' && levels.contains(line.at(0)))
-            messages.append({line.at(0), line.mid(2)});
-        else if (!messages.isEmpty())
-            messages.last().text += '\n' + line;
-    }
-    return messages;
-}
-
 QByteArray withoutReferences(QByteArray text)
 {
     return text.replace("&lt;", "<")
@@ -51,7 +33,7 @@ QByteArrayList readings(const QByteArray &log)
     QByteArray receivedOnce; // with two readers, the log contains each message twice
     QByteArray everything;
     QByteArray previous;
-    for (const Message &message : messagesOf(log)) {
+    for (const LogMessage &message : messagesOf(log)) {
         const QByteArray text = message.text.endsWith(' ') ? message.text.chopped(1) : message.text;
         everything += text;
         if (message.level != 'W')
@@ -82,29 +64,25 @@ QByteArrayList writings(const QString &passphrase)
     return writings;
 }
 
-/// Returns where a passphrase is found; empty if it is not found.
-QByteArray findIn(const QByteArray &log, const QString &passphrase)
+/// Returns the pieces of a passphrase that are five characters long.
+QByteArrayList piecesOf(const QString &passphrase)
 {
-    for (const QByteArray &reading : readings(log)) {
-        for (const QByteArray &writing : writings(passphrase)) {
-            const qsizetype at = reading.toLower().indexOf(writing.toLower());
-            if (at >= 0)
-                return "..." + reading.mid(at - 60, writing.size() + 120) + "...";
-        }
-    }
-    return {};
+    constexpr int length = 5;
+    QByteArrayList pieces;
+    for (int start = 0; start + length <= passphrase.size(); ++start)
+        pieces += passphrase.mid(start, length).toUtf8();
+    return pieces;
 }
 
-/// Returns a piece of a passphrase, five characters long, that is found in what the device sent.
-QByteArray findPieceIn(const QByteArray &log, const QString &passphrase)
+/// Returns where one of \a texts is found, in upper or lower case; empty if none is.
+QByteArray findAny(const QByteArrayList &texts, const QByteArrayList &readings)
 {
-    constexpr int piece = 5;
-    for (int start = 0; start + piece <= passphrase.size(); ++start) {
-        const QByteArray text = passphrase.mid(start, piece).toUtf8();
-        for (const QByteArray &reading : readings(log)) {
-            const qsizetype at = reading.indexOf(text);
+    for (const QByteArray &reading : readings) {
+        const QByteArray lower = reading.toLower();
+        for (const QByteArray &text : texts) {
+            const qsizetype at = lower.indexOf(text.toLower());
             if (at >= 0)
-                return text + " in ..." + reading.mid(at - 60, 120) + "...";
+                return text + " in ..." + reading.mid(at - 60, text.size() + 120) + "...";
         }
     }
     return {};
@@ -161,26 +139,25 @@ void TestReportPassphrases::aRunLeavesNoneInTheReport_data()
 
 bool TestReportPassphrases::walks(Scenario &s, const Run &run)
 {
-    if (!s.user.seesTheDevice())
+    if (!s.robot.waitForDevice())
         return false;
     // Both controllers request the status. A reply that arrives during the scan would end it.
     const int queries = run.isPluggedLater ? 2 : 1;
     if (!s.tolvar.waitUntil([&] { return s.received().count("get") == queries && s.tolvar.isAtRest(); },
                             20000))
         return false;
-    if (!s.user.goesToTheNetworks() || !s.user.seesTheNetworks() ||
-        !s.user.picks(QString::fromLatin1(run.network.ssid)))
+    if (!s.robot.continueToNetworks() || !s.robot.waitForNetworks() ||
+        !s.robot.chooseNetwork(QString::fromLatin1(run.network.ssid)))
         return false;
     for (const QString &passphrase : run.passphrases) {
-        if (!s.user.typesPassphrase(passphrase) || !s.user.goesOn())
+        if (!s.robot.typePassphrase(passphrase) || !s.robot.continueToNext())
             return false;
-        if (run.network.security == "WEP" && !s.user.goesOn())
+        if (run.network.security == "WEP" && !s.robot.continueToNext())
             return false;
         if (passphrase == run.passphrases.last())
-            return s.user.sees("Successfully tested connection to network\n") && s.user.saves() &&
-                   s.user.finishes();
-        if (!s.user.sees("The network was found, but the passphrase was invalid\n") || !s.user.goesBack() ||
-            !s.user.seesTheNetworks())
+            return s.robot.waitForSuccess() && s.robot.save() && s.robot.finish();
+        if (!s.robot.waitForText("The network was found, but the passphrase was invalid\n") ||
+            !s.robot.goBack())
             return false;
     }
     return false;
@@ -214,19 +191,19 @@ void TestReportPassphrases::aRunLeavesNoneInTheReport()
         QVERIFY(s.tolvar.plug());
     ZV_STEP(s, s.start());
     if (run.isPluggedLater) {
-        ZV_STEP(s, s.user.seesTheSearch());
+        ZV_STEP(s, s.robot.waitForSearch());
         QVERIFY(s.tolvar.plug());
     }
     ZV_STEP(s, walks(s, run));
 
-    const QByteArray log = s.sessionLog();
+    const QByteArrayList logged = readings(s.sessionLog());
     const QByteArray report = TestReportPassphrases::report(s);
+    const QByteArrayList shown = readings(report);
     for (const QString &passphrase : run.passphrases) {
-        QVERIFY2(!findIn(log, passphrase).isEmpty(), "the session log holds the passphrase");
-        const QByteArray found = findIn(report, passphrase);
+        const QByteArrayList texts = writings(passphrase);
+        QVERIFY2(!findAny(texts, logged).isEmpty(), "the session log holds the passphrase");
+        const QByteArray found = findAny(texts + piecesOf(passphrase), shown);
         QVERIFY2(found.isEmpty(), found.constData());
-        const QByteArray piece = findPieceIn(report, passphrase);
-        QVERIFY2(piece.isEmpty(), piece.constData());
     }
     // The information that support needs is still there.
     QByteArrayList useful = {"D:****Device DISCOVERED: \n",    "<name>TOLVAR-4711</name>",
@@ -234,7 +211,6 @@ void TestReportPassphrases::aRunLeavesNoneInTheReport()
                              "D:->IN_PROMPT - end testing \n", "D:--> \"exit\r\n"};
     if (!run.isReplyLost)
         useful += "result=\"0\"";
-    const QByteArrayList shown = readings(report);
     for (const QByteArray &text : useful) {
         QVERIFY2(std::any_of(shown.cbegin(), shown.cend(),
                              [&](const QByteArray &reading) { return reading.contains(text); }),

@@ -13,7 +13,6 @@ constexpr int answerWithin = 15000; // ms; far more than a sanitized program nee
 
 // Numeric constants of the accessibility protocol.
 enum Role {
-    RoleCheckBox = 7,
     RoleLabel = 29,
     RoleList = 31,
     RoleListItem = 32,
@@ -27,7 +26,6 @@ enum Role {
 };
 enum State {
     StateActive = 1,
-    StateChecked = 4,
     StateEnabled = 8,
     StateFocused = 12,
     StateMultiLine = 17,
@@ -64,12 +62,9 @@ QVariant answer(QDBusPendingCall call)
                                                                    : value;
 }
 
-WidgetKind kindOf(uint role, quint64 states)
+WidgetKind kindOf(uint role, bool hasManyLines)
 {
-    const bool hasManyLines = (states >> StateMultiLine & 1) != 0;
     switch (role) {
-    case RoleCheckBox:
-        return WidgetKind::CheckBox;
     case RoleLabel:
     case RoleStatic:
         return hasManyLines ? WidgetKind::TextView
@@ -96,17 +91,6 @@ WidgetKind kindOf(uint role, quint64 states)
 bool mayHoldOthers(WidgetKind kind)
 {
     return kind == WidgetKind::Window || kind == WidgetKind::List || kind == WidgetKind::Other;
-}
-
-void setStates(Widget &widget, quint64 states)
-{
-    const auto has = [states](State state) { return (states >> state & 1) != 0; };
-    widget.enabled = has(StateEnabled);
-    widget.showing = has(StateShowing);
-    widget.checked = has(StateChecked);
-    widget.focused = has(StateFocused);
-    widget.selected = has(StateSelected);
-    widget.active = has(StateActive);
 }
 
 } // namespace
@@ -169,7 +153,7 @@ AccessibleTree::Questions AccessibleTree::questionsAbout(const QString &path) co
                            {}};
     if (isNew)
         questions.role = ask(path, accessibleInterface, QStringLiteral("GetRole"));
-    if (isNew || mayHoldOthers(kindOf(*role, 0)))
+    if (isNew || mayHoldOthers(kindOf(*role, false)))
         questions.children = ask(path, accessibleInterface, QStringLiteral("GetChildren"));
     return questions;
 }
@@ -229,13 +213,15 @@ void AccessibleTree::readLevel(Screen &screen, QList<Object> &objects, int first
         const quint64 states = words.at(0) | quint64(words.at(1)) << 32;
         if (asked.role)
             _roles.insert(asked.path, answer(*asked.role).toUInt());
+        const auto has = [states](State state) { return (states >> state & 1) != 0; };
+        if (!has(StateShowing))
+            continue; // such as a hidden page, with its contents
         Widget widget;
-        widget.kind = kindOf(_roles.value(asked.path), states);
-        setStates(widget, states);
-        // A hidden page is skipped with its contents. A row that is scrolled out of view is hidden too, but
-        // it can be reached.
-        if (!widget.showing && widget.kind != WidgetKind::Row)
-            continue;
+        widget.kind = kindOf(_roles.value(asked.path), has(StateMultiLine));
+        widget.enabled = has(StateEnabled);
+        widget.focused = has(StateFocused);
+        widget.selected = has(StateSelected);
+        widget.active = has(StateActive);
         widget.object = asked.path;
         widget.name = widget.text = answer(asked.name).toString();
         widget.parent = asked.parent;

@@ -42,24 +42,25 @@ bool ProgramDriver::waitUntil(const std::function<bool()> &condition, const QStr
 {
     if (!_tree)
         return fail(QStringLiteral("Expected: %1. But no program was started.").arg(expectation));
-    const auto end = std::chrono::steady_clock::now() + patience;
-    _keyboardSeen = std::chrono::steady_clock::now();
+    const auto begin = std::chrono::steady_clock::now();
+    _keyboardSeen = begin;
     while (true) {
         // The order matters: a condition that became true before the program ended or the time was over still
         // counts.
         const bool wasRunning = isRunning();
-        const bool isLate = std::chrono::steady_clock::now() >= end;
+        const auto elapsed = std::chrono::steady_clock::now() - begin;
         if (condition())
             return true;
         if (!wasRunning)
             return fail(QStringLiteral("Expected: %1. But the program does not run.").arg(expectation));
-        if (isLate)
+        if (elapsed >= patience)
             return fail(QStringLiteral("Expected: %1. After %2 ms the screen shows instead:\n%3")
                             .arg(expectation)
                             .arg(patience.count())
                             .arg(describeScreen()));
         fetchLostKeyboard();
-        pause(20ms);
+        // The program needs much time for its answers about the screen, so a long wait asks less often.
+        pause(std::clamp(std::chrono::duration_cast<std::chrono::milliseconds>(elapsed / 4), 20ms, 250ms));
     }
 }
 
@@ -75,21 +76,16 @@ std::optional<Widget> ProgramDriver::find(const WidgetQuery &query)
     return found.isEmpty() ? std::nullopt : std::optional(now.at(found.constFirst()));
 }
 
-std::optional<Widget> ProgramDriver::await(const WidgetQuery &query, std::chrono::milliseconds patience)
+std::optional<Widget> ProgramDriver::await(const WidgetQuery &query)
 {
     std::optional<Widget> found;
-    waitUntil([&] { return (found = find(query)).has_value(); }, query.description(), patience);
+    waitUntil([&] { return (found = find(query)).has_value(); }, query.description());
     return found;
-}
-
-bool ProgramDriver::waitFor(const WidgetQuery &query, std::chrono::milliseconds patience)
-{
-    return await(query, patience).has_value();
 }
 
 bool ProgramDriver::waitFor(const WidgetQuery &query)
 {
-    return waitFor(query, _patience);
+    return await(query).has_value();
 }
 
 bool ProgramDriver::waitUntilGone(const WidgetQuery &query)
@@ -115,10 +111,8 @@ QStringList ProgramDriver::names(const WidgetQuery &query)
 
 QString ProgramDriver::text(const WidgetQuery &query)
 {
-    const std::optional<Widget> found = await(query, _patience);
-    if (!found)
-        return {};
-    return found->text.isNull() ? QStringLiteral("") : found->text;
+    const std::optional<Widget> found = await(query);
+    return found ? found->text : QString();
 }
 
 std::optional<XWindow> ProgramDriver::windowTitled(const QString &title) const

@@ -43,7 +43,7 @@ public:
     void setWorkingFolder(const QString &folder);
     /// Sets the environment variable \a name for the program; a null \a value removes it.
     void setEnvironment(const QString &name, const QString &value);
-    /// Sets the default timeout of steps; initially 20 seconds.
+    /// Sets the timeout of steps; initially 20 seconds.
     void setPatience(std::chrono::milliseconds patience) { _patience = patience; }
 
     /// Starts \a program. Returns false if it cannot be started or if there is no desktop.
@@ -64,7 +64,6 @@ public:
 
     /// Waits until \a query has a match.
     bool waitFor(const WidgetQuery &query);
-    bool waitFor(const WidgetQuery &query, std::chrono::milliseconds patience);
     /// Waits until \a query has no match.
     bool waitUntilGone(const WidgetQuery &query);
     /// Waits until \a condition returns true; \a expectation describes it in messages.
@@ -77,8 +76,8 @@ public:
     /// failure.
     QString text(const WidgetQuery &query);
 
-    /// Clicks with the left button as soon as the widget is at rest, enabled (unless the query asks for a
-    /// disabled one) and not covered by another window. Scrolls to rows that are out of view.
+    /// Clicks with the left button as soon as the widget is at rest, enabled and not covered by another
+    /// window.
     bool click(const WidgetQuery &query);
     /// Double-clicks in the same way until \a happens. On a busy machine the two clicks may be too far apart;
     /// like a user, it then tries again.
@@ -98,8 +97,6 @@ public:
     bool activateWindow(const QString &title);
     /// Closes the window titled \a title, as the button in its frame does.
     bool closeWindow(const QString &title);
-    /// Drags the window titled \a title by its frame until its corner (inside the frame) is at \a corner.
-    bool dragWindow(const QString &title, const QPoint &corner);
 
     /// Saves a screenshot of the whole screen as PNG. Returns false if it cannot be written.
     bool screenshot(const QString &path);
@@ -123,20 +120,21 @@ private:
     bool fail(const QString &message);
     bool waitUntil(const std::function<bool()> &condition, const QString &expectation,
                    std::chrono::milliseconds patience);
-    std::optional<Widget> await(const WidgetQuery &query, std::chrono::milliseconds patience);
+    std::optional<Widget> await(const WidgetQuery &query);
     std::optional<Screen> readScreen();
     Screen screen();
     std::optional<XWindow> windowTitled(const QString &title) const;
     std::optional<XWindow> awaitWindow(const QString &title);
     bool act(const WidgetQuery &query, const std::function<bool(const Widget &)> &action);
+    bool repeat(const std::function<bool()> &step, const std::function<bool()> &happens,
+                const QString &expectation);
     bool waitForKeyboard();
     void settle();
     void fetchLostKeyboard();
 
     bool pointAt(const WidgetQuery &query);
-    std::optional<QPoint> clickablePoint(const WidgetQuery &query, QString *obstacle);
-    bool bringIntoSight(const Widget &row, const Widget &list);
-    QString coverOf(const Widget &window, const QPoint &point) const;
+    QString obstacleOf(const WidgetQuery &query);
+    bool isCovered(const Widget &window, const QPoint &point) const;
 
     QProcess _process;
     QProcessEnvironment _environment;
@@ -151,8 +149,6 @@ private:
     std::unique_ptr<AccessibleTree> _tree;
     std::unique_ptr<XInput> _input;
     QRect _lastRect; ///< of the widget to click: it must be the same twice
-    QPoint _lastClickPoint{-1000, -1000};
-    std::chrono::steady_clock::time_point _lastClick;
-    std::chrono::steady_clock::time_point
-        _keyboardSeen; ///< when a window last had the focus, or there was no window
+    /// When a window last had the focus, or there was no window.
+    std::chrono::steady_clock::time_point _keyboardSeen;
 };

@@ -66,7 +66,7 @@ bool ProgramDriver::connectToDesktop()
         if (!display->isOpen())
             return fail(QStringLiteral("There is no X display. Run this inside tests/support/desktop."));
         _display = std::move(display);
-        _input = std::make_unique<XInput>(*_display, [this] { settle(); });
+        _input = std::make_unique<XInput>(*_display);
     }
     _tree = std::move(tree);
     return true;

@@ -24,29 +24,9 @@ QString subtree(const Screen &screen, int parent, int depth)
 
 QString nameOf(WidgetKind kind)
 {
-    switch (kind) {
-    case WidgetKind::Window:
-        return QStringLiteral("window");
-    case WidgetKind::Label:
-        return QStringLiteral("label");
-    case WidgetKind::Button:
-        return QStringLiteral("button");
-    case WidgetKind::CheckBox:
-        return QStringLiteral("check box");
-    case WidgetKind::TextField:
-        return QStringLiteral("text field");
-    case WidgetKind::TextView:
-        return QStringLiteral("text view");
-    case WidgetKind::List:
-        return QStringLiteral("list");
-    case WidgetKind::Row:
-        return QStringLiteral("row");
-    case WidgetKind::ProgressBar:
-        return QStringLiteral("progress bar");
-    case WidgetKind::Other:
-        break;
-    }
-    return QStringLiteral("thing");
+    static const char *const names[] = {"window", "label", "button",       "text field", "text view",
+                                        "list",   "row",   "progress bar", "thing"};
+    return QString::fromLatin1(names[int(kind)]);
 }
 
 QString Widget::description() const
@@ -56,20 +36,15 @@ QString Widget::description() const
         line += QStringLiteral(" \"%1\"").arg(name);
     if (kind == WidgetKind::TextField || kind == WidgetKind::TextView)
         line += QStringLiteral(" holding \"%1\"").arg(text);
-    QStringList remarks;
     if (!enabled)
-        remarks << QStringLiteral("disabled");
-    if (!showing)
-        remarks << QStringLiteral("out of sight");
-    if (checked)
-        remarks << QStringLiteral("checked");
+        line += QStringLiteral(" (disabled)");
     if (focused)
-        remarks << QStringLiteral("focused");
+        line += QStringLiteral(" (focused)");
     if (selected)
-        remarks << QStringLiteral("selected");
+        line += QStringLiteral(" (selected)");
     if (active)
-        remarks << QStringLiteral("active");
-    return remarks.isEmpty() ? line : line + QStringLiteral(" (%1)").arg(remarks.join(QStringLiteral(", ")));
+        line += QStringLiteral(" (active)");
+    return line;
 }
 
 QString describe(const Screen &screen)

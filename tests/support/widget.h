@@ -5,7 +5,7 @@
 #include <QString>
 
 /// The kinds of widgets, in the words of a user.
-enum class WidgetKind { Window, Label, Button, CheckBox, TextField, TextView, List, Row, ProgressBar, Other };
+enum class WidgetKind { Window, Label, Button, TextField, TextView, List, Row, ProgressBar, Other };
 
 /// The word for \a kind in messages, for example "button".
 QString nameOf(WidgetKind kind);
@@ -13,13 +13,10 @@ QString nameOf(WidgetKind kind);
 /// One widget at the time when it was read; later changes do not affect it.
 struct Widget {
     WidgetKind kind = WidgetKind::Other;
-    QString name;         ///< what a screen reader reads out, such as a label's text or a window's title
-    QString text;         ///< the contents of a text field or text view; for other widgets, the name
-    QRect rect;           ///< in screen coordinates, without the window manager's frame
-    bool enabled = false; ///< it can be used
-    bool showing =
-        false; ///< it is on the screen; only rows that are scrolled out of view are listed without it
-    bool checked = false;  ///< of a check box
+    QString name;          ///< what a screen reader reads out, such as a label's text or a window's title
+    QString text;          ///< the contents of a text field or text view; for other widgets, the name
+    QRect rect;            ///< in screen coordinates, without the window manager's frame
+    bool enabled = false;  ///< it can be used
     bool focused = false;  ///< it has the keyboard focus
     bool selected = false; ///< of a row
     bool active = false;   ///< of a window: it has the keyboard focus

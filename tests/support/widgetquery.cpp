@@ -1,22 +1,7 @@
 #include "tests/support/widgetquery.h"
 
-#include <QStringList>
-
 #include <algorithm>
 #include <utility>
-
-namespace
-{
-
-/// Returns \a query with \a change applied.
-template <typename Change>
-WidgetQuery changed(WidgetQuery query, Change change)
-{
-    change(query);
-    return query;
-}
-
-} // namespace
 
 WidgetQuery::WidgetQuery(WidgetKind kind, std::optional<QString> name)
     : _kind(kind)
@@ -24,36 +9,40 @@ WidgetQuery::WidgetQuery(WidgetKind kind, std::optional<QString> name)
 {
 }
 
+WidgetQuery WidgetQuery::beside(const QString &label) const
+{
+    WidgetQuery query = *this;
+    query._label = label;
+    return query;
+}
+
+WidgetQuery WidgetQuery::in(const QString &title) const
+{
+    WidgetQuery query = *this;
+    query._window = title;
+    return query;
+}
+
+WidgetQuery WidgetQuery::with(const Condition &condition) const
+{
+    WidgetQuery query = *this;
+    query._conditions << condition;
+    return query;
+}
+
+WidgetQuery WidgetQuery::withText(const QString &text) const
+{
+    return with(
+        {QStringLiteral("holding \"%1\"").arg(text), [text](const Widget &w) { return w.text == text; }});
+}
+
 // clang-format off
-WidgetQuery WidgetQuery::startingWith(const QString &start) const { return changed(*this, [&](auto &q) { q._start = start; }); }
-WidgetQuery WidgetQuery::withText(const QString &text) const { return changed(*this, [&](auto &q) { q._text = text; }); }
-WidgetQuery WidgetQuery::beside(const QString &label) const { return changed(*this, [&](auto &q) { q._label = label; }); }
-WidgetQuery WidgetQuery::number(int number) const { return changed(*this, [&](auto &q) { q._number = number; }); }
-WidgetQuery WidgetQuery::in(const QString &title) const { return changed(*this, [&](auto &q) { q._window = title; }); }
-WidgetQuery WidgetQuery::enabled() const { return changed(*this, [](auto &q) { q._enabled = true; }); }
-WidgetQuery WidgetQuery::disabled() const { return changed(*this, [](auto &q) { q._enabled = false; }); }
-WidgetQuery WidgetQuery::checked() const { return changed(*this, [](auto &q) { q._checked = true; }); }
-WidgetQuery WidgetQuery::unchecked() const { return changed(*this, [](auto &q) { q._checked = false; }); }
-WidgetQuery WidgetQuery::focused() const { return changed(*this, [](auto &q) { q._focused = true; }); }
-WidgetQuery WidgetQuery::selected() const { return changed(*this, [](auto &q) { q._selected = true; }); }
-WidgetQuery WidgetQuery::active() const { return changed(*this, [](auto &q) { q._active = true; }); }
+WidgetQuery WidgetQuery::enabled() const { return with({QStringLiteral("enabled"), [](const Widget &w) { return w.enabled; }}); }
+WidgetQuery WidgetQuery::disabled() const { return with({QStringLiteral("disabled"), [](const Widget &w) { return !w.enabled; }}); }
+WidgetQuery WidgetQuery::focused() const { return with({QStringLiteral("focused"), [](const Widget &w) { return w.focused; }}); }
+WidgetQuery WidgetQuery::selected() const { return with({QStringLiteral("selected"), [](const Widget &w) { return w.selected; }}); }
+WidgetQuery WidgetQuery::active() const { return with({QStringLiteral("active"), [](const Widget &w) { return w.active; }}); }
 // clang-format on
-
-bool WidgetQuery::isMeant(const Widget &widget) const
-{
-    return widget.kind == _kind && widget.name == _name.value_or(widget.name) &&
-           widget.name.startsWith(_start.value_or(QString()));
-}
-
-bool WidgetQuery::isAsWanted(const Widget &widget) const
-{
-    return widget.text == _text.value_or(widget.text) &&
-           widget.enabled == _enabled.value_or(widget.enabled) &&
-           widget.checked == _checked.value_or(widget.checked) &&
-           widget.focused == _focused.value_or(widget.focused) &&
-           widget.selected == _selected.value_or(widget.selected) &&
-           widget.active == _active.value_or(widget.active);
-}
 
 /// The window to search, the frontmost one if several match; -1 if there is none.
 int WidgetQuery::windowIn(const Screen &screen) const
@@ -77,7 +66,9 @@ QList<int> WidgetQuery::allIn(const Screen &screen) const
     QList<int> found;
     for (int i = 0; i < screen.size(); ++i) {
         // The search for a window covers all windows; other widgets must be in the window of the query.
-        if ((_kind == WidgetKind::Window || screen.at(i).window == window) && isMeant(screen.at(i)))
+        const Widget &widget = screen.at(i);
+        if ((_kind == WidgetKind::Window || widget.window == window) && widget.kind == _kind &&
+            widget.name == _name.value_or(widget.name))
             found << i;
     }
     // Rows keep the order of their list, which may run in columns.
@@ -90,11 +81,11 @@ QList<int> WidgetQuery::allIn(const Screen &screen) const
     }
     if (_label)
         found = nearestTo(*_label, window, found, screen);
-    if (_number)
-        found = found.mid(*_number - 1, 1);
     // This filter comes last: otherwise, a field could become the nearest one only because of its state.
-    const auto isOtherwise = [&](int i) { return !isAsWanted(screen.at(i)); };
-    found.removeIf(isOtherwise);
+    found.removeIf([&](int i) {
+        return !std::all_of(_conditions.cbegin(), _conditions.cend(),
+                            [&](const Condition &condition) { return condition.holds(screen.at(i)); });
+    });
     return found;
 }
 
@@ -129,28 +120,12 @@ QList<int> WidgetQuery::nearestTo(const QString &label, int window, const QList<
 QString WidgetQuery::description() const
 {
     QString words = nameOf(_kind);
-    const auto add = [&words](const char *format, const std::optional<QString> &value) {
-        if (value)
-            words += QString::fromLatin1(format).arg(*value);
-    };
-    add(" \"%1\"", _name);
-    add(" starting with \"%1\"", _start);
-    add(" holding \"%1\"", _text);
-    add(" beside \"%1\"", _label);
-    if (_number)
-        words += QStringLiteral(" number %1").arg(*_number);
-    QStringList states;
-    const auto addState = [&states](std::optional<bool> state, const char *yes, const char *no) {
-        if (state)
-            states << QString::fromLatin1(*state ? yes : no);
-    };
-    addState(_enabled, "enabled", "disabled");
-    addState(_checked, "checked", "unchecked");
-    addState(_focused, "focused", "not focused");
-    addState(_selected, "selected", "not selected");
-    addState(_active, "active", "not active");
-    if (!states.isEmpty())
-        words += QStringLiteral(" (%1)").arg(states.join(QStringLiteral(", ")));
+    if (_name)
+        words += QStringLiteral(" \"%1\"").arg(*_name);
+    if (_label)
+        words += QStringLiteral(" beside \"%1\"").arg(*_label);
+    for (const Condition &condition : _conditions)
+        words += QStringLiteral(" (%1)").arg(condition.words);
     if (_kind != WidgetKind::Window)
         words += _window ? QStringLiteral(" in the window \"%1\"").arg(*_window)
                          : QStringLiteral(" in the active window");
@@ -161,15 +136,12 @@ QString WidgetQuery::description() const
 namespace onscreen
 {
 WidgetQuery window(const QString &title) { return WidgetQuery(WidgetKind::Window, title); }
-WidgetQuery label() { return WidgetQuery(WidgetKind::Label); }
 WidgetQuery label(const QString &text) { return WidgetQuery(WidgetKind::Label, text); }
 WidgetQuery button(const QString &text) { return WidgetQuery(WidgetKind::Button, text); }
-WidgetQuery checkBox(const QString &text) { return WidgetQuery(WidgetKind::CheckBox, text); }
 WidgetQuery field() { return WidgetQuery(WidgetKind::TextField); }
-WidgetQuery textView() { return WidgetQuery(WidgetKind::TextView); }
 WidgetQuery list() { return WidgetQuery(WidgetKind::List); }
 WidgetQuery row() { return WidgetQuery(WidgetKind::Row); }
 WidgetQuery row(const QString &text) { return WidgetQuery(WidgetKind::Row, text); }
-WidgetQuery progressBar() { return WidgetQuery(WidgetKind::ProgressBar); }
+WidgetQuery progressBar(const QString &name) { return WidgetQuery(WidgetKind::ProgressBar, name); }
 } // namespace onscreen
 // clang-format on

@@ -2,6 +2,7 @@
 
 #include "tests/support/widget.h"
 
+#include <functional>
 #include <optional>
 
 /// Describes a widget on the screen in the words of a user: `button("Continue").enabled()`,
@@ -14,14 +15,9 @@ public:
 
     // Which widget is meant:
 
-    /// Only if the name begins with \a start.
-    WidgetQuery startingWith(const QString &start) const;
     /// Only the nearest one to the right of the label \a label; if its row has none, the nearest one below
     /// it.
     WidgetQuery beside(const QString &label) const;
-    /// Only the \a number th match from the top, and from the left in one row; the first is 1. Rows of a list
-    /// count in the order of the list.
-    WidgetQuery number(int number) const;
     /// In the window titled \a title. The default is the program's active window.
     WidgetQuery in(const QString &title) const;
 
@@ -31,8 +27,6 @@ public:
     WidgetQuery withText(const QString &text) const;
     WidgetQuery enabled() const;
     WidgetQuery disabled() const;
-    WidgetQuery checked() const;
-    WidgetQuery unchecked() const;
     WidgetQuery focused() const;
     WidgetQuery selected() const;
     /// For a window: only if it has the keyboard focus.
@@ -42,45 +36,37 @@ public:
     QList<int> allIn(const Screen &screen) const;
     /// Returns false if \a screen cannot tell whether there is a match, because the window is not shown yet.
     bool canTellFrom(const Screen &screen) const;
-    /// Returns true if the query itself asks for a disabled widget.
-    bool wantsDisabled() const { return _enabled == false; }
-    WidgetKind kind() const { return _kind; }
     /// The query in words, for messages.
     QString description() const;
 
 private:
-    bool isMeant(const Widget &widget) const;
-    bool isAsWanted(const Widget &widget) const;
+    /// A state that the widget must have.
+    struct Condition {
+        QString words;
+        std::function<bool(const Widget &)> holds;
+    };
+
+    WidgetQuery with(const Condition &condition) const;
     int windowIn(const Screen &screen) const;
     QList<int> nearestTo(const QString &label, int window, const QList<int> &candidates,
                          const Screen &screen) const;
 
     WidgetKind _kind;
     std::optional<QString> _name;
-    std::optional<QString> _start;
-    std::optional<QString> _text;
     std::optional<QString> _label;
     std::optional<QString> _window;
-    std::optional<int> _number;
-    std::optional<bool> _enabled;
-    std::optional<bool> _checked;
-    std::optional<bool> _focused;
-    std::optional<bool> _selected;
-    std::optional<bool> _active;
+    QList<Condition> _conditions;
 };
 
 /// The functions with which a query begins.
 namespace onscreen
 {
 WidgetQuery window(const QString &title);
-WidgetQuery label();
 WidgetQuery label(const QString &text);
 WidgetQuery button(const QString &text);
-WidgetQuery checkBox(const QString &text);
 WidgetQuery field();
-WidgetQuery textView();
 WidgetQuery list();
 WidgetQuery row();
 WidgetQuery row(const QString &text);
-WidgetQuery progressBar();
+WidgetQuery progressBar(const QString &name);
 } // namespace onscreen

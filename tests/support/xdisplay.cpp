@@ -113,9 +113,14 @@ QList<XWindow> XDisplay::windowsOf(qint64 pid) const
     return result;
 }
 
+unsigned long XDisplay::activeWindowId() const
+{
+    return numbers(_root, "_NET_ACTIVE_WINDOW").value(0);
+}
+
 XWindow XDisplay::activeWindow() const
 {
-    const unsigned long id = numbers(_root, "_NET_ACTIVE_WINDOW").value(0);
+    const unsigned long id = activeWindowId();
     return id ? describe(id) : XWindow();
 }
 
@@ -211,6 +216,7 @@ QImage XDisplay::pointerImage() const
 
 void XDisplay::watchPointer()
 {
+    _hasPointerChanged = false;
     XFixesSelectCursorInput(_display, _root, XFixesDisplayCursorNotifyMask);
     XSync(_display, False);
 }
@@ -221,7 +227,9 @@ bool XDisplay::hasPointerChanged()
     int firstError = 0;
     XFixesQueryExtension(_display, &firstEvent, &firstError);
     XEvent event;
-    return XCheckTypedEvent(_display, firstEvent + XFixesCursorNotify, &event);
+    if (XCheckTypedEvent(_display, firstEvent + XFixesCursorNotify, &event))
+        _hasPointerChanged = true;
+    return _hasPointerChanged;
 }
 
 QImage XDisplay::picture(const QRect &rect) const

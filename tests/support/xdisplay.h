@@ -36,6 +36,7 @@ public:
     QList<XWindow> windowsOf(qint64 pid) const;
     /// The window that has the keyboard focus; its id is 0 if no window has it.
     XWindow activeWindow() const;
+    unsigned long activeWindowId() const;
     /// The topmost window at \a point: a frame, or an unmanaged one such as an open menu; 0 if there is none.
     unsigned long frameAt(const QPoint &point) const;
 
@@ -58,7 +59,7 @@ public:
     QImage pointerImage() const;
     /// From now on, the server reports each change of the pointer's image to this connection.
     void watchPointer();
-    /// Returns true if the server has reported a change.
+    /// Returns true if the server has reported a change since then.
     bool hasPointerChanged();
     /// A screenshot of \a rect; of the whole screen if \a rect is empty.
     QImage picture(const QRect &rect = {}) const;
@@ -75,4 +76,5 @@ private:
     unsigned long _own = 0; ///< an invisible window, used for requests to the window manager
     unsigned long _pinged = 0;
     long _pingNumber = 0;
+    bool _hasPointerChanged = false;
 };

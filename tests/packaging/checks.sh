@@ -1,0 +1,33 @@
+# shellcheck shell=bash
+# Functions that the test scripts in this folder share.
+
+failures=0
+
+# check SENTENCE COMMAND...: SENTENCE is true if COMMAND succeeds.
+check()
+{
+    local output
+    if output=$("${@:2}" 2>&1); then
+        echo "PASS   : $1"
+    else
+        printf 'FAIL!  : %s\n%s\n' "$1" "$output"
+        failures=$((failures + 1))
+    fi
+}
+skip() { echo "SKIP   : $1"; }
+
+# is EXPECTED ACTUAL
+is() { [ "$1" = "$2" ] || printf 'expected <%s>\nthere is <%s>\n' "$1" "$2" | { cat -v; false; }; }
+# contains TEXT FILE, lacks TEXT FILE
+contains() { grep -qaF -- "$1" "$2" || { tail -c 2000 "$2" | cat -v; false; }; }
+lacks() { ! grep -aF -- "$1" "$2" | cat -v | grep ''; }
+# says TEXT, saysNot TEXT: tests the output of the last run, $said.
+says() { grep -qF -- "$1" <<<"$said" || { echo "$said"; false; }; }
+saysNot() { ! says "$1" >/dev/null || { echo "$said"; false; }; }
+
+# finish: the last command of a script; succeeds if every check did.
+finish()
+{
+    echo "$failures failed"
+    [ "$failures" -eq 0 ]
+}
