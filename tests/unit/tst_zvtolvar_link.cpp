@@ -8,13 +8,14 @@
 
 namespace
 {
-enum Mode { Normal, Scanning, Testing };
+enum Mode { Normal, Scanning, Testing, Handshake };
 
 void setLink(const ZVTolvarTestPeer &inside, CommState state, Mode mode)
 {
     inside.state() = state;
     inside.scanning() = mode == Scanning;
     inside.testing() = mode == Testing;
+    inside.eotHandshake() = mode == Handshake;
 }
 
 /// Returns what a controller does with \a sent, read \a chunk bytes at a time: its signals, its messages
@@ -85,6 +86,7 @@ void TestLink::howeverItIsCutTheSameComesOfIt_data()
     QTest::addColumn<CommState>("state");
     QTest::addColumn<Mode>("mode");
     QTest::newRow("waiting for the first prompt") << INITIAL_WAITING_FOR_CONSOLE_PROMPT << Normal;
+    QTest::newRow("waiting for the handshake") << INITIAL_WAITING_FOR_CONSOLE_PROMPT << Handshake;
     QTest::newRow("at the prompt") << IN_PROMPT << Normal;
     QTest::newRow("inside a reply") << IN_RESPONSE_RECEIVE << Normal;
     QTest::newRow("scanning") << IN_PROMPT << Scanning;
@@ -96,8 +98,8 @@ void TestLink::howeverItIsCutTheSameComesOfIt()
     QFETCH(CommState, state);
     QFETCH(Mode, mode);
     static const char bytes[] =
-        "echo\r\n\x04\x04>>junk\x02\x02<puckdata><name>a\x04>b\xc3\xa9\0</name>\r\n</puckdata>\x03\x03"
-        "\r\n>get\x02\x02<puckdata><mode>M</mode></puckdata>\x03>>\x02<open";
+        "echo\r\n\x04\x04 >>junk\x02\x02<puckdata><name>a\x04>b\xc3\xa9\0</name>\r\n</puckdata>\x03\x03"
+        "\r\n>get\x02\x02<puckdata><mode>M</mode></puckdata>\n\x03\n>>\x02<open";
     const QByteArray sent(bytes, sizeof bytes - 1); // contains a zero byte
     const QStringList byteByByte = outcome(sent, 1, state, mode);
     QVERIFY(byteByByte.size() > 4);
