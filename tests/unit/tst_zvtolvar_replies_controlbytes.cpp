@@ -156,6 +156,12 @@ void TestControlBytes::elsewhereTheyEndTheReading_data()
     row("in a document type", "<!DOCTYPE a SYSTEM \"\x01\"><puckdata><name>T1</name></puckdata>", {});
     row("in an entity", "<!DOCTYPE a [<!ENTITY e \"\x01\">]><puckdata a=\"&e;\"><name>T1</name></puckdata>",
         {});
+    QString everyReplacement;
+    for (char16_t code = 0xE000; code < 0xF900; ++code)
+        everyReplacement += QChar(code);
+    row("in an attribute, if there is no character to replace it by",
+        amid("<scan SSID='A'/><scan SSID='\x01'/><!-- " + everyReplacement + " -->"),
+        network + QStringList{"scannedNetworkListChanged:2"});
     row("behind the root", "<puckdata><name>T1</name></puckdata>\x01", name);
 }
 
