@@ -31,7 +31,7 @@ public:
     {
         const QByteArray answer = tell(line + "\r\n");
         const qsizetype start = answer.indexOf('\x02') + 1;
-        const QByteArray document = answer.mid(start, answer.indexOf('\x03') - start);
+        QByteArray document = answer.mid(start, answer.indexOf('\x03') - start);
         QXmlStreamReader xml(QString::fromLatin1(document));
         while (!xml.atEnd())
             xml.readNext();

@@ -167,9 +167,10 @@ void TestZVTolvar::membersAndPropertiesStandInTheirOrder()
     const QByteArray tableChanged = "scannedNetworkListChanged(QHash<QString,ZVScanResult>*)";
     QByteArrayList slotsInOrder = {"onReadyRead()", "onReadyForCommand()", "onResponseReceived(QString)"};
     QByteArrayList signalsInOrder;
-    for (int i = 0; i < 17; ++i) { // a value that is added later has its signal and its setter at the end
-        signalsInOrder += QByteArray(values[i].signal) + "(QString)";
-        slotsInOrder += QByteArray(values[i].setter) + "(QString)";
+    // A value that is added later has its signal and its setter at the end of the lists.
+    for (const Value *value = values; value < values + 17; ++value) {
+        signalsInOrder += QByteArray(value->signal) + "(QString)";
+        slotsInOrder += QByteArray(value->setter) + "(QString)";
     }
     signalsInOrder += {"readyForCommand()",
                        "responseReceived(QString)",

@@ -194,7 +194,7 @@ void TestDiscovery::bothControllersOpenADevicePluggedInLater()
 {
     ZVTolvar other;
     PluggedTolvar device(*_bed);
-    for (int times = 1; times <= 2; ++times) { // and when it is plugged in again
+    for (qsizetype times = 1; times <= 2; ++times) { // and when it is plugged in again
         QVERIFY(device.plug());
         QTRY_COMPARE(_tolvar->systemID(), QStringLiteral("TOLVAR-4711"));
         QTRY_COMPARE(other.systemID(), QStringLiteral("TOLVAR-4711"));
