@@ -104,9 +104,8 @@ private Q_SLOTS:
     void givesTheLogFile();
     void foreignPortsComeFirst();
     void plugsInLater();
-    void scansAtOnceOrNot();
-    void signalsEndTheProgram_data();
-    void signalsEndTheProgram();
+    void scansTakeTheirTime();
+    void anInterruptEndsTheProgram();
     void signalReplugs();
 };
 
@@ -132,64 +131,56 @@ void tst_TolvarSim::expects_data()
 {
     QTest::addColumn<QStringList>("options");
     QTest::addColumn<QString>("lines");
-    QTest::addColumn<int>("status");
-    QTest::addColumn<QByteArray>("complaint");
-    const QString all = "C\\r\\nsetssid a b \\r\\nsetpass  \\303\\251\\r\\nsave\\r\\nexit\\r\\n";
-    const QByteArray start = "tolvarsim: the device does not end as expected: ";
-
-    QTest::newRow("all it asks for") << QStringList{"--expect-ssid", "a b ", "--expect-pass", " \u00E9",
-                                                    "--expect-exit"}
-                                     << all << 0 << QByteArray();
-    QTest::newRow("a blank is missing") << QStringList{"--expect-ssid", "a b"} << all << 1
-                                        << start + "the saved network is \"a b \", not \"a b\"\n";
-    QTest::newRow("another passphrase") << QStringList{"--expect-pass", "x"} << all << 1
-                                        << start + "the saved passphrase is \" \u00E9\", not \"x\"\n";
-    QTest::newRow("not saved") << QStringList{"--expect-ssid", "x"} << "C\\r\\nsetssid x\\r\\n"
-                               << 1 << start + "the saved network is \"Workshop\", not \"x\"\n";
-    QTest::newRow("no exit") << QStringList{"--expect-exit"} << "C\\r\\nsave\\r\\n"
-                             << 1 << start + "\"exit\" has not come\n";
-    QTest::newRow("a new session after the exit")
-        << QStringList{"--expect-exit"} << "C\\r\\nexit\\r\\nC\\r\\n"
-        << 1 << start + "\"exit\" has not come\n";
-    QTest::newRow("an empty passphrase")
-        << QStringList{"--expect-pass", ""} << "C\\r\\nsetpass \\r\\nsave\\r\\n"
-        << 0 << QByteArray();
-    QTest::newRow("exit after a scan that still goes on")
-        << QStringList{"--expect-exit", "--scan-delay", "700"} << "C\\r\\nscan\\r\\nexit\\r\\n"
-        << 0 << QByteArray();
+    QTest::addColumn<QByteArray>("complaint"); // empty: it ends well
+    const auto row = [](const char *name, const QStringList &options, const char *lines,
+                        const char *complaint = "") {
+        QTest::newRow(name) << options << QString(lines) << QByteArray(complaint);
+    };
+    const char *all = "C\\r\\nsetssid a b \\r\\nsetpass  \\303\\251\\r\\nsave\\r\\nexit\\r\\n";
+    row("all it asks for", {"--expect-ssid", "a b ", "--expect-pass", " \u00E9", "--expect-exit"}, all);
+    row("a blank is missing", {"--expect-ssid", "a b"}, all, "the saved network is \"a b \", not \"a b\"\n");
+    row("another passphrase", {"--expect-pass", "x"}, all,
+        "the saved passphrase is \" \u00E9\", not \"x\"\n");
+    row("not saved", {"--expect-ssid", "x"}, "C\\r\\nsetssid x\\r\\n",
+        "the saved network is \"Workshop\", not \"x\"\n");
+    row("a new session after the exit", {"--expect-exit"}, "C\\r\\nexit\\r\\nC\\r\\n",
+        "\"exit\" has not come\n");
+    row("an empty passphrase", {"--expect-pass", ""}, "C\\r\\nsetpass \\r\\nsave\\r\\n");
+    row("exit after a scan that still goes on", {"--expect-exit", "--scan-delay", "700"},
+        "C\\r\\nscan\\r\\nexit\\r\\n");
 }
 
 void tst_TolvarSim::expects()
 {
     QFETCH(QStringList, options);
     QFETCH(QString, lines);
+    QFETCH(QByteArray, complaint);
     Simulator simulator;
     simulator.run(options, tells(lines));
-    QTEST(simulator.err, "complaint");
-    QTEST(simulator.process.exitCode(), "status");
+    if (!complaint.isEmpty())
+        complaint.prepend("tolvarsim: the device does not end as expected: ");
+    QCOMPARE(simulator.err, complaint);
+    QCOMPARE(simulator.process.exitCode(), complaint.isEmpty() ? 0 : 1);
 }
 
 void tst_TolvarSim::refuses_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QByteArray>("word");
-    QTest::newRow("nothing at all") << QStringList{} << QByteArray("No program");
-    QTest::newRow("no program") << QStringList{"--foreign", "--"} << QByteArray("No program");
-    QTest::newRow("an unknown option") << QStringList{"--colour", "true"} << QByteArray("colour");
-    QTest::newRow("an option without its value") << QStringList{"--tty"} << QByteArray("tty");
-    QTest::newRow("a delay that is no number")
-        << QStringList{"--scan-delay", "soon", "true"} << QByteArray("soon");
-    QTest::newRow("a negative delay") << QStringList{"--plug-after", "-1", "true"} << QByteArray("-1");
-    QTest::newRow("an unknown bridge") << QStringList{"--bridge", "rs232", "true"} << QByteArray("rs232");
-    QTest::newRow("a vendor that is no number") << QStringList{"--vid", "ftdi", "true"} << QByteArray("ftdi");
-    QTest::newRow("a product too large") << QStringList{"--pid", "12345", "true"} << QByteArray("12345");
-    QTest::newRow("another kind of tty") << QStringList{"--tty", "ttyS0", "true"} << QByteArray("ttyS0");
-    QTest::newRow("a network without a passphrase")
-        << QStringList{"--network", "Home", "true"} << QByteArray("Home");
-    QTest::newRow("a log file that is not there")
-        << QStringList{"--log-file", "/nowhere/log", "true"} << QByteArray("/nowhere/log");
-    QTest::newRow("a program that is not there")
-        << QStringList{"--", "/nowhere/program"} << QByteArray("/nowhere/program");
+    const auto row = [](const char *name, const QStringList &arguments, const char *word) {
+        QTest::newRow(name) << arguments << QByteArray(word);
+    };
+    row("no program", {"--foreign", "--"}, "No program");
+    row("an unknown option", {"--colour", "true"}, "colour");
+    row("a delay that is no number", {"--scan-delay", "soon", "true"}, "soon");
+    row("a negative delay", {"--plug-after", "-1", "true"}, "-1");
+    row("an unknown bridge", {"--bridge", "rs232", "true"}, "rs232");
+    row("a vendor that is no number", {"--vid", "ftdi", "true"}, "ftdi");
+    row("a product too large", {"--pid", "12345", "true"}, "12345");
+    row("another kind of tty", {"--tty", "ttyS0", "true"}, "ttyS0");
+    row("a network without a passphrase", {"--network", "Home", "true"}, "Home");
+    row("a log file that is not there", {"--log-file", "/nowhere/log", "true"}, "/nowhere/log");
+    row("a program that is not there", {"--", "/nowhere/program"}, "/nowhere/program");
 }
 
 void tst_TolvarSim::refuses()
@@ -274,27 +265,21 @@ void tst_TolvarSim::makesTheDevice_data()
     QTest::addColumn<QStringList>("options");
     QTest::addColumn<QString>("lines");
     QTest::addColumn<QByteArray>("shown");
-    const QString scan = "C\\r\\nscan\\r\\n";
-
-    QTest::newRow("firmware") << QStringList{"--firmware", "A058"} << "C\\r\\nget\\r\\n"
-                              << QByteArray("<firmware_version>A058</firmware_version>");
-    QTest::newRow("usual networks") << QStringList{} << scan << QByteArray("SSID=\"Workshop\"");
-    QTest::newRow("a network") << QStringList{"--network", "Home=secret"} << scan
-                               << QByteArray("<scan SSID=\"Home\" channel=\"6\" adhoc=\"N\" sec=\"WPA2\"");
-    QTest::newRow("a second network")
-        << QStringList{"--network", "Home=secret", "--network", "B=x:WEP"} << scan
-        << QByteArray("SSID=\"B\" channel=\"6\" adhoc=\"N\" sec=\"WEP\"");
-    QTest::newRow("an open network") << QStringList{"--network", " Caf\u00E9 ="} << scan
-                                     << QByteArray(
-                                            "SSID=\" Caf\u00E9 \" channel=\"6\" adhoc=\"N\" sec=\"OPEN\"");
-    QTest::newRow("a passphrase with '=' and ':'")
-        << QStringList{"--network", "H=a=b:c:WPA"} << "C\\r\\nsetssid H\\r\\nsetpass a=b:c\\r\\ntest\\r\\n"
-        << QByteArray("result=\"0\"");
-    QTest::newRow("a passphrase that ends like no security")
-        << QStringList{"--network", "H=a:B"} << "C\\r\\nsetssid H\\r\\nsetpass a:B\\r\\ntest\\r\\n"
-        << QByteArray("result=\"0\"");
-    QTest::newRow("a system error") << QStringList{"--system-error"} << "C\\r\\ntest\\r\\n"
-                                    << QByteArray("result=\"3\"");
+    const auto row = [](const char *name, const QStringList &options, const char *lines, const char *shown) {
+        QTest::newRow(name) << options << QString(lines) << QByteArray(shown);
+    };
+    const char *scan = "scan\\r\\n";
+    row("firmware", {"--firmware", "A058"}, "get\\r\\n", "<firmware_version>A058</firmware_version>");
+    row("usual networks", {}, scan, "SSID=\"Workshop\"");
+    row("a second network", {"--network", "Home=secret", "--network", "B=x:WEP"}, scan,
+        "SSID=\"B\" channel=\"6\" adhoc=\"N\" sec=\"WEP\"");
+    row("an open network", {"--network", " Caf\u00E9 ="}, scan,
+        "<scan SSID=\" Caf\u00E9 \" channel=\"6\" adhoc=\"N\" sec=\"OPEN\"");
+    row("a passphrase with '=' and ':'", {"--network", "H=a=b:c:WPA"},
+        "setssid H\\r\\nsetpass a=b:c\\r\\ntest\\r\\n", "result=\"0\"");
+    row("a passphrase that ends like no security", {"--network", "H=a:B"},
+        "setssid H\\r\\nsetpass a:B\\r\\ntest\\r\\n", "result=\"0\"");
+    row("a system error", {"--system-error"}, "test\\r\\n", "result=\"3\"");
 }
 
 void tst_TolvarSim::makesTheDevice()
@@ -303,7 +288,7 @@ void tst_TolvarSim::makesTheDevice()
     QFETCH(QString, lines);
     QFETCH(QByteArray, shown);
     Simulator simulator;
-    simulator.run(options + QStringList{"--no-scan-delay", "--verbose"}, tells(lines));
+    simulator.run(options + QStringList{"--no-scan-delay", "--verbose"}, tells("C\\r\\n" + lines));
     QVERIFY2(simulator.out.contains(shown), simulator.out);
     if (options.contains("--network"))
         QVERIFY(!simulator.out.contains("SSID=\"Workshop\""));
@@ -350,7 +335,7 @@ void tst_TolvarSim::plugsInLater()
     QCOMPARE(simulator.process.exitCode(), 0);
 }
 
-void tst_TolvarSim::scansAtOnceOrNot()
+void tst_TolvarSim::scansTakeTheirTime()
 {
     // The simulator ends when the device has processed its input, so it cannot take less time.
     const auto timeOfScan = [](const QStringList &options) {
@@ -360,31 +345,21 @@ void tst_TolvarSim::scansAtOnceOrNot()
         simulator.run(options, tells("C\\r\\nscan\\r\\n"));
         return simulator.out.contains("< <scan_results>") ? clock.elapsed() : -1;
     };
-    QVERIFY(timeOfScan({"--no-scan-delay"}) >= 0);
     QVERIFY(timeOfScan({"--scan-delay", "600"}) >= 600);
     QVERIFY(timeOfScan({}) >= 2500);
 }
 
-void tst_TolvarSim::signalsEndTheProgram_data()
+void tst_TolvarSim::anInterruptEndsTheProgram()
 {
-    QTest::addColumn<int>("number");
-    QTest::newRow("SIGINT") << SIGINT;
-    QTest::newRow("SIGTERM") << SIGTERM;
-}
-
-void tst_TolvarSim::signalsEndTheProgram()
-{
-    QFETCH(int, number);
     Simulator simulator;
     simulator.start({"--tty", freshTty(), "--", "/bin/sh", "-c", "echo up $$; exec sleep 60"});
-    QVERIFY(simulator.hasSaid("up "));
     static const QRegularExpression childUp("up (\\d+)\n");
     QVERIFY(QTest::qWaitFor([&] {
         simulator.out += simulator.process.readAllStandardOutput();
         return childUp.match(simulator.out).hasMatch();
     }));
     const int child = childUp.match(simulator.out).captured(1).toInt();
-    kill(static_cast<pid_t>(simulator.process.processId()), number);
+    kill(static_cast<pid_t>(simulator.process.processId()), SIGINT);
     simulator.finish();
     QCOMPARE(simulator.process.exitCode(), 128 + SIGTERM);
     QVERIFY(simulator.out.contains("the device holds"));

@@ -1,6 +1,5 @@
 #include <sys/ioctl.h>
 
-#include <QElapsedTimer>
 #include <QFile>
 #include <QPointer>
 #include <QTemporaryDir>
@@ -8,12 +7,13 @@
 
 #include "tests/support/libcinterposer.h"
 #include "tests/support/linkfixture.h"
+#include "tests/support/messagespy.h"
 #include "tests/support/pendingtimers.h"
 #include "tests/support/portinfos.h"
 #include "tests/support/signalrecorder.h"
 #include "tests/support/timingprobe.h"
 
-/// Tests how the port of a recognised device is opened, and the delays before that.
+/// Tests how the port of a recognised device is opened and its console woken, and the delays before that.
 class TestOpening : public QObject
 {
     Q_OBJECT
@@ -24,17 +24,17 @@ private Q_SLOTS:
 
     void aDeviceIsOpenedASecondAfterItIsRecognised();
     void theConsoleIsWokenHalfASecondAfterTheOpening();
-    void aFoundDeviceIsOpenedWokenAndAsked();
     void thePortIsSetUpForTheConsole();
     void thePortIsOpenedForBothWaysAndBelongsToNobody();
-    void whatTheOpenedPortReceivesReachesTheLink();
-
     void aFailedOpeningIsTriedAgainASecondLater();
-    void aFailedOpeningChangesNothingElse();
     void twoArrivalsWithinASecondMakeTwoAttemptsOnTheLaterPort();
     void aDeviceUnpluggedBeforeItsOpeningIsNotOpened();
-    void aDeviceUnpluggedWhileItsOpeningFailsIsNotTriedAgain();
-    void withoutANameNothingIsOpened();
+
+    void theConsoleIsWokenAndAskedForItsStatus_data();
+    void theConsoleIsWokenAndAskedForItsStatus();
+    void theConsoleIsWokenEachSecondUntilItsPrompt();
+    void inNoOtherStateIsAnythingWoken();
+    void withoutAPortNothingIsSentButTheTimerGoesOn();
 
 private:
     ZVTolvarTestPeer inside() const { return _fixture->inside; }
@@ -59,8 +59,7 @@ void TestOpening::init()
 
 void TestOpening::aDeviceIsOpenedASecondAfterItIsRecognised()
 {
-    const auto isOpen = [this] { return inside().state() != NOT_CONNECTED; };
-    TimingProbe timing(1000, isOpen);
+    TimingProbe timing(1000, [this] { return inside().state() != NOT_CONNECTED; });
     _tolvar->onDeviceDiscovered(PortInfos::bridge(_fixture->pty.name()));
     timing.hasBegun();
     QCOMPARE(inside().port(), nullptr);
@@ -72,8 +71,7 @@ void TestOpening::aDeviceIsOpenedASecondAfterItIsRecognised()
 
 void TestOpening::theConsoleIsWokenHalfASecondAfterTheOpening()
 {
-    const auto isWoken = [this] { return inside().state() != CANDIDATE_DEVICE_FOUND; };
-    TimingProbe timing(500, isWoken);
+    TimingProbe timing(500, [this] { return inside().state() != CANDIDATE_DEVICE_FOUND; });
     open(_fixture->pty.name());
     timing.hasBegun();
     QCOMPARE(inside().state(), CANDIDATE_DEVICE_FOUND);
@@ -81,20 +79,6 @@ void TestOpening::theConsoleIsWokenHalfASecondAfterTheOpening()
     QTRY_VERIFY(timing.isOver());
     QCOMPARE(timing.verdict(), "in time");
     QCOMPARE(_fixture->pty.collected(), QByteArray("C\r\n"));
-    QCOMPARE(_timers->underWay(), QList<int>{1000}); // and every second from now on
-}
-
-void TestOpening::aFoundDeviceIsOpenedWokenAndAsked()
-{
-    QElapsedTimer clock;
-    clock.start();
-    _tolvar->onDeviceDiscovered(PortInfos::bridge(_fixture->pty.name()));
-    QTRY_COMPARE(_fixture->pty.collected(), QByteArray("C\r\n"));
-    QVERIFY2(clock.elapsed() >= 1500, "a device is opened after 1000 ms and woken after 500 more");
-    _fixture->pty.send(">");
-    QTRY_COMPARE(_fixture->pty.collected(), QByteArray("C\r\nget\r\n"));
-    _fixture->pty.send("get\r\n\x02<puckdata><name>T</name></puckdata>\x03\r\n>");
-    QTRY_COMPARE(_tolvar->systemID(), QStringLiteral("T"));
 }
 
 void TestOpening::thePortIsSetUpForTheConsole()
@@ -128,17 +112,10 @@ void TestOpening::thePortIsSetUpForTheConsole()
 void TestOpening::thePortIsOpenedForBothWaysAndBelongsToNobody()
 {
     open(_fixture->pty.name());
-    const QextSerialPort *port = inside().port();
-    QVERIFY(port->isOpen());
-    QVERIFY(port->isReadable());
-    QVERIFY(port->isWritable());
-    QCOMPARE(port->parent(), nullptr);
+    QVERIFY(inside().port()->isReadable());
+    QVERIFY(inside().port()->isWritable());
+    QCOMPARE(inside().port()->parent(), nullptr);
     QCOMPARE(_fixture->log->messages(), QStringList());
-}
-
-void TestOpening::whatTheOpenedPortReceivesReachesTheLink()
-{
-    open(_fixture->pty.name());
     _fixture->pty.send("hello");
     QTRY_COMPARE(_fixture->log->messages("W:"), QStringList{"W:hello "});
 }
@@ -148,15 +125,18 @@ void TestOpening::aFailedOpeningIsTriedAgainASecondLater()
     // The port does not exist yet; its name does, as a dangling symbolic link that becomes valid later.
     const QTemporaryDir folder;
     const QString name = folder.filePath("tty");
+    SignalRecorder diary(_tolvar);
     QPointer<QextSerialPort> firstAttempt;
-    const auto isTriedAgain = [&] { return inside().port() != firstAttempt; };
-    TimingProbe timing(1000, isTriedAgain);
+    TimingProbe timing(1000, [&] { return inside().port() != firstAttempt; });
     open(name);
     firstAttempt = inside().port();
     timing.hasBegun();
     QVERIFY(firstAttempt);
+    QVERIFY(!firstAttempt->isOpen());
+    QCOMPARE(inside().state(), NOT_CONNECTED);
     QVERIFY(_timers->underWay().contains(1000));
     QVERIFY(!_timers->underWay().contains(500));
+    QCOMPARE(_fixture->log->messages("D:") + _fixture->log->messages("W:"), QStringList());
     QVERIFY(QFile::link(_fixture->pty.name(), name));
 
     QTRY_VERIFY(timing.isOver());
@@ -164,20 +144,7 @@ void TestOpening::aFailedOpeningIsTriedAgainASecondLater()
     QCOMPARE(inside().state(), CANDIDATE_DEVICE_FOUND);
     QVERIFY2(firstAttempt, "the earlier port object is dropped, not destroyed");
     QVERIFY(inside().port()->isOpen());
-}
-
-void TestOpening::aFailedOpeningChangesNothingElse()
-{
-    SignalRecorder diary(_tolvar);
-    open("no-such-tty");
-    QVERIFY(inside().port());
-    QVERIFY(!inside().port()->isOpen());
-    QCOMPARE(inside().state(), NOT_CONNECTED);
-    QCOMPARE(inside().portName(), QStringLiteral("no-such-tty"));
-    QCOMPARE(_timers->underWay(), QList<int>{1000});
     QCOMPARE(diary.take(), QStringList());
-    QCOMPARE(_fixture->log->messages("D:"), QStringList());
-    QCOMPARE(_fixture->log->messages("W:"), QStringList());
 }
 
 void TestOpening::twoArrivalsWithinASecondMakeTwoAttemptsOnTheLaterPort()
@@ -212,24 +179,73 @@ void TestOpening::aDeviceUnpluggedBeforeItsOpeningIsNotOpened()
     QCOMPARE(inside().state(), NOT_CONNECTED);
 }
 
-void TestOpening::aDeviceUnpluggedWhileItsOpeningFailsIsNotTriedAgain()
+void TestOpening::theConsoleIsWokenAndAskedForItsStatus_data()
 {
-    open("no-such-tty");
-    QVERIFY(inside().port());
-    _tolvar->onDeviceRemoved(PortInfos::bridge("no-such-tty"));
-    QCOMPARE(inside().port(), nullptr);
-    QCOMPARE(_timers->underWay(), QList<int>{1000});
-    QTRY_COMPARE(_timers->underWay(), QList<int>()); // the first timer after the removal is the last
-    QCOMPARE(inside().port(), nullptr);
+    QTest::addColumn<CommState>("state");
+    QTest::newRow("for the first time") << CANDIDATE_DEVICE_FOUND;
+    QTest::newRow("again") << INITIAL_WAITING_FOR_CONSOLE_PROMPT;
 }
 
-void TestOpening::withoutANameNothingIsOpened()
+void TestOpening::theConsoleIsWokenAndAskedForItsStatus()
 {
-    open(QString());
-    QCOMPARE(inside().port(), nullptr);
-    QCOMPARE(inside().state(), NOT_CONNECTED);
+    QFETCH(CommState, state);
+    _fixture->connectPort();
+    inside().state() = state;
+    QByteArray wokenBefore;
+    QList<int> timersBefore = {-1};
+    const MessageSpy witness([&](const QString &) {
+        wokenBefore = _fixture->pty.collected();
+        timersBefore = _timers->underWay();
+    });
+    _tolvar->onTimerKickOffTlovarConsole();
+    QCOMPARE(inside().state(), INITIAL_WAITING_FOR_CONSOLE_PROMPT);
+    QCOMPARE(wokenBefore, QByteArray("C\r\n")); // before the status is requested
+    QCOMPARE(inside().queue(), QStringList{"get\r\n"});
+    QCOMPARE(_fixture->log->messages(),
+             QStringList{"D:_commState =  \"INITIAL_WAITING_FOR_CONSOLE_PROMPT\" "});
+    QCOMPARE(timersBefore, QList<int>()); // the next second begins when this wake-up is complete
+    QCOMPARE(_timers->underWay(), QList<int>{1000});
+}
+
+void TestOpening::theConsoleIsWokenEachSecondUntilItsPrompt()
+{
+    _fixture->connectPort();
+    inside().state() = CANDIDATE_DEVICE_FOUND;
+    TimingProbe timing(1000, [this] { return inside().queue().size() == 2; });
+    _tolvar->onTimerKickOffTlovarConsole();
+    timing.hasBegun();
+    QTRY_VERIFY(timing.isOver());
+    QCOMPARE(timing.verdict(), "in time");
+    QCOMPARE(_fixture->pty.collected(), QByteArray("C\r\nC\r\n"));
+
+    _fixture->feed(">");
+    QCOMPARE(_timers->underWay(), QList<int>{1000}); // the timer is not stopped, but it has no effect
+    QTRY_COMPARE(_timers->underWay(), QList<int>());
+    QCOMPARE(inside().state(), IN_PROMPT);
+    QCOMPARE(_fixture->pty.collected(), QByteArray("C\r\nC\r\nget\r\n"));
+    QCOMPARE(inside().queue(), QStringList{"get\r\n"});
+}
+
+void TestOpening::inNoOtherStateIsAnythingWoken()
+{
+    _fixture->connectPort();
+    for (const int state : {0, 2, 4, 5, 6, 7}) {
+        inside().state() = static_cast<CommState>(state);
+        _tolvar->onTimerKickOffTlovarConsole();
+        QCOMPARE(int(inside().state()), state);
+    }
+    QCOMPARE(_fixture->pty.collected(), QByteArray());
+    QCOMPARE(inside().queue(), QStringList());
     QCOMPARE(_timers->underWay(), QList<int>());
-    QCOMPARE(_fixture->log->messages(), QStringList());
+}
+
+void TestOpening::withoutAPortNothingIsSentButTheTimerGoesOn()
+{
+    inside().state() = CANDIDATE_DEVICE_FOUND;
+    _tolvar->onTimerKickOffTlovarConsole();
+    QCOMPARE(inside().state(), INITIAL_WAITING_FOR_CONSOLE_PROMPT);
+    QCOMPARE(inside().queue(), QStringList());
+    QCOMPARE(_timers->underWay(), QList<int>{1000});
 }
 
 QTEST_GUILESS_MAIN(TestOpening)

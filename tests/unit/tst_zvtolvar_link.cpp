@@ -1,204 +1,31 @@
 #include <algorithm>
 
-#include <QSignalSpy>
 #include <QTest>
 
 #include "tests/support/linkfixture.h"
 #include "tests/support/memoryport.h"
-#include "tests/support/messagespy.h"
-#include "tests/support/scopedconnection.h"
 #include "tests/support/signalrecorder.h"
-
-/// Tests how the link handles the console's output: replies, prompts, and the record of all of it.
-class TestLink : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void init();
-    void cleanup() { _fixture.reset(); }
-
-    void aNormalReplyIsHandedOnWholeAndItsPromptTakesCommands();
-    void aPromptInsideAReplyIsText();
-    void aScanOrTestTakesItsReplyInAnyState_data();
-    void aScanOrTestTakesItsReplyInAnyState();
-    void aSecondStartInsideAReply_data();
-    void aSecondStartInsideAReply();
-    void aReplyStaysUntilTheNextBegins();
-    void aReplyIsReadBeforeAnythingElseHearsOfIt();
-    void eachByteOfAReplyIsOneCharacter();
-    void aReplyMayBeLong();
-    void aReplyThatNeverEndsIsNeverHandedOn();
-
-    void aReplyInManyReadsIsTheSame();
-    void howeverItIsCutTheSameComesOfIt_data();
-    void howeverItIsCutTheSameComesOfIt();
-    void twoRepliesInOneReadAreTwo();
-    void whatIsReadIsLoggedRaw_data();
-    void whatIsReadIsLoggedRaw();
-    void whatIsReadIsLoggedBeforeItIsTaken();
-    void nothingIsReadWithoutAPort();
-    void nothingIsReadWhenThereIsNothing();
-
-private:
-    ZVTolvarTestPeer inside() const { return _fixture->inside; }
-    void feed(const QByteArray &received) { _fixture->feed(received); }
-
-    std::unique_ptr<LinkFixture> _fixture;
-    ZVTolvar *_tolvar = nullptr;
-};
-
-void TestLink::init()
-{
-    _fixture = std::make_unique<LinkFixture>();
-    _tolvar = &_fixture->tolvar;
-}
-
-void TestLink::aNormalReplyIsHandedOnWholeAndItsPromptTakesCommands()
-{
-    inside().state() = IN_PROMPT;
-    SignalRecorder diary(_tolvar);
-    feed("ab\x02<puckdata/>\x03\r\n>");
-    QCOMPARE(diary.take(), QStringList({"responseReceived:<puckdata/>", "readyForCommand"}));
-    QCOMPARE(inside().state(), IN_PROMPT);
-    QCOMPARE(_fixture->log->messages(),
-             QStringList({"D:->IN_RESPONSE_RECEIVE ", "D:->WAITING_FOR_CONSOLE_PROMPT ", "D:->IN_PROMPT "}));
-}
-
-void TestLink::aPromptInsideAReplyIsText()
-{
-    inside().state() = IN_PROMPT;
-    SignalRecorder diary(_tolvar);
-    feed("\x02<puckdata>></puckdata>\x03");
-    QCOMPARE(diary.take(), QStringList{"responseReceived:<puckdata>></puckdata>"});
-}
-
-void TestLink::aScanOrTestTakesItsReplyInAnyState_data()
-{
-    QTest::addColumn<bool>("scanning");
-    QTest::addColumn<CommState>("state");
-    for (int state = NOT_CONNECTED; state <= IN_RESPONSE_RECEIVE; ++state) {
-        QTest::addRow("a scan in state %d", state) << true << static_cast<CommState>(state);
-        QTest::addRow("a test in state %d", state) << false << static_cast<CommState>(state);
-    }
-}
-
-void TestLink::aScanOrTestTakesItsReplyInAnyState()
-{
-    QFETCH(bool, scanning);
-    QFETCH(CommState, state);
-    inside().scanning() = scanning;
-    inside().testing() = !scanning;
-    inside().state() = state;
-    SignalRecorder diary(_tolvar);
-    feed(">\x02<puckdata>></puckdata>\x03>");
-    QCOMPARE(diary.take(), QStringList({"responseReceived:<puckdata>></puckdata>",
-                                        scanning ? "scanFinished" : "networkTestFinished"}));
-    QCOMPARE(inside().state(), IN_PROMPT); // and not ready for a command: its prompt came too late
-}
-
-void TestLink::aSecondStartInsideAReply_data()
-{
-    QTest::addColumn<bool>("scanning");
-    QTest::addColumn<bool>("testing");
-    QTest::addColumn<QByteArray>("response");
-    QTest::newRow("begins anew while scanning") << true << false << QByteArray("<scan_results/>");
-    QTest::newRow("begins anew while testing") << false << true << QByteArray("<scan_results/>");
-    QTest::newRow("is a byte of the reply otherwise")
-        << false << false << QByteArray("<a/>\x02<scan_results/>");
-}
-
-void TestLink::aSecondStartInsideAReply()
-{
-    QFETCH(bool, scanning);
-    QFETCH(bool, testing);
-    QFETCH(QByteArray, response);
-    // The malformed text must not reach the dispatcher, which would hang at its foreign root.
-    disconnect(_tolvar, &ZVTolvar::responseReceived, _tolvar, &ZVTolvar::onResponseReceived);
-    inside().state() = IN_PROMPT;
-    inside().scanning() = scanning;
-    inside().testing() = testing;
-    QSignalSpy received(_tolvar, &ZVTolvar::responseReceived);
-    feed("\x02<a/>\x02<scan_results/>\x03");
-    QCOMPARE(received.count(), 1);
-    QCOMPARE(received.constFirst().constFirst().toString(), QString::fromLatin1(response));
-}
-
-void TestLink::aReplyStaysUntilTheNextBegins()
-{
-    inside().state() = IN_PROMPT;
-    feed("\x02<puckdata/>\x03\r\n>");
-    QCOMPARE(inside().response(), QStringLiteral("<puckdata/>"));
-    feed("\x02");
-    QCOMPARE(inside().response(), QString());
-}
-
-void TestLink::aReplyIsReadBeforeAnythingElseHearsOfIt()
-{
-    inside().state() = IN_PROMPT;
-    QString known;
-    const ScopedConnection listener(_tolvar, &ZVTolvar::responseReceived,
-                                    [&] { known = _tolvar->systemID(); });
-    feed("\x02<puckdata><name>T</name></puckdata>\x03");
-    QCOMPARE(known, QStringLiteral("T"));
-}
-
-void TestLink::eachByteOfAReplyIsOneCharacter()
-{
-    inside().state() = IN_PROMPT;
-    QByteArray name;
-    for (int byte = 0xA0; byte <= 0xFF; ++byte)
-        name += static_cast<char>(byte);
-    feed("\x02<puckdata><name>" + name + "</name></puckdata>\x03");
-    QCOMPARE(_tolvar->systemID().size(), 0x60);
-    QCOMPARE(_tolvar->systemID(), QString::fromLatin1(name));
-}
-
-void TestLink::aReplyMayBeLong()
-{
-    inside().state() = IN_PROMPT;
-    const QByteArray name(100000, 'T');
-    feed("\x02<puckdata><name>" + name + "</name></puckdata>\x03");
-    QCOMPARE(_tolvar->systemID(), QString::fromLatin1(name));
-}
-
-void TestLink::aReplyThatNeverEndsIsNeverHandedOn()
-{
-    inside().state() = IN_PROMPT;
-    SignalRecorder diary(_tolvar);
-    feed("\x02<puckdata/>\r\n>\x04>get\r\n");
-    QCOMPARE(diary.take(), QStringList());
-    QCOMPARE(inside().response(), QStringLiteral("<puckdata/>\r\n>\x04>get\r\n"));
-    QCOMPARE(inside().state(), IN_RESPONSE_RECEIVE);
-}
-
-void TestLink::aReplyInManyReadsIsTheSame()
-{
-    _fixture->connectPort();
-    inside().state() = IN_PROMPT;
-    SignalRecorder diary(_tolvar);
-    const QByteArray reply = "\x02<puckdata><name>T</name></puckdata>\x03";
-    for (const char c : reply) {
-        _fixture->log->take();
-        _fixture->pty.send(QByteArray(1, c));
-        QTRY_COMPARE(_fixture->log->messages("W:"), QStringList{"W:" + QString(QLatin1Char(c)) + " "});
-    }
-    QCOMPARE(diary.take(),
-             QStringList({"systemIDChanged:T", "responseReceived:<puckdata><name>T</name></puckdata>"}));
-}
 
 namespace
 {
+enum Mode { Normal, Scanning, Testing, Handshake };
+
+void setLink(const ZVTolvarTestPeer &inside, CommState state, Mode mode)
+{
+    inside.state() = state;
+    inside.scanning() = mode == Scanning;
+    inside.testing() = mode == Testing;
+    inside.eotHandshake() = mode == Handshake;
+}
+
 /// Returns what a controller does with \a sent, read \a chunk bytes at a time: its signals, its messages
 /// except the raw ones, and its final state.
-QStringList outcome(const QByteArray &sent, qsizetype chunk, CommState state, bool scanning, bool testing)
+QStringList outcome(const QByteArray &sent, qsizetype chunk, CommState state, Mode mode)
 {
     MemoryPort port;
     LinkFixture fixture;
+    setLink(fixture.inside, state, mode);
     fixture.inside.port() = &port;
-    fixture.inside.state() = state;
-    fixture.inside.scanning() = scanning;
-    fixture.inside.testing() = testing;
     SignalRecorder diary(&fixture.tolvar);
     for (qsizetype at = 0; at < sent.size(); at += chunk) {
         port.bring(sent.constData() + at, std::min(chunk, sent.size() - at));
@@ -209,92 +36,114 @@ QStringList outcome(const QByteArray &sent, qsizetype chunk, CommState state, bo
 }
 } // namespace
 
+/// Tests how the link reads what its port has received. tst_zvtolvar_link_table tests what each byte does.
+class TestLink : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aReplyIsReadBeforeItIsToldOf_data();
+    void aReplyIsReadBeforeItIsToldOf();
+    void howeverItIsCutTheSameComesOfIt_data();
+    void howeverItIsCutTheSameComesOfIt();
+    void whatIsReadIsLoggedRaw_data();
+    void whatIsReadIsLoggedRaw();
+    void whatIsReadIsLoggedBeforeItIsTaken();
+    void nothingIsReadWithoutAPortOrWithoutBytes();
+};
+
+void TestLink::aReplyIsReadBeforeItIsToldOf_data()
+{
+    QTest::addColumn<Mode>("mode");
+    QTest::addColumn<QString>("document");
+    QTest::addColumn<QStringList>("read");
+    QTest::addColumn<QString>("end");
+    QTest::newRow("a status") << Normal << "<puckdata><name>T</name></puckdata>"
+                              << QStringList{"systemIDChanged:T"} << "readyForCommand";
+    QTest::newRow("the reply to a scan")
+        << Scanning << "<scan_results><scan SSID=\"A\"/></scan_results>"
+        << QStringList({"scannedNetworkListChanged:0", "scannedNetworkListChanged:1"}) << "scanFinished";
+    QTest::newRow("the reply to a test")
+        << Testing << "<networktest_results><status result=\"1\"/></networktest_results>"
+        << QStringList{"networkTestPassphraseInvalid"} << "networkTestFinished";
+}
+
+void TestLink::aReplyIsReadBeforeItIsToldOf()
+{
+    QFETCH(Mode, mode);
+    QFETCH(QString, document);
+    QFETCH(QStringList, read);
+    QFETCH(QString, end);
+    LinkFixture fixture;
+    setLink(fixture.inside, IN_PROMPT, mode);
+    SignalRecorder diary(&fixture.tolvar);
+    fixture.feed("get\r\n\x02" + document.toLatin1() + "\x03\r\n>");
+    QCOMPARE(diary.take(), read + QStringList({"responseReceived:" + document, end}));
+}
+
 void TestLink::howeverItIsCutTheSameComesOfIt_data()
 {
     QTest::addColumn<CommState>("state");
-    QTest::addColumn<bool>("scanning");
-    QTest::addColumn<bool>("testing");
-    QTest::newRow("before it is woken") << CANDIDATE_DEVICE_FOUND << false << false;
-    QTest::newRow("waiting for the first prompt") << INITIAL_WAITING_FOR_CONSOLE_PROMPT << false << false;
-    QTest::newRow("waiting for a prompt") << WAITING_FOR_CONSOLE_PROMPT << false << false;
-    QTest::newRow("at the prompt") << IN_PROMPT << false << false;
-    QTest::newRow("inside a reply") << IN_RESPONSE_RECEIVE << false << false;
-    QTest::newRow("scanning") << IN_PROMPT << true << false;
-    QTest::newRow("testing") << IN_PROMPT << false << true;
+    QTest::addColumn<Mode>("mode");
+    QTest::newRow("waiting for the first prompt") << INITIAL_WAITING_FOR_CONSOLE_PROMPT << Normal;
+    QTest::newRow("waiting for the handshake") << INITIAL_WAITING_FOR_CONSOLE_PROMPT << Handshake;
+    QTest::newRow("at the prompt") << IN_PROMPT << Normal;
+    QTest::newRow("inside a reply") << IN_RESPONSE_RECEIVE << Normal;
+    QTest::newRow("scanning") << IN_PROMPT << Scanning;
+    QTest::newRow("testing") << IN_PROMPT << Testing;
 }
 
 void TestLink::howeverItIsCutTheSameComesOfIt()
 {
     QFETCH(CommState, state);
-    QFETCH(bool, scanning);
-    QFETCH(bool, testing);
+    QFETCH(Mode, mode);
     static const char bytes[] =
-        "echo\r\n\x04\x04>>junk\x02\x02<puckdata><name>a\x04>b\xc3\xa9\0</name>\r\n</puckdata>\x03\x03"
-        "\r\n>get\x02\x02<puckdata><mode>M</mode></puckdata>\x03>>\x02<open";
+        "echo\r\n\x04\x04 >>junk\x02\x02<puckdata><name>a\x04>b\xc3\xa9\0</name>\r\n</puckdata>\x03\x03"
+        "\r\n>get\x02\x02<puckdata><mode>M</mode></puckdata>\n\x03\n>>\x02<open";
     const QByteArray sent(bytes, sizeof bytes - 1); // contains a zero byte
-    const QStringList byteByByte = outcome(sent, 1, state, scanning, testing);
-    QVERIFY(state == CANDIDATE_DEVICE_FOUND || byteByByte.size() > 4);
+    const QStringList byteByByte = outcome(sent, 1, state, mode);
+    QVERIFY(byteByByte.size() > 4);
     for (const qsizetype chunk : {2, 3, 7, 64, 1000})
-        QCOMPARE(outcome(sent, chunk, state, scanning, testing), byteByByte);
-}
-
-void TestLink::twoRepliesInOneReadAreTwo()
-{
-    _fixture->connectPort();
-    inside().state() = IN_PROMPT;
-    SignalRecorder diary(_tolvar);
-    _fixture->pty.send("get\r\n\x02<puckdata><name>U</name></puckdata>\x03\r\n>"
-                       "get\r\n\x02<puckdata><mode>M</mode></puckdata>\x03\r\n>");
-    QTRY_COMPARE(_tolvar->status(), QStringLiteral("M"));
-    QCOMPARE(diary.take(),
-             QStringList({"systemIDChanged:U", "responseReceived:<puckdata><name>U</name></puckdata>",
-                          "readyForCommand", "statusChanged:M",
-                          "responseReceived:<puckdata><mode>M</mode></puckdata>", "readyForCommand"}));
-    QCOMPARE(inside().state(), IN_PROMPT);
+        QCOMPARE(outcome(sent, chunk, state, mode), byteByByte);
 }
 
 void TestLink::whatIsReadIsLoggedRaw_data()
 {
     QTest::addColumn<QByteArray>("sent");
     QTest::addColumn<QString>("message");
-    QTest::newRow("a single byte") << QByteArray(">") << "W:> ";
-    QTest::newRow("control bytes and line ends stay")
-        << QByteArray("get\r\n\x02<a>\x03\r\n>") << "W:get\r\n\x02<a>\x03\r\n> ";
+    QTest::newRow("control bytes, line ends and quotes stay")
+        << QByteArray("\"get\"\r\n\x02<a>\x03\r\n>") << "W:\"get\"\r\n\x02<a>\x03\r\n> ";
     QTest::newRow("a zero byte ends the text") << QByteArray("ab\0cd", 5) << "W:ab ";
     QTest::newRow("a byte is a character") << QByteArray("caf\xc3\xa9") << QString("W:caf\u00c3\u00a9 ");
-    QTest::newRow("quotes and percent signs stay") << QByteArray("\"%s\"") << "W:\"%s\" ";
 }
 
 void TestLink::whatIsReadIsLoggedRaw()
 {
     QFETCH(QByteArray, sent);
     QFETCH(QString, message);
-    _fixture->connectPort();
-    _fixture->pty.send(sent);
-    QTRY_COMPARE(_fixture->log->messages(), QStringList{message});
+    LinkFixture fixture;
+    fixture.connectPort();
+    fixture.pty.send(sent);
+    QTRY_COMPARE(fixture.log->messages(), QStringList{message});
 }
 
 void TestLink::whatIsReadIsLoggedBeforeItIsTaken()
 {
-    _fixture->connectPort();
-    inside().state() = WAITING_FOR_CONSOLE_PROMPT;
-    _fixture->pty.send(QByteArray("\0>\x02ok", 5)); // the bytes after a zero byte are still processed
-    QTRY_COMPARE(_fixture->log->messages(),
-                 QStringList({"W: ", "D:->IN_PROMPT ", "D:->IN_RESPONSE_RECEIVE "}));
-    QCOMPARE(inside().response(), QStringLiteral("ok"));
+    LinkFixture fixture;
+    fixture.connectPort();
+    fixture.inside.state() = WAITING_FOR_CONSOLE_PROMPT;
+    fixture.pty.send(QByteArray("\0>\x02ok", 5)); // the bytes after a zero byte are still processed
+    QTRY_COMPARE(fixture.log->messages(), QStringList({"W: ", "D:->IN_PROMPT ", "D:->IN_RESPONSE_RECEIVE "}));
+    QCOMPARE(fixture.inside.response(), QStringLiteral("ok"));
 }
 
-void TestLink::nothingIsReadWithoutAPort()
+void TestLink::nothingIsReadWithoutAPortOrWithoutBytes()
 {
-    _tolvar->onReadyRead();
-    QCOMPARE(_fixture->log->messages(), QStringList());
-}
-
-void TestLink::nothingIsReadWhenThereIsNothing()
-{
-    _fixture->connectPort();
-    _tolvar->onReadyRead();
-    QCOMPARE(_fixture->log->messages(), QStringList());
+    LinkFixture fixture;
+    fixture.tolvar.onReadyRead();
+    fixture.connectPort();
+    fixture.tolvar.onReadyRead();
+    QCOMPARE(fixture.log->messages(), QStringList());
 }
 
 QTEST_GUILESS_MAIN(TestLink)

@@ -1,22 +1,51 @@
-#include <poll.h>
-#include <unistd.h>
-
-#include <atomic>
-#include <thread>
-
 #include <QElapsedTimer>
 #include <QTest>
 
 #include "tests/support/linkfixture.h"
 #include "tests/support/messagespy.h"
+#include "tests/support/portinfos.h"
 
 namespace
 {
 using namespace std::chrono_literals;
 
-constexpr auto BytePause = 10ms;
-constexpr auto OneOverTheOther = 11ms; // shorter than a pause that is a millisecond too long
-constexpr int Tries = 500;             // a computer that is too busy for all of them is faulty
+constexpr qint64 Endless = 1000000;
+constexpr const char *Passphrase = "setpass secret words\r\n";
+
+/// A port that accepts a given number of bytes and rejects the next. Then it accepts any number, or none
+/// until it is given room again.
+class JammedPort : public QextSerialPort
+{
+public:
+    explicit JammedPort(qint64 room, qint64 roomAfterwards = 0)
+        : QextSerialPort(QStringLiteral("jammed"))
+        , _room(room)
+        , _roomAfterwards(roomAfterwards)
+    {
+        setOpenMode(ReadWrite | Unbuffered);
+    }
+
+    void setRoom(qint64 room) { _room = room; }
+    QByteArray taken() const { return _taken; }
+    /// The time since the last byte was taken.
+    std::chrono::nanoseconds sinceLastByte() const { return 1ns * _clock.nsecsElapsed(); }
+
+protected:
+    qint64 writeData(const char *data, qint64 size) override
+    {
+        const qint64 count = std::min(size, _room);
+        _taken.append(data, count);
+        _room = count < size ? _roomAfterwards : _room - count;
+        _clock.start();
+        return count;
+    }
+
+private:
+    qint64 _room;
+    qint64 _roomAfterwards;
+    QByteArray _taken;
+    QElapsedTimer _clock;
+};
 } // namespace
 
 /// Tests the queue of commands, and how they are sent.
@@ -28,24 +57,29 @@ private Q_SLOTS:
     void init();
     void cleanup() { _fixture.reset(); }
 
-    void whatIsSubmittedInsideAReplyGoesOutAfterItsPrompt();
-    void threeSubmissionsAtThePromptGoOutAtOnceInTheirOrder();
-    void aSubmissionSendsTheOldestWhichNeedNotBeItself();
-    void onePromptSendsOneCommand();
-    void aCommandWithoutAPortIsLost();
-    void anEmptyQueueSendsNothing();
-
+    void whatIsSubmittedInsideAReplyGoesOutOneAPrompt();
+    void aSubmissionAtThePromptSendsTheOldestWhichNeedNotBeItself();
     void aSubmissionLogsTheState_data();
     void aSubmissionLogsTheState();
-    void theStateIsLoggedWithoutASubmissionToo();
     void aSubmissionIsQueuedThenLoggedThenSent();
-    void aCommandIsLoggedRawBeforeItGoesOut();
+    void aCommandTakesTenMillisecondsAByteAfterIt();
 
-    void aCommandTakesTenMillisecondsAByte();
-    void theDeviceHasAByteBeforeThePauseAfterIt();
+    void aCommandEndsWhereTheLineTakesNoMore_data();
+    void aCommandEndsWhereTheLineTakesNoMore();
+    void theNextCommandBeginsOnALineOfItsOwn_data();
+    void theNextCommandBeginsOnALineOfItsOwn();
+    void aLineEndThatIsCutItselfIsSentAgain();
+    void aNewDeviceHasNoOpenLine();
 
 private:
     ZVTolvarTestPeer inside() const { return _fixture->inside; }
+    QStringList complaints() const { return _fixture->log->messages("C:"); }
+    /// Gives the controller this port, at the prompt.
+    void usePort(QextSerialPort &port) const
+    {
+        inside().port() = &port;
+        inside().state() = IN_PROMPT;
+    }
 
     std::unique_ptr<LinkFixture> _fixture;
     ZVTolvar *_tolvar = nullptr;
@@ -57,181 +91,168 @@ void TestLinkQueue::init()
     _tolvar = &_fixture->tolvar;
 }
 
-void TestLinkQueue::whatIsSubmittedInsideAReplyGoesOutAfterItsPrompt()
+void TestLinkQueue::whatIsSubmittedInsideAReplyGoesOutOneAPrompt()
 {
-    _fixture->connectPort();
+    JammedPort port(Endless);
+    usePort(port);
     inside().state() = IN_RESPONSE_RECEIVE;
     _tolvar->submitCommand("get\r\n");
-    QCOMPARE(inside().queue(), QStringList{"get\r\n"});
-    _fixture->feed("\x03\r\n");
-    QCOMPARE(_fixture->pty.collected(), QByteArray());
-    _fixture->feed(">");
-    QCOMPARE(_fixture->pty.collected(), QByteArray("get\r\n"));
-    QCOMPARE(inside().queue(), QStringList());
-    QCOMPARE(inside().state(), IN_PROMPT);
-}
-
-void TestLinkQueue::threeSubmissionsAtThePromptGoOutAtOnceInTheirOrder()
-{
-    _fixture->connectPort();
-    inside().state() = IN_PROMPT;
-    _tolvar->submitCommand("setssid A B\r\n");
-    _tolvar->submitCommand("setpass \r\n");
-    _tolvar->submitCommand("test\r\n");
-    QCOMPARE(inside().queue(), QStringList());
-    QCOMPARE(inside().state(), IN_PROMPT);
-    QCOMPARE(_fixture->pty.collected(), QByteArray("setssid A B\r\nsetpass \r\ntest\r\n"));
-}
-
-void TestLinkQueue::aSubmissionSendsTheOldestWhichNeedNotBeItself()
-{
-    _fixture->connectPort();
-    _tolvar->submitCommand("get\r\n");
-    inside().state() = IN_PROMPT;
     _tolvar->submitCommand("scan\r\n");
-    QCOMPARE(_fixture->pty.collected(), QByteArray("get\r\n"));
-    QCOMPARE(inside().queue(), QStringList{"scan\r\n"});
-    QCOMPARE(inside().currentCommand(), QStringLiteral("get\r\n"));
-}
-
-void TestLinkQueue::onePromptSendsOneCommand()
-{
-    _fixture->connectPort();
-    inside().state() = WAITING_FOR_CONSOLE_PROMPT;
-    inside().queue() = QStringList{"get\r\n", "get\r\n"};
+    _fixture->feed("\x03\r\n");
+    QCOMPARE(port.taken(), QByteArray());
     _fixture->feed(">>>"); // the console is already at its prompt: the other prompts have no effect
-    QCOMPARE(_fixture->pty.collected(), QByteArray("get\r\n"));
+    QCOMPARE(port.taken(), QByteArray("get\r\n"));
     _fixture->feed("\x02<puckdata/>\x03\r\n>");
-    QCOMPARE(_fixture->pty.collected(), QByteArray("get\r\nget\r\n"));
+    QCOMPARE(port.taken(), QByteArray("get\r\nscan\r\n"));
+    QCOMPARE(inside().queue(), QStringList());
 }
 
-void TestLinkQueue::aCommandWithoutAPortIsLost()
+void TestLinkQueue::aSubmissionAtThePromptSendsTheOldestWhichNeedNotBeItself()
 {
-    inside().queue() = QStringList{"get\r\n", "scan\r\n"};
-    _tolvar->onReadyForCommand();
-    QCOMPARE(inside().queue(), QStringList{"scan\r\n"});
+    JammedPort port(Endless);
+    _tolvar->submitCommand("get\r\n");
+    usePort(port);
+    _tolvar->submitCommand("setssid A B\r\n");
+    QCOMPARE(port.taken(), QByteArray("get\r\n"));
     QCOMPARE(inside().currentCommand(), QStringLiteral("get\r\n"));
-    QCOMPARE(_fixture->log->messages(), QStringList());
-}
-
-void TestLinkQueue::anEmptyQueueSendsNothing()
-{
-    _fixture->connectPort();
-    inside().currentCommand() = "get\r\n";
-    _tolvar->onReadyForCommand();
-    QCOMPARE(inside().currentCommand(), QStringLiteral("get\r\n"));
-    QCOMPARE(_fixture->log->messages(), QStringList());
-    QCOMPARE(_fixture->pty.collected(), QByteArray());
+    _tolvar->submitCommand("test\r\n"); // it is still at the prompt
+    QCOMPARE(port.taken(), QByteArray("get\r\nsetssid A B\r\n"));
+    QCOMPARE(inside().queue(), QStringList{"test\r\n"});
 }
 
 void TestLinkQueue::aSubmissionLogsTheState_data()
 {
     QTest::addColumn<int>("state");
-    QTest::addColumn<QString>("message");
-    QTest::newRow("0") << 0 << "D:_commState =  \"NOT_CONNECTED\" ";
-    QTest::newRow("1") << 1 << "D:_commState =  \"CANDIDATE_DEVICE_FOUND\" ";
-    QTest::newRow("2") << 2 << "D:_commState =  \"WAITING_FOR_STATUS\" ";
-    QTest::newRow("3") << 3 << "D:_commState =  \"INITIAL_WAITING_FOR_CONSOLE_PROMPT\" ";
-    QTest::newRow("4") << 4 << "D:_commState =  \"WAITING_FOR_CONSOLE_PROMPT\" ";
-    QTest::newRow("5") << 5 << "D:_commState =  \"IN_PROMPT\" ";
-    QTest::newRow("6") << 6 << "D:_commState =  \"IN_RESPONSE_RECEIVE\" ";
-    QTest::newRow("a value above the last has no name") << 7 << "D:_commState =  \"\" ";
+    int state = 0;
+    for (const char *name : {"NOT_CONNECTED", "CANDIDATE_DEVICE_FOUND", "WAITING_FOR_STATUS",
+                             "INITIAL_WAITING_FOR_CONSOLE_PROMPT", "WAITING_FOR_CONSOLE_PROMPT", "IN_PROMPT",
+                             "IN_RESPONSE_RECEIVE", ""}) // a value above the last has no name
+        QTest::newRow(name) << state++;
 }
 
 void TestLinkQueue::aSubmissionLogsTheState()
 {
     QFETCH(int, state);
-    QFETCH(QString, message);
     inside().state() = static_cast<CommState>(state);
     _tolvar->submitCommand("save\r\n");
-    QCOMPARE(_fixture->log->messages(), QStringList{message});
+    const QString name = QTest::currentDataTag();
+    QCOMPARE(_fixture->log->messages(), QStringList{"D:_commState =  \"" + name + "\" "});
     QCOMPARE(inside().queue(), state == IN_PROMPT ? QStringList() : QStringList{"save\r\n"});
     QCOMPARE(int(inside().state()), state);
 }
 
-void TestLinkQueue::theStateIsLoggedWithoutASubmissionToo()
-{
-    inside().state() = IN_RESPONSE_RECEIVE;
-    _tolvar->debug_commState();
-    QCOMPARE(_fixture->log->messages(), QStringList{"D:_commState =  \"IN_RESPONSE_RECEIVE\" "});
-    QCOMPARE(inside().queue(), QStringList());
-}
-
 void TestLinkQueue::aSubmissionIsQueuedThenLoggedThenSent()
 {
-    _fixture->connectPort();
-    inside().state() = IN_PROMPT;
+    JammedPort port(Endless);
+    usePort(port);
     QStringList seen;
     const MessageSpy witness([&](const QString &message) {
-        seen += message + inside().queue().join(',') + '/' + inside().currentCommand() + '/' +
-                _fixture->pty.collected();
+        seen += message + inside().queue().join(',') + '/' + inside().currentCommand() + '/' + port.taken();
     });
-    _tolvar->submitCommand("exit");
-    QCOMPARE(seen, QStringList({"_commState =  \"IN_PROMPT\" exit//", "--> \"exit\" /exit/"}));
-    QCOMPARE(_fixture->pty.collected(), QByteArray("exit"));
+    _tolvar->submitCommand("a\"\u00e9\"\r\n");
+    QCOMPARE(seen, QStringList({"_commState =  \"IN_PROMPT\" a\"\u00e9\"\r\n//",
+                                "--> \"a\"\u00e9\"\r\n\" /a\"\u00e9\"\r\n/"}));
+    QCOMPARE(_fixture->log->messages("D:"), _fixture->log->messages());
+    QCOMPARE(port.taken(), QByteArray("a\"\xe9\"\r\n")); // a character is a byte
 }
 
-void TestLinkQueue::aCommandIsLoggedRawBeforeItGoesOut()
+void TestLinkQueue::aCommandTakesTenMillisecondsAByteAfterIt()
 {
-    _fixture->connectPort();
-    inside().state() = IN_PROMPT;
-    _tolvar->submitCommand("setssid \"caf\u00e9\"\r\n");
-    QCOMPARE(_fixture->log->messages(),
-             QStringList({"D:_commState =  \"IN_PROMPT\" ", "D:--> \"setssid \"caf\u00e9\"\r\n\" "}));
-    QCOMPARE(_fixture->pty.collected(), QByteArray("setssid \"caf\xe9\"\r\n"));
-}
-
-void TestLinkQueue::aCommandTakesTenMillisecondsAByte()
-{
-    _fixture->connectPort();
-    inside().state() = IN_PROMPT;
-    const auto timeFor = [this](const QString &command) {
-        QElapsedTimer clock;
-        clock.start();
-        _tolvar->submitCommand(command); // the call itself takes that long, since the event loop waits too
-        return std::chrono::nanoseconds(clock.nsecsElapsed());
-    };
-    QVERIFY2(timeFor("setuarttrace y\r\n") >= 16 * BytePause, "each byte is given 10 ms");
-
-    auto shortest = std::chrono::nanoseconds::max();
-    for (int i = 0; i < Tries && shortest >= OneOverTheOther; ++i) {
-        const auto time = timeFor("x");
-        QVERIFY2(time >= BytePause, "the last byte is given 10 ms too");
-        shortest = std::min(shortest, time);
-    }
-    QVERIFY2(shortest < OneOverTheOther, "a byte is given 10 ms and no more");
-}
-
-void TestLinkQueue::theDeviceHasAByteBeforeThePauseAfterIt()
-{
-    _fixture->connectPort();
-    inside().state() = IN_PROMPT;
-    // The device reads in its own thread and records when each of its reads ends.
-    std::atomic<qint64> arrival = 0;
-    std::atomic<bool> stop = false;
+    JammedPort port(Endless);
+    usePort(port);
     QElapsedTimer clock;
     clock.start();
-    std::thread device([&, descriptor = _fixture->pty.device()] {
-        while (!stop) {
-            pollfd line{descriptor, POLLIN, 0};
-            char some[64];
-            if (::poll(&line, 1, 10) > 0 && ::read(descriptor, some, sizeof some) > 0)
-                arrival = clock.nsecsElapsed();
-        }
-    });
-    // The reader may be late; then the test tries again. The reader is never early.
-    std::chrono::nanoseconds lead = 0ns;
-    for (int i = 0; i < Tries && lead < BytePause / 2; ++i) {
-        arrival = 0;
+    _tolvar->submitCommand("setuarttrace y\r\n"); // the call itself takes that long
+    QVERIFY2(clock.elapsed() >= 160, "each byte is given 10 ms");
+
+    constexpr int tries = 500; // a computer that is too busy for all of them is faulty
+    auto shortest = std::chrono::nanoseconds::max();
+    for (int i = 0; i < tries && shortest >= 11ms; ++i) {
         _tolvar->submitCommand("x");
-        const qint64 returned = clock.nsecsElapsed();
-        if (!QTest::qWaitFor([&] { return arrival > 0; }))
-            break;
-        lead = std::chrono::nanoseconds(returned - arrival);
+        const std::chrono::nanoseconds time = port.sinceLastByte();
+        QVERIFY2(time >= 10ms, "the last byte is given 10 ms too");
+        shortest = std::min(shortest, time);
     }
-    stop = true;
-    device.join();
-    QVERIFY2(lead >= BytePause / 2, "a byte reaches the device at once, and the pause follows it");
+    QVERIFY2(shortest < 11ms, "a byte is given 10 ms and no more");
+}
+
+void TestLinkQueue::aCommandEndsWhereTheLineTakesNoMore_data()
+{
+    QTest::addColumn<int>("room");
+    QTest::addColumn<QByteArray>("taken");
+    QTest::addColumn<QStringList>("logged");
+    const auto cutAfter = [](int count) {
+        return QStringList{QStringLiteral("C:The command was cut: the port took %1 of 22 bytes ").arg(count)};
+    };
+    QTest::newRow("nothing is taken") << 0 << QByteArray() << cutAfter(0);
+    QTest::newRow("half of it is taken") << 8 << QByteArray("setpass ") << cutAfter(8);
+    QTest::newRow("the line feed is not taken") << 21 << QByteArray("setpass secret words\r") << cutAfter(21);
+    QTest::newRow("all is taken") << 22 << QByteArray(Passphrase) << QStringList();
+}
+
+void TestLinkQueue::aCommandEndsWhereTheLineTakesNoMore()
+{
+    QFETCH(int, room);
+    JammedPort port(room, Endless);
+    usePort(port);
+    _tolvar->submitCommand(Passphrase);
+    QTEST(port.taken(), "taken"); // and not the rest of a command, though the port accepts bytes again
+    QTEST(complaints(), "logged");
+}
+
+void TestLinkQueue::theNextCommandBeginsOnALineOfItsOwn_data()
+{
+    QTest::addColumn<int>("room");
+    QTest::addColumn<QByteArray>("taken");
+    QTest::newRow("nothing was taken") << 0 << QByteArray("save\r\nexit\r\n");
+    QTest::newRow("a part was taken") << 11 << QByteArray("setpass sec\r\nsave\r\nexit\r\n");
+    QTest::newRow("all was taken") << 22 << QByteArray("setpass secret words\r\nsave\r\nexit\r\n");
+}
+
+void TestLinkQueue::theNextCommandBeginsOnALineOfItsOwn()
+{
+    QFETCH(int, room);
+    JammedPort port(room);
+    usePort(port);
+    _tolvar->submitCommand(Passphrase);
+    port.setRoom(0);
+    _tolvar->submitCommand("test\r\n"); // lost as a whole
+    port.setRoom(Endless);
+    _fixture->log->take();
+    _tolvar->submitCommand("save\r\n");
+    _tolvar->submitCommand("exit\r\n");
+    QTEST(port.taken(), "taken");
+    // The line end is not part of the command, and is not logged with it.
+    QVERIFY(_fixture->log->messages().contains("D:--> \"save\r\n\" "));
+    QCOMPARE(complaints(), QStringList());
+}
+
+void TestLinkQueue::aLineEndThatIsCutItselfIsSentAgain()
+{
+    JammedPort port(1);
+    usePort(port);
+    _tolvar->submitCommand("exit\r\n");
+    port.setRoom(1);
+    _fixture->log->take();
+    _tolvar->submitCommand("test\r\n");
+    QCOMPARE(complaints(), QStringList{"C:The command was cut: the port took 0 of 6 bytes "});
+    port.setRoom(Endless);
+    _tolvar->submitCommand("save\r\n");
+    QCOMPARE(port.taken(), QByteArray("e\r\r\nsave\r\n"));
+}
+
+void TestLinkQueue::aNewDeviceHasNoOpenLine()
+{
+    JammedPort first(3);
+    usePort(first);
+    inside().portName() = "jammed";
+    _tolvar->submitCommand("save\r\n");
+    _tolvar->onDeviceRemoved(PortInfos::bridge("jammed"));
+
+    JammedPort second(Endless);
+    usePort(second);
+    _tolvar->submitCommand("get\r\n");
+    QCOMPARE(second.taken(), QByteArray("get\r\n"));
 }
 
 QTEST_GUILESS_MAIN(TestLinkQueue)

@@ -1,17 +1,16 @@
 #include <QFile>
-#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include "device/qcorexmlstreamreader.h"
-#include "messages/diagnostics.h"
 #include "tests/support/filecontents.h"
+#include "tests/support/scopedconnection.h"
 #include "tests/support/signalrecorder.h"
 #include "tests/support/zvtolvartestpeer.h"
 
 namespace
 {
-/// A file for a log that reports the operations on it.
+/// A file that reports how it ends.
 class WatchedFile : public QFile
 {
 public:
@@ -28,13 +27,6 @@ public:
         QFile::close();
     }
 
-protected:
-    qint64 writeData(const char *data, qint64 size) override
-    {
-        _steps += "written:" + QString::fromLatin1(data, size);
-        return QFile::writeData(data, size);
-    }
-
 private:
     Q_DISABLE_COPY_MOVE(WatchedFile)
 
@@ -49,26 +41,17 @@ class TestLog : public QObject
 
 private Q_SLOTS:
     void init();
-    void cleanup();
 
     void theLogIsWritten_data();
     void theLogIsWritten();
-    void theFileIsWrittenClosedAndDeletedBeforeItsEndIsToldOf();
-    void anEmptyRootWritesNothingAndStillFinishes();
-    void aFileThatTakesNothingIsDeletedAllTheSame();
-    void aLogCutOffInItsFirstTagIsStillAwaited();
-    void onlyTheFirstLogIsWritten();
+    void theFileIsClosedAndDeletedBeforeItsEndIsToldOf();
     void aLogThatNobodyWaitsForIsIgnored();
     void whatStandsBeforeTheLogIsSteppedOver();
 
 private:
-    void reply(const QString &document) { _tolvar->onResponseReceived(document); }
-    QFile *logFile() const { return ZVTolvarTestPeer{*_tolvar}.logFile(); }
-    QString path() const { return _folder.filePath("log.txt"); }
-    /// Makes the controller wait for a log.
-    void waitForLog(QIODevice::OpenMode mode = QIODevice::WriteOnly | QIODevice::Text);
+    QFile *&logFile() const { return ZVTolvarTestPeer{*_tolvar}.logFile(); }
     /// Returns the current content of the file, as Latin-1.
-    QString written() const { return QString::fromLatin1(contents(path())); }
+    QString written() const { return QString::fromLatin1(contents(_folder.filePath("log.txt"))); }
 
     QTemporaryDir _folder;
     QStringList _steps;
@@ -76,129 +59,60 @@ private:
     std::unique_ptr<SignalRecorder> _diary;
 };
 
+// Sets up a controller that waits for a log.
 void TestLog::init()
 {
     _tolvar = std::make_unique<ZVTolvar>();
     _diary = std::make_unique<SignalRecorder>(_tolvar.get());
+    logFile() = new WatchedFile(_folder.filePath("log.txt"), _steps);
+    QVERIFY(logFile()->open(QIODevice::WriteOnly | QIODevice::Text));
     _steps.clear();
-    QFile::remove(path());
-}
-
-void TestLog::cleanup()
-{
-    _diary.reset();
-    _tolvar.reset();
-}
-
-void TestLog::waitForLog(QIODevice::OpenMode mode)
-{
-    auto file = std::make_unique<WatchedFile>(path(), _steps);
-    if (mode & QIODevice::ReadOnly)
-        QVERIFY(QFile(path()).open(QIODevice::WriteOnly));
-    QVERIFY(file->open(mode));
-    _tolvar->getLogFileTo(file.release());
-    _diary->take();
 }
 
 void TestLog::theLogIsWritten_data()
 {
-    QTest::addColumn<QString>("document");
+    QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("log"); // as Latin-1
-    QTest::newRow("line by line") << "<log_file>one\ntwo &lt;x&gt;\n</log_file>"
-                                  << "one\ntwo <x>\n";
-    QTest::newRow("CR LF from the device is one line end") << "<log_file>one\r\ntwo\r\n</log_file>"
-                                                           << "one\ntwo\n";
-    QTest::newRow("as many bytes as characters, whatever they take")
-        << QString("<log_file>caf\u00e9!\n</log_file>") << QString("caf\u00c3\u00a9!");
-    QTest::newRow("cut off in the text: nothing of it can be read") << "<log_file>one\ntwo"
-                                                                    << "";
-    QTest::newRow("cut off in the text, behind a comment: what was before it") << "<log_file>one<!-- -->two"
-                                                                               << "one";
-    QTest::newRow("cut off in the text, behind a CDATA section: up to its end")
-        << "<log_file>one<![CDATA[two]]>three"
-        << "onetwo";
-    QTest::newRow("cut off in the end tag: the whole text") << "<log_file>one\ntwo</log_f"
-                                                            << "one\ntwo";
-    QTest::newRow("a control byte: what was before it") << "<log_file>one\x01two</log_file>"
-                                                        << "one";
-    QTest::newRow("an undeclared entity: what was before it") << "<log_file>one&no;two</log_file>"
-                                                              << "one";
-    QTest::newRow("a zero byte is left out") << "<log_file>one" + QString(1, QChar(0)) + "two</log_file>"
-                                             << "onetwo";
+    const auto row = [](const char *name, const QString &text, const QString &log) {
+        QTest::newRow(name) << text << log;
+    };
+    row("line by line", "one\r\ntwo &lt;x&gt;\n</log_file>", "one\ntwo <x>\n");
+    row("as many bytes as characters, whatever they take", "caf\u00e9!\n</log_file>", "caf\u00c3\u00a9!");
+    row("nothing", "</log_file>", "");
+    row("cut off in the text: nothing of it can be read", "one\ntwo", "");
+    row("cut off in the text, behind a comment: what was before it", "one<!-- -->two", "one");
+    row("cut off in the end tag: the whole text", "one\ntwo</log_f", "one\ntwo");
+    row("a control byte: what was before it", "one\x01two</log_file>", "one");
 }
 
 void TestLog::theLogIsWritten()
 {
-    QFETCH(QString, document);
-    QFETCH(QString, log);
-    waitForLog();
-    reply(document);
-    QCOMPARE(written(), log);
+    QFETCH(QString, text);
+    _tolvar->onResponseReceived("<log_file>" + text);
+    QTEST(written(), "log");
     QCOMPARE(logFile(), nullptr);
     QCOMPARE(_diary->take(), QStringList{"finishedWriteLog"});
 }
 
-void TestLog::theFileIsWrittenClosedAndDeletedBeforeItsEndIsToldOf()
+void TestLog::theFileIsClosedAndDeletedBeforeItsEndIsToldOf()
 {
-    waitForLog();
-    connect(_tolvar.get(), &ZVTolvar::finishedWriteLog, this,
-            [this] { _steps += logFile() ? "told too early" : "told"; });
-    reply("<log_file>one</log_file>");
-    QCOMPARE(_steps, QStringList({"written:one", "closed", "deleted", "told"}));
-}
-
-void TestLog::anEmptyRootWritesNothingAndStillFinishes()
-{
-    waitForLog();
-    reply("<log_file/>");
-    _steps.removeOne("written:"); // of no bytes
-    QCOMPARE(_steps, QStringList({"closed", "deleted"}));
-    QCOMPARE(written(), QString());
-    QCOMPARE(logFile(), nullptr);
-    QCOMPARE(_diary->take(), QStringList{"finishedWriteLog"});
-}
-
-void TestLog::aFileThatTakesNothingIsDeletedAllTheSame()
-{
-    waitForLog(QIODevice::ReadOnly);
-    enableAllMessages();
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("ReadOnly device"));
-    reply("<log_file>one</log_file>");
-    QCOMPARE(_steps, QStringList({"closed", "deleted"}));
-    QCOMPARE(_diary->take(), QStringList{"finishedWriteLog"});
-}
-
-void TestLog::aLogCutOffInItsFirstTagIsStillAwaited()
-{
-    waitForLog();
-    reply("<log_fi");
-    QVERIFY(logFile());
-    QCOMPARE(_steps, QStringList());
-    QCOMPARE(_diary->take(), QStringList());
-    reply("<log_file>one</log_file>");
+    const ScopedConnection listener(_tolvar.get(), &ZVTolvar::finishedWriteLog,
+                                    [this] { _steps += logFile() ? "told too early" : "told"; });
+    _tolvar->onResponseReceived("<log_file>one</log_file>");
+    QCOMPARE(_steps, QStringList({"closed", "deleted", "told"}));
     QCOMPARE(written(), QStringLiteral("one"));
-    QCOMPARE(_diary->take(), QStringList{"finishedWriteLog"});
-}
-
-void TestLog::onlyTheFirstLogIsWritten()
-{
-    waitForLog();
-    reply("<log_file>one</log_file><log_file>two</log_file>");
-    QCOMPARE(written(), QStringLiteral("one"));
-    QCOMPARE(_diary->take(), QStringList{"finishedWriteLog"});
 }
 
 void TestLog::aLogThatNobodyWaitsForIsIgnored()
 {
-    reply("<log_file>one\ntwo\n</log_file>");
+    delete std::exchange(logFile(), nullptr);
+    _tolvar->onResponseReceived("<log_file>one\ntwo\n</log_file>");
     QCOMPARE(_diary->take(), QStringList{"finishedWriteLog"});
-    reply("<puckdata><name>T1</name></puckdata>");
-    QCOMPARE(_diary->take(), QStringList{"systemIDChanged:T1"});
+    QCOMPARE(written(), QString());
 }
 
 void TestLog::whatStandsBeforeTheLogIsSteppedOver()
 {
-    waitForLog();
     QCoreXmlStreamReader reader("<?xml version=\"1.0\"?><!-- the log --><log_file>one</log_file>");
     reader.readNext();
     ZVTolvarTestPeer{*_tolvar}.parseLog(reader);

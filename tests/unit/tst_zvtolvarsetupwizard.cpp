@@ -3,7 +3,6 @@
 #include <QLayout>
 #include <QMetaMethod>
 #include <QPainter>
-#include <QPushButton>
 #include <QResource>
 #include <QScreen>
 #include <QSignalSpy>
@@ -34,14 +33,12 @@ private Q_SLOTS:
     void init() { _wizard = std::make_unique<ZVTolvarSetupWizard>(); }
     void cleanup() { _wizard.reset(); }
 
-    void thePagesStandUnderTheirIds();
-    void thePagesComeInTheOrderOfTheirIds();
+    void thePagesStandUnderTheirIdsInTheirOrder();
     void theConnectPageStaysTheFirstWhateverPageIsAdded();
     void theOptionsAreTheseAndNoOthers();
     void thePictureStandsInThreeRoles();
     void theIconIsLookedForAmongTheImages();
-    void nameTitleAndSize();
-    void theSizeFitsTheContents();
+    void nameAndSize();
     void theWindowGrowsWithTheTextOfItsPage_data();
     void theWindowGrowsWithTheTextOfItsPage();
     void theWindowGrowsWithALineThatIsNotWrapped();
@@ -49,41 +46,65 @@ private Q_SLOTS:
     void theWindowIsAsHighAsItsTextNeedsAtItsWidth();
     void thePictureStandsWhereOneBeginsToRead_data();
     void thePictureStandsWhereOneBeginsToRead();
-    void aNameGivenEarlierIsKept();
-    void aParentIsAccepted();
+    void aNameGivenByAParentIsKept();
     void theTextsAreTranslatedInTheWizardsContext();
     void thePagesUseTheSecondOfTwoControllers();
-    void theFirstPageIsTheConnectPageWithoutBack();
-    void noButtonIsTheDefault();
-    void theCancelButtonStandsOnTheLeft();
     void theConsoleButtonOpensOneConsole();
-    void anyCustomButtonOpensTheConsole();
     void theConsoleCollectsWhileHidden();
     void finishingQueuesExitOnTheSecondController_data();
     void finishingQueuesExitOnTheSecondController();
-    void closingTheWindowIsACancel();
-    void theWizardsSignalsReachNobodyElse();
     void onFinishedLeavesSetupModeAndLetsTheConsoleGo();
     void theSlotsStandInTheirOrder();
-    void theConsoleIsNotWrittenToOnceTheChooseNetworkPageIsGone();
     void theConsoleIsLetGoWithTheWizard();
 
 private:
+    /// The size of a window that fills the screen.
+    QSize screenful() const;
+    /// Adds a label to the current page: a line that is wider than the page, or a text that is wrapped.
+    QLabel *addLine() const;
+    QLabel *addText(int lines) const;
     /// Updates the layouts after a change, before anything is painted.
     static void layOut();
-    QStringList queue(ZVTolvar *tolvar) const { return ZVTolvarTestPeer{*tolvar}.queue(); }
+    QList<ZVTolvar *> controllers() const
+    {
+        return _wizard->findChildren<ZVTolvar *>(QString(), Qt::FindDirectChildrenOnly);
+    }
+    static QStringList queue(ZVTolvar *tolvar) { return ZVTolvarTestPeer{*tolvar}.queue(); }
 
     std::unique_ptr<ZVTolvarSetupWizard> _wizard;
 };
 
+QSize TestFrame::screenful() const
+{
+    return _wizard->screen()->availableSize() - (_wizard->frameSize() - _wizard->size());
+}
+
+QLabel *TestFrame::addLine() const
+{
+    auto *line = new QLabel;
+    line->setFixedWidth(_wizard->currentPage()->width() + 20);
+    _wizard->currentPage()->layout()->addWidget(line);
+    line->show();
+    return line;
+}
+
+QLabel *TestFrame::addText(int lines) const
+{
+    auto *text =
+        new QLabel(QString("word ").repeated(qsizetype{14} * lines)); // about 520 of the page's 530 pixels
+    text->setWordWrap(true);
+    _wizard->currentPage()->layout()->addWidget(text);
+    text->show();
+    return text;
+}
+
 void TestFrame::layOut()
 {
-    for (int frames = 0; frames < 10;
-         ++frames) // the page is in several nested layouts, and each one notifies the next
+    for (int frames = 0; frames < 10; ++frames) // the page is in nested layouts, and each notifies the next
         QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
 }
 
-void TestFrame::thePagesStandUnderTheirIds()
+void TestFrame::thePagesStandUnderTheirIdsInTheirOrder()
 {
     QCOMPARE(_wizard->pageIds(), QList<int>({0, 1, 2, 3, 4, 6}));
     QVERIFY(qobject_cast<ConnectTlovarWizardPage *>(_wizard->page(0)));
@@ -92,20 +113,10 @@ void TestFrame::thePagesStandUnderTheirIds()
     QVERIFY(qobject_cast<ChooseNetworkWizardPage *>(_wizard->page(3)));
     QVERIFY(qobject_cast<TestNetworkWizardPage *>(_wizard->page(4)));
     QVERIFY(qobject_cast<WEPWarningWizardPage *>(_wizard->page(6)));
-    QCOMPARE(_wizard->startId(), 0);
-}
-
-void TestFrame::thePagesComeInTheOrderOfTheirIds()
-{
-    QList<int> ids;
-    const auto pages = _wizard->findChildren<QWizardPage *>(); // in the order in which they were registered
-    for (QWizardPage *page : pages) {
-        for (const int id : _wizard->pageIds()) {
-            if (_wizard->page(id) == page)
-                ids.append(id);
-        }
-    }
-    QCOMPARE(ids, QList<int>({0, 1, 2, 3, 4, 6}));
+    QList<QWizardPage *> inOrder;
+    for (const int id : _wizard->pageIds())
+        inOrder += _wizard->page(id);
+    QCOMPARE(_wizard->findChildren<QWizardPage *>(), inOrder); // the order in which they were registered
 }
 
 void TestFrame::theConnectPageStaysTheFirstWhateverPageIsAdded()
@@ -141,21 +152,14 @@ void TestFrame::theIconIsLookedForAmongTheImages()
     QVERIFY(!wizard.windowIcon().isNull());
 }
 
-void TestFrame::nameTitleAndSize()
+void TestFrame::nameAndSize()
 {
     QCOMPARE(_wizard->objectName(), QStringLiteral("ZVTolvarMainWindow"));
-    QCOMPARE(_wizard->windowTitle(), QStringLiteral("ZV Tolvar Setup v2.3"));
     QCOMPARE(_wizard->minimumSize(), QSize(750, 580));
-    QVERIFY(!_wizard->isModal());
-}
-
-void TestFrame::theSizeFitsTheContents()
-{
-    const QSize before = _wizard->size();
     QVERIFY2(_wizard->testAttribute(Qt::WA_Resized), "the size is settled before the window is shown");
+    const QSize before = _wizard->size();
     _wizard->adjustSize();
     QCOMPARE(before, _wizard->size());
-    QVERIFY2(before.width() >= 750 && before.height() >= 580, "the minimum holds");
 }
 
 void TestFrame::theWindowGrowsWithTheTextOfItsPage_data()
@@ -175,22 +179,13 @@ void TestFrame::theWindowGrowsWithTheTextOfItsPage()
     QFETCH(bool, isAll);
     _wizard->show();
     QCOMPARE(_wizard->size(), QSize(750, 580));
-    auto *label =
-        new QLabel(QString("word ").repeated(qsizetype{14} * lines)); // about 520 of the page's 530 pixels
-    label->setWordWrap(true);
-    _wizard->currentPage()->layout()->addWidget(label);
-
-    const QSize screenful = _wizard->screen()->availableSize() - (_wizard->frameSize() - _wizard->size());
-    if (isHigher)
-        QTRY_VERIFY2(_wizard->height() > 580, "the window grows");
-    else
-        QTRY_VERIFY2(label->isVisible(), "the text is laid out");
+    const QLabel *label = addText(lines);
     if (isAll) {
         QTRY_VERIFY2(label->height() >= label->heightForWidth(label->width()), "all lines are seen");
-        QVERIFY2(_wizard->height() < screenful.height(), "it grows as far as it has to");
+        QVERIFY2(_wizard->height() < screenful().height(), "it grows as far as it has to");
         QCOMPARE(_wizard->width(), 750);
     } else {
-        QTRY_COMPARE(_wizard->size(), screenful);
+        QTRY_COMPARE(_wizard->size(), screenful());
     }
     QCOMPARE(_wizard->height() > 580, isHigher);
 }
@@ -198,10 +193,7 @@ void TestFrame::theWindowGrowsWithTheTextOfItsPage()
 void TestFrame::theWindowGrowsWithALineThatIsNotWrapped()
 {
     _wizard->show();
-    auto *line = new QLabel;
-    line->setFixedWidth(_wizard->currentPage()->width() + 20);
-    _wizard->currentPage()->layout()->addWidget(line);
-    line->show();
+    const QLabel *line = addLine();
     layOut();
     QVERIFY2(_wizard->width() > 750, "the window grows before anything is painted in it");
     QTRY_VERIFY2(_wizard->currentPage()->rect().contains(line->geometry()), "the whole line is seen");
@@ -211,51 +203,34 @@ void TestFrame::theWindowGrowsWithALineThatIsNotWrapped()
 void TestFrame::theWindowGetsWiderOnceItIsAsHighAsTheScreen()
 {
     _wizard->show();
-    auto *text = new QLabel;
-    text->setWordWrap(true);
+    QLabel *text = addText(1);
     _wizard->currentPage()->findChild<QLayout *>("verticalLayout")->addWidget(text); // among the spacers
-    text->show();
-    const QSize screenful = _wizard->screen()->availableSize() - (_wizard->frameSize() - _wizard->size());
     for (int lines = 0; lines < 100 && _wizard->width() == 750; ++lines) {
         text->setText(text->text() + QString("word ").repeated(14)); // most of a line
         layOut();
     }
     QVERIFY2(_wizard->width() > 750, "the window gets wider");
-    QVERIFY2(_wizard->height() > screenful.height() - 2 * text->fontMetrics().height(),
+    QVERIFY2(_wizard->height() > screenful().height() - 2 * text->fontMetrics().height(),
              "it is as high as the screen");
-    QVERIFY2(_wizard->height() <= screenful.height(), "it stays on the screen");
+    QVERIFY2(_wizard->height() <= screenful().height(), "it stays on the screen");
     QTRY_VERIFY2(text->height() >= text->heightForWidth(text->width()), "all lines are seen");
 }
 
 void TestFrame::theWindowIsAsHighAsItsTextNeedsAtItsWidth()
 {
-    const auto add = [this](QLabel *label) {
-        _wizard->currentPage()->layout()->addWidget(label);
-        label->show();
-    };
-    const auto wideLine = [this] {
-        auto *line = new QLabel;
-        line->setFixedWidth(_wizard->currentPage()->width() + 20);
-        return line;
-    };
-    const auto longText = [] {
-        auto *text = new QLabel(QString("word ").repeated(qsizetype{14} * 30));
-        text->setWordWrap(true);
-        return text;
-    };
     _wizard->show();
-    add(wideLine());
+    addLine();
     layOut();
     QVERIFY2(_wizard->width() > 750, "the line makes it wider");
-    add(longText());
+    addText(30);
     layOut();
     const QSize oneAfterTheOther = _wizard->size();
     QVERIFY2(oneAfterTheOther.height() > 580, "the text makes it higher");
 
     _wizard = std::make_unique<ZVTolvarSetupWizard>();
     _wizard->show();
-    add(wideLine());
-    add(longText());
+    addLine();
+    addText(30);
     layOut();
     QCOMPARE(_wizard->size(), oneAfterTheOther);
 }
@@ -294,9 +269,8 @@ void TestFrame::thePictureStandsWhereOneBeginsToRead()
     QCOMPARE(white, QRect(fromLeft ? 2 : 896, 348, 2, 4));
 }
 
-void TestFrame::aNameGivenEarlierIsKept()
+void TestFrame::aNameGivenByAParentIsKept()
 {
-    // A parent that names its children as soon as they are added.
     class NamingParent : public QWidget
     {
     protected:
@@ -309,15 +283,7 @@ void TestFrame::aNameGivenEarlierIsKept()
     NamingParent parent;
     const ZVTolvarSetupWizard wizard(&parent);
     QCOMPARE(wizard.objectName(), QStringLiteral("named by its parent"));
-}
-
-void TestFrame::aParentIsAccepted()
-{
-    QVERIFY2(!_wizard->parent(), "by itself it has none");
-    QWidget parent;
-    const ZVTolvarSetupWizard wizard(&parent);
     QCOMPARE(wizard.parentWidget(), &parent);
-    QVERIFY2(wizard.isWindow(), "it stays a window of its own");
 }
 
 void TestFrame::theTextsAreTranslatedInTheWizardsContext()
@@ -332,40 +298,10 @@ void TestFrame::theTextsAreTranslatedInTheWizardsContext()
 
 void TestFrame::thePagesUseTheSecondOfTwoControllers()
 {
-    const auto controllers = _wizard->findChildren<ZVTolvar *>(QString(), Qt::FindDirectChildrenOnly);
-    QCOMPARE(controllers.size(), 2);
-    QCOMPARE(_wizard->_tolvar, controllers.at(1));
+    QCOMPARE(controllers().size(), 2);
+    QCOMPARE(_wizard->_tolvar, controllers().at(1));
     for (const int id : _wizard->pageIds())
-        QCOMPARE(wizardController(_wizard->page(id)), controllers.at(1));
-    const auto index = [this](QObject *child) { return _wizard->children().indexOf(child); };
-    QVERIFY2(index(controllers.at(0)) < index(controllers.at(1)), "the first is made before the second");
-}
-
-void TestFrame::theFirstPageIsTheConnectPageWithoutBack()
-{
-    _wizard->show();
-    QCOMPARE(_wizard->currentId(), 0);
-    QVERIFY(!_wizard->button(QWizard::BackButton)->isVisible());
-    QVERIFY(_wizard->button(QWizard::NextButton)->isVisible());
-    QVERIFY(_wizard->button(QWizard::CustomButton1)->isVisible());
-}
-
-void TestFrame::noButtonIsTheDefault()
-{
-    _wizard->show();
-    const auto buttons = _wizard->findChildren<QPushButton *>();
-    QVERIFY(!buttons.isEmpty());
-    for (const QPushButton *button : buttons)
-        QVERIFY2(!button->isDefault(), qPrintable(button->text()));
-}
-
-void TestFrame::theCancelButtonStandsOnTheLeft()
-{
-    _wizard->show();
-    QVERIFY(QTest::qWaitForWindowExposed(_wizard.get()));
-    const QAbstractButton *cancel = _wizard->button(QWizard::CancelButton);
-    QVERIFY(cancel->isVisible());
-    QVERIFY(cancel->x() < _wizard->button(QWizard::NextButton)->x());
+        QCOMPARE(wizardController(_wizard->page(id)), controllers().at(1));
 }
 
 void TestFrame::theConsoleButtonOpensOneConsole()
@@ -380,14 +316,8 @@ void TestFrame::theConsoleButtonOpensOneConsole()
     QCOMPARE(_wizard->findChildren<console_dialog *>().size(), 1);
     QVERIFY(console->isVisible());
     console->close();
-    _wizard->button(QWizard::CustomButton1)->click();
-    QVERIFY2(console->isVisible(), "it may be closed and opened again");
-}
-
-void TestFrame::anyCustomButtonOpensTheConsole()
-{
     Q_EMIT _wizard->customButtonClicked(QWizard::CustomButton3);
-    QVERIFY(_wizard->findChild<console_dialog *>()->isVisible());
+    QVERIFY2(console->isVisible(), "any custom button opens it again");
 }
 
 void TestFrame::theConsoleCollectsWhileHidden()
@@ -418,31 +348,11 @@ void TestFrame::finishingQueuesExitOnTheSecondController()
     else
         _wizard->accept();
     QCOMPARE(finished.count(), 1);
-    const auto controllers = _wizard->findChildren<ZVTolvar *>(QString(), Qt::FindDirectChildrenOnly);
-    QCOMPARE(queue(controllers.at(0)), QStringList());
-    QCOMPARE(queue(controllers.at(1)), QStringList{"exit\r\n"});
+    QCOMPARE(queue(controllers().at(0)), QStringList());
+    QCOMPARE(queue(controllers().at(1)), QStringList{"exit\r\n"});
     QVERIFY2(!log.messages().contains("D:Exiting setup mode "),
              "the slot that says so is connected to nothing");
     QVERIFY2(theConsoleWindow, "nor is the console let go");
-}
-
-void TestFrame::closingTheWindowIsACancel()
-{
-    _wizard->show();
-    _wizard->close();
-    QCOMPARE(queue(_wizard->_tolvar), QStringList{"exit\r\n"});
-}
-
-void TestFrame::theWizardsSignalsReachNobodyElse()
-{
-    struct Peek : QObject {
-        using QObject::receivers;
-    };
-    const auto listeners = [this](const char *signal) { return ((*_wizard).*(&Peek::receivers))(signal); };
-    QCOMPARE(listeners(SIGNAL(finished(int))), 1);
-    QCOMPARE(listeners(SIGNAL(customButtonClicked(int))), 1);
-    QCOMPARE(listeners(SIGNAL(accepted())), 0);
-    QCOMPARE(listeners(SIGNAL(rejected())), 0);
 }
 
 void TestFrame::onFinishedLeavesSetupModeAndLetsTheConsoleGo()
@@ -461,17 +371,7 @@ void TestFrame::theSlotsStandInTheirOrder()
     QCOMPARE(meta.propertyCount(), meta.propertyOffset());
     const QMetaMethod onFinished = meta.method(meta.methodOffset());
     QCOMPARE(onFinished.methodSignature(), QByteArray("OnFinished(int)"));
-    QCOMPARE(onFinished.parameterNames(), QList<QByteArray>{"result"});
     QCOMPARE(meta.method(meta.methodOffset() + 1).methodSignature(), QByteArray("consoleButtonClicked()"));
-}
-
-void TestFrame::theConsoleIsNotWrittenToOnceTheChooseNetworkPageIsGone()
-{
-    QVERIFY(theConsoleWindow);
-    delete _wizard->page(3);
-    QCOMPARE(theConsoleWindow, nullptr);
-    zvMessageOutput(QtWarningMsg, "abc");
-    QCOMPARE(_wizard->findChild<console_dialog *>()->console_textBrowser()->toPlainText(), QString());
 }
 
 void TestFrame::theConsoleIsLetGoWithTheWizard()
