@@ -76,6 +76,7 @@ private Q_SLOTS:
     void aPortThatHangsUpIsReportedAgain();
     void aPortThatHangsUpAndGoesIsReportedGoneOnce_data() { failures(); }
     void aPortThatHangsUpAndGoesIsReportedGoneOnce();
+    void aPortThatHangsUpAndIsReplacedIsReportedOnce();
     void aPortThatIsClosedByItsUserIsNotReported();
     void theWatcherIsSharedWhileSomebodyHoldsIt();
 
@@ -307,6 +308,24 @@ void TestPortWatcher::aPortThatHangsUpAndGoesIsReportedGoneOnce()
     QTRY_COMPARE(reports.lines, QStringList{"removed " + name});
     QTRY_COMPARE(timers.underWay(), QList<int>());
     QCOMPARE(reports.lines, QStringList{"removed " + name});
+}
+
+void TestPortWatcher::aPortThatHangsUpAndIsReplacedIsReportedOnce()
+{
+    MockPorts computer;
+    const QString name = computer.plugUsb("0403", "6001");
+    const Reports reports(PortWatcher::shared());
+    QextSerialPort port(name);
+    QVERIFY(port.open(QIODevice::ReadWrite));
+    const PendingTimers timers;
+    computer.hangUp(name);
+    QTRY_COMPARE(port.errorString(), QStringLiteral("the device hung up"));
+    computer.announce(name, "add"); // another device with the same description
+    const QStringList replacement{"removed " + name, "arrived " + name};
+    QTRY_COMPARE(reports.lines, replacement);
+    QCOMPARE(timers.underWay().size(), 1); // reported at once, not a second after the hang-up
+    QTRY_COMPARE(timers.underWay(), QList<int>());
+    QCOMPARE(reports.lines, replacement);
 }
 
 void TestPortWatcher::aPortThatIsClosedByItsUserIsNotReported()

@@ -106,6 +106,7 @@ private Q_SLOTS:
     void theLockFileOfARunningProgramIsRespected_data();
     void theLockFileOfARunningProgramIsRespected();
     void aLockFileThatNamesNoProcessIsRespectedWhileItIsFresh();
+    void aLinkInPlaceOfALockFileIsNotFollowed();
     void aStaleLockFileIsTakenOver_data();
     void aStaleLockFileIsTakenOver();
     void aPortThatAnotherProgramHasLockedIsBusy();
@@ -125,6 +126,7 @@ void TestQextSerialPortOpenErrors::theLockFileOfARunningProgramIsRespected_data(
     QTest::newRow("a number followed by a name, a day old") << QByteArray("%1 minicom root\n") << day;
     QTest::newRow("a number without a line end") << QByteArray("%1") << day;
     QTest::newRow("the number's bytes") << QByteArray("%b") << day;
+    QTest::newRow("text as long as the number's bytes, of the first process") << QByteArray("  1\n") << day;
 }
 
 void TestQextSerialPortOpenErrors::theLockFileOfARunningProgramIsRespected()
@@ -139,16 +141,17 @@ void TestQextSerialPortOpenErrors::theLockFileOfARunningProgramIsRespected()
         startOther(program);
     }
     const auto endOfProgram = qScopeGuard([&] { end(program); });
-    const auto number = static_cast<pid_t>(program.processId());
+    const pid_t number = format.contains('%') ? static_cast<pid_t>(program.processId()) : 1;
     const QByteArray content =
         format.replace("%1", QByteArray::number(number).rightJustified(10))
             .replace("%b", QByteArray(reinterpret_cast<const char *>(&number), sizeof number));
     const Pty terminal;
     const LockFile lock(terminal.portName(), content, age);
     const QString reason =
-        QStringLiteral("Device or resource busy; the lock file %1 belongs to the process %2 (sleep)")
+        QStringLiteral("Device or resource busy; the lock file %1 belongs to the process %2 (%3)")
             .arg(lock.path)
-            .arg(number);
+            .arg(number)
+            .arg(contents(QStringLiteral("/proc/%1/comm").arg(number)).trimmed());
 
     MessageRecorder log;
     QextSerialPort port(terminal.portName());
@@ -171,6 +174,19 @@ void TestQextSerialPortOpenErrors::aLockFileThatNamesNoProcessIsRespectedWhileIt
     QCOMPARE(log.messages(), QStringList{message(terminal.portName(), reason)});
 }
 
+void TestQextSerialPortOpenErrors::aLinkInPlaceOfALockFileIsNotFollowed()
+{
+    const Pty terminal;
+    const LockFile target("target", QByteArray(), day); // it would be taken over
+    const QString link = lockPath(terminal.portName());
+    QVERIFY(QFile::link(target.path, link));
+    const auto noLink = qScopeGuard([&] { QFile::remove(link); });
+    QextSerialPort port(terminal.portName());
+    QVERIFY(!port.open(QIODevice::ReadWrite));
+    QVERIFY2(port.errorString().startsWith("Too many levels of symbolic links; the lock file " + link),
+             qPrintable(port.errorString()));
+}
+
 void TestQextSerialPortOpenErrors::aStaleLockFileIsTakenOver_data()
 {
     QTest::addColumn<QByteArray>("content");
@@ -178,8 +194,7 @@ void TestQextSerialPortOpenErrors::aStaleLockFileIsTakenOver_data()
     QTest::newRow("of a program that has ended, new") << QByteArray::number(endedProcess()) + "\nother\n"
                                                       << 0;
     QTest::newRow("without a number, a day old") << QByteArray("minicom\n") << day;
-    QTest::newRow("with a number that no process has, a day old")
-        << QByteArray("99999999999999999999\n") << day;
+    QTest::newRow("with a number too large for a process, a day old") << QByteArray("4294967297\n") << day;
 }
 
 void TestQextSerialPortOpenErrors::aStaleLockFileIsTakenOver()

@@ -138,7 +138,8 @@ private Q_SLOTS:
     void aFullDiskCostsNoMemory();
     void loggingContinuesWhenThereIsSpace_data();
     void loggingContinuesWhenThereIsSpace();
-    void aLineAfterACutOneStartsOnItsOwnLine();
+    void aLineAfterALostOneStartsOnItsOwnLine_data();
+    void aLineAfterALostOneStartsOnItsOwnLine();
 
 private:
     QString logPath() const { return _home->filePath("zvinstall.log"); }
@@ -297,19 +298,29 @@ void TestSessionLogFile::loggingContinuesWhenThereIsSpace()
     }
 }
 
-void TestSessionLogFile::aLineAfterACutOneStartsOnItsOwnLine()
+void TestSessionLogFile::aLineAfterALostOneStartsOnItsOwnLine_data()
 {
+    QTest::addColumn<int>("space");
+    QTest::addColumn<QByteArray>("lineEnd");
+    QTest::newRow("of which a part is on the disk") << 8192 << QByteArray("\n");
+    QTest::newRow("of which nothing is on the disk") << 0 << QByteArray();
+}
+
+void TestSessionLogFile::aLineAfterALostOneStartsOnItsOwnLine()
+{
+    QFETCH(int, space);
+    QFETCH(QByteArray, lineEnd);
     openSessionLog();
     logNumbered(0, 1);
     const QByteArray start = numberedLines(0, 1);
     const QByteArray large(30'000, 'x'); // more than the file's buffer
     {
-        const FullDisk disk(start.size() + 8192);
+        const FullDisk disk(start.size() + space);
         for (int again = 0; again < 5; ++again)
             zvMessageOutput(QtWarningMsg, large.constData());
     }
     logNumbered(1, 3);
-    QCOMPARE(contents(logPath()), start + ("W:" + large).left(8192) + '\n' + numberedLines(1, 3));
+    QCOMPARE(contents(logPath()), start + ("W:" + large).left(space) + lineEnd + numberedLines(1, 3));
 }
 
 QTEST_GUILESS_MAIN(TestSessionLogFile)
