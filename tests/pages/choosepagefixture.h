@@ -4,7 +4,7 @@
 #include <QModelIndex>
 #include <QStringList>
 
-#include "tests/support/messagerecorder.h"
+#include "tests/support/messagespy.h"
 #include "tests/support/wizardfixture.h"
 
 class QListView;
@@ -15,7 +15,7 @@ class ChoosePageFixture
 public:
     ChoosePageFixture() { wizard.goTo(3); }
 
-    MessageRecorder log; ///< must outlive the wizard
+    MessageSpy log; ///< must outlive the wizard
     WizardFixture wizard;
 
     QWizardPage *page() const { return wizard.wizard.page(3); }

@@ -139,7 +139,7 @@ void TestChoosePage::leavingThePassphraseFieldTellsTheController()
     QTest::keyClicks(_f->passphrase(), "a \"b\"");
     _f->log.take();
     QString atTheMessage = "no message";
-    _f->log.tellOf([&](const QString &) { atTheMessage = _f->tolvar().password(); });
+    _f->log.setCallback([&](const QString &) { atTheMessage = _f->tolvar().password(); });
     QTest::keyClick(_f->passphrase(), Qt::Key_Tab);
     QCOMPARE(_f->log.messages(), QStringList{"D:Password Edit: \"a \"b\"\" "});
     QCOMPARE(atTheMessage, QString()); // the name is logged before it is passed to the controller

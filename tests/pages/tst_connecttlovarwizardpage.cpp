@@ -4,7 +4,7 @@
 #include <QTest>
 
 #include "pages/connecttlovarwizardpage.h"
-#include "tests/support/messagerecorder.h"
+#include "tests/support/messagespy.h"
 #include "tests/support/pseudotranslator.h"
 #include "tests/support/widgetchangerecorder.h"
 #include "tests/support/wizardfixture.h"
@@ -17,7 +17,7 @@ class TestConnectPage : public QObject
 private Q_SLOTS:
     void init()
     {
-        _log = std::make_unique<MessageRecorder>();
+        _log = std::make_unique<MessageSpy>();
         _f = std::make_unique<WizardFixture>();
     }
     void cleanup()
@@ -49,7 +49,7 @@ private:
     QString label() const { return _f->widget<QLabel>("label_progress")->text(); }
     bool barVisible() const { return _f->widget<QProgressBar>("connectionProgressBar")->isVisible(); }
 
-    std::unique_ptr<MessageRecorder> _log;
+    std::unique_ptr<MessageSpy> _log;
     std::unique_ptr<WizardFixture> _f;
 };
 
@@ -68,7 +68,7 @@ void TestConnectPage::theStepsOfAnEntryComeInTheirOrder()
     Q_EMIT _f->tolvar.candidateDeviceFound();
     WidgetChangeRecorder steps(_f->wizard.currentPage());
     _f->tolvar.connected = [&steps](const QString &signal) { steps.note(signal + " has a listener more"); };
-    _log->tellOf([&steps](const QString &message) {
+    _log->setCallback([&steps](const QString &message) {
         if (message == QLatin1String("D:List of ports: "))
             steps.note("the search begins");
     });
@@ -126,7 +126,7 @@ void TestConnectPage::aCandidateAfterIdentificationIsIdentifiedAtOnce()
 {
     _f->status("<name>TOLVAR-1</name>");
     WidgetChangeRecorder steps(_f->wizard.currentPage());
-    _log->tellOf([&steps](const QString &) { steps.note("asks whether it is complete"); });
+    _log->setCallback([&steps](const QString &) { steps.note("asks whether it is complete"); });
     Q_EMIT _f->tolvar.candidateDeviceFound();
     QCOMPARE(steps.take().mid(0, 3),
              QStringList({R"(label_progress says "Getting status")", "asks whether it is complete",

@@ -6,7 +6,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include "tests/support/messagerecorder.h"
+#include "tests/support/messagespy.h"
 #include "tests/support/picturefile.h"
 #include "tests/support/pseudotranslator.h"
 #include "tests/support/widgetchangerecorder.h"
@@ -251,8 +251,8 @@ void TestTestPage::theStepsOfASaveComeInTheirOrder()
     });
     connect(_f->wizard.currentPage(), &QWizardPage::completeChanged, &steps,
             [&steps] { steps.note("it tells the wizard"); });
-    MessageRecorder messages;
-    messages.tellOf([&steps](const QString &) { steps.note("a command is queued"); });
+    MessageSpy messages;
+    messages.setCallback([&steps](const QString &) { steps.note("a command is queued"); });
     Q_EMIT button()->released();
     QCOMPARE(steps.take(), QStringList({"a command is queued, 1 commands, not complete",
                                         "a command is queued, 2 commands, not complete",

@@ -10,7 +10,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "tests/support/messagerecorder.h"
+#include "tests/support/messagespy.h"
 #include "tests/support/modaldialogresponder.h"
 #include "tests/support/pseudotranslator.h"
 #include "tests/support/widgetchangerecorder.h"
@@ -56,7 +56,7 @@ private:
     ModalDialogResponder::Answer chooseFile(const QString &path);
 
     std::unique_ptr<QTemporaryDir> _folder;
-    std::unique_ptr<MessageRecorder> _log;
+    std::unique_ptr<MessageSpy> _log;
     std::unique_ptr<WizardFixture> _f;
     QString _offered;
     QString _caption;
@@ -66,7 +66,7 @@ void TestLogDownload::init()
 {
     _folder = std::make_unique<QTemporaryDir>();
     QVERIFY(QDir::setCurrent(_folder->path()));
-    _log = std::make_unique<MessageRecorder>();
+    _log = std::make_unique<MessageSpy>();
     _f = std::make_unique<WizardFixture>();
     _f->goTo(1);
     _offered.clear();
@@ -230,7 +230,7 @@ void TestLogDownload::theStepsOfADownloadComeInTheirOrder()
     const QString path = _folder->filePath("tolvar.txt");
     WidgetChangeRecorder steps(_f->wizard.currentPage());
     steps.tellAlso([&path] { return QFile::exists(path) ? "with a file" : "without a file"; });
-    _log->tellOf([&steps](const QString &message) { steps.note(message); });
+    _log->setCallback([&steps](const QString &message) { steps.note(message); });
     connect(&_f->tolvar, &ZVTolvar::startingToWriteLog, &steps,
             [this, &steps] { steps.note("the controller has " + _f->inside.queue().join('/').trimmed()); });
     ModalDialogResponder answers({[&](QDialog *dialog) {

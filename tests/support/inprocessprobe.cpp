@@ -46,6 +46,14 @@ QString consoleTitle()
 {
     return QCoreApplication::translate("console_dialog", "Console Log");
 }
+
+/// Runs after the program's own static objects have been destroyed.
+__attribute__((destructor)) void logLastMessage()
+{
+    const QString message = qEnvironmentVariable("ZV_PROBE_LAST_MESSAGE");
+    if (!message.isEmpty())
+        qWarning("%s", qPrintable(message));
+}
 } // namespace
 
 /// The plugin through which Qt loads the probe.

@@ -9,6 +9,7 @@
 ///
 /// Environment variables control it: ZV_PROBE_REPORT is the file that receives the results. ZV_PROBE_END is
 /// how to end the program: "accept" or "reject" for the wizard, or an exit code for the event loop.
+/// ZV_PROBE_LAST_MESSAGE is a message to log when all other code of the program has ended.
 class InProcessProbe : public QObject
 {
     Q_OBJECT

@@ -1,7 +1,7 @@
 #include <QTest>
 
 #include "messages/diagnostics.h"
-#include "tests/support/messagerecorder.h"
+#include "tests/support/messagespy.h"
 
 /// Tests how one message is composed.
 class TestDiagnostics : public QObject
@@ -22,7 +22,7 @@ private Q_SLOTS:
 
 void TestDiagnostics::eachItemIsFollowedByOneBlank()
 {
-    MessageRecorder log;
+    MessageSpy log;
     zvDebug() << "_commState = " << QStringLiteral("IN_PROMPT");
     zvDebug() << "port name:" << QStringLiteral("ttyUSB0") << 7 << QByteArray("x");
     zvDebug();
@@ -32,7 +32,7 @@ void TestDiagnostics::eachItemIsFollowedByOneBlank()
 
 void TestDiagnostics::aLiteralStandsBare()
 {
-    MessageRecorder log;
+    MessageSpy log;
     zvDebug() << " OK";
     zvDebug() << "";
     zvDebug() << "100 %s %1";
@@ -41,7 +41,7 @@ void TestDiagnostics::aLiteralStandsBare()
 
 void TestDiagnostics::deviceOutputIsOneCharacterAByteUpToTheFirstZero()
 {
-    MessageRecorder log;
+    MessageSpy log;
     const QByteArray received("\x02<a>\xc3\xa9\xff</a>\x03\r\n\0>", 16);
     zvWarning() << received.constData();
     QCOMPARE(log.messages(), QStringList{QString::fromLatin1("W:\x02<a>\xc3\xa9\xff</a>\x03\r\n ")});
@@ -60,28 +60,28 @@ void TestDiagnostics::aTextStandsInQuotesAsItIs_data()
 void TestDiagnostics::aTextStandsInQuotesAsItIs()
 {
     QFETCH(QString, text);
-    MessageRecorder log;
+    MessageSpy log;
     zvDebug() << text;
     QCOMPARE(log.messages(), QStringList{"D:\"" + text + "\" "});
 }
 
 void TestDiagnostics::bytesStandInQuotesAsTheyAre()
 {
-    MessageRecorder log;
+    MessageSpy log;
     zvDebug() << "-->" << QByteArray("setssid \xe9\r\n");
     QCOMPARE(log.messages(), QStringList{QString("D:--> \"setssid \u00e9\r\n\" ")});
 }
 
 void TestDiagnostics::aNumberStandsInDecimal()
 {
-    MessageRecorder log;
+    MessageSpy log;
     zvDebug() << "Firmware:" << 60 << -1;
     QCOMPARE(log.messages(), QStringList{"D:Firmware: 60 -1 "});
 }
 
 void TestDiagnostics::oneStatementIsOneMessage()
 {
-    MessageRecorder log;
+    MessageSpy log;
     {
         ZVMessage message(QtDebugMsg);
         message << "one"
@@ -93,7 +93,7 @@ void TestDiagnostics::oneStatementIsOneMessage()
 
 void TestDiagnostics::theLevelIsTheCallers()
 {
-    MessageRecorder log;
+    MessageSpy log;
     zvDebug() << "a";
     zvWarning() << "b";
     zvCritical() << "c";

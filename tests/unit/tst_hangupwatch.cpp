@@ -8,7 +8,7 @@
 #include "serial/hangupwatch.h"
 #include "tests/support/descriptors.h"
 #include "tests/support/libcinterposer.h"
-#include "tests/support/messagerecorder.h"
+#include "tests/support/messagespy.h"
 #include "tests/support/pty.h"
 
 namespace
@@ -121,7 +121,7 @@ void TestHangUpWatch::aStoppedWatchTellsNothing()
     WatchedTerminal watched;
     stopped.watch.stop();
     stopped.watch.stop(); // a second stop() has no effect
-    MessageRecorder log;
+    MessageSpy log;
     QCoreApplication::processEvents();
     QCOMPARE(log.messages(), QStringList()); // Qt reports no warning either
     stopped.terminal.hangUp();

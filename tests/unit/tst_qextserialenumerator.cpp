@@ -16,7 +16,7 @@
 #include "serial/qextserialenumerator.h"
 #include "serial/qextserialport.h"
 #include "tests/support/libcinterposer.h"
-#include "tests/support/messagerecorder.h"
+#include "tests/support/messagespy.h"
 #include "tests/support/udevfaultinjector.h"
 
 /// Tests the list of ports, and the reports on ports that appear and disappear while other objects have them
@@ -391,7 +391,7 @@ void TestQextSerialEnumerator::anEnumeratorThatComesLaterIsTold()
 
 void TestQextSerialEnumerator::aRemovedPortIsClosedWhenItIsTold()
 {
-    MessageRecorder log;
+    MessageSpy log;
     MockPorts computer;
     const Telling one;
     const Telling other;
@@ -465,7 +465,7 @@ void TestQextSerialEnumerator::aRefusalIsNamedAgainAfterThePortHasGone()
     QSerialPort otherProgram(name);
     QVERIFY(otherProgram.open(QIODevice::ReadWrite));
 
-    MessageRecorder log;
+    MessageSpy log;
     QVERIFY(!QextSerialPort(name).open(QIODevice::ReadWrite));
     QVERIFY(!QextSerialPort(name).open(QIODevice::ReadWrite));
     const QStringList once = log.take();

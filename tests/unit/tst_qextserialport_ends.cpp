@@ -20,7 +20,7 @@
 #include "serial/qextserialenumerator.h"
 #include "tests/support/descriptors.h"
 #include "tests/support/libcinterposer.h"
-#include "tests/support/messagerecorder.h"
+#include "tests/support/messagespy.h"
 #include "tests/support/openedport.h"
 
 /// Tests devices that disappear, and processes that end, while ports are open.
@@ -117,7 +117,7 @@ void TestQextSerialPortEnds::aPortThatGoesWhileItIsSetUpDoesNotOpen()
     const PortPointer open = openedPort(another);
     const int number = (byQt ? 0 : LibcInterposer::timesSet()) + setting;
 
-    MessageRecorder log;
+    MessageSpy log;
     Pty terminal;
     QextSerialPort port(terminal.portName());
     port.setBaudRate(BAUD115200);
@@ -171,7 +171,7 @@ void TestQextSerialPortEnds::aDeadObjectMayBeOpenedAgain()
     QVERIFY(port.isOpen());
 
     QVERIFY(QFile::remove(name));
-    MessageRecorder log;
+    MessageSpy log;
     QVERIFY(!port.open(QIODevice::ReadWrite));
     QVERIFY(!port.isOpen());
     QCOMPARE(log.take().size(), 1);
@@ -235,7 +235,7 @@ private:
 
 void TestQextSerialPortEnds::aByteThatAnotherProgramTookIsNoHangUp()
 {
-    MessageRecorder log;
+    MessageSpy log;
     Pty terminal;
     Thief thief(terminal);
     const PortPointer port = openedPort(terminal);
@@ -263,7 +263,7 @@ void TestQextSerialPortEnds::aLineThatCannotBeReadIsTriedAtABoundedRate_data()
 void TestQextSerialPortEnds::aLineThatCannotBeReadIsTriedAtABoundedRate()
 {
     QFETCH(int, failure);
-    MessageRecorder log;
+    MessageSpy log;
     Pty terminal;
     const PortPointer port = openedPort(terminal);
     LibcInterposer::failReading(terminal.name().toLocal8Bit(), failure);
@@ -284,7 +284,7 @@ void TestQextSerialPortEnds::aLineThatCannotBeReadIsTriedAtABoundedRate()
 
 void TestQextSerialPortEnds::aQuestionWithoutAnAnswerIsNoHangUp()
 {
-    MessageRecorder log;
+    MessageSpy log;
     Pty terminal;
     const PortPointer port = openedPort(terminal);
     LibcInterposer::failHangUpQuestions();
@@ -298,7 +298,7 @@ void TestQextSerialPortEnds::aQuestionWithoutAnAnswerIsNoHangUp()
 
 void TestQextSerialPortEnds::aLineThatClosesByItselfSaysSoOnce()
 {
-    MessageRecorder log;
+    MessageSpy log;
     Pty terminal;
     const PortPointer first = openedPort(terminal);
     const PortPointer second = openedPort(terminal);
@@ -313,7 +313,7 @@ void TestQextSerialPortEnds::aLineThatClosesByItselfSaysSoOnce()
 
 void TestQextSerialPortEnds::aLineThatItsUsersLeaveSaysNothing()
 {
-    MessageRecorder log;
+    MessageSpy log;
     Pty terminal;
     PortPointer first = openedPort(terminal);
     const PortPointer second = openedPort(terminal);

@@ -13,7 +13,7 @@
 #include <utime.h>
 
 #include "tests/support/libcinterposer.h"
-#include "tests/support/messagerecorder.h"
+#include "tests/support/messagespy.h"
 #include "tests/support/openedport.h"
 #include "tests/support/plaintty.h"
 
@@ -132,7 +132,7 @@ void TestQextSerialPortLocks::theLockFileOfARunningProgramIsRespected()
             .arg(QLatin1String(lock.path))
             .arg(number);
 
-    MessageRecorder log;
+    MessageSpy log;
     QextSerialPort port(terminal.portName());
     QVERIFY(!port.open(QIODevice::ReadWrite));
     QVERIFY(!port.open(QIODevice::ReadWrite));
@@ -165,7 +165,7 @@ void TestQextSerialPortLocks::aLockFileThatWasLeftBehindIsTakenOver()
     const Pty terminal;
     const LockFile lock(terminal,
                         format.replace("%1", QByteArray::number(program.ended()).rightJustified(10)), age);
-    MessageRecorder log;
+    MessageSpy log;
     QextSerialPort port(terminal.portName());
     QVERIFY(port.open(QIODevice::ReadWrite));
     QCOMPARE(log.messages(), QStringList());
@@ -180,7 +180,7 @@ void TestQextSerialPortLocks::anEmptyLockFileIsRespectedWhileItIsFresh()
 {
     const Pty terminal;
     const LockFile lock(terminal, QByteArray(), 0);
-    MessageRecorder log;
+    MessageSpy log;
     QextSerialPort port(terminal.portName());
     QVERIFY(!port.open(QIODevice::ReadWrite));
     QCOMPARE(log.messages(),
@@ -209,7 +209,7 @@ void TestQextSerialPortLocks::aPortThatAnotherProgramHasLockedIsBusy()
     const termios before = terminal.settings();
 
     LibcInterposer::clear();
-    MessageRecorder log;
+    MessageSpy log;
     QextSerialPort port(terminal.portName());
     QVERIFY(!port.open(QIODevice::ReadWrite));
     QCOMPARE(log.messages(),

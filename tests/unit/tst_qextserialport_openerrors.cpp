@@ -12,7 +12,7 @@
 #include <unistd.h>
 
 #include "serial/qextserialport.h"
-#include "tests/support/messagerecorder.h"
+#include "tests/support/messagespy.h"
 #include "tests/support/pty.h"
 
 namespace
@@ -77,7 +77,7 @@ void TestQextSerialPortRefusals::aRefusalNamesTheReason()
         reason = lockedHere(name);
     }
 
-    MessageRecorder log;
+    MessageSpy log;
     QextSerialPort port(name);
     QVERIFY(!port.open(QIODevice::ReadWrite));
     QVERIFY(!port.isOpen());
@@ -94,7 +94,7 @@ void TestQextSerialPortRefusals::aRefusalIsNamedOnce()
     const auto message = [&name](const QString &reason) {
         return QStringLiteral("C:Opening the port %1 failed: %2").arg(name, reason);
     };
-    MessageRecorder log;
+    MessageSpy log;
     QVERIFY(!attempt());
     QVERIFY(!attempt()); // each attempt uses a new object
     QCOMPARE(log.take(), QStringList{message("No such file or directory")});
@@ -154,7 +154,7 @@ QStringList attemptAsNobody(const QString &name, int obstacles)
         const bool ready = (!(obstacles & NoLockFolder) || hideLockFolders()) &&
                            ::setgroups(0, nullptr) == 0 && ::setresgid(nobody, nobody, nobody) == 0 &&
                            ::setresuid(nobody, nobody, nobody) == 0;
-        MessageRecorder log;
+        MessageSpy log;
         for (int i = 0; i < 2; ++i)
             QextSerialPort(name).open(QIODevice::ReadWrite);
         const QByteArray text =

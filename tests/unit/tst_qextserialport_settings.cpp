@@ -3,7 +3,7 @@
 #include <sys/ioctl.h>
 
 #include "tests/support/libcinterposer.h"
-#include "tests/support/messagerecorder.h"
+#include "tests/support/messagespy.h"
 #include "tests/support/openedport.h"
 
 /// Tests the line's settings, as requested from the system.
@@ -107,7 +107,7 @@ void TestQextSerialPortSettings::settingsTakeEffect()
     QFETCH(Setter, set);
     QFETCH(Check, isSet);
     QFETCH(QList<int>, modemLines);
-    MessageRecorder log;
+    MessageSpy log;
     {
         Pty terminal;
         QextSerialPort port(terminal.portName());
@@ -174,7 +174,7 @@ void TestQextSerialPortSettings::settingOneThingLeavesTheOthersAlone()
 
 void TestQextSerialPortSettings::theDevicesSettingsLeaveNoMessage()
 {
-    MessageRecorder log;
+    MessageSpy log;
     Pty terminal;
     QextSerialPort port(terminal.portName());
     port.setBaudRate(BAUD115200);

@@ -18,7 +18,7 @@
 #include "messages/sessionlog.h"
 #include "pages/pageid.h"
 #include "tests/support/filecontents.h"
-#include "tests/support/messagerecorder.h"
+#include "tests/support/messagespy.h"
 
 namespace
 {
@@ -271,7 +271,7 @@ void TestSessionLog::eachRunStartsAnew()
 void TestSessionLog::aLogThatCantBeOpenedIsNoHindrance()
 {
     qputenv("HOME", QFile::encodeName(_home->filePath("no/such/folder")));
-    MessageRecorder toolkit;
+    MessageSpy toolkit;
     openSessionLog();
     const QByteArray output = outputOf(QtWarningMsg, "abc");
     QCOMPARE(output, QByteArray("abc\n"));
@@ -283,7 +283,7 @@ void TestSessionLog::aLogThatCantBeOpenedIsNoHindrance()
 void TestSessionLog::beforeTheLogIsOpenedNothingIsWritten()
 {
     theSessionLog.setDevice(nullptr);
-    MessageRecorder toolkit;
+    MessageSpy toolkit;
     zvMessageOutput(QtWarningMsg, "abc");
     QCOMPARE(_console->toPlainText(), QStringLiteral("abc"));
     openSessionLog();

@@ -106,7 +106,7 @@ void TestZVTolvar::aNewControllerKnowsNothing()
 void TestZVTolvar::aNewControllerWaitsForNothing()
 {
     const PendingTimers timers;
-    const MessageRecorder log;
+    const MessageSpy log;
     const ZVTolvar tolvar;
     QCOMPARE(timers.underWay(), QList<int>());
     QCOMPARE(log.messages(), QStringList());
@@ -128,7 +128,7 @@ void TestZVTolvar::aControllerGoesWithoutAWordAndLeavesItsPortOpen()
     const ZVTolvarTestPeer inside{*tolvar};
     inside.port() = &port;
     inside.queue() = QStringList{"get\r\n"};
-    const MessageRecorder log;
+    const MessageSpy log;
     tolvar.reset();
     QVERIFY2(port.isOpen(), "the port object is left as it is");
     QCOMPARE(port.write("still open"), 10);

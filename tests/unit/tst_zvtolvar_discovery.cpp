@@ -4,7 +4,7 @@
 #include "serial/qextserialport.h"
 #include "simulator/pluggedport.h"
 #include "simulator/usbtestbed.h"
-#include "tests/support/messagerecorder.h"
+#include "tests/support/messagespy.h"
 #include "tests/support/pendingtimers.h"
 #include "tests/support/portinfos.h"
 #include "tests/support/scopedconnection.h"
@@ -62,13 +62,13 @@ private:
 
     std::unique_ptr<UsbTestbed> _bed;
     std::unique_ptr<ZVTolvar> _tolvar;
-    std::unique_ptr<MessageRecorder> _log;
+    std::unique_ptr<MessageSpy> _log;
 };
 
 void TestDiscovery::init()
 {
     _tolvar = std::make_unique<ZVTolvar>();
-    _log = std::make_unique<MessageRecorder>();
+    _log = std::make_unique<MessageSpy>();
 }
 
 void TestDiscovery::cleanup()

@@ -167,7 +167,7 @@ void TestLinkQueue::aSubmissionIsQueuedThenLoggedThenSent()
                 _fixture->pty.collected();
     });
     _tolvar->submitCommand("exit");
-    QCOMPARE(seen, QStringList({"_commState =  \"IN_PROMPT\" exit//", "--> \"exit\" /exit/"}));
+    QCOMPARE(seen, QStringList({"D:_commState =  \"IN_PROMPT\" exit//", "D:--> \"exit\" /exit/"}));
     QCOMPARE(_fixture->pty.collected(), QByteArray("exit"));
 }
 

@@ -20,7 +20,7 @@
 #include "pages/tolvarnotfoundwizardpage.h"
 #include "pages/wepwarningwizardpage.h"
 #include "pages/wizardcontroller.h"
-#include "tests/support/messagerecorder.h"
+#include "tests/support/messagespy.h"
 #include "tests/support/pseudotranslator.h"
 #include "tests/support/zvtolvartestpeer.h"
 
@@ -409,7 +409,7 @@ void TestFrame::finishingQueuesExitOnTheSecondController_data()
 void TestFrame::finishingQueuesExitOnTheSecondController()
 {
     QFETCH(bool, cancel);
-    MessageRecorder log;
+    MessageSpy log;
     _wizard->show();
     QSignalSpy finished(_wizard.get(), &QWizard::finished);
     log.take();
@@ -447,7 +447,7 @@ void TestFrame::theWizardsSignalsReachNobodyElse()
 
 void TestFrame::onFinishedLeavesSetupModeAndLetsTheConsoleGo()
 {
-    MessageRecorder log;
+    MessageSpy log;
     QVERIFY(QMetaObject::invokeMethod(_wizard.get(), "OnFinished", Q_ARG(int, 1)));
     QCOMPARE(log.messages(), QStringList({"D:Exiting setup mode ", "D:_commState =  \"NOT_CONNECTED\" "}));
     QCOMPARE(queue(_wizard->_tolvar), QStringList{"exit\r\n"});
