@@ -1,66 +1,32 @@
 #include "tests/support/signalrecorder.h"
 
-#include <utility>
+#include <QMetaMethod>
 
-namespace
-{
-QString shown(const QString &text)
-{
-    return text;
-}
-
-QString shown(const QHash<QString, ZVScanResult> *table)
-{
-    return QString::number(table->size());
-}
-} // namespace
-
-template <typename Signal>
-void SignalRecorder::note(ZVTolvar *tolvar, const char *name, Signal signal)
-{
-    connect(tolvar, signal, this, [this, name](const auto &...carried) {
-        QString line = QString::fromLatin1(name);
-        (line.append(QLatin1Char(':')).append(shown(carried)), ...);
-        _lines += line;
-    });
-}
-
+// Each signal of the controller is connected to a slot that only qt_metacall() knows. The number of the slot
+// is that of the signal.
 SignalRecorder::SignalRecorder(ZVTolvar *tolvar)
 {
-    note(tolvar, "systemIDChanged", &ZVTolvar::systemIDChanged);
-    note(tolvar, "statusChanged", &ZVTolvar::statusChanged);
-    note(tolvar, "firmwareVersionChanged", &ZVTolvar::firmwareVersionChanged);
-    note(tolvar, "networkChanged", &ZVTolvar::networkChanged);
-    note(tolvar, "passwordChanged", &ZVTolvar::passwordChanged);
-    note(tolvar, "ipAddressChanged", &ZVTolvar::ipAddressChanged);
-    note(tolvar, "useStaticIPChanged", &ZVTolvar::useStaticIPChanged);
-    note(tolvar, "maskChanged", &ZVTolvar::maskChanged);
-    note(tolvar, "gatewayChanged", &ZVTolvar::gatewayChanged);
-    note(tolvar, "dnsChanged", &ZVTolvar::dnsChanged);
-    note(tolvar, "testResultChanged", &ZVTolvar::testResultChanged);
-    note(tolvar, "upgradeResultChanged", &ZVTolvar::upgradeResultChanged);
-    note(tolvar, "macAddressChanged", &ZVTolvar::macAddressChanged);
-    note(tolvar, "antennaChanged", &ZVTolvar::antennaChanged);
-    note(tolvar, "uartTraceChanged", &ZVTolvar::uartTraceChanged);
-    note(tolvar, "sysLogOnChanged", &ZVTolvar::sysLogOnChanged);
-    note(tolvar, "sysLogServerChanged", &ZVTolvar::sysLogServerChanged);
-    note(tolvar, "readyForCommand", &ZVTolvar::readyForCommand);
-    note(tolvar, "responseReceived", &ZVTolvar::responseReceived);
-    note(tolvar, "scannedNetworkListChanged", &ZVTolvar::scannedNetworkListChanged);
-    note(tolvar, "scanStarted", &ZVTolvar::scanStarted);
-    note(tolvar, "scanFinished", &ZVTolvar::scanFinished);
-    note(tolvar, "networkTestSsidNotFound", &ZVTolvar::networkTestSsidNotFound);
-    note(tolvar, "networkTestPassphraseInvalid", &ZVTolvar::networkTestPassphraseInvalid);
-    note(tolvar, "networkTestFound", &ZVTolvar::networkTestFound);
-    note(tolvar, "networkTestSystemError", &ZVTolvar::networkTestSystemError);
-    note(tolvar, "networkTestFinished", &ZVTolvar::networkTestFinished);
-    note(tolvar, "networkTestStarted", &ZVTolvar::networkTestStarted);
-    note(tolvar, "candidateDeviceFound", &ZVTolvar::candidateDeviceFound);
-    note(tolvar, "startingToWriteLog", &ZVTolvar::startingToWriteLog);
-    note(tolvar, "finishedWriteLog", &ZVTolvar::finishedWriteLog);
+    const QMetaObject &meta = ZVTolvar::staticMetaObject;
+    for (int index = meta.methodOffset(); index < meta.methodCount(); ++index) {
+        if (meta.method(index).methodType() == QMetaMethod::Signal)
+            QMetaObject::connect(tolvar, index, this, index, Qt::DirectConnection);
+    }
 }
 
-QStringList SignalRecorder::take()
+int SignalRecorder::qt_metacall(QMetaObject::Call call, int id, void **arguments)
 {
-    return std::exchange(_lines, {});
+    if (call != QMetaObject::InvokeMetaMethod || id < ZVTolvar::staticMetaObject.methodOffset())
+        return QObject::qt_metacall(call, id, arguments);
+    const QMetaMethod signal = ZVTolvar::staticMetaObject.method(id);
+    QString line = QString::fromLatin1(signal.name());
+    if (signal.parameterCount() == 1) { // arguments[0] is for the returned value
+        const void *argument = arguments[1];
+        line += QLatin1Char(':');
+        if (signal.parameterType(0) == QMetaType::QString)
+            line += *static_cast<const QString *>(argument);
+        else
+            line += QString::number((*static_cast<QHash<QString, ZVScanResult> *const *>(argument))->size());
+    }
+    _lines += line;
+    return -1;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <utility>
+
 #include <QStringList>
 
 #include "device/zvtolvar.h"
@@ -12,11 +14,10 @@ public:
     explicit SignalRecorder(ZVTolvar *tolvar);
 
     /// Returns the record and clears it.
-    QStringList take();
+    QStringList take() { return std::exchange(_lines, {}); }
+
+    int qt_metacall(QMetaObject::Call call, int id, void **arguments) override;
 
 private:
-    template <typename Signal>
-    void note(ZVTolvar *tolvar, const char *name, Signal signal);
-
     QStringList _lines;
 };

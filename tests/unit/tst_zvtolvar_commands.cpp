@@ -61,7 +61,6 @@ void TestCommands::aScanQueuesThreeLinesAndIsToldOfAfterTheSecond()
 
 void TestCommands::aScanIsUnderWayFromItsFirstLineOn()
 {
-    const MessageSpy log;
     QList<bool> scanning;
     const MessageSpy witness([&](const QString &) { scanning += _tolvar->scanning(); });
     _tolvar->startScan();
