@@ -14,8 +14,8 @@
 #include "bench/measure.h"
 #include "device/zvtolvar.h"
 #include "messages/sessionlog.h"
+#include "simulator/fakeusbbus.h"
 #include "simulator/pluggedport.h"
-#include "simulator/usbtestbed.h"
 
 namespace
 {
@@ -112,7 +112,7 @@ void verify(const TolvarState &state)
         qFatal("the device has not been set up, or more was said than is counted");
 }
 
-void runOnce(UsbTestbed &bed, Measure &finding, Measure &whole)
+void runOnce(FakeUsbBus &bed, Measure &finding, Measure &whole)
 {
     DeviceConfig setup;
     setup.delays = device;
@@ -143,14 +143,14 @@ void runOnce(UsbTestbed &bed, Measure &finding, Measure &whole)
 int main(int argc, char *argv[])
 {
     const QApplication app(argc, argv);
-    if (!UsbTestbed::isPossible())
+    if (!FakeUsbBus::isPossible())
         qFatal("run it as: umockdev-wrapper bench_run");
     openSessionLog();
     installMessageHandler();
 
     Measure finding{"first page to \"A Tolvar has been found\"", "ms", 1.03, {}, {}};
     Measure whole{"a typical run, input back to back", "ms", 1.05, {}, {}};
-    UsbTestbed bed;
+    FakeUsbBus bed;
     for (int turn = 0; turn < turns; ++turn)
         runOnce(bed, finding, whole);
     tell(finding);

@@ -2,8 +2,8 @@
 
 #include <QTemporaryDir>
 
+#include "simulator/fakeusbbus.h"
 #include "simulator/pluggedport.h"
-#include "simulator/usbtestbed.h"
 #include "tests/e2e/wizarduser.h"
 #include "tests/support/programdriver.h"
 
@@ -47,7 +47,7 @@ private:
     QStringList _conversation;
 
 public:
-    UsbTestbed bed;
+    FakeUsbBus bed;
     PluggedTolvar tolvar;
     ProgramDriver screen;
     WizardUser user;

@@ -5,8 +5,8 @@
 #include <QStringList>
 
 #include "app/zvtolvarsetupwizard.h"
+#include "simulator/fakeusbbus.h"
 #include "simulator/pluggedport.h"
-#include "simulator/usbtestbed.h"
 #include "tests/faults/wizardwalk.h"
 
 class ZVTolvar;
@@ -47,7 +47,7 @@ public:
     static QString lastMessages();
 
     const WalkWishes wishes;
-    UsbTestbed bed;
+    FakeUsbBus bed;
     PluggedTolvar tolvar;
     ZVTolvarSetupWizard wizard;
     WizardWalk walk;

@@ -96,7 +96,7 @@ private:
 
     const int _rounds;
     const QTemporaryDir _home;
-    UsbTestbed _bed;
+    FakeUsbBus _bed;
     PluggedTolvar _tolvar;
     QProcess _program;
     qint64 _bytes = 0;
@@ -183,7 +183,7 @@ int main(int argc, char **argv)
     if (arguments.value(1) == QLatin1String("--at-the-wizard"))
         return sitAtTheWizard(arguments.value(2));
     const int rounds = arguments.value(1).toInt();
-    if (rounds <= 0 || !UsbTestbed::isPossible()) {
+    if (rounds <= 0 || !FakeUsbBus::isPossible()) {
         std::fprintf(stderr, "usage: umockdev-wrapper soak ROUNDS\n");
         return 2;
     }

@@ -28,7 +28,7 @@ void TestPlugCycles::openPortsLeaveNoDescriptor()
 {
     constexpr int cycles = 500;
     constexpr int patience = 60000; // milliseconds
-    UsbTestbed bed;
+    FakeUsbBus bed;
     PluggedTolvar tolvar(bed);
     QextSerialEnumerator enumerator;
     enumerator.setUpNotifications();

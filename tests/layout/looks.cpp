@@ -10,7 +10,7 @@
 #include <QDir>
 #include <QWidget>
 
-#include "simulator/usbtestbed.h"
+#include "simulator/fakeusbbus.h"
 #include "tests/layout/appearance.h"
 #include "tests/layout/contactsheet.h"
 #include "tests/layout/fitting.h"
@@ -31,7 +31,7 @@ int take(const QDir &folder, const Appearance &look)
         return 2;
     }
     apply(look);
-    const UsbTestbed nothingPluggedIn;
+    const FakeUsbBus nothingPluggedIn;
     int count = 0;
     int misfits = 0;
     int unsaved = 0;

@@ -2,7 +2,7 @@
 #include <QSet>
 #include <QTest>
 
-#include "simulator/usbtestbed.h"
+#include "simulator/fakeusbbus.h"
 #include "tests/layout/appearance.h"
 #include "tests/layout/fitting.h"
 #include "tests/layout/tour.h"
@@ -100,7 +100,7 @@ void TestLooks::everyThemeCanBeRead()
 int main(int argc, char *argv[])
 {
     const QApplication app(argc, argv);
-    const UsbTestbed nothingPluggedIn;
+    const FakeUsbBus nothingPluggedIn;
     TestLooks test;
     return QTest::qExec(&test, argc, argv);
 }

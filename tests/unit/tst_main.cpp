@@ -1,5 +1,3 @@
-#include "tests/support/mockports.h"
-
 #include <grp.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -16,6 +14,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include "simulator/fakeusbbus.h"
 #include "tests/support/filecontents.h"
 
 namespace
@@ -184,7 +183,7 @@ private Q_SLOTS:
     void anotherLanguagesCataloguesAreLeftAlone();
 
 private:
-    MockPorts _computer;
+    FakeUsbBus _computer;
 };
 
 void TestMain::theLogHoldsThisRunFromItsFirstMessageToItsLast()

@@ -1,5 +1,3 @@
-#include "tests/support/mockports.h"
-
 #include <memory>
 
 #include <QSignalSpy>
@@ -10,6 +8,7 @@
 #include "serial/portwatcher_udev.h"
 #include "serial/qextserialenumerator.h"
 #include "serial/qextserialport.h"
+#include "tests/support/fakeports.h"
 #include "tests/support/pendingtimers.h"
 #include "tests/support/udevfaultinjector.h"
 
@@ -117,11 +116,11 @@ void TestPortWatcher::watchers()
 void TestPortWatcher::anArrivalIsToldInTheWordsOfTheList()
 {
     QFETCH(MakeWatcher, make);
-    MockPorts computer;
-    computer.plugUsb("10c4", "ea60");
+    FakePorts computer;
+    computer.plugUsb(UsbBridge::foreignCh340());
     Watch watch(make);
     QVERIFY(watch.armed);
-    const QString name = computer.plugUsb("0403", "6001");
+    const QString name = computer.plugUsb();
     QTRY_COMPARE(watch.arrived.count(), 1);
     const QextPortInfo told = toldOf(watch.arrived, 0);
     QCOMPARE(told.portName, name);
@@ -137,9 +136,9 @@ void TestPortWatcher::anArrivalIsToldInTheWordsOfTheList()
 void TestPortWatcher::aRemovalIsToldInTheWordsOfTheArrival()
 {
     QFETCH(MakeWatcher, make);
-    MockPorts computer;
+    FakePorts computer;
     Watch watch(make);
-    const QString name = computer.plugUsb("067b", "2303", "USB-Serial_Controller");
+    const QString name = computer.plugUsb(UsbBridge::prolific());
     QTRY_COMPARE(watch.arrived.count(), 1);
     computer.unplug(name);
     QTRY_COMPARE(watch.removed.count(), 1);
@@ -153,8 +152,8 @@ void TestPortWatcher::aRemovalIsToldInTheWordsOfTheArrival()
 void TestPortWatcher::aPortPresentFromTheStartIsToldWhenItGoes()
 {
     QFETCH(MakeWatcher, make);
-    MockPorts computer;
-    const QString name = computer.plugUsb("0403", "6001");
+    FakePorts computer;
+    const QString name = computer.plugUsb();
     const QextPortInfo before = listed(name);
     Watch watch(make);
     computer.unplug(name);
@@ -167,10 +166,10 @@ void TestPortWatcher::aPortPresentFromTheStartIsToldWhenItGoes()
 void TestPortWatcher::severalAreToldEachOnce()
 {
     QFETCH(MakeWatcher, make);
-    MockPorts computer;
+    FakePorts computer;
     Watch watch(make);
-    const QString first = computer.plugUsb("0403", "6001");
-    const QString second = computer.plugUsb("067b", "2303");
+    const QString first = computer.plugUsb();
+    const QString second = computer.plugUsb(UsbBridge::prolific());
     QTRY_COMPARE(watch.arrived.count(), 2);
     QCOMPARE(QSet<QString>({toldOf(watch.arrived, 0).portName, toldOf(watch.arrived, 1).portName}),
              QSet<QString>({first, second}));
@@ -186,16 +185,17 @@ void TestPortWatcher::severalAreToldEachOnce()
 void TestPortWatcher::whatIsNoPortIsNotToldOf()
 {
     QFETCH(MakeWatcher, make);
-    MockPorts computer;
+    FakePorts computer;
     Watch watch(make);
     const QString phantom = computer.addPhantom();
-    const QString console = computer.addConsole();
+    const QString console = QStringLiteral("tty0");
+    computer.addVirtual(console);
     computer.plugOtherUsb();
     QVERIFY(QextSerialEnumerator::getPorts().isEmpty());
     computer.unplug(phantom);
     computer.unplug(console);
     // The watcher reports the next port, and only that one.
-    const QString name = computer.plugUsb("0403", "6001");
+    const QString name = computer.plugUsb();
     QTRY_COMPARE(watch.arrived.count(), 1);
     QCOMPARE(toldOf(watch.arrived, 0).portName, name);
     QCOMPARE(watch.removed.count(), 0);
@@ -204,12 +204,12 @@ void TestPortWatcher::whatIsNoPortIsNotToldOf()
 void TestPortWatcher::aPortAnnouncedAgainIsNotToldAgain()
 {
     QFETCH(MakeWatcher, make);
-    MockPorts computer;
-    const QString first = computer.plugUsb("0403", "6001");
+    FakePorts computer;
+    const QString first = computer.plugUsb();
     Watch watch(make);
     computer.announce(first, "add"); // as "udevadm trigger" does
     computer.announce(first, "change");
-    const QString second = computer.plugUsb("0403", "6001");
+    const QString second = computer.plugUsb();
     QTRY_COMPARE(watch.arrived.count(), 1);
     QCOMPARE(toldOf(watch.arrived, 0).portName, second);
     QCOMPARE(watch.removed.count(), 0);
@@ -218,8 +218,8 @@ void TestPortWatcher::aPortAnnouncedAgainIsNotToldAgain()
 void TestPortWatcher::anotherDeviceUnderTheSameNameReplacesTheFirst()
 {
     QFETCH(MakeWatcher, make);
-    MockPorts computer;
-    const QString name = computer.plugUsb("0403", "6001");
+    FakePorts computer;
+    const QString name = computer.plugUsb();
     Watch watch(make);
     QStringList order;
     connect(watch.watcher.get(), &PortWatcher::removed, this, [&](const QextPortInfo &info) {
@@ -236,13 +236,13 @@ void TestPortWatcher::anotherDeviceUnderTheSameNameReplacesTheFirst()
 void TestPortWatcher::aPortThatIsGoneAgainIsNotToldOf()
 {
     // The port appears and disappears while the event loop is busy.
-    MockPorts computer;
+    FakePorts computer;
     UdevPortWatcher watcher;
     QSignalSpy arrived(&watcher, &PortWatcher::arrived);
     QSignalSpy removed(&watcher, &PortWatcher::removed);
     QVERIFY(watcher.arm());
-    computer.unplug(computer.plugUsb("0403", "6001"));
-    const QString name = computer.plugUsb("067b", "2303");
+    computer.unplug(computer.plugUsb());
+    const QString name = computer.plugUsb(UsbBridge::prolific());
     QTRY_COMPARE(arrived.count(), 1);
     QCOMPARE(toldOf(arrived, 0).portName, name);
     QCOMPARE(removed.count(), 0);
@@ -250,8 +250,8 @@ void TestPortWatcher::aPortThatIsGoneAgainIsNotToldOf()
 
 void TestPortWatcher::anEventThatSaysNotWhatHappenedIsPassedOver()
 {
-    MockPorts computer;
-    const QString port = computer.plugUsb("0403", "6001");
+    FakePorts computer;
+    const QString port = computer.plugUsb();
     UdevPortWatcher watcher;
     QSignalSpy arrived(&watcher, &PortWatcher::arrived);
     QSignalSpy removed(&watcher, &PortWatcher::removed);
@@ -261,7 +261,7 @@ void TestPortWatcher::anEventThatSaysNotWhatHappenedIsPassedOver()
     QTRY_VERIFY(UdevFaultInjector::timesTold() > 0);
 
     UdevFaultInjector::fail(UdevFaultInjector::None);
-    const QString come = computer.plugUsb("067b", "2303");
+    const QString come = computer.plugUsb(UsbBridge::prolific());
     QTRY_COMPARE(arrived.count(), 1);
     QCOMPARE(toldOf(arrived, 0).portName, come);
     QCOMPARE(removed.count(), 0);
@@ -269,16 +269,16 @@ void TestPortWatcher::anEventThatSaysNotWhatHappenedIsPassedOver()
 
 void TestPortWatcher::eventsThatWereLostAreMadeUpFor()
 {
-    MockPorts computer;
-    const QString gone = computer.plugUsb("0403", "6001");
-    const QString stays = computer.plugUsb("0403", "6001");
+    FakePorts computer;
+    const QString gone = computer.plugUsb();
+    const QString stays = computer.plugUsb();
     UdevPortWatcher watcher;
     QSignalSpy arrived(&watcher, &PortWatcher::arrived);
     QSignalSpy removed(&watcher, &PortWatcher::removed);
     QVERIFY(watcher.arm());
     UdevFaultInjector::fail(UdevFaultInjector::EventsLost);
     computer.unplug(gone);
-    const QString come = computer.plugUsb("067b", "2303");
+    const QString come = computer.plugUsb(UsbBridge::prolific());
     QTRY_COMPARE(removed.count(), 1);
     QTRY_COMPARE(arrived.count(), 1);
     QCOMPARE(toldOf(removed, 0).portName, gone);
@@ -306,7 +306,7 @@ void TestPortWatcher::whereUdevCantBeHeardTheWatcherSaysSo()
 {
     QFETCH(int, failure);
     QFETCH(bool, arms);
-    MockPorts computer;
+    FakePorts computer;
     UdevFaultInjector::fail(static_cast<UdevFaultInjector::Failure>(failure));
     UdevPortWatcher watcher;
     QCOMPARE(watcher.arm(), arms);
@@ -314,7 +314,7 @@ void TestPortWatcher::whereUdevCantBeHeardTheWatcherSaysSo()
 
 void TestPortWatcher::whereUdevCantBeHeardTheListIsComparedOnceASecond()
 {
-    MockPorts computer;
+    FakePorts computer;
     UdevFaultInjector::fail(UdevFaultInjector::NoReceiving);
     // Timers of one thread fire in the order in which they are due, even if all of them are late.
     bool isTooEarly = true;
@@ -330,7 +330,7 @@ void TestPortWatcher::whereUdevCantBeHeardTheListIsComparedOnceASecond()
         toldTooEarly = isTooEarly;
         toldTooLate = isTooLate;
     });
-    const QString name = computer.plugUsb("0403", "6001");
+    const QString name = computer.plugUsb();
     QVERIFY(arrived.wait());
     QCOMPARE(toldOf(arrived, 0).portName, name);
     QVERIFY2(!toldTooEarly, "not before 0.8 seconds");
@@ -347,10 +347,10 @@ void TestPortWatcher::failures()
 void TestPortWatcher::aPortThatHangsUpIsReportedAgain()
 {
     QFETCH(int, failure);
-    MockPorts computer;
+    FakePorts computer;
     UdevFaultInjector::fail(static_cast<UdevFaultInjector::Failure>(failure));
-    const QString name = computer.plugUsb("0403", "6001");
-    computer.plugUsb("067b", "2303"); // it is not reported
+    const QString name = computer.plugUsb();
+    computer.plugUsb(UsbBridge::prolific()); // it is not reported
     const SharedWatch watch;
     QextSerialPort first(name);
     QVERIFY(first.open(QIODevice::ReadWrite));
@@ -363,9 +363,9 @@ void TestPortWatcher::aPortThatHangsUpIsReportedAgain()
 void TestPortWatcher::aPortThatHangsUpAndGoesIsReportedGoneOnce()
 {
     QFETCH(int, failure);
-    MockPorts computer;
+    FakePorts computer;
     UdevFaultInjector::fail(static_cast<UdevFaultInjector::Failure>(failure));
-    const QString name = computer.plugUsb("0403", "6001");
+    const QString name = computer.plugUsb();
     const SharedWatch watch;
     QextSerialPort port(name);
     QVERIFY(port.open(QIODevice::ReadWrite));
@@ -381,21 +381,21 @@ void TestPortWatcher::aPortThatHangsUpAndGoesIsReportedGoneOnce()
 
 void TestPortWatcher::aPortThatIsClosedByItsUserIsNotReported()
 {
-    MockPorts computer;
-    const QString name = computer.plugUsb("0403", "6001");
+    FakePorts computer;
+    const QString name = computer.plugUsb();
     const SharedWatch watch;
     QextSerialPort port(name);
     QVERIFY(port.open(QIODevice::ReadWrite));
     const PendingTimers timers;
     port.close();
     QCOMPARE(timers.underWay(), QList<int>());
-    const QString next = computer.plugUsb("067b", "2303");
+    const QString next = computer.plugUsb(UsbBridge::prolific());
     QTRY_COMPARE(watch.reports, QStringList{"arrived " + next});
 }
 
 void TestPortWatcher::theWatcherIsSharedWhileSomebodyHoldsIt()
 {
-    MockPorts computer;
+    FakePorts computer;
     std::shared_ptr<PortWatcher> one = PortWatcher::shared();
     QVERIFY(qobject_cast<UdevPortWatcher *>(one.get()));
     QCOMPARE(PortWatcher::shared(), one);

@@ -1,5 +1,3 @@
-#include "tests/support/mockports.h"
-
 #include <QFile>
 #include <QtEndian>
 #include <QTest>
@@ -16,6 +14,7 @@
 #include "serial/portwatcher_poll.h"
 #include "serial/portwatcher_udev.h"
 #include "serial/qextserialenumerator.h"
+#include "tests/support/fakeports.h"
 
 // The events are real here: they come through the kernel's socket, whose buffer can be full. Only the ports
 // are mocks. The process has its own network namespace, so that no other program receives the events, and its
@@ -188,9 +187,9 @@ void TestPortWatcherKernel::whatWasReportedBeforeTheLossDoesNotUndoTheComparison
     connect(&watcher, &PortWatcher::removed, this,
             [&](const QextPortInfo &info) { record(QStringLiteral("removed "), info.portName); });
     const UdevSender udev;
-    MockPorts computer;
-    const QString stays = computer.plugUsb("0403", "6001");
-    const QString goes = computer.plugUsb("0403", "6001");
+    FakePorts computer;
+    const QString stays = computer.plugUsb();
+    const QString goes = computer.plugUsb();
     udev.send(stays, "add");
     udev.send(goes, "add");
     QTRY_COMPARE(reports, QStringList({"arrived " + stays, "arrived " + goes}));
@@ -204,7 +203,7 @@ void TestPortWatcherKernel::whatWasReportedBeforeTheLossDoesNotUndoTheComparison
     QVERIFY2(lostEvents() > 0, "the socket was expected to be full");
     udev.send(stays, "add");
     computer.unplug(goes);
-    const QString comes = computer.plugUsb("067b", "2303");
+    const QString comes = computer.plugUsb(UsbBridge::prolific());
     QTRY_COMPARE(reports.size(), 2);
     QCOMPARE(reports, QStringList({"removed " + goes, "arrived " + comes}));
     reports.clear();

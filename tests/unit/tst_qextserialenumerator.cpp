@@ -1,4 +1,4 @@
-#include "tests/support/mockports.h"
+#include <umockdev.h>
 
 #include <memory>
 
@@ -15,6 +15,7 @@
 #include "serial/portlist.h"
 #include "serial/qextserialenumerator.h"
 #include "serial/qextserialport.h"
+#include "tests/support/fakeports.h"
 #include "tests/support/libcinterposer.h"
 #include "tests/support/messagespy.h"
 #include "tests/support/udevfaultinjector.h"
@@ -111,18 +112,17 @@ int terminalDescriptors()
 
 void TestQextSerialEnumerator::aComputerWithoutPortsHasAnEmptyList()
 {
-    MockPorts computer;
+    FakePorts computer;
     computer.addPhantom();
-    computer.addConsole();
     QVERIFY(QextSerialEnumerator::getPorts().isEmpty());
 }
 
 void TestQextSerialEnumerator::thePortsAreListed()
 {
-    MockPorts computer;
-    const QString pci = computer.plugPci();
-    const QString ftdi = computer.plugUsb("0403", "6001");
-    const QString prolific = computer.plugUsb("067b", "2303", "USB-Serial_Controller");
+    FakePorts computer;
+    const QString pci = computer.plugOnBus("pci", "0x8086", "0x1c3d");
+    const QString ftdi = computer.plugUsb();
+    const QString prolific = computer.plugUsb(UsbBridge::prolific());
     QHash<QString, QextPortInfo> ports;
     for (const QextPortInfo &info : QextSerialEnumerator::getPorts())
         ports.insert(info.portName, info);
@@ -139,24 +139,24 @@ void TestQextSerialEnumerator::thePortsAreListed()
 
 void TestQextSerialEnumerator::thePortsAreListedInTheSystemsOrder()
 {
-    MockPorts computer;
+    FakePorts computer;
     for (int i = 0; i < 5; ++i)
-        computer.plugUsb("0403", "6001");
+        computer.plugUsb();
     QCOMPARE(namesOfToolkitsPorts().size(), 5);
     QCOMPARE(namesOfPorts(), namesOfToolkitsPorts());
 }
 
 void TestQextSerialEnumerator::theListIsTheToolkits()
 {
-    MockPorts computer;
-    computer.plugUsb("0403", "6001");
-    computer.plugUsb("067b", "2303", "USB-Serial_Controller");
-    computer.plugUsb("no number", "12345");
-    computer.plugPci();
+    FakePorts computer;
+    computer.plugUsb();
+    computer.plugUsb(UsbBridge::prolific());
+    computer.plugOnBus("usb", "no number", "12345");
+    computer.plugOnBus("pci", "0x8086", "0x1c3d");
     computer.plugOnBus("pnp", "0403", "");
     computer.plugOtherUsb();
     computer.addPhantom();
-    computer.addPhantom(MockPorts::WithoutNode);
+    computer.addPhantom(FakePorts::WithoutNode);
     const QStringList virtualPorts{"rfcomm0", "rfcomm255", "tnt0", "ttyGS0"};
     const QStringList noPorts{"console", "ptmx",  "rfcomm",    "rfcomm-1", "rfcomm256", "tty",  "tty0",
                               "tty63",   "ttyp0", "ttyprintk", "t",        "tt0",       "hvc0", "rfcommX"};
@@ -177,20 +177,20 @@ void TestQextSerialEnumerator::theListIsTheToolkits()
 
 void TestQextSerialEnumerator::aPortOfItsDriversIsListedWithAControllerBehindIt_data()
 {
-    QTest::addColumn<MockPorts::Node>("node");
+    QTest::addColumn<FakePorts::Node>("node");
     QTest::addColumn<int>("controller");
     QTest::addColumn<bool>("isListed");
-    QTest::newRow("one that can be opened") << MockPorts::WithNode << PORT_16550A << true;
-    QTest::newRow("one that can't") << MockPorts::WithoutNode << PORT_16550A << false;
-    QTest::newRow("none") << MockPorts::WithNode << PORT_UNKNOWN << false;
+    QTest::newRow("one that can be opened") << FakePorts::WithNode << PORT_16550A << true;
+    QTest::newRow("one that can't") << FakePorts::WithoutNode << PORT_16550A << false;
+    QTest::newRow("none") << FakePorts::WithNode << PORT_UNKNOWN << false;
 }
 
 void TestQextSerialEnumerator::aPortOfItsDriversIsListedWithAControllerBehindIt()
 {
-    QFETCH(MockPorts::Node, node);
+    QFETCH(FakePorts::Node, node);
     QFETCH(int, controller);
     QFETCH(bool, isListed);
-    MockPorts computer;
+    FakePorts computer;
     const QString port = computer.addPhantom(node);
     LibcInterposer::pretendController(controller);
     const auto noMore = qScopeGuard([] { LibcInterposer::clear(); });
@@ -217,8 +217,8 @@ void TestQextSerialEnumerator::aPortIsListedByTheTypeThatTheSystemShows()
     QFETCH(QByteArray, driver);
     QFETCH(int, type);
     QFETCH(bool, isListed);
-    MockPorts computer;
-    const QString port = computer.addPortOfDriver(driver.constData(), type);
+    FakePorts computer;
+    const QString port = computer.addPortOfDriver(driver, type);
     LibcInterposer::clear();
     QCOMPARE(namesOfPorts(), isListed ? QStringList(port) : QStringList());
     QCOMPARE(LibcInterposer::openings("/dev/" + port.toLatin1()),
@@ -227,8 +227,8 @@ void TestQextSerialEnumerator::aPortIsListedByTheTypeThatTheSystemShows()
 
 void TestQextSerialEnumerator::theKernelsOwnTerminalsAreNotAskedAbout()
 {
-    MockPorts computer;
-    computer.plugUsb("0403", "6001");
+    FakePorts computer;
+    computer.plugUsb();
     for (const char *name : {"console", "ptmx", "tty", "tty0", "tty9", "tty63"})
         computer.addVirtual(QLatin1String(name));
     UdevFaultInjector::fail(UdevFaultInjector::None);
@@ -239,8 +239,8 @@ void TestQextSerialEnumerator::theKernelsOwnTerminalsAreNotAskedAbout()
 
 void TestQextSerialEnumerator::whereUdevCantBeAskedTheToolkitIs()
 {
-    MockPorts computer;
-    computer.plugUsb("0403", "6001");
+    FakePorts computer;
+    computer.plugUsb();
     UdevFaultInjector::fail(UdevFaultInjector::NoContext);
     const auto again = qScopeGuard([] { UdevFaultInjector::fail(UdevFaultInjector::None); });
     QVERIFY(!listedByUdev());
@@ -273,8 +273,8 @@ void TestQextSerialEnumerator::thisComputersListIsTheToolkits()
 
 void TestQextSerialEnumerator::whereUdevKnowsNothingTheKernelsIdsAreTaken()
 {
-    MockPorts computer;
-    const QString port = computer.plugUsbWithoutUdev("0403", "6001", "FT232R USB UART");
+    FakePorts computer;
+    const QString port = computer.plugUsbWithoutUdev(UsbBridge::ftdi());
     const QList<QextPortInfo> ports = QextSerialEnumerator::getPorts();
     QCOMPARE(ports.size(), 1);
     QVERIFY(ports.first() == (QextPortInfo{port, "/dev/" + port, QStringLiteral("FT232R USB UART"),
@@ -299,7 +299,7 @@ void TestQextSerialEnumerator::idsAreUsbIdsByTheBus()
     QFETCH(QByteArray, bus);
     QFETCH(QByteArray, product);
     QFETCH(bool, isUsb);
-    MockPorts computer;
+    FakePorts computer;
     computer.plugOnBus(bus.isEmpty() ? nullptr : bus.constData(), "0403", product.constData());
     const QList<QextPortInfo> ports = QextSerialEnumerator::getPorts();
     QCOMPARE(ports.size(), 1);
@@ -310,35 +310,35 @@ void TestQextSerialEnumerator::idsAreUsbIdsByTheBus()
 
 void TestQextSerialEnumerator::nothingIsToldBeforeItIsAskedFor()
 {
-    MockPorts computer;
+    FakePorts computer;
     QextSerialEnumerator silent;
     QextSerialEnumerator telling;
     QSignalSpy silence(&silent, &QextSerialEnumerator::deviceDiscovered);
     QSignalSpy told(&telling, &QextSerialEnumerator::deviceDiscovered);
     telling.setUpNotifications();
-    computer.plugUsb("0403", "6001");
+    computer.plugUsb();
     QVERIFY(told.wait());
     QCOMPARE(silence.count(), 0);
 }
 
 void TestQextSerialEnumerator::askingTwiceTellsOnce()
 {
-    MockPorts computer;
+    FakePorts computer;
     QextSerialEnumerator enumerator;
     enumerator.setUpNotifications();
     enumerator.setUpNotifications();
     QSignalSpy told(&enumerator, &QextSerialEnumerator::deviceDiscovered);
-    computer.plugUsb("0403", "6001");
+    computer.plugUsb();
     QVERIFY(told.wait());
     QCOMPARE(told.count(), 1);
 }
 
 void TestQextSerialEnumerator::everyEnumeratorIsTold()
 {
-    MockPorts computer;
+    FakePorts computer;
     const Telling one;
     const Telling other;
-    const QString name = computer.plugUsb("0403", "6001");
+    const QString name = computer.plugUsb();
     QTRY_COMPARE(one.arrived.count(), 1);
     QTRY_COMPARE(other.arrived.count(), 1);
     computer.unplug(name);
@@ -354,7 +354,7 @@ void TestQextSerialEnumerator::everyEnumeratorIsTold()
 
 void TestQextSerialEnumerator::anEnumeratorMayGoInsideASlot()
 {
-    MockPorts computer;
+    FakePorts computer;
     auto one = std::make_unique<QextSerialEnumerator>();
     auto other = std::make_unique<QextSerialEnumerator>();
     one->setUpNotifications();
@@ -365,21 +365,21 @@ void TestQextSerialEnumerator::anEnumeratorMayGoInsideASlot()
         other.reset();
         one.reset();
     });
-    computer.plugUsb("0403", "6001");
+    computer.plugUsb();
     QTRY_COMPARE(told, 1);
     QCoreApplication::processEvents();
 
     Telling third;
-    computer.plugUsb("0403", "6001");
+    computer.plugUsb();
     QVERIFY(third.arrived.wait());
     QCOMPARE(told, 1);
 }
 
 void TestQextSerialEnumerator::anEnumeratorThatComesLaterIsTold()
 {
-    MockPorts computer;
+    FakePorts computer;
     Telling first;
-    const QString name = computer.plugUsb("0403", "6001");
+    const QString name = computer.plugUsb();
     QVERIFY(first.arrived.wait());
 
     Telling later;
@@ -392,10 +392,10 @@ void TestQextSerialEnumerator::anEnumeratorThatComesLaterIsTold()
 void TestQextSerialEnumerator::aRemovedPortIsClosedWhenItIsTold()
 {
     MessageSpy log;
-    MockPorts computer;
+    FakePorts computer;
     const Telling one;
     const Telling other;
-    const QString name = computer.plugUsb("0403", "6001");
+    const QString name = computer.plugUsb();
     const int before = terminalDescriptors();
 
     QextSerialPort first(name);
@@ -426,10 +426,10 @@ void TestQextSerialEnumerator::aPortOpenedInsideTheRemovalStaysOpen()
 {
     // When the second enumerator reports that the first device is gone, the next device may already have its
     // name.
-    MockPorts computer;
+    FakePorts computer;
     Telling one;
     Telling other;
-    const QString name = computer.plugUsb("0403", "6001");
+    const QString name = computer.plugUsb();
     QVERIFY(one.arrived.wait());
     QextSerialPort port(name);
     connect(&one.enumerator, &QextSerialEnumerator::deviceRemoved, &port,
@@ -441,10 +441,10 @@ void TestQextSerialEnumerator::aPortOpenedInsideTheRemovalStaysOpen()
 
 void TestQextSerialEnumerator::anotherPortsRemovalLeavesTheLineAlone()
 {
-    MockPorts computer;
+    FakePorts computer;
     Telling told;
-    const QString name = computer.plugUsb("0403", "6001");
-    const QString another = computer.plugUsb("0403", "6001");
+    const QString name = computer.plugUsb();
+    const QString another = computer.plugUsb();
     QTRY_COMPARE(told.arrived.count(), 2);
     QextSerialPort port(name);
     QVERIFY(port.open(QIODevice::ReadWrite));
@@ -458,9 +458,9 @@ void TestQextSerialEnumerator::anotherPortsRemovalLeavesTheLineAlone()
 
 void TestQextSerialEnumerator::aRefusalIsNamedAgainAfterThePortHasGone()
 {
-    MockPorts computer;
+    FakePorts computer;
     Telling told;
-    const QString name = computer.plugUsb("0403", "6001");
+    const QString name = computer.plugUsb();
     QVERIFY(told.arrived.wait());
     QSerialPort otherProgram(name);
     QVERIFY(otherProgram.open(QIODevice::ReadWrite));

@@ -4,8 +4,8 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include "simulator/fakeusbbus.h"
 #include "simulator/pluggedport.h"
-#include "simulator/usbtestbed.h"
 #include "tests/support/plaintty.h"
 
 /// Tests the faults that can be injected into the line between the simulated device and a program.
@@ -39,7 +39,7 @@ void TestSimulatorLineFaults::pulledOutAfterSoManyBytes_data()
 void TestSimulatorLineFaults::pulledOutAfterSoManyBytes()
 {
     QFETCH(int, bytes);
-    UsbTestbed bed;
+    FakeUsbBus bed;
     PluggedTolvar tolvar(bed);
     const QSignalSpy pulledOut(&tolvar, &PluggedPort::pulledOut);
     LineFaults faults;
@@ -66,7 +66,7 @@ void TestSimulatorLineFaults::pulledOutAfterSoManyBytes()
 
 void TestSimulatorLineFaults::pulledOutOnce()
 {
-    UsbTestbed bed;
+    FakeUsbBus bed;
     PluggedTolvar tolvar(bed);
     const QSignalSpy pulledOut(&tolvar, &PluggedPort::pulledOut);
     LineFaults faults;
@@ -86,7 +86,7 @@ void TestSimulatorLineFaults::pulledOutOnce()
 
 void TestSimulatorLineFaults::aReplugMayHaveTheSameName()
 {
-    UsbTestbed bed;
+    FakeUsbBus bed;
     PluggedTolvar tolvar(bed);
     QVERIFY(tolvar.plug());
     const QByteArray name = tolvar.ttyName();
@@ -117,7 +117,7 @@ void TestSimulatorLineFaults::bytesComeInBetween_data()
 void TestSimulatorLineFaults::bytesComeInBetween()
 {
     QFETCH(int, place);
-    UsbTestbed bed;
+    FakeUsbBus bed;
     PluggedTolvar tolvar(bed);
     LineFaults faults;
     faults.insertAt = place;
@@ -131,7 +131,7 @@ void TestSimulatorLineFaults::bytesComeInBetween()
 
 void TestSimulatorLineFaults::bytesAreReadOneByOne()
 {
-    UsbTestbed bed;
+    FakeUsbBus bed;
     PluggedTolvar tolvar(bed);
     LineFaults faults;
     faults.reads = LineFaults::Single;
@@ -146,7 +146,7 @@ void TestSimulatorLineFaults::bytesAreReadOneByOne()
 
 void TestSimulatorLineFaults::bytesAreReadAtOnce()
 {
-    UsbTestbed bed;
+    FakeUsbBus bed;
     DeviceConfig setup;
     setup.delays.prompt = 1;
     PluggedTolvar tolvar(bed, setup);

@@ -14,8 +14,8 @@
 #include <QSerialPortInfo>
 #include <QSignalSpy>
 
+#include "simulator/fakeusbbus.h"
 #include "simulator/pluggedport.h"
-#include "simulator/usbtestbed.h"
 #include "tests/support/plaintty.h"
 
 namespace
@@ -105,7 +105,7 @@ QByteArray contentOf(const QByteArray &path)
 
 Q_DECLARE_METATYPE(UsbBridge)
 
-class tst_UsbTestbed : public QObject
+class tst_FakeUsbBus : public QObject
 {
     Q_OBJECT
 
@@ -131,12 +131,12 @@ private Q_SLOTS:
     void conversationIsTold();
 };
 
-void tst_UsbTestbed::initTestCase()
+void tst_FakeUsbBus::initTestCase()
 {
-    QVERIFY2(UsbTestbed::isPossible(), "Run it under umockdev-wrapper.");
+    QVERIFY2(FakeUsbBus::isPossible(), "Run it under umockdev-wrapper.");
 }
 
-void tst_UsbTestbed::childSeesPorts_data()
+void tst_FakeUsbBus::childSeesPorts_data()
 {
     QTest::addColumn<UsbBridge>("bridge");
     QTest::addColumn<QByteArray>("expected");
@@ -151,11 +151,11 @@ void tst_UsbTestbed::childSeesPorts_data()
         << UsbBridge{0x0001, 0x000A, "V", "P", "S", "ftdi_sio"} << QByteArray("0001:000a|V|P|S");
 }
 
-void tst_UsbTestbed::childSeesPorts()
+void tst_FakeUsbBus::childSeesPorts()
 {
     QFETCH(UsbBridge, bridge);
     QFETCH(QByteArray, expected);
-    UsbTestbed bed;
+    FakeUsbBus bed;
     const QByteArray tty = bed.plug(bridge);
     QVERIFY(!tty.isEmpty());
 
@@ -169,9 +169,9 @@ void tst_UsbTestbed::childSeesPorts()
     QCOMPARE(again.process.readAll(), QByteArray());
 }
 
-void tst_UsbTestbed::childSeesSeveralPorts()
+void tst_FakeUsbBus::childSeesSeveralPorts()
 {
-    UsbTestbed bed;
+    FakeUsbBus bed;
     const QByteArray first = bed.plug(UsbBridge::ftdi());
     const QByteArray second = bed.plug(UsbBridge::prolific());
     const QByteArray third = bed.plug(UsbBridge::ftdi());
@@ -185,7 +185,7 @@ void tst_UsbTestbed::childSeesSeveralPorts()
     QVERIFY(ports.contains(third + "|/dev/" + third + "|0403:6001|"));
 }
 
-void tst_UsbTestbed::childSeesArrivalAndRemoval_data()
+void tst_FakeUsbBus::childSeesArrivalAndRemoval_data()
 {
     QTest::addColumn<UsbBridge>("bridge");
     QTest::addColumn<QByteArray>("properties");
@@ -194,11 +194,11 @@ void tst_UsbTestbed::childSeesArrivalAndRemoval_data()
     QTest::newRow("Prolific") << UsbBridge::prolific() << QByteArray("067b:2303|USB-Serial_Controller|usb");
 }
 
-void tst_UsbTestbed::childSeesArrivalAndRemoval()
+void tst_FakeUsbBus::childSeesArrivalAndRemoval()
 {
     QFETCH(UsbBridge, bridge);
     QFETCH(QByteArray, properties);
-    UsbTestbed bed;
+    FakeUsbBus bed;
     Child watcher("watch");
     QCOMPARE(watcher.line(), QByteArray("ready"));
 
@@ -216,9 +216,9 @@ void tst_UsbTestbed::childSeesArrivalAndRemoval()
     }
 }
 
-void tst_UsbTestbed::childIsHungUp()
+void tst_FakeUsbBus::childIsHungUp()
 {
-    UsbTestbed bed;
+    FakeUsbBus bed;
     PluggedTolvar tolvar(bed);
     tolvar.plug();
     Child holder("hold:/dev/" + QString::fromLatin1(tolvar.ttyName()));
@@ -227,9 +227,9 @@ void tst_UsbTestbed::childIsHungUp()
     QCOMPARE(holder.line(), QByteArray("hung up"));
 }
 
-void tst_UsbTestbed::sysfsIsRealistic()
+void tst_FakeUsbBus::sysfsIsRealistic()
 {
-    UsbTestbed bed;
+    FakeUsbBus bed;
     const QByteArray tty = bed.plug(UsbBridge::prolific());
     const QByteArray device = "/sys/class/tty/" + tty + "/device";
     // From the tty upwards: the serial port of the bridge, its interface, the bridge.
@@ -250,9 +250,9 @@ void tst_UsbTestbed::sysfsIsRealistic()
     QVERIFY(!QFile::exists(QStringLiteral("/sys/bus/usb/devices/1-1")));
 }
 
-void tst_UsbTestbed::lineIsRaw()
+void tst_FakeUsbBus::lineIsRaw()
 {
-    UsbTestbed bed;
+    FakeUsbBus bed;
     const QByteArray tty = bed.plug(UsbBridge::ftdi());
     const PlainTty line(tty);
     termios settings{};
@@ -270,21 +270,21 @@ void tst_UsbTestbed::lineIsRaw()
     QCOMPARE(line.readUntil("\xFF"), bytes);
 }
 
-void tst_UsbTestbed::ttyNames()
+void tst_FakeUsbBus::ttyNames()
 {
     QByteArray last;
     {
-        UsbTestbed bed;
+        FakeUsbBus bed;
         last = bed.plug(UsbBridge::ftdi());
         const QByteArray next = bed.plug(UsbBridge::ftdi());
         QCOMPARE(next.mid(6).toInt(), last.mid(6).toInt() + 1);
         last = next;
     }
     {
-        UsbTestbed bed; // continues where the last bed stopped
+        FakeUsbBus bed; // continues where the last bed stopped
         QCOMPARE(bed.plug(UsbBridge::ftdi()).mid(6).toInt(), last.mid(6).toInt() + 1);
     }
-    UsbTestbed bed(42);
+    FakeUsbBus bed(42);
     QCOMPARE(bed.plug(UsbBridge::ftdi()), QByteArray("ttyUSB42"));
     QCOMPARE(bed.plug(UsbBridge::ftdi()), QByteArray("ttyUSB43"));
     bed.unplug("ttyUSB42");
@@ -294,10 +294,10 @@ void tst_UsbTestbed::ttyNames()
     bed.unplug("ttyUSB42"); // already removed
 }
 
-void tst_UsbTestbed::bedsOneAfterAnother()
+void tst_FakeUsbBus::bedsOneAfterAnother()
 {
     for (int time = 0; time < 10; ++time) {
-        UsbTestbed bed;
+        FakeUsbBus bed;
         PluggedTolvar tolvar(bed);
         QVERIFY(tolvar.plug());
         QCOMPARE(QSerialPortInfo::availablePorts().size(), 1);
@@ -310,9 +310,9 @@ void tst_UsbTestbed::bedsOneAfterAnother()
     }
 }
 
-void tst_UsbTestbed::replugsWithoutEnd()
+void tst_FakeUsbBus::replugsWithoutEnd()
 {
-    UsbTestbed bed;
+    FakeUsbBus bed;
     PluggedTolvar tolvar(bed);
     QByteArray last;
     for (int time = 1; time <= 50; ++time) {
@@ -329,9 +329,9 @@ void tst_UsbTestbed::replugsWithoutEnd()
     }
 }
 
-void tst_UsbTestbed::hostMayBlock()
+void tst_FakeUsbBus::hostMayBlock()
 {
-    UsbTestbed bed;
+    FakeUsbBus bed;
     DeviceConfig setup;
     setup.delays.scan = 50;
     PluggedTolvar tolvar(bed, setup);
@@ -357,9 +357,9 @@ void tst_UsbTestbed::hostMayBlock()
         QVERIFY(bytes.at(i).time - bytes.at(i - 1).time >= pause * qint64{1000000});
 }
 
-void tst_UsbTestbed::longRepliesComeWhole()
+void tst_FakeUsbBus::longRepliesComeWhole()
 {
-    UsbTestbed bed;
+    FakeUsbBus bed;
     DeviceConfig setup;
     setup.logText.clear();
     for (int number = 0; number < 20000; ++number)
@@ -376,9 +376,9 @@ void tst_UsbTestbed::longRepliesComeWhole()
     QCOMPARE(line.readUntil("save\r\n\r\n>"), expected);
 }
 
-void tst_UsbTestbed::serialPortSeesTheUnplugging()
+void tst_FakeUsbBus::serialPortSeesTheUnplugging()
 {
-    UsbTestbed bed;
+    FakeUsbBus bed;
     PluggedTolvar tolvar(bed);
     tolvar.plug();
     QSerialPort port(QString::fromLatin1(tolvar.ttyName()));
@@ -397,9 +397,9 @@ void tst_UsbTestbed::serialPortSeesTheUnplugging()
     port.close();
 }
 
-void tst_UsbTestbed::deviceKeepsWhatIsSavedOverReplug()
+void tst_FakeUsbBus::deviceKeepsWhatIsSavedOverReplug()
 {
-    UsbTestbed bed;
+    FakeUsbBus bed;
     PluggedTolvar tolvar(bed);
     tolvar.plug();
     QVERIFY(!tolvar.plug()); // it is already plugged in
@@ -420,9 +420,9 @@ void tst_UsbTestbed::deviceKeepsWhatIsSavedOverReplug()
              QList<QByteArray>({"C", "setssid kept", "save", "setssid lost", "C", "get", "exit"}));
 }
 
-void tst_UsbTestbed::waitsForWhatHappens()
+void tst_FakeUsbBus::waitsForWhatHappens()
 {
-    UsbTestbed bed;
+    FakeUsbBus bed;
     PluggedTolvar tolvar(bed);
     tolvar.plug();
     const PlainTty line(tolvar.ttyName());
@@ -441,9 +441,9 @@ void tst_UsbTestbed::waitsForWhatHappens()
     QVERIFY(line.readUntil("\x03\r\n>").contains("A058"));
 }
 
-void tst_UsbTestbed::foreignPortsListenOnly()
+void tst_FakeUsbBus::foreignPortsListenOnly()
 {
-    UsbTestbed bed;
+    FakeUsbBus bed;
     ForeignPort first(bed);
     ForeignPort second(bed, UsbBridge::foreignCh340());
     QVERIFY(first.plug());
@@ -458,9 +458,9 @@ void tst_UsbTestbed::foreignPortsListenOnly()
     QVERIFY(line.isHungUp());
 }
 
-void tst_UsbTestbed::conversationIsTold()
+void tst_FakeUsbBus::conversationIsTold()
 {
-    UsbTestbed bed;
+    FakeUsbBus bed;
     PluggedTolvar tolvar(bed);
     QSignalSpy spy(&tolvar, &PluggedTolvar::conversation);
     tolvar.plug();
@@ -489,8 +489,8 @@ int main(int argc, char **argv)
     if (part.startsWith("hold:"))
         return holdPort(part.mid(5));
     QCoreApplication application(argc, argv);
-    tst_UsbTestbed test;
+    tst_FakeUsbBus test;
     return QTest::qExec(&test, argc, argv);
 }
 
-#include "tst_usbtestbed.moc"
+#include "tst_fakeusbbus.moc"
