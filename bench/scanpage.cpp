@@ -13,6 +13,7 @@
 #include "messages/diagnostics.h"
 #include "messages/sessionlog.h"
 #include "pages/pageid.h"
+#include "tests/support/wizardrobot.h"
 
 namespace
 {
@@ -41,8 +42,7 @@ public:
         if (!QTest::qWaitForWindowExposed(&_wizard))
             qFatal("no window");
         _wizard._tolvar->onResponseReceived("<puckdata><name>TOLVAR-1</name></puckdata>");
-        while (_wizard.currentId() != ChooseNetworkPageId)
-            _wizard.next();
+        _robot.goTo(ChooseNetworkPageId);
     }
 
     /// Processes a reply until the list is on the screen.
@@ -51,13 +51,11 @@ public:
         _wizard._tolvar->onResponseReceived(reply);
         QApplication::processEvents();
     }
-    int rows() const
-    {
-        return _wizard.currentPage()->findChild<QListView *>("networkListView")->model()->rowCount();
-    }
+    int rows() const { return _robot.widget<QListView>("networkListView")->model()->rowCount(); }
 
 private:
     ZVTolvarSetupWizard _wizard;
+    WizardRobot _robot{_wizard};
 };
 
 void timeRebuilds(ScanPage &page, int networks, double limit)

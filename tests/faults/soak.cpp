@@ -36,24 +36,24 @@ int sitAtTheWizard(const QString &logPath)
 {
     openSessionLog();
     installMessageHandler();
-    const WalkWishes wishes{QString::fromLatin1(ssid), QString::fromLatin1(passphrase), logPath};
+    const WizardWishes wishes{QString::fromLatin1(ssid), QString::fromLatin1(passphrase), logPath};
     std::unique_ptr<ZVTolvarSetupWizard> wizard;
-    std::unique_ptr<WizardWalk> walk;
+    std::unique_ptr<WizardRobot> robot;
     const auto begin = [&] {
-        walk.reset();
+        robot.reset();
         wizard.reset();
         // Qt's pixmap cache, which has a limit: every file dialog and every style's icon fills it again.
         QPixmapCache::clear();
         std::fprintf(stderr, "%s%zu %zu\n", mark, mallinfo2().uordblks,
                      static_cast<std::size_t>(openDescriptors().size()));
         wizard = std::make_unique<ZVTolvarSetupWizard>();
-        walk = std::make_unique<WizardWalk>(*wizard, wishes);
-        QObject::connect(walk.get(), &WizardWalk::done, walk.get(),
+        robot = std::make_unique<WizardRobot>(*wizard);
+        QObject::connect(robot.get(), &WizardRobot::done, robot.get(),
                          [] { std::fprintf(stderr, "%sdone\n", mark); });
-        walk->waitWhile([&wizard] { return FaultFixture::isTalking(*wizard); });
+        robot->waitWhile([&wizard] { return FaultFixture::isTalking(*wizard); });
         wizard->show();
         wizard->activateWindow();
-        walk->start();
+        robot->start(wishes);
     };
     QSocketNotifier told(0, QSocketNotifier::Read);
     QObject::connect(&told, &QSocketNotifier::activated, &told, [&] {
@@ -83,7 +83,7 @@ class Soak
 public:
     explicit Soak(int rounds)
         : _rounds(rounds)
-        , _tolvar(_bed)
+        , _tolvar(_bus)
     {
     }
 
@@ -96,7 +96,7 @@ private:
 
     const int _rounds;
     const QTemporaryDir _home;
-    FakeUsbBus _bed;
+    FakeUsbBus _bus;
     PluggedTolvar _tolvar;
     QProcess _program;
     qint64 _bytes = 0;
