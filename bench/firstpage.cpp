@@ -1,5 +1,3 @@
-#include "bench/firstpage.h"
-
 #include <chrono>
 #include <sys/resource.h>
 
@@ -40,6 +38,29 @@ double processorTime()
     return ms(usage.ru_utime) + ms(usage.ru_stime);
 }
 } // namespace
+
+/// Runs inside a program with a wizard, which Qt loads it into as a plugin, and detects when the first page
+/// is on the screen. It writes a report and ends the program.
+///
+/// Environment variables configure it: ZV_BENCH_REPORT names the file that gets the report, and ZV_BENCH_IDLE
+/// gives the time in milliseconds for which the idle page is measured, if at all. The report is one line of
+/// four numbers: when the page was shown (nanoseconds of the monotonic clock), the CPU time until then
+/// (milliseconds), the peak memory until then (KiB), and the CPU time that the idle page used (milliseconds).
+class FirstPage : public QObject
+{
+public:
+    FirstPage();
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void shown();
+    void report(double idleCpu) const;
+
+    bool _seen = false;
+    qint64 _shownAt = 0;
+    double _cpu = 0;
+    qint64 _peakMemory = 0;
+};
 
 /// The plugin through which Qt loads FirstPage.
 class FirstPagePlugin : public QGenericPlugin

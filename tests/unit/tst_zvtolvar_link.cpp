@@ -1,11 +1,9 @@
 #include <algorithm>
 
-#include <QSignalSpy>
 #include <QTest>
 
 #include "tests/support/linkfixture.h"
 #include "tests/support/memoryport.h"
-#include "tests/support/messagespy.h"
 #include "tests/support/scopedconnection.h"
 #include "tests/support/signalrecorder.h"
 
@@ -18,17 +16,8 @@ private Q_SLOTS:
     void init();
     void cleanup() { _fixture.reset(); }
 
-    void aNormalReplyIsHandedOnWholeAndItsPromptTakesCommands();
-    void aPromptInsideAReplyIsText();
-    void aScanOrTestTakesItsReplyInAnyState_data();
-    void aScanOrTestTakesItsReplyInAnyState();
-    void aSecondStartInsideAReply_data();
-    void aSecondStartInsideAReply();
-    void aReplyStaysUntilTheNextBegins();
     void aReplyIsReadBeforeAnythingElseHearsOfIt();
     void eachByteOfAReplyIsOneCharacter();
-    void aReplyMayBeLong();
-    void aReplyThatNeverEndsIsNeverHandedOn();
 
     void aReplyInManyReadsIsTheSame();
     void howeverItIsCutTheSameComesOfIt_data();
@@ -54,85 +43,6 @@ void TestLink::init()
     _tolvar = &_fixture->tolvar;
 }
 
-void TestLink::aNormalReplyIsHandedOnWholeAndItsPromptTakesCommands()
-{
-    inside().state() = IN_PROMPT;
-    SignalRecorder diary(_tolvar);
-    feed("ab\x02<puckdata/>\x03\r\n>");
-    QCOMPARE(diary.take(), QStringList({"responseReceived:<puckdata/>", "readyForCommand"}));
-    QCOMPARE(inside().state(), IN_PROMPT);
-    QCOMPARE(_fixture->log->messages(),
-             QStringList({"D:->IN_RESPONSE_RECEIVE ", "D:->WAITING_FOR_CONSOLE_PROMPT ", "D:->IN_PROMPT "}));
-}
-
-void TestLink::aPromptInsideAReplyIsText()
-{
-    inside().state() = IN_PROMPT;
-    SignalRecorder diary(_tolvar);
-    feed("\x02<puckdata>></puckdata>\x03");
-    QCOMPARE(diary.take(), QStringList{"responseReceived:<puckdata>></puckdata>"});
-}
-
-void TestLink::aScanOrTestTakesItsReplyInAnyState_data()
-{
-    QTest::addColumn<bool>("scanning");
-    QTest::addColumn<CommState>("state");
-    for (int state = NOT_CONNECTED; state <= IN_RESPONSE_RECEIVE; ++state) {
-        QTest::addRow("a scan in state %d", state) << true << static_cast<CommState>(state);
-        QTest::addRow("a test in state %d", state) << false << static_cast<CommState>(state);
-    }
-}
-
-void TestLink::aScanOrTestTakesItsReplyInAnyState()
-{
-    QFETCH(bool, scanning);
-    QFETCH(CommState, state);
-    inside().scanning() = scanning;
-    inside().testing() = !scanning;
-    inside().state() = state;
-    SignalRecorder diary(_tolvar);
-    feed(">\x02<puckdata>></puckdata>\x03>");
-    QCOMPARE(diary.take(), QStringList({"responseReceived:<puckdata>></puckdata>",
-                                        scanning ? "scanFinished" : "networkTestFinished"}));
-    QCOMPARE(inside().state(), IN_PROMPT); // and not ready for a command: its prompt came too late
-}
-
-void TestLink::aSecondStartInsideAReply_data()
-{
-    QTest::addColumn<bool>("scanning");
-    QTest::addColumn<bool>("testing");
-    QTest::addColumn<QByteArray>("response");
-    QTest::newRow("begins anew while scanning") << true << false << QByteArray("<scan_results/>");
-    QTest::newRow("begins anew while testing") << false << true << QByteArray("<scan_results/>");
-    QTest::newRow("is a byte of the reply otherwise")
-        << false << false << QByteArray("<a/>\x02<scan_results/>");
-}
-
-void TestLink::aSecondStartInsideAReply()
-{
-    QFETCH(bool, scanning);
-    QFETCH(bool, testing);
-    QFETCH(QByteArray, response);
-    // The malformed text must not reach the dispatcher, which would hang at its foreign root.
-    disconnect(_tolvar, &ZVTolvar::responseReceived, _tolvar, &ZVTolvar::onResponseReceived);
-    inside().state() = IN_PROMPT;
-    inside().scanning() = scanning;
-    inside().testing() = testing;
-    QSignalSpy received(_tolvar, &ZVTolvar::responseReceived);
-    feed("\x02<a/>\x02<scan_results/>\x03");
-    QCOMPARE(received.count(), 1);
-    QCOMPARE(received.constFirst().constFirst().toString(), QString::fromLatin1(response));
-}
-
-void TestLink::aReplyStaysUntilTheNextBegins()
-{
-    inside().state() = IN_PROMPT;
-    feed("\x02<puckdata/>\x03\r\n>");
-    QCOMPARE(inside().response(), QStringLiteral("<puckdata/>"));
-    feed("\x02");
-    QCOMPARE(inside().response(), QString());
-}
-
 void TestLink::aReplyIsReadBeforeAnythingElseHearsOfIt()
 {
     inside().state() = IN_PROMPT;
@@ -152,24 +62,6 @@ void TestLink::eachByteOfAReplyIsOneCharacter()
     feed("\x02<puckdata><name>" + name + "</name></puckdata>\x03");
     QCOMPARE(_tolvar->systemID().size(), 0x60);
     QCOMPARE(_tolvar->systemID(), QString::fromLatin1(name));
-}
-
-void TestLink::aReplyMayBeLong()
-{
-    inside().state() = IN_PROMPT;
-    const QByteArray name(100000, 'T');
-    feed("\x02<puckdata><name>" + name + "</name></puckdata>\x03");
-    QCOMPARE(_tolvar->systemID(), QString::fromLatin1(name));
-}
-
-void TestLink::aReplyThatNeverEndsIsNeverHandedOn()
-{
-    inside().state() = IN_PROMPT;
-    SignalRecorder diary(_tolvar);
-    feed("\x02<puckdata/>\r\n>\x04>get\r\n");
-    QCOMPARE(diary.take(), QStringList());
-    QCOMPARE(inside().response(), QStringLiteral("<puckdata/>\r\n>\x04>get\r\n"));
-    QCOMPARE(inside().state(), IN_RESPONSE_RECEIVE);
 }
 
 void TestLink::aReplyInManyReadsIsTheSame()
