@@ -88,9 +88,9 @@ void timeReplies(const char *name, const QList<QByteArray> &documents, qint64 ch
     for (const QByteArray &document : documents)
         texts += QString::fromLatin1(document);
     Receiver receiver;
-    Measure measure{QLatin1String(name), "ms", bar, {}, {}};
-    timeByTurns(
-        measure, turns,
+    Measure measure{QLatin1String(name), "ms", bar};
+    measure.timeByTurns(
+        turns,
         [&] {
             for (int i = 0; i < times; ++i) {
                 for (const QByteArray &document : documents)
@@ -106,7 +106,7 @@ void timeReplies(const char *name, const QList<QByteArray> &documents, qint64 ch
     if (receiver.tolvar().systemID() != QLatin1String("TOLVAR-4712") &&
         receiver.tolvar().getScanResult("Network number 0").ssid == "Not Found")
         qFatal("the replies came to nothing");
-    tell(measure);
+    measure.tell();
 }
 
 /// Measures the device's log, from its bytes to the closed file.
@@ -121,9 +121,9 @@ void timeLog(const char *name, qint64 chunk, double bar)
     const QString path = QDir::homePath() + QStringLiteral("/tolvar_log.txt");
 
     Receiver receiver;
-    Measure measure{QLatin1String(name), "ms", bar, {}, {}};
-    timeByTurns(
-        measure, logTurns,
+    Measure measure{QLatin1String(name), "ms", bar};
+    measure.timeByTurns(
+        logTurns,
         [&] {
             auto *file = new QFile(path); // the controller owns it from here on
             if (!file->open(QIODevice::WriteOnly))
@@ -140,7 +140,7 @@ void timeLog(const char *name, qint64 chunk, double bar)
         });
     if (QFile(path).size() != log.size())
         qFatal("the log that was written is not the one that was sent");
-    tell(measure);
+    measure.tell();
 }
 } // namespace
 

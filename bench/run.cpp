@@ -120,12 +120,12 @@ int main(int argc, char *argv[])
     openSessionLog();
     installMessageHandler();
 
-    Measure finding{"first page to \"A Tolvar has been found\"", "ms", 1.03, {}, {}};
-    Measure whole{"a typical run, input back to back", "ms", 1.05, {}, {}};
+    Measure finding{"first page to \"A Tolvar has been found\"", "ms", 1.03};
+    Measure whole{"a typical run, input back to back", "ms", 1.05};
     FakeUsbBus bus;
     for (int turn = 0; turn < turns; ++turn)
         runOnce(bus, finding, whole);
-    tell(finding);
-    tell(whole);
+    finding.tell();
+    whole.tell();
     return 0;
 }
