@@ -16,9 +16,10 @@ struct WizardWishes {
     QString logPath; ///< the file for the device's log; empty: no log is requested
 };
 
-/// A user of the wizard in the wizard's own process, who knows the widgets of its pages by name and uses mouse
-/// and keys as far as possible, with or without a device. A program calls the steps one by one, or start() for
-/// a typical run. The run takes its steps from the event loop, because dialogs are nested event loops.
+/// A user of the wizard in the wizard's own process, who knows the widgets of its pages by name and uses
+/// mouse and keys as far as possible, with or without a device. A program calls the steps one by one, or
+/// start() for a typical run. The run takes its steps from the event loop, because dialogs are nested event
+/// loops.
 class WizardRobot : public QObject
 {
     Q_OBJECT
