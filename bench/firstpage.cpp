@@ -49,12 +49,45 @@ double processorTime()
 class FirstPage : public QObject
 {
 public:
-    FirstPage();
-    bool eventFilter(QObject *watched, QEvent *event) override;
+    FirstPage() { QCoreApplication::instance()->installEventFilter(this); }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (!_seen && event->type() == QEvent::Paint && qobject_cast<QWizardPage *>(watched)) {
+            _seen = true;
+            QCoreApplication::instance()->removeEventFilter(this);
+            // The event loop gets here when the whole window is painted and sent to the screen.
+            QMetaObject::invokeMethod(this, &FirstPage::shown, Qt::QueuedConnection);
+        }
+        return false;
+    }
 
 private:
-    void shown();
-    void report(double idleCpu) const;
+    void shown()
+    {
+        _shownAt = std::chrono::steady_clock::now().time_since_epoch().count();
+        _cpu = processorTime();
+        _peakMemory = peakMemory();
+        const int idle = qEnvironmentVariableIntValue("ZV_BENCH_IDLE");
+        if (idle == 0)
+            return report(0);
+        QTimer::singleShot(settling, Qt::PreciseTimer, this, [this, idle] {
+            const double before = processorTime();
+            QTimer::singleShot(idle, Qt::PreciseTimer, this,
+                               [this, before] { report(processorTime() - before); });
+        });
+    }
+
+    void report(double idleCpu) const
+    {
+        QFile file(qEnvironmentVariable("ZV_BENCH_REPORT"));
+        if (file.open(QIODevice::WriteOnly)) {
+            file.write(QByteArray::number(_shownAt) + ' ' + QByteArray::number(_cpu) + ' ' +
+                       QByteArray::number(_peakMemory) + ' ' + QByteArray::number(idleCpu));
+            file.close();
+        }
+        QCoreApplication::exit(0);
+    }
 
     bool _seen = false;
     qint64 _shownAt = 0;
@@ -71,49 +104,5 @@ class FirstPagePlugin : public QGenericPlugin
 public:
     QObject *create(const QString &, const QString &) override { return new FirstPage; }
 };
-
-FirstPage::FirstPage()
-{
-    QCoreApplication::instance()->installEventFilter(this);
-}
-
-bool FirstPage::eventFilter(QObject *watched, QEvent *event)
-{
-    if (!_seen && event->type() == QEvent::Paint && qobject_cast<QWizardPage *>(watched)) {
-        _seen = true;
-        QCoreApplication::instance()->removeEventFilter(this);
-        // The event loop gets here when the whole window is painted and sent to the screen.
-        QMetaObject::invokeMethod(this, &FirstPage::shown, Qt::QueuedConnection);
-    }
-    return false;
-}
-
-void FirstPage::shown()
-{
-    _shownAt = std::chrono::steady_clock::now().time_since_epoch().count();
-    _cpu = processorTime();
-    _peakMemory = peakMemory();
-    const int idle = qEnvironmentVariableIntValue("ZV_BENCH_IDLE");
-    if (idle == 0) {
-        report(0);
-        return;
-    }
-    QTimer::singleShot(settling, Qt::PreciseTimer, this, [this, idle] {
-        const double before = processorTime();
-        QTimer::singleShot(idle, Qt::PreciseTimer, this,
-                           [this, before] { report(processorTime() - before); });
-    });
-}
-
-void FirstPage::report(double idleCpu) const
-{
-    QFile file(qEnvironmentVariable("ZV_BENCH_REPORT"));
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(QByteArray::number(_shownAt) + ' ' + QByteArray::number(_cpu) + ' ' +
-                   QByteArray::number(_peakMemory) + ' ' + QByteArray::number(idleCpu));
-        file.close();
-    }
-    QCoreApplication::exit(0);
-}
 
 #include "firstpage.moc"

@@ -64,15 +64,57 @@ __attribute__((destructor)) void logLastMessage()
 /// ZV_PROBE_LAST_MESSAGE is a message to log when all other code of the program has ended.
 class InProcessProbe : public QObject
 {
-    Q_OBJECT
-
 public:
-    InProcessProbe();
+    InProcessProbe()
+    {
+        qWarning("the application object is being made");
+        const QString bundle = qEnvironmentVariable("ZV_PROBE_BUNDLE");
+        if (!bundle.isEmpty() && !QResource::registerResource(bundle))
+            qWarning("the probe's bundle can't be read");
+        _seen["log before"] = sessionLog();
+        _seen["bundle is there"] = QFile::exists(QStringLiteral(":/zv_setup.png"));
+        QMetaObject::invokeMethod(this, &InProcessProbe::lookAround, Qt::QueuedConnection);
+    }
 
 private:
-    void lookAround();
-    void writeReport() const;
-    static void endProgram(const QString &how);
+    void lookAround()
+    {
+        qWarning("the event loop runs");
+        _seen["log"] = sessionLog();
+        _seen["windows"] = visibleWindows();
+        _seen["icon is empty"] = QApplication::windowIcon().isNull();
+        _seen["application's translators"] =
+            QCoreApplication::instance()->findChildren<QTranslator *>().size();
+        _seen["console's title"] = consoleTitle();
+        QWizard *wizard = theWizard();
+        if (wizard) {
+            _seen["console button"] = wizard->button(QWizard::CustomButton1)->text();
+            _seen["cancel button"] = wizard->button(QWizard::CancelButton)->text();
+            _seen["console"] = wizard->findChild<QTextBrowser *>()->toPlainText();
+            _seen["modal"] = wizard->isModal();
+            connect(wizard, &QObject::destroyed, this, [this] {
+                qWarning("the wizard is gone");
+                // The translator and the application outlive it.
+                _seen["console's title at the end"] = consoleTitle();
+                writeReport();
+            });
+        }
+        writeReport();
+
+        const QString end = qEnvironmentVariable("ZV_PROBE_END");
+        if (end == QLatin1String("accept"))
+            wizard->accept();
+        else if (end == QLatin1String("reject"))
+            wizard->reject();
+        else
+            QCoreApplication::exit(end.toInt());
+    }
+    void writeReport() const
+    {
+        QFile report(qEnvironmentVariable("ZV_PROBE_REPORT"));
+        if (report.open(QIODevice::WriteOnly))
+            report.write(QJsonDocument(_seen).toJson());
+    }
 
     QJsonObject _seen;
 };
@@ -86,58 +128,5 @@ class InProcessProbePlugin : public QGenericPlugin
 public:
     QObject *create(const QString &, const QString &) override { return new InProcessProbe; }
 };
-
-InProcessProbe::InProcessProbe()
-{
-    qWarning("the application object is being made");
-    const QString bundle = qEnvironmentVariable("ZV_PROBE_BUNDLE");
-    if (!bundle.isEmpty() && !QResource::registerResource(bundle))
-        qWarning("the probe's bundle can't be read");
-    _seen.insert(QStringLiteral("log before"), sessionLog());
-    _seen.insert(QStringLiteral("bundle is there"), QFile::exists(QStringLiteral(":/zv_setup.png")));
-    QMetaObject::invokeMethod(this, &InProcessProbe::lookAround, Qt::QueuedConnection);
-}
-
-void InProcessProbe::lookAround()
-{
-    qWarning("the event loop runs");
-    _seen.insert(QStringLiteral("log"), sessionLog());
-    _seen.insert(QStringLiteral("windows"), visibleWindows());
-    _seen.insert(QStringLiteral("icon is empty"), QApplication::windowIcon().isNull());
-    _seen.insert(QStringLiteral("application's translators"),
-                 QCoreApplication::instance()->findChildren<QTranslator *>().size());
-    _seen.insert(QStringLiteral("console's title"), consoleTitle());
-    if (QWizard *wizard = theWizard()) {
-        _seen.insert(QStringLiteral("console button"), wizard->button(QWizard::CustomButton1)->text());
-        _seen.insert(QStringLiteral("cancel button"), wizard->button(QWizard::CancelButton)->text());
-        _seen.insert(QStringLiteral("console"), wizard->findChild<QTextBrowser *>()->toPlainText());
-        _seen.insert(QStringLiteral("modal"), wizard->isModal());
-        connect(wizard, &QObject::destroyed, this, [this] {
-            qWarning("the wizard is gone");
-            // The translator and the application outlive it.
-            _seen.insert(QStringLiteral("console's title at the end"), consoleTitle());
-            writeReport();
-        });
-    }
-    writeReport();
-    endProgram(qEnvironmentVariable("ZV_PROBE_END"));
-}
-
-void InProcessProbe::writeReport() const
-{
-    QFile report(qEnvironmentVariable("ZV_PROBE_REPORT"));
-    if (report.open(QIODevice::WriteOnly))
-        report.write(QJsonDocument(_seen).toJson());
-}
-
-void InProcessProbe::endProgram(const QString &how)
-{
-    if (how == QLatin1String("accept"))
-        theWizard()->accept();
-    else if (how == QLatin1String("reject"))
-        theWizard()->reject();
-    else
-        QCoreApplication::exit(how.toInt());
-}
 
 #include "inprocessprobe.moc"

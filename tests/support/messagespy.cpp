@@ -4,24 +4,29 @@
 
 namespace
 {
-QList<MessageSpy *> spies;
 QtMessageHandler earlierHandler = nullptr;
+
+QList<MessageSpy *> &spies()
+{
+    static QList<MessageSpy *> all;
+    return all;
+}
 } // namespace
 
 MessageSpy::MessageSpy(Callback callback)
     : _callback(std::move(callback))
 {
-    if (spies.isEmpty()) {
+    if (spies().isEmpty()) {
         enableAllMessages();
         earlierHandler = qInstallMessageHandler(record);
     }
-    spies += this;
+    spies() += this;
 }
 
 MessageSpy::~MessageSpy()
 {
-    spies.removeOne(this);
-    if (spies.isEmpty())
+    spies().removeOne(this);
+    if (spies().isEmpty())
         qInstallMessageHandler(earlierHandler);
 }
 
@@ -42,7 +47,7 @@ void MessageSpy::record(QtMsgType type, const QMessageLogContext &, const QStrin
         return;
     static const QHash<QtMsgType, QString> prefixes = {
         {QtDebugMsg, "D:"}, {QtInfoMsg, "I:"}, {QtWarningMsg, "W:"}, {QtCriticalMsg, "C:"}};
-    for (MessageSpy *spy : std::as_const(spies)) {
+    for (MessageSpy *spy : std::as_const(spies())) {
         spy->_messages += prefixes.value(type) + message;
         if (spy->_callback)
             spy->_callback(spy->_messages.constLast());

@@ -54,9 +54,8 @@ void WizardRobot::clickDownloadLog()
 bool WizardRobot::selectNetwork(const QString &ssid)
 {
     auto *list = widget<QListView>("networkListView");
-    const QModelIndexList found =
-        list->model()->match(list->model()->index(0, 0), Qt::DisplayRole, ssid, 1,
-                             Qt::MatchExactly | Qt::MatchCaseSensitive);
+    const QModelIndexList found = list->model()->match(list->model()->index(0, 0), Qt::DisplayRole, ssid, 1,
+                                                       Qt::MatchExactly | Qt::MatchCaseSensitive);
     if (found.isEmpty())
         return false;
     list->scrollTo(found.constFirst());
