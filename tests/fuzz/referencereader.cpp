@@ -7,8 +7,7 @@
 static constexpr int Deepest = 1000;
 
 ReferenceReader::ReferenceReader(const QString &document)
-    : _document(document)
-    , _reader(_document.text())
+    : _reader(document)
 {
     _reader.readNext();
     while (!_reader.atEnd() && !_tooDeep) {
@@ -85,12 +84,12 @@ bool ReferenceReader::scanChild()
         return false;
     const QXmlStreamAttributes attributes = _reader.attributes();
     text();
-    const QString ssid = _document.restored(attributes.value(QLatin1String("SSID")));
+    const QString ssid = attributes.value(QLatin1String("SSID")).toString();
     if (_networks.contains(ssid))
         return true;
     QStringList others;
     for (const char *name : {"channel", "adhoc", "sec", "suites", "WPS", "RSSI"})
-        others += _document.restored(attributes.value(QLatin1String(name)));
+        others += attributes.value(QLatin1String(name)).toString();
     _networks.insert(ssid, others);
     _told += QStringLiteral("scannedNetworkListChanged:%1").arg(_networks.size());
     return true;
@@ -104,7 +103,7 @@ bool ReferenceReader::testChild()
     text();
     static const QStringList verdicts = {"networkTestFound", "networkTestPassphraseInvalid",
                                          "networkTestSsidNotFound", "networkTestSystemError"};
-    const QString result = _document.restored(attributes.value(QLatin1String("result")));
+    const QString result = attributes.value(QLatin1String("result")).toString();
     const QString verdict = verdicts.value(result.toInt());
     if (!verdict.isEmpty())
         _told += verdict;
