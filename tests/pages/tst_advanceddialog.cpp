@@ -8,7 +8,7 @@
 #include "device/zvtolvar.h"
 #include "pages/advanceddialog.h"
 #include "tests/support/reachable.h"
-#include "tests/support/scopedapplicationfont.h"
+#include "tests/support/scopedsettings.h"
 #include "tests/support/zvtolvartestpeer.h"
 
 /// Tests the advanced settings: they are read from the controller when the dialog opens, and written back on

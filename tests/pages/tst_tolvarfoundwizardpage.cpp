@@ -4,9 +4,9 @@
 
 #include "pages/tolvarfoundwizardpage.h"
 #include "tests/support/drawntext.h"
-#include "tests/support/languageof.h"
 #include "tests/support/picturefile.h"
 #include "tests/support/pseudotranslator.h"
+#include "tests/support/scopedsettings.h"
 #include "tests/support/wizardfixture.h"
 
 /// Tests the device-found page, which shows what the device reported. Another test covers its log.

@@ -7,10 +7,9 @@
 #include "device/zvscanresult.h"
 #include "pages/viewdetailsdialog.h"
 #include "tests/support/drawntext.h"
-#include "tests/support/languageof.h"
 #include "tests/support/picturefile.h"
 #include "tests/support/reachable.h"
-#include "tests/support/scopedapplicationfont.h"
+#include "tests/support/scopedsettings.h"
 
 /// Tests the details of a network, as the device reported them.
 class TestViewDetailsDialog : public QObject

@@ -1,5 +1,3 @@
-#include <termios.h>
-
 #include <QElapsedTimer>
 #include <QTest>
 #include <QTimer>
@@ -14,35 +12,16 @@ class TestFakeUsbBus : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void aTtyIsRaw();
     void noTtyNameIsUsedTwice();
     void waitingEndsWithTheConditionOrTheTime();
     void aForeignPortRecordsWhatItReceivesAndIsSilent();
 };
 
-void TestFakeUsbBus::aTtyIsRaw()
-{
-    FakeUsbBus bus;
-    const QByteArray tty = bus.plug(UsbBridge::ftdi());
-    const PlainTty line(tty);
-    termios settings{};
-    QCOMPARE(tcgetattr(line.descriptor, &settings), 0);
-    QCOMPARE(settings.c_lflag & tcflag_t(ECHO | ICANON | ISIG | IEXTEN), tcflag_t(0));
-    QCOMPARE(settings.c_iflag & tcflag_t(ICRNL | INLCR | IGNCR | IXON | ISTRIP), tcflag_t(0));
-    QCOMPARE(settings.c_oflag & tcflag_t(OPOST), tcflag_t(0));
-}
-
 void TestFakeUsbBus::noTtyNameIsUsedTwice()
 {
-    QByteArray last;
-    {
-        FakeUsbBus bus;
-        last = bus.plug(UsbBridge::ftdi());
-    }
-    {
-        FakeUsbBus bus; // continues where the last bus stopped
-        QCOMPARE(bus.plug(UsbBridge::ftdi()).mid(6).toInt(), last.mid(6).toInt() + 1);
-    }
+    const QByteArray last = FakeUsbBus().plug(UsbBridge::ftdi());
+    const QByteArray next = FakeUsbBus().plug(UsbBridge::ftdi()); // continues where the last bus stopped
+    QCOMPARE(next.mid(6).toInt(), last.mid(6).toInt() + 1);
     FakeUsbBus bus(42);
     QCOMPARE(bus.plug(UsbBridge::ftdi()), QByteArray("ttyUSB42"));
     bus.unplug("ttyUSB42");
