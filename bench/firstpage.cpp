@@ -1,5 +1,3 @@
-#include "bench/firstpage.h"
-
 #include <chrono>
 #include <sys/resource.h>
 
@@ -41,6 +39,62 @@ double processorTime()
 }
 } // namespace
 
+/// Runs inside a program with a wizard, which Qt loads it into as a plugin, and detects when the first page
+/// is on the screen. It writes a report and ends the program.
+///
+/// Environment variables configure it: ZV_BENCH_REPORT names the file that gets the report, and ZV_BENCH_IDLE
+/// gives the time in milliseconds for which the idle page is measured, if at all. The report is one line of
+/// four numbers: when the page was shown (nanoseconds of the monotonic clock), the CPU time until then
+/// (milliseconds), the peak memory until then (KiB), and the CPU time that the idle page used (milliseconds).
+class FirstPage : public QObject
+{
+public:
+    FirstPage() { QCoreApplication::instance()->installEventFilter(this); }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (!_seen && event->type() == QEvent::Paint && qobject_cast<QWizardPage *>(watched)) {
+            _seen = true;
+            QCoreApplication::instance()->removeEventFilter(this);
+            // The event loop gets here when the whole window is painted and sent to the screen.
+            QMetaObject::invokeMethod(this, &FirstPage::shown, Qt::QueuedConnection);
+        }
+        return false;
+    }
+
+private:
+    void shown()
+    {
+        _shownAt = std::chrono::steady_clock::now().time_since_epoch().count();
+        _cpu = processorTime();
+        _peakMemory = peakMemory();
+        const int idle = qEnvironmentVariableIntValue("ZV_BENCH_IDLE");
+        if (idle == 0)
+            return report(0);
+        QTimer::singleShot(settling, Qt::PreciseTimer, this, [this, idle] {
+            const double before = processorTime();
+            QTimer::singleShot(idle, Qt::PreciseTimer, this,
+                               [this, before] { report(processorTime() - before); });
+        });
+    }
+
+    void report(double idleCpu) const
+    {
+        QFile file(qEnvironmentVariable("ZV_BENCH_REPORT"));
+        if (file.open(QIODevice::WriteOnly)) {
+            file.write(QByteArray::number(_shownAt) + ' ' + QByteArray::number(_cpu) + ' ' +
+                       QByteArray::number(_peakMemory) + ' ' + QByteArray::number(idleCpu));
+            file.close();
+        }
+        QCoreApplication::exit(0);
+    }
+
+    bool _seen = false;
+    qint64 _shownAt = 0;
+    double _cpu = 0;
+    qint64 _peakMemory = 0;
+};
+
 /// The plugin through which Qt loads FirstPage.
 class FirstPagePlugin : public QGenericPlugin
 {
@@ -50,49 +104,5 @@ class FirstPagePlugin : public QGenericPlugin
 public:
     QObject *create(const QString &, const QString &) override { return new FirstPage; }
 };
-
-FirstPage::FirstPage()
-{
-    QCoreApplication::instance()->installEventFilter(this);
-}
-
-bool FirstPage::eventFilter(QObject *watched, QEvent *event)
-{
-    if (!_seen && event->type() == QEvent::Paint && qobject_cast<QWizardPage *>(watched)) {
-        _seen = true;
-        QCoreApplication::instance()->removeEventFilter(this);
-        // The event loop gets here when the whole window is painted and sent to the screen.
-        QMetaObject::invokeMethod(this, &FirstPage::shown, Qt::QueuedConnection);
-    }
-    return false;
-}
-
-void FirstPage::shown()
-{
-    _shownAt = std::chrono::steady_clock::now().time_since_epoch().count();
-    _cpu = processorTime();
-    _peakMemory = peakMemory();
-    const int idle = qEnvironmentVariableIntValue("ZV_BENCH_IDLE");
-    if (idle == 0) {
-        report(0);
-        return;
-    }
-    QTimer::singleShot(settling, Qt::PreciseTimer, this, [this, idle] {
-        const double before = processorTime();
-        QTimer::singleShot(idle, Qt::PreciseTimer, this,
-                           [this, before] { report(processorTime() - before); });
-    });
-}
-
-void FirstPage::report(double idleCpu) const
-{
-    QFile file(qEnvironmentVariable("ZV_BENCH_REPORT"));
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(QByteArray::number(_shownAt) + ' ' + QByteArray::number(_cpu) + ' ' +
-                   QByteArray::number(_peakMemory) + ' ' + QByteArray::number(idleCpu));
-        file.close();
-    }
-    QCoreApplication::exit(0);
-}
 
 #include "firstpage.moc"

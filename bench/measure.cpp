@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <ctime>
 
+#include <QDir>
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -21,35 +22,7 @@ double median(QList<double> samples)
 QJsonObject summary(const QList<double> &samples)
 {
     const auto [least, greatest] = std::minmax_element(samples.cbegin(), samples.cend());
-    return {{QStringLiteral("median"), median(samples)},
-            {QStringLiteral("least"), *least},
-            {QStringLiteral("greatest"), *greatest}};
-}
-
-/// The two samples of a turn were taken one right after the other, under the same machine load.
-QList<double> ratios(const Measure &measure)
-{
-    QList<double> ratios;
-    for (qsizetype turn = 0; turn < measure.ours.size(); ++turn)
-        ratios += measure.ours.at(turn) / measure.against.at(turn);
-    return ratios;
-}
-
-QJsonObject row(const Measure &measure)
-{
-    QJsonObject row{{QStringLiteral("measure"), measure.name},
-                    {QStringLiteral("unit"), measure.unit},
-                    {QStringLiteral("turns"), measure.ours.size()},
-                    {QStringLiteral("ours"), summary(measure.ours)}};
-    if (measure.against.isEmpty())
-        return row;
-    row.insert(QStringLiteral("against"), summary(measure.against));
-    row.insert(QStringLiteral("ratio"), summary(ratios(measure)));
-    if (measure.bar > 0) {
-        row.insert(QStringLiteral("bar"), measure.bar);
-        row.insert(QStringLiteral("met"), median(ratios(measure)) <= measure.bar);
-    }
-    return row;
+    return {{"median", median(samples)}, {"least", *least}, {"greatest", *greatest}};
 }
 } // namespace
 
@@ -74,24 +47,62 @@ void Measure::add(double our, double other)
     against += other;
 }
 
-void timeByTurns(Measure &measure, int turns, const std::function<void()> &ours,
-                 const std::function<void()> &against)
+void Measure::timeByTurns(int turns, const std::function<void()> &our, const std::function<void()> &other)
 {
-    ours();
-    against();
+    our();
+    other();
     for (int turn = 0; turn < turns; ++turn) {
-        const double our = processorMilliseconds(ours);
-        measure.add(our, processorMilliseconds(against));
+        const double ourTime = processorMilliseconds(our);
+        add(ourTime, processorMilliseconds(other));
     }
 }
 
-void tell(const Measure &measure)
+void Measure::tell() const
 {
-    const QByteArray line = QJsonDocument(row(measure)).toJson(QJsonDocument::Compact) + '\n';
+    QJsonObject row{{"measure", name}, {"unit", unit}, {"turns", ours.size()}, {"ours", summary(ours)}};
+    if (!against.isEmpty()) {
+        QList<double> ratios; // the two samples of a turn were taken under the same machine load
+        for (qsizetype turn = 0; turn < ours.size(); ++turn)
+            ratios += ours.at(turn) / against.at(turn);
+        row["against"] = summary(against);
+        row["ratio"] = summary(ratios);
+        if (bar > 0) {
+            row["bar"] = bar;
+            row["met"] = median(ratios) <= bar;
+        }
+    }
+    const QByteArray line = QJsonDocument(row).toJson(QJsonDocument::Compact) + '\n';
     std::fputs(line.constData(), stderr);
     QFile rows(qEnvironmentVariable("ZV_BENCH_ROWS"));
     if (rows.fileName().isEmpty())
         return;
     if (!rows.open(QIODevice::Append) || rows.write(line) != line.size())
         qFatal("%s can't be written", qPrintable(rows.fileName()));
+}
+
+QList<QByteArray> sessionLogLines()
+{
+    QFile log(QDir::homePath() + QStringLiteral("/zvinstall.log"));
+    if (!log.open(QIODevice::ReadOnly))
+        qFatal("%s can't be read", qPrintable(log.fileName()));
+    QList<QByteArray> lines = log.readAll().split('\n');
+    lines.removeLast(); // nothing follows the end of the last line
+    return lines;
+}
+
+void writePlainLines(const QList<QByteArray> &lines)
+{
+    static const QString path = QDir::homePath() + QStringLiteral("/plain.log");
+    static std::FILE *const file = std::fopen(qPrintable(path), "w");
+    if (!file)
+        qFatal("%s can't be written", qPrintable(path));
+    for (const QByteArray &line : lines) {
+        const auto size = static_cast<std::size_t>(line.size());
+        std::fwrite(line.constData(), 1, size, file);
+        std::fputc('\n', file);
+        std::fflush(file);
+        std::fwrite(line.constData() + 2, 1, size - 2, stdout);
+        std::fputc('\n', stdout);
+        std::fflush(stdout);
+    }
 }

@@ -14,19 +14,23 @@ double processorMilliseconds(const std::function<void()> &step);
 /// alternately.
 struct Measure {
     QString name;
-    QString unit;
-    double bar = 0;        ///< the limit of the ratio; 0 when there is none
-    QList<double> ours;    ///< one sample per turn
-    QList<double> against; ///< the samples of the same turns; empty when there is no reference
+    QString unit = QStringLiteral("ms");
+    double bar = 0;             ///< the limit of the ratio; 0 when there is none
+    QList<double> ours = {};    ///< one sample per turn
+    QList<double> against = {}; ///< the samples of the same turns; empty when there is no reference
 
     void add(double our, double other);
+    /// Measures the CPU time of \a ours and \a against alternately, \a turns times each after a warm-up turn
+    /// that does not count.
+    void timeByTurns(int turns, const std::function<void()> &ours, const std::function<void()> &against);
+    /// Appends the row to the file that ZV_BENCH_ROWS names, one JSON object per line, and prints it on
+    /// standard error.
+    void tell() const;
 };
 
-/// Measures the CPU time of \a ours and \a against alternately, \a turns times each after a warm-up turn that
-/// does not count.
-void timeByTurns(Measure &measure, int turns, const std::function<void()> &ours,
-                 const std::function<void()> &against);
-
-/// Appends the row to the file that ZV_BENCH_ROWS names, one JSON object per line, and prints it on standard
-/// error.
-void tell(const Measure &measure);
+/// Returns the lines of the session log in the home folder, without their line ends.
+QList<QByteArray> sessionLogLines();
+/// The reference that the session log is compared with: writes \a lines to a file and to standard output with
+/// the C library, each flushed to both. The lines are as the session log contains them: with a level prefix
+/// of two characters, which standard output does not get.
+void writePlainLines(const QList<QByteArray> &lines);

@@ -22,28 +22,23 @@ constexpr qint64 usbPacket = 64;    // the bridge sends this many bytes at a tim
 constexpr qint64 mostOfATty = 4095; // the maximum that one read of a tty returns
 
 /// A controller at the prompt, and the port that it reads from.
-class Receiver
-{
-public:
-    Receiver() { _inside.port() = &_port; }
+struct Receiver {
+    Receiver() { inside.port() = &port; }
 
     /// Receives one reply, from its start mark to its end mark, \a chunk bytes per read.
     void hear(const QByteArray &document, qint64 chunk)
     {
-        _inside.state() = IN_PROMPT;
+        inside.state() = IN_PROMPT;
         const QByteArray framed = '\x02' + document + '\x03';
         for (qint64 at = 0; at < framed.size(); at += chunk) {
-            _port.bring(framed.constData() + at, std::min(chunk, framed.size() - at));
-            _tolvar.onReadyRead();
+            port.bring(framed.constData() + at, std::min(chunk, framed.size() - at));
+            tolvar.onReadyRead();
         }
     }
-    void writeLogTo(QFile *file) { _inside.logFile() = file; }
-    const ZVTolvar &tolvar() const { return _tolvar; }
 
-private:
-    MemoryPort _port;
-    ZVTolvar _tolvar;
-    const ZVTolvarTestPeer _inside{_tolvar};
+    MemoryPort port;
+    ZVTolvar tolvar;
+    const ZVTolvarTestPeer inside{tolvar};
 };
 
 void stepThrough(const QString &document)
@@ -72,10 +67,7 @@ QByteArray scanned(int networks)
 {
     QList<TolvarNetwork> air;
     for (int i = 0; i < networks; ++i) {
-        TolvarNetwork network;
-        network.ssid = "Network number " + QByteArray::number(i);
-        network.security = "WPA2 (PSK)";
-        air += network;
+        air += TolvarNetwork{"Network number " + QByteArray::number(i), "", "WPA2 (PSK)"};
     }
     return TolvarDocuments::scanResults(air);
 }
@@ -88,9 +80,9 @@ void timeReplies(const char *name, const QList<QByteArray> &documents, qint64 ch
     for (const QByteArray &document : documents)
         texts += QString::fromLatin1(document);
     Receiver receiver;
-    Measure measure{QLatin1String(name), "ms", bar, {}, {}};
-    timeByTurns(
-        measure, turns,
+    Measure measure{QLatin1String(name), "ms", bar};
+    measure.timeByTurns(
+        turns,
         [&] {
             for (int i = 0; i < times; ++i) {
                 for (const QByteArray &document : documents)
@@ -103,10 +95,10 @@ void timeReplies(const char *name, const QList<QByteArray> &documents, qint64 ch
                     stepThrough(text);
             }
         });
-    if (receiver.tolvar().systemID() != QLatin1String("TOLVAR-4712") &&
-        receiver.tolvar().getScanResult("Network number 0").ssid == "Not Found")
+    if (receiver.tolvar.systemID() != QLatin1String("TOLVAR-4712") &&
+        receiver.tolvar.getScanResult("Network number 0").ssid == "Not Found")
         qFatal("the replies came to nothing");
-    tell(measure);
+    measure.tell();
 }
 
 /// Measures the device's log, from its bytes to the closed file.
@@ -121,14 +113,13 @@ void timeLog(const char *name, qint64 chunk, double bar)
     const QString path = QDir::homePath() + QStringLiteral("/tolvar_log.txt");
 
     Receiver receiver;
-    Measure measure{QLatin1String(name), "ms", bar, {}, {}};
-    timeByTurns(
-        measure, logTurns,
+    Measure measure{QLatin1String(name), "ms", bar};
+    measure.timeByTurns(
+        logTurns,
         [&] {
-            auto *file = new QFile(path); // the controller owns it from here on
-            if (!file->open(QIODevice::WriteOnly))
+            receiver.inside.logFile() = new QFile(path); // the controller deletes it
+            if (!receiver.inside.logFile()->open(QIODevice::WriteOnly))
                 qFatal("%s can't be written", qPrintable(path));
-            receiver.writeLogTo(file);
             receiver.hear(document, chunk);
         },
         [&] {
@@ -140,7 +131,7 @@ void timeLog(const char *name, qint64 chunk, double bar)
         });
     if (QFile(path).size() != log.size())
         qFatal("the log that was written is not the one that was sent");
-    tell(measure);
+    measure.tell();
 }
 } // namespace
 

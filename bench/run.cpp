@@ -2,20 +2,18 @@
 // a pause. The time is compared with the sum of the fixed delays and the device's own time. Runs under
 // umockdev-wrapper.
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QEventLoop>
 #include <QLabel>
-#include <QLineEdit>
-#include <QListView>
-#include <QPushButton>
-#include <QTest>
 
 #include "app/zvtolvarsetupwizard.h"
 #include "bench/measure.h"
 #include "device/zvtolvar.h"
 #include "messages/sessionlog.h"
+#include "simulator/fakeusbbus.h"
 #include "simulator/pluggedport.h"
-#include "simulator/usbtestbed.h"
+#include "tests/support/wizardrobot.h"
 
 namespace
 {
@@ -49,59 +47,32 @@ void await(const ZVTolvar *tolvar, Signal signal, Condition holds)
         loop.exec();
 }
 
-template <typename Widget>
-Widget *onPage(const QWizard &wizard, const char *name)
-{
-    auto *widget = wizard.currentPage()->findChild<Widget *>(QLatin1String(name));
-    if (!widget)
-        qFatal("no %s on page %d", name, wizard.currentId());
-    return widget;
-}
-
-void press(QAbstractButton *button)
-{
-    if (!button->isEnabled())
-        qFatal("\"%s\" can't be pressed", qPrintable(button->text()));
-    QTest::mouseClick(button, Qt::LeftButton);
-}
-
-void pickNetwork(const QWizard &wizard)
-{
-    auto *list = onPage<QListView>(wizard, "networkListView");
-    const QModelIndexList rows = list->model()->match(list->model()->index(0, 0), Qt::DisplayRole,
-                                                      QLatin1String(ssid), 1, Qt::MatchExactly);
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(rows.value(0)).center());
-    auto *field = onPage<QLineEdit>(wizard, "input_Password");
-    QTest::mouseClick(field, Qt::LeftButton);
-    QTest::keyClicks(field, QLatin1String(passphrase));
-}
-
 /// Runs the wizard from its first page until the device is found. The time to show the wizard counts too.
-void find(ZVTolvarSetupWizard &wizard)
+void find(ZVTolvarSetupWizard &wizard, const WizardRobot &robot)
 {
     wizard.show();
     await(wizard._tolvar, &ZVTolvar::systemIDChanged, [&] { return !wizard._tolvar->systemID().isEmpty(); });
-    if (onPage<QLabel>(wizard, "label_progress")->text() !=
+    if (robot.widget<QLabel>("label_progress")->text() !=
         QLatin1String("***** A Tolvar has been found *****"))
         qFatal("the page doesn't say that the device was found");
 }
 
 /// Continues from there to the end of the wizard. \a prompts is the number of prompts that the device has
 /// shown.
-void setUp(ZVTolvarSetupWizard &wizard, const int &prompts)
+void setUp(const ZVTolvar *tolvar, WizardRobot &robot, const int &prompts)
 {
-    ZVTolvar *tolvar = wizard._tolvar;
     // A user who continues before the status has its prompt gets no scan: during a scan, prompts are ignored.
     await(tolvar, &ZVTolvar::readyForCommand, [&] { return prompts == 2; });
-    press(wizard.button(QWizard::NextButton));
-    press(wizard.button(QWizard::NextButton));
+    robot.clickContinue();
+    robot.clickContinue();
     await(tolvar, &ZVTolvar::scanFinished, [&] { return !tolvar->scanning(); });
-    pickNetwork(wizard);
-    press(wizard.button(QWizard::NextButton));
-    auto *save = onPage<QPushButton>(wizard, "pushButton");
+    robot.selectNetwork(QLatin1String(ssid));
+    robot.typePassphrase(QLatin1String(passphrase));
+    robot.clickContinue();
+    const auto *save = robot.widget<QAbstractButton>("pushButton");
     await(tolvar, &ZVTolvar::networkTestFinished, [&] { return save->isEnabled(); });
-    press(save);
-    press(wizard.button(QWizard::FinishButton));
+    robot.clickSave();
+    robot.clickDone();
 }
 
 /// Fails unless the device has the expected settings and received nothing twice.
@@ -112,19 +83,20 @@ void verify(const TolvarState &state)
         qFatal("the device has not been set up, or more was said than is counted");
 }
 
-void runOnce(UsbTestbed &bed, Measure &finding, Measure &whole)
+void runOnce(FakeUsbBus &bus, Measure &finding, Measure &whole)
 {
     DeviceConfig setup;
     setup.delays = device;
-    PluggedTolvar tolvar(bed, setup);
+    PluggedTolvar tolvar(bus, setup);
     if (!tolvar.plug())
         qFatal("the device can't be plugged in");
     {
         ZVTolvarSetupWizard wizard;
         int prompts = 0;
         QObject::connect(wizard._tolvar, &ZVTolvar::readyForCommand, wizard._tolvar, [&] { ++prompts; });
-        const double found = milliseconds([&] { find(wizard); });
-        const double rest = milliseconds([&] { setUp(wizard, prompts); });
+        WizardRobot robot(wizard);
+        const double found = milliseconds([&] { find(wizard, robot); });
+        const double rest = milliseconds([&] { setUp(wizard._tolvar, robot, prompts); });
 
         tolvar.catchUp();
         const TolvarState state = tolvar.state();
@@ -143,17 +115,17 @@ void runOnce(UsbTestbed &bed, Measure &finding, Measure &whole)
 int main(int argc, char *argv[])
 {
     const QApplication app(argc, argv);
-    if (!UsbTestbed::isPossible())
+    if (!FakeUsbBus::isPossible())
         qFatal("run it as: umockdev-wrapper bench_run");
     openSessionLog();
     installMessageHandler();
 
-    Measure finding{"first page to \"A Tolvar has been found\"", "ms", 1.03, {}, {}};
-    Measure whole{"a typical run, input back to back", "ms", 1.05, {}, {}};
-    UsbTestbed bed;
+    Measure finding{"first page to \"A Tolvar has been found\"", "ms", 1.03};
+    Measure whole{"a typical run, input back to back", "ms", 1.05};
+    FakeUsbBus bus;
     for (int turn = 0; turn < turns; ++turn)
-        runOnce(bed, finding, whole);
-    tell(finding);
-    tell(whole);
+        runOnce(bus, finding, whole);
+    finding.tell();
+    whole.tell();
     return 0;
 }

@@ -2,17 +2,16 @@
 // network of the reply, and logs each name in it each time.
 
 #include <QApplication>
-#include <QDir>
 #include <QListView>
 #include <QTest>
 
 #include "app/zvtolvarsetupwizard.h"
 #include "bench/measure.h"
-#include "bench/plainlines.h"
 #include "device/zvtolvar.h"
 #include "messages/diagnostics.h"
 #include "messages/sessionlog.h"
 #include "pages/pageid.h"
+#include "tests/support/wizardrobot.h"
 
 namespace
 {
@@ -41,8 +40,7 @@ public:
         if (!QTest::qWaitForWindowExposed(&_wizard))
             qFatal("no window");
         _wizard._tolvar->onResponseReceived("<puckdata><name>TOLVAR-1</name></puckdata>");
-        while (_wizard.currentId() != ChooseNetworkPageId)
-            _wizard.next();
+        _robot.goTo(ChooseNetworkPageId);
     }
 
     /// Processes a reply until the list is on the screen.
@@ -51,19 +49,17 @@ public:
         _wizard._tolvar->onResponseReceived(reply);
         QApplication::processEvents();
     }
-    int rows() const
-    {
-        return _wizard.currentPage()->findChild<QListView *>("networkListView")->model()->rowCount();
-    }
+    int rows() const { return _robot.widget<QListView>("networkListView")->model()->rowCount(); }
 
 private:
     ZVTolvarSetupWizard _wizard;
+    WizardRobot _robot{_wizard};
 };
 
 void timeRebuilds(ScanPage &page, int networks, double limit)
 {
     const QString reply = scanReply(networks);
-    Measure measure{QString("%1 networks: list rebuilds").arg(networks), "ms", 0, {}, {}};
+    Measure measure{QString("%1 networks: list rebuilds").arg(networks)};
     if (limit > 0) {
         measure.name += QString(", against %1 s").arg(limit / 1000);
         measure.bar = 1;
@@ -76,7 +72,7 @@ void timeRebuilds(ScanPage &page, int networks, double limit)
     }
     if (page.rows() != networks)
         qFatal("the list has %d rows", page.rows());
-    tell(measure);
+    measure.tell();
 }
 
 /// Measures the same, including the lines in the session log.
@@ -89,15 +85,11 @@ void timeLines(ScanPage &page, int networks)
     if (lines.size() < networks * (networks + 1) / 2)
         qFatal("the session log has only %d lines", int(lines.size()));
 
-    PlainLines plain(QDir::homePath() + QStringLiteral("/plain.log"));
     Measure measure{QString("%1 networks: rebuilds with their %2 log lines").arg(networks).arg(lines.size()),
-                    "ms",
-                    1.5,
-                    {},
-                    {}};
-    timeByTurns(
-        measure, turns, [&] { page.take(reply); }, [&] { plain.write(lines); });
-    tell(measure);
+                    "ms", 1.5};
+    measure.timeByTurns(
+        turns, [&] { page.take(reply); }, [&] { writePlainLines(lines); });
+    measure.tell();
 }
 } // namespace
 

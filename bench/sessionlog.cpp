@@ -2,10 +2,8 @@
 // standard output, compared with the same lines written and flushed to the same two places.
 
 #include <QCoreApplication>
-#include <QDir>
 
 #include "bench/measure.h"
-#include "bench/plainlines.h"
 #include "messages/diagnostics.h"
 #include "messages/sessionlog.h"
 
@@ -44,15 +42,14 @@ int main(int argc, char *argv[])
     if (lines.size() != lineCount)
         qFatal("the session log has %d lines", int(lines.size()));
 
-    PlainLines plain(QDir::homePath() + QStringLiteral("/plain.log"));
-    Measure measure{"5,000 lines of the session log", "ms", 1.5, {}, {}};
-    timeByTurns(
-        measure, turns,
+    Measure measure{"5,000 lines of the session log", "ms", 1.5};
+    measure.timeByTurns(
+        turns,
         [] {
             for (int line = 0; line < lineCount; ++line)
                 say(line);
         },
-        [&] { plain.write(lines); });
-    tell(measure);
+        [&] { writePlainLines(lines); });
+    measure.tell();
     return 0;
 }

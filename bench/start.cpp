@@ -54,10 +54,10 @@ Start start(const QString &program, const QStringList &arguments, int idle)
 
 void timeStarts(const QString &program, const QString &bare)
 {
-    Measure time{"start to first page shown", "ms", 1.10, {}, {}};
-    Measure cpu{"processor time of that", "ms", 0, {}, {}};
-    Measure timeOverEmpty{"start to first page shown; the bare page empty", "ms", 0, {}, {}};
-    Measure memoryOverEmpty{"peak memory by then; the bare page empty", "MB", 1.10, {}, {}};
+    Measure time{"start to first page shown", "ms", 1.10};
+    Measure cpu{"processor time of that", "ms", 0};
+    Measure timeOverEmpty{"start to first page shown; the bare page empty", "ms", 0};
+    Measure memoryOverEmpty{"peak memory by then; the bare page empty", "MB", 1.10};
     for (int turn = -1; turn < startTurns; ++turn) {
         const Start ours = start(program, {}, 0);
         const Start samePage = start(bare, {}, 0);
@@ -69,20 +69,20 @@ void timeStarts(const QString &program, const QString &bare)
         timeOverEmpty.add(ours.untilFirstPage, emptyPage.untilFirstPage);
         memoryOverEmpty.add(ours.peakMemory / 1024, emptyPage.peakMemory / 1024);
     }
-    tell(time);
-    tell(cpu);
-    tell(timeOverEmpty);
-    tell(memoryOverEmpty);
+    time.tell();
+    cpu.tell();
+    timeOverEmpty.tell();
+    memoryOverEmpty.tell();
 }
 
 void timeIdling(const QString &program, const QString &bare)
 {
-    Measure idle{"idle connect page, processor time in 5 s", "ms", 1.10, {}, {}};
+    Measure idle{"idle connect page, processor time in 5 s", "ms", 1.10};
     for (int turn = 0; turn < idleTurns; ++turn) {
         const double ours = start(program, {}, idleTime).idleCpu;
         idle.add(ours, start(bare, {}, idleTime).idleCpu);
     }
-    tell(idle);
+    idle.tell();
 }
 } // namespace
 

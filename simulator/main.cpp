@@ -6,9 +6,9 @@
 #include <QCoreApplication>
 #include <QStandardPaths>
 
+#include "simulator/fakeusbbus.h"
 #include "simulator/simoptions.h"
 #include "simulator/simulation.h"
-#include "simulator/usbtestbed.h"
 
 namespace
 {
@@ -49,7 +49,7 @@ int main(int argc, char **argv)
     const std::optional<SimOptions> options = readOptions(QCoreApplication::arguments(), problem);
     if (!options)
         return fail(problem);
-    if (!UsbTestbed::isPossible()) {
+    if (!FakeUsbBus::isPossible()) {
         startOverUnderWrapper(argv);
         return fail(
             QStringLiteral("It needs umockdev-wrapper, of the package umockdev, which is not found or does "

@@ -4,11 +4,11 @@
 #include <QMutexLocker>
 #include <QTimer>
 
+#include "simulator/fakeusbbus.h"
 #include "simulator/ptypump.h"
-#include "simulator/usbtestbed.h"
 
-PluggedPort::PluggedPort(UsbTestbed &bed, const UsbBridge &bridge)
-    : _bed(bed)
+PluggedPort::PluggedPort(FakeUsbBus &bus, const UsbBridge &bridge)
+    : _bus(bus)
     , _bridge(bridge)
     , _pump(std::make_unique<PtyPump>())
 {
@@ -16,7 +16,7 @@ PluggedPort::PluggedPort(UsbTestbed &bed, const UsbBridge &bridge)
     _pump->moveToThread(&_thread);
     // The line goes down at once, whatever this thread is doing; the removal of the port is reported
     // afterwards.
-    connect(_pump.get(), &PtyPump::brokeOff, _pump.get(), &UsbTestbed::hangUp);
+    connect(_pump.get(), &PtyPump::brokeOff, _pump.get(), &FakeUsbBus::hangUp);
     connect(_pump.get(), &PtyPump::brokeOff, this, [this] {
         unplug();
         Q_EMIT pulledOut();
@@ -33,7 +33,7 @@ void PluggedPort::stop()
 {
     if (_isPlugged) {
         inThread([this] { _pump->detach(); });
-        _bed.unplug(_ttyName);
+        _bus.unplug(_ttyName);
         _isPlugged = false;
     }
     _thread.quit();
@@ -49,12 +49,9 @@ bool PluggedPort::plug(const QByteArray &ttyName)
 {
     if (_isPlugged)
         return false;
-    const QByteArray name = _bed.plug(_bridge, ttyName);
-    if (name.isEmpty())
-        return false;
-    _ttyName = name;
+    _ttyName = _bus.plug(_bridge, ttyName);
     _isPlugged = true;
-    inThread([this] { _pump->attach(_bed.descriptor(_ttyName)); });
+    inThread([this] { _pump->attach(_bus.descriptor(_ttyName)); });
     return true;
 }
 
@@ -66,7 +63,7 @@ void PluggedPort::unplug()
         _pump->detach();
         losePower();
     });
-    _bed.unplug(_ttyName);
+    _bus.unplug(_ttyName);
     _isPlugged = false;
 }
 
@@ -108,8 +105,8 @@ bool PluggedPort::waitUntil(const std::function<bool()> &holds, int milliseconds
     return true;
 }
 
-PluggedTolvar::PluggedTolvar(UsbTestbed &bed, const DeviceConfig &setup, const UsbBridge &bridge)
-    : PluggedPort(bed, bridge)
+PluggedTolvar::PluggedTolvar(FakeUsbBus &bus, const DeviceConfig &setup, const UsbBridge &bridge)
+    : PluggedPort(bus, bridge)
     , _tolvar(setup)
 {
     connect(pump(), &PtyPump::received, &_tolvar, &SimulatedTolvar::receive);
@@ -144,8 +141,8 @@ bool PluggedTolvar::waitFor(const std::function<bool(const TolvarState &)> &hold
     return waitUntil([&] { return holds(state()); }, milliseconds);
 }
 
-ForeignPort::ForeignPort(UsbTestbed &bed, const UsbBridge &bridge)
-    : PluggedPort(bed, bridge)
+ForeignPort::ForeignPort(FakeUsbBus &bus, const UsbBridge &bridge)
+    : PluggedPort(bus, bridge)
 {
     connect(pump(), &PtyPump::received, this, &ForeignPort::take, Qt::DirectConnection);
 }

@@ -12,11 +12,10 @@
 #include "simulator/usbbridge.h"
 
 class PtyPump;
-class UsbTestbed;
+class FakeUsbBus;
 
-/// A bridge that can be plugged into a test bed. A separate thread serves its far end, so code in this
-/// process may block while it uses the tty. Use it from the test bed's thread, and destroy it before the test
-/// bed.
+/// A bridge that can be plugged into a bus. A separate thread serves its far end, so code in this
+/// process may block while it uses the tty. Use it from the bus's thread, and destroy it before the bus.
 class PluggedPort : public QObject
 {
     Q_OBJECT
@@ -24,8 +23,8 @@ class PluggedPort : public QObject
 public:
     ~PluggedPort() override;
 
-    /// Plugs the bridge in, as the test bed's next tty name or as \a ttyName. Returns false if it is already
-    /// plugged in or the test bed rejects it.
+    /// Plugs the bridge in, as the bus's next tty name or as \a ttyName. Returns false if it is already
+    /// plugged in.
     bool plug(const QByteArray &ttyName = QByteArray());
     /// Unplugs the bridge. Does nothing if it is not plugged in.
     void unplug();
@@ -53,7 +52,7 @@ Q_SIGNALS:
     void pulledOut();
 
 protected:
-    PluggedPort(UsbTestbed &bed, const UsbBridge &bridge);
+    PluggedPort(FakeUsbBus &bus, const UsbBridge &bridge);
 
     /// Ends the thread. The objects that live in it may be destroyed afterwards.
     void stop();
@@ -69,7 +68,7 @@ private:
     /// What an unplug does to the device behind the port. Runs in the thread.
     virtual void losePower() {}
 
-    UsbTestbed &_bed;
+    FakeUsbBus &_bus;
     const UsbBridge _bridge;
     QByteArray _ttyName;
     bool _isPlugged = false;
@@ -84,7 +83,7 @@ class PluggedTolvar : public PluggedPort
     Q_OBJECT
 
 public:
-    explicit PluggedTolvar(UsbTestbed &bed, const DeviceConfig &setup = DeviceConfig(),
+    explicit PluggedTolvar(FakeUsbBus &bus, const DeviceConfig &setup = DeviceConfig(),
                            const UsbBridge &bridge = UsbBridge::ftdi());
     ~PluggedTolvar() override;
 
@@ -113,7 +112,7 @@ class ForeignPort : public PluggedPort
     Q_OBJECT
 
 public:
-    explicit ForeignPort(UsbTestbed &bed, const UsbBridge &bridge = UsbBridge::foreignFtdi());
+    explicit ForeignPort(FakeUsbBus &bus, const UsbBridge &bridge = UsbBridge::foreignFtdi());
     ~ForeignPort() override;
 
     /// All bytes that were written to it.

@@ -11,10 +11,10 @@
 Simulation::Simulation(const SimOptions &options)
     : _options(options)
     , _printer(options.isVerbose)
-    , _bed(options.firstTty)
-    , _tolvar(_bed, options.setup, options.bridge)
-    , _foreignFtdi(_bed, UsbBridge::foreignFtdi())
-    , _foreignCh340(_bed, UsbBridge::foreignCh340())
+    , _bus(options.firstTty)
+    , _tolvar(_bus, options.setup, options.bridge)
+    , _foreignFtdi(_bus, UsbBridge::foreignFtdi())
+    , _foreignCh340(_bus, UsbBridge::foreignCh340())
 {
     connect(&_tolvar, &PluggedTolvar::conversation, this,
             [this](SimulatedTolvar::Speech what, const QByteArray &text) { _printer.print(what, text); });

@@ -4,9 +4,9 @@
 #include <QProcess>
 
 #include "simulator/conversationprinter.h"
+#include "simulator/fakeusbbus.h"
 #include "simulator/pluggedport.h"
 #include "simulator/simoptions.h"
-#include "simulator/usbtestbed.h"
 
 /// One run of a program with a simulated device, from the start to the check of both.
 class Simulation : public QObject
@@ -32,7 +32,7 @@ private:
 
     const SimOptions _options;
     ConversationPrinter _printer;
-    UsbTestbed _bed;
+    FakeUsbBus _bus;
     PluggedTolvar _tolvar;
     ForeignPort _foreignFtdi;
     ForeignPort _foreignCh340;

@@ -2,8 +2,8 @@
 
 #include <QTemporaryDir>
 
+#include "simulator/fakeusbbus.h"
 #include "simulator/pluggedport.h"
-#include "simulator/usbtestbed.h"
 #include "tests/e2e/programrobot.h"
 #include "tests/support/programdriver.h"
 
@@ -53,7 +53,7 @@ private:
     QStringList _conversation;
 
 public:
-    UsbTestbed bed;
+    FakeUsbBus bed;
     PluggedTolvar tolvar;
     ProgramDriver screen;
     ProgramRobot robot;

@@ -2,31 +2,25 @@
 
 #include <functional>
 
-#include <QStringList>
-
 #include "app/zvtolvarsetupwizard.h"
+#include "simulator/fakeusbbus.h"
 #include "simulator/pluggedport.h"
-#include "simulator/usbtestbed.h"
-#include "tests/faults/wizardwalk.h"
-
-class ZVTolvar;
+#include "tests/support/messagespy.h"
+#include "tests/support/wizardrobot.h"
 
 /// Returns a device with the shortest possible conversation: one network, short values.
 DeviceConfig tersestTolvar();
 
 /// The wizard on its own simulated computer, with a device on a line that can fail, and a simulated user.
-/// Messages are kept, so that a failure can show them.
 class FaultFixture
 {
 public:
     explicit FaultFixture(const DeviceConfig &setup = tersestTolvar(),
-                          const WalkWishes &wishes = {QStringLiteral("B"), QStringLiteral("b"), QString()});
+                          const WizardWishes &wishes = {QStringLiteral("B"), QStringLiteral("b"), QString()});
     ~FaultFixture();
 
     /// Processes events until \a holds returns true; returns false after two minutes.
     bool waitFor(const std::function<bool()> &holds) const;
-    /// Waits until the run is done or no data has been sent on the line for a while.
-    void waitUntilQuiet() const;
     /// Returns whether a controller of \a wizard still has something to send or to receive.
     static bool isTalking(const ZVTolvarSetupWizard &wizard);
     /// Does the same for this wizard, or returns whether the line has carried data since the last call. A
@@ -35,28 +29,24 @@ public:
     bool isTalking();
     /// Returns whether both of the wizard's controllers have released the port.
     bool isForgotten() const;
-    /// Returns what the current page and the controller should show right after an unplugging but do not
-    /// show; empty when everything is correct.
-    QString wrongAfterUnplug() const;
-    /// Plugs the device in again, as \a ttyName or under the next name, goes back to the first page and walks
-    /// through the wizard. Returns what went wrong; empty when the device has the expected settings.
-    QString walkAgain(const QByteArray &ttyName = QByteArray());
-    /// Calls \a heard with each message too.
-    static void listen(std::function<void(QtMsgType, const QString &)> heard);
-    /// Returns the last messages of the wizard and its controllers.
-    static QString lastMessages();
 
-    const WalkWishes wishes;
-    UsbTestbed bed;
+    // These return what went wrong, with the last messages, or nothing.
+    /// Walks through the wizard, from its first page to its end. The device must then have the settings.
+    QString walk();
+    /// Unplugs the device, unless the line has done so. Nothing of it may be left in the wizard.
+    QString unplug();
+    /// Plugs the device in again on a line without faults, as \a ttyName or under the next name, and walks.
+    QString walkAgain(const QByteArray &ttyName = QByteArray());
+
+    const WizardWishes wishes;
+    FakeUsbBus bus;
     PluggedTolvar tolvar;
+    MessageSpy messages;
     ZVTolvarSetupWizard wizard;
-    WizardWalk walk;
+    WizardRobot robot;
 
 private:
-    QString shown(const char *label) const;
+    QString problem(const QString &what) const;
 
     qsizetype _passedAtRest = -1; // bytes, at the last call of isTalking(); -1 when the line was not at rest
-    bool _wasIdentified = false;
-    bool _isScanning = false;
-    QString _verdict;
 };

@@ -11,14 +11,11 @@
 #include <memory>
 
 #include <QApplication>
-#include <QEventLoop>
 #include <QPixmapCache>
 #include <QProcess>
 #include <QSocketNotifier>
 #include <QTemporaryDir>
-#include <QTimer>
 
-#include "app/zvtolvarsetupwizard.h"
 #include "messages/sessionlog.h"
 #include "tests/faults/faultfixture.h"
 #include "tests/support/descriptors.h"
@@ -27,33 +24,30 @@ namespace
 {
 constexpr int patience = 120000;       // milliseconds, for a round that takes four seconds
 constexpr const char *mark = "soak: "; // before each report
-constexpr const char *ssid = "Library";
-constexpr const char *passphrase = "two words";
 
 /// Runs the program, except that each round begins with a new wizard. Between two rounds it reports on
 /// standard error and waits for a line.
-int sitAtTheWizard(const QString &logPath)
+int sitAtTheWizard(const WizardWishes &wishes)
 {
     openSessionLog();
     installMessageHandler();
-    const WalkWishes wishes{QString::fromLatin1(ssid), QString::fromLatin1(passphrase), logPath};
     std::unique_ptr<ZVTolvarSetupWizard> wizard;
-    std::unique_ptr<WizardWalk> walk;
+    std::unique_ptr<WizardRobot> robot;
     const auto begin = [&] {
-        walk.reset();
+        robot.reset();
         wizard.reset();
         // Qt's pixmap cache, which has a limit: every file dialog and every style's icon fills it again.
         QPixmapCache::clear();
-        std::fprintf(stderr, "%s%zu %zu\n", mark, mallinfo2().uordblks,
-                     static_cast<std::size_t>(openDescriptors().size()));
+        std::fprintf(stderr, "%s%13zu %12lld\n", mark, mallinfo2().uordblks / 1024,
+                     static_cast<long long>(openDescriptors().size()));
         wizard = std::make_unique<ZVTolvarSetupWizard>();
-        walk = std::make_unique<WizardWalk>(*wizard, wishes);
-        QObject::connect(walk.get(), &WizardWalk::done, walk.get(),
+        robot = std::make_unique<WizardRobot>(*wizard);
+        QObject::connect(robot.get(), &WizardRobot::done, robot.get(),
                          [] { std::fprintf(stderr, "%sdone\n", mark); });
-        walk->waitWhile([&wizard] { return FaultFixture::isTalking(*wizard); });
+        robot->waitWhile([&wizard] { return FaultFixture::isTalking(*wizard); });
         wizard->show();
         wizard->activateWindow();
-        walk->start();
+        robot->start(wishes);
     };
     QSocketNotifier told(0, QSocketNotifier::Read);
     QObject::connect(&told, &QSocketNotifier::activated, &told, [&] {
@@ -71,108 +65,67 @@ int sitAtTheWizard(const QString &logPath)
 long residentMemory(qint64 pid)
 {
     QFile statm(QStringLiteral("/proc/%1/statm").arg(pid));
-    if (!statm.open(QIODevice::ReadOnly))
-        return -1;
     constexpr long pageSize = 4; // KiB
-    return statm.readAll().split(' ').value(1).toLong() * pageSize;
+    return statm.open(QIODevice::ReadOnly) ? statm.readAll().split(' ').value(1).toLong() * pageSize : -1;
 }
 
-/// Plugs the device in for the other process, round by round.
-class Soak
+/// Returns the next report of the measured process; empty on a timeout.
+QByteArray nextReport(QProcess &program)
 {
-public:
-    explicit Soak(int rounds)
-        : _rounds(rounds)
-        , _tolvar(_bed)
-    {
-    }
-
-    int run();
-
-private:
-    QByteArray nextReport();
-    bool goThrough();
-    void print(int round, const QByteArray &figures) const;
-
-    const int _rounds;
-    const QTemporaryDir _home;
-    UsbTestbed _bed;
-    PluggedTolvar _tolvar;
-    QProcess _program;
-    qint64 _bytes = 0;
-    int _failures = 0;
-};
-
-/// Returns the next report of the other process; empty on a timeout.
-QByteArray Soak::nextReport()
-{
-    QEventLoop loop;
-    QObject::connect(&_program, &QProcess::readyReadStandardError, &loop, &QEventLoop::quit);
-    QObject::connect(&_program, &QProcess::finished, &loop, &QEventLoop::quit);
-    QTimer::singleShot(patience, &loop, [&loop] { loop.exit(1); });
-    _program.setReadChannel(QProcess::StandardError);
+    program.setReadChannel(QProcess::StandardError);
     for (;;) {
-        while (_program.canReadLine()) {
-            const QByteArray line = _program.readLine();
-            if (line.startsWith(mark))
-                return line.mid(static_cast<int>(std::strlen(mark))).trimmed();
-            std::fputs(line.constData(), stderr); // a message from Qt or a sanitizer
+        while (!program.canReadLine()) {
+            if (!program.waitForReadyRead(patience))
+                return {};
         }
-        if (_program.state() == QProcess::NotRunning || loop.exec() != 0)
-            return {};
+        const QByteArray line = program.readLine();
+        if (line.startsWith(mark))
+            return line.mid(static_cast<int>(std::strlen(mark))).chopped(1);
+        std::fputs(line.constData(), stderr); // a message from Qt or a sanitizer
     }
 }
 
-/// Runs one round, from plugging in to unplugging; returns whether the device has the expected settings.
-bool Soak::goThrough()
+/// Plugs the device in for the measured process, round by round.
+int soak(int rounds)
 {
-    if (!_tolvar.plug() || nextReport() != "done")
-        return false;
-    _tolvar.catchUp();
-    const TolvarState state = _tolvar.state();
-    const bool isRight = state.exited && state.saved.network == ssid && state.saved.passphrase == passphrase;
-    _bytes += _tolvar.passed();
-    _tolvar.unplug();
-    return isRight;
-}
-
-void Soak::print(int round, const QByteArray &figures) const
-{
-    const QList<QByteArray> heapAndDescriptors = figures.split(' ');
-    std::printf("%6d %13ld %13ld %12s %13lld %9d\n", round, residentMemory(_program.processId()),
-                heapAndDescriptors.value(0).toLong() / 1024, heapAndDescriptors.value(1).constData(),
-                static_cast<long long>(_bytes), _failures);
-    std::fflush(stdout);
-}
-
-int Soak::run()
-{
+    const QTemporaryDir home;
+    FakeUsbBus bus;
+    PluggedTolvar tolvar(bus);
+    QProcess program;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("HOME"), _home.path());
-    _program.setProcessEnvironment(environment);
-    _program.setStandardOutputFile(QProcess::nullDevice());
-    _program.start(QCoreApplication::applicationFilePath(),
-                   {QStringLiteral("--at-the-wizard"), _home.filePath(QStringLiteral("log.txt"))});
+    environment.insert(QStringLiteral("HOME"), home.path());
+    program.setProcessEnvironment(environment);
+    program.setStandardOutputFile(QProcess::nullDevice());
+    program.start(QCoreApplication::applicationFilePath(),
+                  {QStringLiteral("--at-the-wizard"), home.filePath(QStringLiteral("log.txt"))});
 
     std::printf("%6s %13s %13s %12s %13s %9s\n", "round", "resident KiB", "heap KiB", "descriptors",
                 "bytes handled", "failures");
-    QByteArray figures = nextReport();
-    const int step = std::max(1, _rounds / 20);
-    for (int round = 1; round <= _rounds; ++round) {
-        if (!goThrough()) {
-            ++_failures;
+    nextReport(program);
+    qint64 bytes = 0;
+    int failures = 0;
+    const int step = std::max(1, rounds / 20);
+    for (int round = 1; round <= rounds && program.state() != QProcess::NotRunning; ++round) {
+        const bool isDone = tolvar.plug() && nextReport(program) == "done";
+        tolvar.catchUp();
+        const TolvarState state = tolvar.state();
+        if (!isDone || !state.exited || state.saved.network != "Library" ||
+            state.saved.passphrase != "two words") {
+            ++failures;
             std::printf("round %d failed\n", round);
-            if (_program.state() == QProcess::NotRunning)
-                return 1;
         }
-        _program.write("\n");
-        figures = nextReport();
+        bytes += tolvar.passed();
+        tolvar.unplug();
+        program.write("\n");
+        const QByteArray heapAndDescriptors = nextReport(program);
         if (round % step == 0 || round == 1)
-            print(round, figures);
+            std::printf("%6d %13ld %s %13lld %9d\n", round, residentMemory(program.processId()),
+                        heapAndDescriptors.constData(), static_cast<long long>(bytes), failures);
+        std::fflush(stdout);
     }
-    _program.closeWriteChannel();
-    _program.waitForFinished(patience);
-    return _failures > 0 || _program.exitCode() != 0;
+    program.closeWriteChannel();
+    program.waitForFinished(patience);
+    return failures > 0 || program.exitCode() != 0;
 }
 } // namespace
 
@@ -181,11 +134,11 @@ int main(int argc, char **argv)
     const QApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.value(1) == QLatin1String("--at-the-wizard"))
-        return sitAtTheWizard(arguments.value(2));
+        return sitAtTheWizard({QStringLiteral("Library"), QStringLiteral("two words"), arguments.value(2)});
     const int rounds = arguments.value(1).toInt();
-    if (rounds <= 0 || !UsbTestbed::isPossible()) {
+    if (rounds <= 0 || !FakeUsbBus::isPossible()) {
         std::fprintf(stderr, "usage: umockdev-wrapper soak ROUNDS\n");
         return 2;
     }
-    return Soak(rounds).run();
+    return soak(rounds);
 }

@@ -1,3 +1,5 @@
+#include <memory>
+
 #include <QLabel>
 #include <QSerialPort>
 #include <QTest>
@@ -11,80 +13,61 @@ class TestOpenErrors : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void aPermissionThatComesLater();
-    void aProgramThatLetsGoLater();
-    void unpluggedWhileRefused();
-
-private:
-    static bool plugIntoView(FaultFixture &fixture);
-    static bool isRefused(FaultFixture &fixture);
+    void aPortThatCanBeOpenedLater_data();
+    void aPortThatCanBeOpenedLater();
+    void aPortThatIsUnpluggedBeforeItCanBeOpened();
 };
 
-/// Plugs the device in; returns true once the wizard has seen it, a second before it opens the port.
-bool TestOpenErrors::plugIntoView(FaultFixture &fixture)
+namespace
 {
-    const auto *const progress =
-        fixture.wizard.currentPage()->findChild<QLabel *>(QStringLiteral("label_progress"));
-    return fixture.tolvar.plug() &&
-           fixture.waitFor([&] { return progress->text() == QLatin1String("Getting status"); });
+/// Another program that has the device's port open. It opens the port in the second before the wizard does.
+std::unique_ptr<QSerialPort> otherProgram(FaultFixture &fixture)
+{
+    fixture.tolvar.plug();
+    const auto *const progress = fixture.robot.widget<QLabel>("label_progress");
+    fixture.waitFor([&] { return progress->text() == QLatin1String("Getting status"); });
+    auto port = std::make_unique<QSerialPort>(QString::fromLatin1(fixture.tolvar.ttyName()));
+    port->open(QIODevice::ReadWrite);
+    return port;
 }
 
-/// Waits until the wizard has reported that it cannot open the port.
-bool TestOpenErrors::isRefused(FaultFixture &fixture)
+bool reportsError(FaultFixture &fixture, const QString &error)
 {
-    bool isTold = false;
-    FaultFixture::listen(
-        [&isTold](QtMsgType type, const QString &) { isTold = isTold || type == QtCriticalMsg; });
-    const bool inTime = fixture.waitFor([&] { return isTold; });
-    FaultFixture::listen(nullptr);
-    return inTime;
+    return fixture.waitFor([&] { return fixture.messages.messages("C:").join('\n').contains(error); });
+}
+} // namespace
+
+void TestOpenErrors::aPortThatCanBeOpenedLater_data()
+{
+    QTest::addColumn<QString>("error");
+    QTest::newRow("by the user") << "Permission denied";
+    QTest::newRow("after another program has closed it") << "Device or resource busy";
 }
 
-void TestOpenErrors::aPermissionThatComesLater()
+void TestOpenErrors::aPortThatCanBeOpenedLater()
 {
+    QFETCH(QString, error);
     FaultFixture fixture;
-    QVERIFY(plugIntoView(fixture));
-    int refusals = 0;
-    FaultFixture::listen([&refusals](QtMsgType type, const QString &message) {
-        if (type == QtCriticalMsg && message.contains(QLatin1String("Permission denied")))
-            ++refusals;
-    });
-    LibcInterposer::refuseOpening(true);
-    QVERIFY2(fixture.waitFor([&] { return refusals > 0; }), "an open error was expected to be logged");
+    auto other = otherProgram(fixture);
+    if (error == "Permission denied") {
+        other.reset();
+        LibcInterposer::refuseOpening(true);
+    }
+    QVERIFY(reportsError(fixture, error));
     QCOMPARE(fixture.tolvar.state().bytes.size(), 0);
     LibcInterposer::refuseOpening(false);
-    fixture.walk.start();
-    QVERIFY2(fixture.waitFor([&] { return fixture.walk.isDone(); }),
-             qPrintable(FaultFixture::lastMessages()));
-    QCOMPARE(refusals, 1); // reported once, however often the wizard tries
+    other.reset();
+    QCOMPARE(fixture.walk(), QString());
+    QCOMPARE(fixture.messages.messages("C:").size(), 1); // reported once, however often the wizard tries
 }
 
-void TestOpenErrors::aProgramThatLetsGoLater()
+void TestOpenErrors::aPortThatIsUnpluggedBeforeItCanBeOpened()
 {
     FaultFixture fixture;
-    QVERIFY(plugIntoView(fixture));
-    {
-        QSerialPort other(QString::fromLatin1(fixture.tolvar.ttyName()));
-        QVERIFY(other.open(QIODevice::ReadWrite));
-        QVERIFY2(isRefused(fixture), "an open error was expected to be logged");
-    }
-    fixture.walk.start();
-    QVERIFY2(fixture.waitFor([&] { return fixture.walk.isDone(); }),
-             qPrintable(FaultFixture::lastMessages()));
-}
-
-void TestOpenErrors::unpluggedWhileRefused()
-{
-    FaultFixture fixture;
-    QVERIFY(plugIntoView(fixture));
-    {
-        QSerialPort other(QString::fromLatin1(fixture.tolvar.ttyName()));
-        QVERIFY(other.open(QIODevice::ReadWrite));
-        QVERIFY2(isRefused(fixture), "an open error was expected to be logged");
-        fixture.tolvar.unplug();
-    }
-    QVERIFY(fixture.waitFor([&] { return fixture.isForgotten(); }));
-    QCOMPARE(fixture.wrongAfterUnplug(), QString());
+    auto other = otherProgram(fixture);
+    QVERIFY(reportsError(fixture, QStringLiteral("Device or resource busy")));
+    QCOMPARE(fixture.unplug(), QString());
+    other.reset();
     QCOMPARE(fixture.walkAgain(), QString());
 }
 

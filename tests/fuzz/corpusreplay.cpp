@@ -6,13 +6,22 @@
 #include <QFile>
 
 // Feeds every file of the given folders to a fuzz target, once: a replacement for libFuzzer where the
-// compiler does not have it. An argument may also name a single file.
+// compiler does not have it. An argument may also name a single file. Each file that is not large is also cut
+// after each byte, and fed without each byte.
 
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv);
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size);
 
 namespace
 {
+constexpr qsizetype notLarge = 700;
+
+bool test(const QByteArray &input)
+{
+    return LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t *>(input.constData()),
+                                  static_cast<std::size_t>(input.size())) == 0;
+}
+
 bool replay(const QString &path)
 {
     QFile file(path);
@@ -23,11 +32,15 @@ bool replay(const QString &path)
     const QByteArray input = file.readAll();
     std::printf("%s: %lld bytes\n", qPrintable(path), static_cast<long long>(input.size()));
     std::fflush(stdout); // the last name printed is the file that causes a crash
-    if (LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t *>(input.constData()),
-                               static_cast<std::size_t>(input.size())) == 0)
-        return true;
-    std::fprintf(stderr, "%s: left out by the target, so it is no part of a corpus\n", qPrintable(path));
-    return false;
+    if (!test(input)) {
+        std::fprintf(stderr, "%s: left out by the target, so it is no part of a corpus\n", qPrintable(path));
+        return false;
+    }
+    for (qsizetype at = 0; input.size() < notLarge && at < input.size(); ++at) {
+        test(input.left(at));
+        test(QByteArray(input).remove(at, 1));
+    }
+    return true;
 }
 } // namespace
 

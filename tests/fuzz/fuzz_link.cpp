@@ -1,13 +1,11 @@
-#include <algorithm>
 #include <cstdint>
-#include <vector>
 
 #include <QFile>
 #include <QWaitCondition>
 
-#include "serial/qextserialport.h"
 #include "tests/fuzz/fuzzing.h"
 #include "tests/fuzz/linkmodel.h"
+#include "tests/support/memoryport.h"
 #include "tests/support/zvtolvartestpeer.h"
 
 // Fuzzes the console's link with any bytes from the line, in every mode and state. An input is two bytes that
@@ -24,43 +22,6 @@ bool QWaitCondition::wait(QMutex *, QDeadlineTimer)
 namespace
 {
 enum Circumstance : unsigned { Scanning = 1, Testing = 2, Handshake = 4, LogAwaited = 8 };
-
-/// A port that keeps its bytes in memory, without a line.
-class MemoryPort : public QextSerialPort
-{
-public:
-    MemoryPort()
-        : QextSerialPort(QStringLiteral("memory"))
-    {
-        setOpenMode(ReadWrite | Unbuffered);
-    }
-    qint64 bytesAvailable() const override { return _arrived.size(); }
-    /// Receives the bytes immediately.
-    void receive(QByteArrayView bytes)
-    {
-        _arrived = bytes;
-        Q_EMIT readyRead();
-        require(_arrived.isEmpty(), "what has come is read");
-    }
-    QByteArray written;
-
-protected:
-    qint64 readData(char *data, qint64 size) override
-    {
-        const QByteArrayView taken = _arrived.first(std::min<qint64>(size, _arrived.size()));
-        std::copy(taken.begin(), taken.end(), data);
-        _arrived = _arrived.sliced(taken.size());
-        return taken.size();
-    }
-    qint64 writeData(const char *data, qint64 size) override
-    {
-        written.append(data, size);
-        return size;
-    }
-
-private:
-    QByteArrayView _arrived;
-};
 
 /// A controller with a port, and the expected results. One object serves all inputs, because creating one
 /// takes longer than most inputs.
@@ -79,6 +40,13 @@ public:
 private:
     Q_DISABLE_COPY_MOVE(Trial)
 
+    void receive(QByteArrayView bytes)
+    {
+        _port.bring(bytes.data(), bytes.size());
+        _tolvar.onReadyRead();
+        require(_port.bytesAvailable() == 0, "what has come is read");
+    }
+
     MemoryPort _port;
     ZVTolvar _tolvar;
     const ZVTolvarTestPeer _inside{_tolvar};
@@ -88,18 +56,24 @@ private:
 
 Trial::Trial()
 {
-    QObject::connect(&_port, &QextSerialPort::readyRead, &_tolvar, &ZVTolvar::onReadyRead);
     QObject::connect(&_tolvar, &ZVTolvar::responseReceived, &_tolvar,
                      [this](const QString &reply) { _replies += reply; });
 }
 
 void Trial::begin(unsigned circumstances, unsigned state)
 {
+    _model = LinkModel();
+    _model.state = static_cast<int>(state);
+    _model.scanning = circumstances & Scanning;
+    _model.testing = circumstances & Testing;
+    _model.handshake = circumstances & Handshake;
+    _model.queue = QStringList{QStringLiteral("one\r\n"), QStringLiteral("two\r\n")};
+
     _inside.state() = static_cast<CommState>(state);
-    _inside.scanning() = circumstances & Scanning;
-    _inside.testing() = circumstances & Testing;
-    _inside.eotHandshake() = circumstances & Handshake;
-    _inside.queue() = QStringList{QStringLiteral("one\r\n"), QStringLiteral("two\r\n")};
+    _inside.scanning() = _model.scanning;
+    _inside.testing() = _model.testing;
+    _inside.eotHandshake() = _model.handshake;
+    _inside.queue() = _model.queue;
     _inside.response().clear();
     _inside.port() = &_port;
     _inside.portName() = QStringLiteral("memory");
@@ -111,36 +85,26 @@ void Trial::begin(unsigned circumstances, unsigned state)
     }
     _port.written.clear();
     _replies.clear();
-    _model = LinkModel();
-    _model.state = _inside.state();
-    _model.scanning = _inside.scanning();
-    _model.testing = _inside.testing();
-    _model.handshake = _inside.eotHandshake();
-    _model.queue = _inside.queue();
 }
 
 bool Trial::feed(QByteArrayView bytes)
 {
-    // The model runs first, so that each reply can be checked before the controller gets it.
-    std::vector<qsizetype> ends;
-    for (const char &byte : bytes) {
-        if (byte == LinkModel::ETX && _model.state == IN_RESPONSE_RECEIVE) {
+    // The model runs first, so that each reply can be checked before the controller gets it. A line may split
+    // its data anywhere. Here it is split before each mark that ends a reply.
+    QList<QByteArrayView> reads;
+    qsizetype begin = 0;
+    for (qsizetype at = 0; at < bytes.size(); ++at) {
+        if (bytes[at] == LinkModel::ETX && _model.state == IN_RESPONSE_RECEIVE) {
             if (!Fuzzing::comesBack(_model.replyText()))
                 return false;
-            ends.push_back(&byte - bytes.data());
+            reads += bytes.sliced(begin, at - begin);
+            begin = at;
         }
-        _model.take(byte);
+        _model.take(bytes[at]);
     }
-
-    // A line may split its data anywhere. Here it is split before each mark that ends a reply.
-    qsizetype begin = 0;
-    for (const qsizetype end : ends) {
-        if (end > begin)
-            _port.receive(bytes.sliced(begin, end - begin));
-        begin = end;
-    }
-    if (begin < bytes.size())
-        _port.receive(bytes.sliced(begin));
+    reads += bytes.sliced(begin);
+    for (const QByteArrayView &read : std::as_const(reads))
+        receive(read);
     return true;
 }
 
@@ -165,7 +129,7 @@ void Trial::replug()
 
     _inside.port() = &_port;
     _inside.state() = WAITING_FOR_CONSOLE_PROMPT;
-    _port.receive("> get\r\n\x02<puckdata><name>clean</name><dns>1.2.3.4</dns></puckdata>\x03");
+    receive("> get\r\n\x02<puckdata><name>clean</name><dns>1.2.3.4</dns></puckdata>\x03");
     require(_inside.state() == WAITING_FOR_CONSOLE_PROMPT, "the next device's reply has ended");
     require(_tolvar.systemID() == QLatin1String("clean") && _tolvar.dns() == QLatin1String("1.2.3.4"),
             "the next device's status is read in full");

@@ -1,39 +1,13 @@
 #include "tests/fuzz/referencereader.h"
 
+#include <utility>
+
 #include "tests/fuzz/fuzzing.h"
 
-namespace
-{
-constexpr int Deepest = 1000;
-
-const QHash<QString, QString> &statusSignals()
-{
-    static const QHash<QString, QString> table = {
-        {"name", "systemIDChanged"},
-        {"mode", "statusChanged"},
-        {"firmware_date", QString()},
-        {"firmware_version", "firmwareVersionChanged"},
-        {"network_name", "networkChanged"},
-        {"mac_address", "macAddressChanged"},
-        {"ip_address", "ipAddressChanged"},
-        {"useStaticIP", "useStaticIPChanged"},
-        {"mask", "maskChanged"},
-        {"gateway", "gatewayChanged"},
-        {"dns", "dnsChanged"},
-        {"test_result", "testResultChanged"},
-        {"upgrade_result", "upgradeResultChanged"},
-        {"ant", "antennaChanged"},
-        {"trc", "uartTraceChanged"},
-        {"sl_on", "sysLogOnChanged"},
-        {"sl_ip", "sysLogServerChanged"},
-    };
-    return table;
-}
-} // namespace
+static constexpr int Deepest = 1000;
 
 ReferenceReader::ReferenceReader(const QString &document)
-    : _document(document)
-    , _reader(_document.text())
+    : _reader(document)
 {
     _reader.readNext();
     while (!_reader.atEnd() && !_tooDeep) {
@@ -75,15 +49,32 @@ void ReferenceReader::children(Child child)
 
 bool ReferenceReader::statusChild()
 {
-    const QString element = _reader.name().toString();
-    if (!statusSignals().contains(element))
+    // The signals of the values; none for an element that is skipped.
+    static const QHash<QString, QString> statusSignals = {
+        {"name", "systemIDChanged"},
+        {"mode", "statusChanged"},
+        {"firmware_date", QString()},
+        {"firmware_version", "firmwareVersionChanged"},
+        {"network_name", "networkChanged"},
+        {"mac_address", "macAddressChanged"},
+        {"ip_address", "ipAddressChanged"},
+        {"useStaticIP", "useStaticIPChanged"},
+        {"mask", "maskChanged"},
+        {"gateway", "gatewayChanged"},
+        {"dns", "dnsChanged"},
+        {"test_result", "testResultChanged"},
+        {"upgrade_result", "upgradeResultChanged"},
+        {"ant", "antennaChanged"},
+        {"trc", "uartTraceChanged"},
+        {"sl_on", "sysLogOnChanged"},
+        {"sl_ip", "sysLogServerChanged"},
+    };
+    const auto signal = statusSignals.constFind(_reader.name().toString());
+    if (signal == statusSignals.cend())
         return false;
     const QString value = text();
-    const QString signal = statusSignals().value(element);
-    if (!signal.isEmpty() && _values.value(element) != value) {
-        _values[element] = value;
-        _told += signal + QLatin1Char(':') + value;
-    }
+    if (!signal->isEmpty() && std::exchange(_values[*signal], value) != value)
+        _told += *signal + QLatin1Char(':') + value;
     return true;
 }
 
@@ -93,12 +84,12 @@ bool ReferenceReader::scanChild()
         return false;
     const QXmlStreamAttributes attributes = _reader.attributes();
     text();
-    const QString ssid = _document.restored(attributes.value(QLatin1String("SSID")));
+    const QString ssid = attributes.value(QLatin1String("SSID")).toString();
     if (_networks.contains(ssid))
         return true;
     QStringList others;
     for (const char *name : {"channel", "adhoc", "sec", "suites", "WPS", "RSSI"})
-        others += _document.restored(attributes.value(QLatin1String(name)));
+        others += attributes.value(QLatin1String(name)).toString();
     _networks.insert(ssid, others);
     _told += QStringLiteral("scannedNetworkListChanged:%1").arg(_networks.size());
     return true;
@@ -110,22 +101,12 @@ bool ReferenceReader::testChild()
         return false;
     const QXmlStreamAttributes attributes = _reader.attributes();
     text();
-    switch (_document.restored(attributes.value(QLatin1String("result"))).toInt()) {
-    case 0:
-        _told += QStringLiteral("networkTestFound");
-        break;
-    case 1:
-        _told += QStringLiteral("networkTestPassphraseInvalid");
-        break;
-    case 2:
-        _told += QStringLiteral("networkTestSsidNotFound");
-        break;
-    case 3:
-        _told += QStringLiteral("networkTestSystemError");
-        break;
-    default:
-        break;
-    }
+    static const QStringList verdicts = {"networkTestFound", "networkTestPassphraseInvalid",
+                                         "networkTestSsidNotFound", "networkTestSystemError"};
+    const QString result = attributes.value(QLatin1String("result")).toString();
+    const QString verdict = verdicts.value(result.toInt());
+    if (!verdict.isEmpty())
+        _told += verdict;
     return true;
 }
 

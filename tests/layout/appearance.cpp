@@ -84,13 +84,11 @@ QString Appearance::inWords() const
 
 bool Appearance::canBeDrawn() const
 {
-    if (language == QLatin1String("ja"))
-        return !QFontDatabase::families(QFontDatabase::Japanese).isEmpty();
-    if (language == QLatin1String("zh_CN"))
-        return !QFontDatabase::families(QFontDatabase::SimplifiedChinese).isEmpty();
-    if (language == QLatin1String("ar"))
-        return !QFontDatabase::families(QFontDatabase::Arabic).isEmpty();
-    return true;
+    static const QHash<QString, QFontDatabase::WritingSystem> systems = {
+        {"ar", QFontDatabase::Arabic},
+        {"ja", QFontDatabase::Japanese},
+        {"zh_CN", QFontDatabase::SimplifiedChinese}};
+    return !systems.contains(language) || !QFontDatabase::families(systems.value(language)).isEmpty();
 }
 
 void apply(const Appearance &look)

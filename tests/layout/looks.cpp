@@ -8,18 +8,16 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QWidget>
+#include <QPainter>
 
-#include "simulator/usbtestbed.h"
+#include "simulator/fakeusbbus.h"
 #include "tests/layout/appearance.h"
-#include "tests/layout/contactsheet.h"
 #include "tests/layout/fitting.h"
 #include "tests/layout/tour.h"
+#include "tests/support/messagespy.h"
 
 namespace
 {
-void ignore(QtMsgType, const QMessageLogContext &, const QString &) {}
-
 int take(const QDir &folder, const Appearance &look)
 {
     if (!folder.mkpath(QStringLiteral("."))) {
@@ -31,29 +29,64 @@ int take(const QDir &folder, const Appearance &look)
         return 2;
     }
     apply(look);
-    const UsbTestbed nothingPluggedIn;
+    const MessageSpy unprinted;
+    const FakeUsbBus nothingPluggedIn;
     int count = 0;
-    int misfits = 0;
-    int unsaved = 0;
+    bool isWell = true;
     tour([&](const QString &view, QWidget *window) {
         const QImage picture = window->grab().toImage();
         const QString name = QStringLiteral("%1-%2.png").arg(++count, 2, 10, QLatin1Char('0')).arg(view);
-        if (!picture.save(folder.filePath(name), "png", 0))
-            ++unsaved;
-        const auto found = misfitsIn(window, picture);
-        for (const LayoutIssue &misfit : found)
-            std::fprintf(stderr, "%s: %s: %s %s: \"%s\"\n", qPrintable(look.inWords()), qPrintable(view),
-                         qPrintable(misfit.widget), qPrintable(misfit.what), qPrintable(misfit.text));
-        misfits += static_cast<int>(found.size());
+        const QStringList issues = layoutIssues(window, picture);
+        for (const QString &issue : issues)
+            std::fprintf(stderr, "%s: %s: %s\n", qPrintable(look.inWords()), qPrintable(view),
+                         qPrintable(issue));
+        isWell = picture.save(folder.filePath(name), "png", 0) && issues.isEmpty() && isWell;
     });
-    return misfits + unsaved > 0 ? 1 : 0;
+    return isWell ? 0 : 1;
+}
+
+/// Returns images side by side, a row for each view and a column for each appearance, each with its caption.
+/// \a folders contain the images, under the same names; the names of the folders are the captions of the
+/// columns.
+QImage contactSheet(const QStringList &folders)
+{
+    constexpr QSize room{460, 380}; // of an image
+    constexpr int caption = 22;
+    constexpr int gap = 10;
+    QStringList views;
+    for (const QString &folder : folders)
+        views += QDir(folder).entryList({QStringLiteral("*.png")});
+    views.removeDuplicates();
+    views.sort();
+
+    const QSize tile(room.width() + gap, room.height() + caption + gap);
+    QImage sheet(static_cast<int>(folders.size()) * tile.width() + gap,
+                 static_cast<int>(views.size()) * tile.height() + gap, QImage::Format_RGB32);
+    sheet.fill(0x808890);
+    QPainter painter(&sheet);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.setPen(Qt::black);
+    for (int column = 0; column < folders.size(); ++column)
+        for (int row = 0; row < views.size(); ++row) {
+            const QPoint corner(gap + column * tile.width(), gap + row * tile.height());
+            painter.drawText(QRect(corner, QSize(room.width(), caption)), Qt::AlignVCenter,
+                             QFileInfo(views.at(row)).completeBaseName() + QLatin1String("   ") +
+                                 QDir(folders.at(column)).dirName());
+            QImage picture(folders.at(column) + QLatin1Char('/') + views.at(row));
+            if (picture.isNull())
+                continue;
+            picture.setDevicePixelRatio(1);
+            if (picture.width() > room.width() || picture.height() > room.height())
+                picture = picture.scaled(room, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+            painter.drawImage(corner + QPoint(0, caption), picture);
+        }
+    return sheet;
 }
 } // namespace
 
 int main(int argc, char *argv[])
 {
     const QApplication app(argc, argv);
-    qInstallMessageHandler(ignore);
     const QStringList arguments = QApplication::arguments();
     if (arguments.size() == 6 && arguments.at(1) == QLatin1String("take"))
         return take(QDir(QDir(arguments.at(2)).absolutePath()),

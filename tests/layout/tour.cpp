@@ -3,20 +3,16 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
-#include <QFileDialog>
 #include <QLineEdit>
-#include <QListView>
-#include <QMessageBox>
 #include <QTemporaryDir>
 #include <QTextEdit>
 
-#include "app/zvtolvarsetupwizard.h"
 #include "messages/sessionlog.h"
 #include "pages/choosenetworkwizardpage.h"
 #include "pages/pageid.h"
 #include "simulator/tolvardocuments.h"
 #include "tests/support/modaldialogresponder.h"
-#include "tests/support/zvtolvartestpeer.h"
+#include "tests/support/wizardfixture.h"
 
 namespace
 {
@@ -28,9 +24,7 @@ public:
     explicit Tour(const ViewCallback &onlooker)
         : _onlooker(onlooker)
     {
-        _wizard.show();
     }
-    ~Tour() { _wizard.hide(); }
 
     void goThrough()
     {
@@ -46,8 +40,8 @@ public:
     /// No other page leads to this one.
     void notFoundPage()
     {
-        _wizard.setStartId(TolvarNotFoundPageId);
-        _wizard.restart();
+        _f.wizard.setStartId(TolvarNotFoundPageId);
+        _f.wizard.restart();
         see("not-found");
     }
 
@@ -57,7 +51,7 @@ private:
     void connectPage()
     {
         see("connect-looking");
-        Q_EMIT _tolvar.candidateDeviceFound();
+        Q_EMIT _f.tolvar.candidateDeviceFound();
         see("connect-getting-status");
         tellStatus("A060");
         see("connect-found");
@@ -65,54 +59,37 @@ private:
 
     void foundPage()
     {
-        _wizard.next();
+        _robot.clickContinue();
         see("found");
-
-        auto *getLog = field<QAbstractButton>("pushButton_viewLog");
         tellStatus("A059");
-        {
-            const ModalDialogResponder box({closing("found-firmware-too-old")});
-            getLog->click();
-        }
+        downloadLog({closing("found-firmware-too-old")});
         tellStatus("A060");
 
-        {
-            const ModalDialogResponder dialog({[this](QDialog *save) {
-                // Qt starts in the folder of the last use, which may no longer exist.
-                auto *files = qobject_cast<QFileDialog *>(save);
-                files->setDirectory(_folder.path());
-                files->selectFile(QStringLiteral("zvtolvar_log_14Mar12.txt"));
-                see("found-save-log", save);
-                save->accept();
-            }});
-            getLog->click();
-        }
+        downloadLog({[this](QDialog *dialog) {
+            WizardRobot::enterFile(dialog, _folder.filePath("zvtolvar_log_14Mar12.txt"));
+            see("found-save-log", dialog);
+            dialog->accept();
+        }});
         see("found-log-writing");
-        reply(TolvarDocuments::logFile(_setup.logText));
+        _f.reply(QString::fromLatin1(TolvarDocuments::logFile(_setup.logText)));
         see("found-log-written");
-        {
-            const auto takeOneThatCannotBe = [this](QDialog *save) {
-                auto *files = qobject_cast<QFileDialog *>(save);
-                files->setDirectory(_folder.path());
-                files->selectFile(
-                    QStringLiteral("zvtolvar_log_15Mar12.txt")); // does not exist, so there is no question
-                save->accept();
-                QDir(_folder.path()).removeRecursively();
-            };
-            const ModalDialogResponder dialogs({takeOneThatCannotBe, closing("found-log-not-opened")});
-            getLog->click();
-        }
+        const auto chooseOneThatCannotBe = [this](QDialog *dialog) {
+            WizardRobot::enterFile(dialog, _folder.filePath("zvtolvar_log_15Mar12.txt"));
+            dialog->accept();
+            QDir(_folder.path()).removeRecursively();
+        };
+        downloadLog({chooseOneThatCannotBe, closing("found-log-not-opened")});
     }
 
     void choosePage()
     {
-        _wizard.next();
+        _robot.clickContinue();
         see("choose-scanning");
-        finish("scan", TolvarDocuments::scanResults(_setup.air));
+        finish(TolvarDocuments::scanResults(_setup.air));
         see("choose-networks");
 
-        pick(longestName);
-        field<QLineEdit>("input_Password")->setText("as long as it may be");
+        select(longestName);
+        _robot.typePassphrase(QStringLiteral("as long as it may be"));
         see("choose-picked");
     }
 
@@ -120,9 +97,9 @@ private:
     {
         {
             const ModalDialogResponder dialog({closing("details")});
-            field<QAbstractButton>("viewDetailsButton")->click();
+            _robot.widget<QAbstractButton>("viewDetailsButton")->click();
         }
-        auto *page = _wizard.findChild<ChooseNetworkWizardPage *>();
+        auto *page = _f.page<ChooseNetworkWizardPage>();
         const ModalDialogResponder boxes({closing("advanced"), closing("advanced-firmware-too-old")});
         page->OnAdvancedButtonClicked();
         tellStatus("A058");
@@ -132,11 +109,11 @@ private:
 
     void wepPage()
     {
-        pick("Old Barn");
-        _wizard.next();
+        select(QStringLiteral("Old Barn"));
+        _robot.clickContinue();
         see("wep-warning");
-        _wizard.back();
-        pick(longestName);
+        _robot.clickGoBack();
+        select(longestName);
     }
 
     void testPage()
@@ -146,21 +123,21 @@ private:
                                                          {3, "test-system-error"},
                                                          {0, "test-success"}};
         for (const auto &[result, view] : verdicts) {
-            _wizard.next();
+            _robot.clickContinue();
             if (result == 1)
                 see("test-testing");
-            finish("test", TolvarDocuments::testResults(QByteArray(longestName.data()), "", result));
+            finish(TolvarDocuments::testResults(QByteArray(longestName.data()), "", result));
             see(view);
             if (result != 0)
-                _wizard.back();
+                _robot.clickGoBack();
         }
-        field<QAbstractButton>("pushButton")->click();
+        _robot.clickSave();
         see("test-saved");
     }
 
     void console()
     {
-        _wizard.consoleButtonClicked();
+        _f.wizard.consoleButtonClicked();
         const QByteArray status = TolvarDocuments::status(_setup, _setup.configuration, _setup.testResult);
         for (const QByteArray &said : {QByteArray("get\r\n"), status, QByteArray("\r\n>\r\n")})
             zvMessageOutput(QtWarningMsg, said);
@@ -168,7 +145,7 @@ private:
         theConsoleWindow->window()->hide();
     }
 
-    void see(const char *view) { see(view, &_wizard); }
+    void see(const char *view) { see(view, &_f.wizard); }
     void see(const char *view, QWidget *window)
     {
         for (int i = 0; i < 10; ++i)
@@ -182,52 +159,30 @@ private:
             dialog->reject();
         };
     }
-
-    void pick(const QString &network)
+    void downloadLog(const QList<ModalDialogResponder::Answer> &answers)
     {
-        const auto *list = field<QListView>("networkListView");
-        for (int row = 0; row < list->model()->rowCount(); ++row) {
-            const QModelIndex index = list->model()->index(row, 0);
-            if (index.data().toString() != network)
-                continue;
-            field<QListView>("networkListView")->setCurrentIndex(index);
-            Q_EMIT field<QListView>("networkListView")->clicked(index);
-            return;
-        }
-        qFatal("the list doesn't have %s", qPrintable(network));
+        const ModalDialogResponder dialogs(answers);
+        _robot.clickDownloadLog();
     }
-    template <typename Widget>
-    Widget *field(const char *name) const
+    void select(const QString &network)
     {
-        auto *found = _wizard.currentPage()->findChild<Widget *>(QLatin1String(name));
-        if (!found)
-            qFatal("the page has no %s", name);
-        return found;
+        if (!_robot.selectNetwork(network))
+            qFatal("the list doesn't have %s", qPrintable(network));
     }
 
     void tellStatus(const char *firmware)
     {
         _setup.firmwareVersion = firmware;
-        reply(TolvarDocuments::status(_setup, _setup.configuration, _setup.testResult));
+        _f.reply(
+            QString::fromLatin1(TolvarDocuments::status(_setup, _setup.configuration, _setup.testResult)));
     }
-    void reply(const QByteArray &document) { _tolvar.onResponseReceived(QString::fromLatin1(document)); }
-    /// Completes the device's current task.
-    void finish(const char *what, const QByteArray &document)
-    {
-        if (!_inside.scanning() && !_inside.testing())
-            qFatal("there is no %s to be finished", what);
-        for (const char byte : '\x02' + document + '\x03')
-            _tolvar.handleReceived(byte);
-        // The link is at the prompt now and would send the queued commands, to a port that does not exist.
-        _inside.state() = NOT_CONNECTED;
-    }
+    void finish(const QByteArray &document) { _f.finish(QString::fromLatin1(document)); }
 
     const ViewCallback &_onlooker;
     const QTemporaryDir _folder{QDir::tempPath() + QStringLiteral("/Documents-XXXXXX")};
     DeviceConfig _setup;
-    ZVTolvarSetupWizard _wizard;
-    ZVTolvar &_tolvar = *_wizard._tolvar;
-    const ZVTolvarTestPeer _inside{_tolvar};
+    WizardFixture _f;
+    WizardRobot &_robot = _f.robot;
 };
 } // namespace
 

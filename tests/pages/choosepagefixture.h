@@ -4,7 +4,7 @@
 #include <QListView>
 #include <QTest>
 
-#include "tests/support/messagerecorder.h"
+#include "tests/support/messagespy.h"
 #include "tests/support/wizardfixture.h"
 
 /// The reply to a scan with "Home" with WPA2, "Old" with WEP, and "Open" without security.
@@ -18,7 +18,7 @@ class ChoosePageFixture : public WizardFixture
 public:
     ChoosePageFixture() { goTo(3); }
 
-    MessageRecorder log;
+    MessageSpy log;
 
     QWizardPage *page() const { return wizard.page(3); }
     QLineEdit *name() const { return widget<QLineEdit>("input_NetworkName"); }

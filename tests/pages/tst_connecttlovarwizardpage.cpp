@@ -3,7 +3,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include "tests/support/messagerecorder.h"
+#include "tests/support/messagespy.h"
 #include "tests/support/pseudotranslator.h"
 #include "tests/support/wizardfixture.h"
 
@@ -15,7 +15,7 @@ class TestConnectPage : public QObject
 private Q_SLOTS:
     void init()
     {
-        _log = std::make_unique<MessageRecorder>();
+        _log = std::make_unique<MessageSpy>();
         _f = std::make_unique<WizardFixture>();
     }
     void cleanup()
@@ -41,7 +41,7 @@ private:
     QString label() const { return _f->widget<QLabel>("label_progress")->text(); }
     bool barVisible() const { return _f->widget<QProgressBar>("connectionProgressBar")->isVisible(); }
 
-    std::unique_ptr<MessageRecorder> _log;
+    std::unique_ptr<MessageSpy> _log;
     std::unique_ptr<WizardFixture> _f;
 };
 
@@ -125,7 +125,7 @@ void TestConnectPage::aDeviceThatIsThereAtTheStartKeepsItsText()
 {
     // The search announces the device before it returns, and before the window is shown.
     ZVTolvarSetupWizard wizard;
-    _log->tellOf([&wizard](const QString &message) {
+    _log->setCallback([&wizard](const QString &message) {
         if (message == "D:List of ports: ")
             Q_EMIT wizard._tolvar->candidateDeviceFound();
     });

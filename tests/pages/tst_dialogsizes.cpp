@@ -7,7 +7,7 @@
 #include "pages/advanceddialog.h"
 #include "pages/viewdetailsdialog.h"
 #include "tests/support/reachable.h"
-#include "tests/support/scopedapplicationfont.h"
+#include "tests/support/scopedsettings.h"
 
 namespace
 {

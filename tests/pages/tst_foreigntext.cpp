@@ -4,7 +4,7 @@
 #include "device/zvscanresult.h"
 #include "pages/viewdetailsdialog.h"
 #include "tests/support/drawntext.h"
-#include "tests/support/languageof.h"
+#include "tests/support/scopedsettings.h"
 #include "tests/support/wizardfixture.h"
 
 namespace

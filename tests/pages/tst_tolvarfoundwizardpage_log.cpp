@@ -11,7 +11,7 @@
 #include <QTest>
 
 #include "tests/support/drawntext.h"
-#include "tests/support/messagerecorder.h"
+#include "tests/support/messagespy.h"
 #include "tests/support/modaldialogresponder.h"
 #include "tests/support/pseudotranslator.h"
 #include "tests/support/wizardfixture.h"
@@ -57,7 +57,7 @@ private:
     ModalDialogResponder::Answer chooseFile(const QString &path);
 
     std::unique_ptr<QTemporaryDir> _folder;
-    std::unique_ptr<MessageRecorder> _log;
+    std::unique_ptr<MessageSpy> _log;
     std::unique_ptr<WizardFixture> _f;
     QString _offered;
     QString _caption;
@@ -67,7 +67,7 @@ void TestLogDownload::init()
 {
     _folder = std::make_unique<QTemporaryDir>();
     QVERIFY(QDir::setCurrent(_folder->path()));
-    _log = std::make_unique<MessageRecorder>();
+    _log = std::make_unique<MessageSpy>();
     _f = std::make_unique<WizardFixture>();
     _f->goTo(1);
     _offered.clear();

@@ -2,9 +2,6 @@
 
 #include <cerrno>
 #include <cstdarg>
-#include <optional>
-#include <utility>
-
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <linux/serial.h>
@@ -13,36 +10,28 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-namespace
-{
-struct Record {
-    termios lastSettings = {};
-    int timesSet = 0;
-    int settingsUntilCall = 0;
-    std::function<void()> call;
-    QList<int> modemLines;
-    QStringList order;
-    QList<QByteArray> opened;
-    bool refusesOpening = false;
-    bool keepsFrame = false;
-    int unreadPretences = 0;
-    int unreadQuestions = 0;
-    std::optional<int> controller;
-    QByteArray unreadableNode;
-    int readError = 0;
-    int failedReads = 0;
-    bool failsHangUpQuestions = false;
-};
-} // namespace
-
-static Record &record()
+LibcInterposer::Record &LibcInterposer::record()
 {
     static auto *const theRecord = new Record; // never destroyed: calls may come until the process ends
     return *theRecord;
 }
 
+namespace
+{
+LibcInterposer::Record &record()
+{
+    return LibcInterposer::record();
+}
+
+/// The C library's own function.
+template <typename Function>
+Function *original(const char *name)
+{
+    return reinterpret_cast<Function *>(::dlsym(RTLD_NEXT, name));
+}
+
 // The settings that differ between \a one and \a other.
-static QStringList differences(const termios &one, const termios &other)
+QStringList differences(const termios &one, const termios &other)
 {
     const auto flags = [&one, &other](tcflag_t control, tcflag_t input) {
         return ((one.c_cflag ^ other.c_cflag) & control) != 0 || ((one.c_iflag ^ other.c_iflag) & input) != 0;
@@ -61,12 +50,34 @@ static QStringList differences(const termios &one, const termios &other)
     return names;
 }
 
+/// Returns true if the descriptor is open on the tty whose reads fail.
+bool isUnreadable(int descriptor)
+{
+    if (record().unreadableNode.isEmpty())
+        return false;
+    char target[256];
+    const QByteArray link = "/proc/self/fd/" + QByteArray::number(descriptor);
+    const ssize_t length = ::readlink(link.constData(), target, sizeof target);
+    return length > 0 && QByteArray(target, length) == record().unreadableNode;
+}
+
+int openBy(const char *function, const char *path, int flags, mode_t mode)
+{
+    if (record().refusesOpening && QByteArray(path).startsWith("/dev/ttyUSB")) {
+        errno = EACCES;
+        return -1;
+    }
+    if (QByteArray(path).startsWith("/dev/"))
+        record().opened += path;
+    return original<int(const char *, int, ...)>(function)(path, flags, mode);
+}
+} // namespace
+
 // These functions replace those of the C library in the whole program. The parameter names in its headers are
 // reserved. NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
 extern "C" int tcsetattr(int descriptor, int when, const termios *settings)
 {
-    using Function = int (*)(int, int, const termios *);
-    static const auto original = reinterpret_cast<Function>(::dlsym(RTLD_NEXT, "tcsetattr"));
+    static auto *const real = original<decltype(tcsetattr)>("tcsetattr");
     ++record().timesSet;
     if (record().settingsUntilCall > 0 && --record().settingsUntilCall == 0)
         record().call();
@@ -74,14 +85,13 @@ extern "C" int tcsetattr(int descriptor, int when, const termios *settings)
     ::tcgetattr(descriptor, &present);
     record().order += differences(present, *settings);
     record().lastSettings = *settings;
-    return original(descriptor, when, settings);
+    return real(descriptor, when, settings);
 }
 
 extern "C" int tcgetattr(int descriptor, termios *settings)
 {
-    using Function = int (*)(int, termios *);
-    static const auto original = reinterpret_cast<Function>(::dlsym(RTLD_NEXT, "tcgetattr"));
-    const int result = original(descriptor, settings);
+    static auto *const real = original<decltype(tcgetattr)>("tcgetattr");
+    const int result = real(descriptor, settings);
     constexpr tcflag_t frame = CSIZE | PARENB | PARODD | CMSPAR | CSTOPB;
     if (record().keepsFrame)
         settings->c_cflag = (settings->c_cflag & ~frame) | (record().lastSettings.c_cflag & frame);
@@ -110,23 +120,11 @@ extern "C" int ioctl(int descriptor, unsigned long request, ...)
     return static_cast<int>(::syscall(SYS_ioctl, descriptor, request, argument));
 }
 
-/// Returns true if the descriptor is open on the tty whose reads fail.
-static bool isUnreadable(int descriptor)
-{
-    if (record().unreadableNode.isEmpty())
-        return false;
-    char target[256];
-    const QByteArray link = "/proc/self/fd/" + QByteArray::number(descriptor);
-    const ssize_t length = ::readlink(link.constData(), target, sizeof target);
-    return length > 0 && QByteArray(target, length) == record().unreadableNode;
-}
-
 extern "C" ssize_t read(int descriptor, void *buffer, size_t size)
 {
-    using Function = ssize_t (*)(int, void *, size_t);
-    static const auto original = reinterpret_cast<Function>(::dlsym(RTLD_NEXT, "read"));
+    static auto *const real = original<decltype(read)>("read");
     if (!isUnreadable(descriptor))
-        return original(descriptor, buffer, size);
+        return real(descriptor, buffer, size);
     ++record().failedReads;
     errno = record().readError;
     return record().readError == 0 ? 0 : -1;
@@ -134,25 +132,12 @@ extern "C" ssize_t read(int descriptor, void *buffer, size_t size)
 
 extern "C" int poll(pollfd *files, nfds_t count, int timeout)
 {
-    using Function = int (*)(pollfd *, nfds_t, int);
-    static const auto original = reinterpret_cast<Function>(::dlsym(RTLD_NEXT, "poll"));
+    static auto *const real = original<decltype(poll)>("poll");
     if (record().failsHangUpQuestions && count == 1 && files->events == 0) {
         errno = EINTR;
         return -1;
     }
-    return original(files, count, timeout);
-}
-
-static int openBy(const char *function, const char *path, int flags, mode_t mode)
-{
-    if (record().refusesOpening && QByteArray(path).startsWith("/dev/ttyUSB")) {
-        errno = EACCES;
-        return -1;
-    }
-    if (QByteArray(path).startsWith("/dev/"))
-        record().opened += path;
-    using Function = int (*)(const char *, int, ...);
-    return reinterpret_cast<Function>(::dlsym(RTLD_NEXT, function))(path, flags, mode);
+    return real(files, count, timeout);
 }
 
 extern "C" int open(const char *path, int flags, ...)
@@ -174,80 +159,3 @@ extern "C" int open64(const char *path, int flags, ...)
     return openBy("open64", path, flags, mode);
 }
 // NOLINTEND(readability-inconsistent-declaration-parameter-name)
-
-void LibcInterposer::clear()
-{
-    record() = {};
-}
-
-termios LibcInterposer::lastSettings()
-{
-    return record().lastSettings;
-}
-
-int LibcInterposer::timesSet()
-{
-    return record().timesSet;
-}
-
-void LibcInterposer::beforeSettings(int number, std::function<void()> call)
-{
-    record().settingsUntilCall = number;
-    record().call = std::move(call);
-}
-
-QList<int> LibcInterposer::modemLines()
-{
-    return record().modemLines;
-}
-
-QStringList LibcInterposer::order()
-{
-    return record().order;
-}
-
-int LibcInterposer::openings(const QByteArray &node)
-{
-    return static_cast<int>(record().opened.count(node));
-}
-
-void LibcInterposer::refuseOpening(bool refuse)
-{
-    record().refusesOpening = refuse;
-}
-
-void LibcInterposer::keepFrame()
-{
-    record().keepsFrame = true;
-}
-
-void LibcInterposer::pretendUnread(int times)
-{
-    record().unreadPretences = times;
-}
-
-int LibcInterposer::questionsForUnread()
-{
-    return record().unreadQuestions;
-}
-
-void LibcInterposer::failReading(const QByteArray &node, int error)
-{
-    record().unreadableNode = node;
-    record().readError = error;
-}
-
-int LibcInterposer::failedReads()
-{
-    return record().failedReads;
-}
-
-void LibcInterposer::failHangUpQuestions()
-{
-    record().failsHangUpQuestions = true;
-}
-
-void LibcInterposer::pretendController(int type)
-{
-    record().controller = type;
-}

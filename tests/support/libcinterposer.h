@@ -1,49 +1,79 @@
 #pragma once
 
 #include <functional>
+#include <optional>
+#include <utility>
 
 #include <QList>
 #include <QStringList>
 
 #include <termios.h>
 
-/// Records the requests that this process sends to its ttys. A pseudo-terminal has no modem lines and always
-/// has 8 data bits and no parity, so it does not show what was requested.
-namespace LibcInterposer
+/// Records the requests that this process sends to its ttys, and makes some of them fail. A pseudo-terminal
+/// has no modem lines and always has 8 data bits and no parity, so it does not show what was requested.
+class LibcInterposer
 {
+public:
+    /// Clears the record and ends all simulated behaviour.
+    static void clear() { record() = {}; }
+    /// The settings of the last tcsetattr().
+    static termios lastSettings() { return record().lastSettings; }
+    /// The modem lines switched on and off so far: the line's bit (TIOCM_DTR) for on, its negative for off.
+    static QList<int> modemLines() { return record().modemLines; }
+    /// The number of tcsetattr() calls since clear().
+    static int timesSet() { return record().timesSet; }
+    /// Calls \a call at the \a number -th tcsetattr() from now on, before the system receives it.
+    static void beforeSettings(int number, std::function<void()> call)
+    {
+        record().settingsUntilCall = number;
+        record().call = std::move(call);
+    }
+    /// The settings that requests have changed so far, in order: "baud rate", "flow control", "parity", "data
+    /// bits", "stop bits", "DTR", "RTS".
+    static QStringList order() { return record().order; }
 
-/// Clears the record and ends all simulated behaviour.
-void clear();
-/// The settings of the last tcsetattr().
-termios lastSettings();
-/// The modem lines switched on and off so far: the line's bit (TIOCM_DTR) for on, its negative for off.
-QList<int> modemLines();
-/// The number of tcsetattr() calls since clear().
-int timesSet();
-/// Calls \a call at the \a number -th tcsetattr() from now on, before the system receives it.
-void beforeSettings(int number, std::function<void()> call);
-/// The settings that requests have changed so far, in order: "baud rate", "flow control", "parity", "data
-/// bits", "stop bits", "DTR", "RTS".
-QStringList order();
+    /// The number of times that \a node has been opened since clear().
+    static int openings(const QByteArray &node) { return static_cast<int>(record().opened.count(node)); }
+    /// Denies or restores permission to open the ttys of the bridges. The system itself never denies it to
+    /// root.
+    static void refuseOpening(bool refuse) { record().refusesOpening = refuse; }
+    /// From now on, the ttys keep the requested data bits, parity and stop bits, as every line except a
+    /// pseudo-terminal does.
+    static void keepFrame() { record().keepsFrame = true; }
+    /// The first \a times that the ttys are asked since clear(), they report one byte to read.
+    static void pretendUnread(int times) { record().unreadPretences = times; }
+    /// The number of times that a tty has been asked for that since clear().
+    static int questionsForUnread() { return record().unreadQuestions; }
+    /// From now on, each read of the open tty \a node fails with \a error; 0 is the end of the file.
+    static void failReading(const QByteArray &node, int error)
+    {
+        record().unreadableNode = node;
+        record().readError = error;
+    }
+    /// The number of reads that have failed in this way.
+    static int failedReads() { return record().failedReads; }
+    /// From now on, each check whether a tty has hung up fails: the system does not reply.
+    static void failHangUpQuestions() { record().failsHangUpQuestions = true; }
+    /// Makes the ttys report a serial controller of this \a type, one of PORT_... in linux/serial.h.
+    static void pretendController(int type) { record().controller = type; }
 
-/// The number of times that \a node has been opened since clear().
-int openings(const QByteArray &node);
-/// Denies or restores permission to open the ttys of the bridges. The system itself never denies it to root.
-void refuseOpening(bool refuse);
-/// From now on, the ttys keep the requested data bits, parity and stop bits, as every line except a
-/// pseudo-terminal does.
-void keepFrame();
-/// The first \a times that the ttys are asked since clear(), they report one byte to read.
-void pretendUnread(int times);
-/// The number of times that a tty has been asked for that since clear().
-int questionsForUnread();
-/// From now on, each read of the open tty \a node fails with \a error; 0 is the end of the file.
-void failReading(const QByteArray &node, int error);
-/// The number of reads that have failed in this way.
-int failedReads();
-/// From now on, each check whether a tty has hung up fails: the system does not reply.
-void failHangUpQuestions();
-/// Makes the ttys report a serial controller of this \a type, one of PORT_... in linux/serial.h.
-void pretendController(int type);
-
-} // namespace LibcInterposer
+    struct Record {
+        termios lastSettings = {};
+        int timesSet = 0;
+        int settingsUntilCall = 0;
+        std::function<void()> call;
+        QList<int> modemLines;
+        QStringList order;
+        QList<QByteArray> opened;
+        bool refusesOpening = false;
+        bool keepsFrame = false;
+        int unreadPretences = 0;
+        int unreadQuestions = 0;
+        std::optional<int> controller;
+        QByteArray unreadableNode;
+        int readError = 0;
+        int failedReads = 0;
+        bool failsHangUpQuestions = false;
+    };
+    static Record &record();
+};

@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "serial/qextserialport.h"
-#include "tests/support/messagerecorder.h"
+#include "tests/support/messagespy.h"
 #include "tests/support/pty.h"
 #include "tests/support/zvtolvartestpeer.h"
 
@@ -37,5 +37,5 @@ private:
 
 public:
     /// Destroyed before the other members: messages from their destructors are not recorded.
-    const std::unique_ptr<MessageRecorder> log = std::make_unique<MessageRecorder>();
+    const std::unique_ptr<MessageSpy> log = std::make_unique<MessageSpy>();
 };

@@ -5,8 +5,8 @@
 
 #include "serial/qextserialport.h"
 
-/// A port that reads received bytes from memory: it needs no line and no system, and nothing waits. Written
-/// bytes are dropped.
+/// A port that reads received bytes from memory and records written ones: it needs no line and no system, and
+/// nothing waits.
 class MemoryPort : public QextSerialPort
 {
 public:
@@ -17,26 +17,25 @@ public:
     }
 
     /// Sets the data to read from now on. The caller keeps its ownership.
-    void bring(const char *bytes, qint64 size)
-    {
-        _bytes = bytes;
-        _left = size;
-    }
+    void bring(const char *bytes, qint64 size) { _unread = QByteArrayView(bytes, size); }
+    qint64 bytesAvailable() const override { return _unread.size(); }
 
-    qint64 bytesAvailable() const override { return _left; }
+    QByteArray written;
 
 protected:
     qint64 readData(char *data, qint64 maxSize) override
     {
-        const qint64 count = std::min(_left, maxSize);
-        std::memcpy(data, _bytes, static_cast<std::size_t>(count));
-        _bytes += count;
-        _left -= count;
+        const qint64 count = std::min<qint64>(_unread.size(), maxSize);
+        std::memcpy(data, _unread.data(), static_cast<std::size_t>(count));
+        _unread = _unread.sliced(count);
         return count;
     }
-    qint64 writeData(const char *, qint64 size) override { return size; }
+    qint64 writeData(const char *data, qint64 size) override
+    {
+        written.append(data, size);
+        return size;
+    }
 
 private:
-    const char *_bytes = nullptr;
-    qint64 _left = 0;
+    QByteArrayView _unread;
 };

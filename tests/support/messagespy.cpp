@@ -1,27 +1,55 @@
 #include "tests/support/messagespy.h"
 
-#include <utility>
+#include "messages/diagnostics.h"
 
 namespace
 {
-MessageSpy *theWitness = nullptr;
-}
+QtMessageHandler earlierHandler = nullptr;
 
-MessageSpy::MessageSpy(std::function<void(const QString &)> callback)
+QList<MessageSpy *> &spies()
+{
+    static QList<MessageSpy *> all;
+    return all;
+}
+} // namespace
+
+MessageSpy::MessageSpy(Callback callback)
     : _callback(std::move(callback))
 {
-    theWitness = this;
-    _earlier = qInstallMessageHandler(pass);
+    if (spies().isEmpty()) {
+        enableAllMessages();
+        earlierHandler = qInstallMessageHandler(record);
+    }
+    spies() += this;
 }
 
 MessageSpy::~MessageSpy()
 {
-    qInstallMessageHandler(_earlier);
-    theWitness = nullptr;
+    spies().removeOne(this);
+    if (spies().isEmpty())
+        qInstallMessageHandler(earlierHandler);
 }
 
-void MessageSpy::pass(QtMsgType type, const QMessageLogContext &context, const QString &message)
+QStringList MessageSpy::messages(const QString &prefix) const
 {
-    theWitness->_callback(message);
-    theWitness->_earlier(type, context, message);
+    QStringList found;
+    for (const QString &message : _messages) {
+        if (message.startsWith(prefix))
+            found += message;
+    }
+    return found;
+}
+
+void MessageSpy::record(QtMsgType type, const QMessageLogContext &, const QString &message)
+{
+    // This message is from the offscreen platform plugin, not from the program.
+    if (message == QLatin1String("This plugin does not support propagateSizeHints()"))
+        return;
+    static const QHash<QtMsgType, QString> prefixes = {
+        {QtDebugMsg, "D:"}, {QtInfoMsg, "I:"}, {QtWarningMsg, "W:"}, {QtCriticalMsg, "C:"}};
+    for (MessageSpy *spy : std::as_const(spies())) {
+        spy->_messages += prefixes.value(type) + message;
+        if (spy->_callback)
+            spy->_callback(spy->_messages.constLast());
+    }
 }

@@ -1,21 +1,32 @@
 #pragma once
 
 #include <functional>
+#include <utility>
 
-#include <QString>
+#include <QStringList>
 
-/// Calls a function at each diagnostic message while it lives, so that a test can check the state at that
-/// moment. The message is then passed to the previous message handler. Only one may exist at a time.
+/// Records each diagnostic message while it lives, with the prefix of the session log ("D:", "W:", "C:"), and
+/// can call a function at each, so that a test can check the state at that moment. Several may exist at a
+/// time. The last one restores the previous message handler.
 class MessageSpy
 {
 public:
-    explicit MessageSpy(std::function<void(const QString &)> callback);
+    using Callback = std::function<void(const QString &message)>;
+
+    explicit MessageSpy(Callback callback = {});
     ~MessageSpy();
+
+    /// From now on, calls \a callback with each message when it is emitted.
+    void setCallback(Callback callback) { _callback = std::move(callback); }
+    /// The messages so far that begin with \a prefix.
+    QStringList messages(const QString &prefix = QString()) const;
+    /// Returns the messages so far and clears them.
+    QStringList take() { return std::exchange(_messages, {}); }
 
 private:
     Q_DISABLE_COPY_MOVE(MessageSpy)
-    static void pass(QtMsgType type, const QMessageLogContext &context, const QString &message);
+    static void record(QtMsgType type, const QMessageLogContext &, const QString &message);
 
-    std::function<void(const QString &)> _callback;
-    QtMessageHandler _earlier;
+    QStringList _messages;
+    Callback _callback;
 };

@@ -1,24 +1,27 @@
 #pragma once
 
 #include <functional>
+#include <utility>
 
+#include <QApplication>
+#include <QDialog>
 #include <QList>
-#include <QObject>
 #include <QTimer>
-
-class QDialog;
 
 /// Answers the modal dialogs that open while it lives, one answer for each dialog, in order. Dialogs without
 /// an answer are rejected and counted.
 class ModalDialogResponder : public QObject
 {
-    Q_OBJECT
-
 public:
     /// What to do with a dialog; the answer itself must close it.
     using Answer = std::function<void(QDialog *)>;
 
-    explicit ModalDialogResponder(QList<Answer> answers);
+    explicit ModalDialogResponder(QList<Answer> answers)
+        : _answers(std::move(answers))
+    {
+        connect(&_timer, &QTimer::timeout, this, &ModalDialogResponder::look);
+        _timer.start(0);
+    }
 
     /// The number of dialogs that have opened so far, including those without an answer.
     int opened() const { return _opened; }
@@ -26,7 +29,17 @@ public:
     qsizetype left() const { return _answers.size(); }
 
 private:
-    void look();
+    void look()
+    {
+        auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+        if (!dialog || !dialog->isVisible())
+            return;
+        ++_opened;
+        if (_answers.isEmpty())
+            dialog->reject();
+        else
+            _answers.takeFirst()(dialog);
+    }
 
     QList<Answer> _answers;
     QTimer _timer;

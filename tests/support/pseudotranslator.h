@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QStringList>
 #include <QTranslator>
 
@@ -7,17 +8,28 @@
 /// text contains the arguments of the request. A string that is not translated has no bars.
 class PseudoTranslator : public QTranslator
 {
-    Q_OBJECT
-
 public:
-    PseudoTranslator();
+    // The destructor of the base class removes it again.
+    PseudoTranslator() { QCoreApplication::installTranslator(this); }
 
     bool isEmpty() const override { return false; }
     QString translate(const char *context, const char *sourceText, const char *disambiguation,
-                      int n) const override;
+                      int) const override
+    {
+        _asked += QStringLiteral("%1|%2|%3").arg(context, disambiguation, sourceText);
+        return _asked.constLast();
+    }
 
     /// The strings requested in \a context so far, in the marked form in which they were returned.
-    QStringList asked(const QString &context) const;
+    QStringList asked(const QString &context) const
+    {
+        QStringList inContext;
+        for (const QString &marked : _asked) {
+            if (marked.startsWith(context + QLatin1Char('|')))
+                inContext += marked;
+        }
+        return inContext;
+    }
 
 private:
     mutable QStringList _asked;

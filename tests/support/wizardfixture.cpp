@@ -1,9 +1,6 @@
 #include "tests/support/wizardfixture.h"
 
-#include <QAbstractButton>
 #include <QTest>
-
-#include "pages/pageid.h"
 
 WizardFixture::WizardFixture()
     : tolvar(*new ConnectionSpy(&wizard))
@@ -15,25 +12,10 @@ WizardFixture::WizardFixture()
     QVERIFY(QTest::qWaitForWindowActive(&wizard)); // only fields of the active window receive keys
 }
 
-void WizardFixture::status(const QString &children) const
+void WizardFixture::finish(const QString &document) const
 {
-    reply("<puckdata>" + children + "</puckdata>");
-}
-
-void WizardFixture::finishScan(const QString &children) const
-{
-    feed("\x02<scan_results>" + children + "</scan_results>\x03");
-}
-
-void WizardFixture::finishTest(const QString &result) const
-{
-    feed("\x02<networktest_results><status result=\"" + result + "\"/></networktest_results>\x03");
-}
-
-void WizardFixture::feed(const QString &bytes) const
-{
-    const QByteArray latin1 = bytes.toLatin1();
-    for (const char byte : latin1)
+    const QByteArray bytes = '\x02' + document.toLatin1() + '\x03';
+    for (const char byte : bytes)
         tolvar.handleReceived(byte);
     // At the prompt, the link would take each line out of the queue and send it to a port that does not
     // exist.
@@ -45,15 +27,10 @@ void WizardFixture::goTo(int id)
     if (tolvar.systemID().isEmpty())
         status("<name>TOLVAR-1</name><firmware_version>A060</firmware_version><network_name>Home</"
                "network_name>");
-    while (wizard.currentId() != id) {
-        const int before = wizard.currentId();
-        if (before == ChooseNetworkPageId && tolvar.scanning())
+    QVERIFY(robot.goTo(id, [this] {
+        if (tolvar.scanning())
             finishScan();
-        wizard.next();
-        if (wizard.currentId() == before)
-            break;
-    }
-    QCOMPARE(wizard.currentId(), id);
+    }));
 }
 
 void WizardFixture::goBackAndEnterAgain()
@@ -75,14 +52,4 @@ int WizardFixture::listeners(const QByteArray &sender, const QByteArray &signal)
     if (!object || object->metaObject()->indexOfSignal(signal) < 0)
         return -1;
     return (object->*(&Peek::receivers))('2' + signal); // the prefix that SIGNAL() adds
-}
-
-bool WizardFixture::canGoOn() const
-{
-    return wizard.button(QWizard::NextButton)->isEnabled();
-}
-
-bool WizardFixture::canFinish() const
-{
-    return wizard.button(QWizard::FinishButton)->isEnabled();
 }

@@ -7,6 +7,7 @@
 
 #include "app/zvtolvarsetupwizard.h"
 #include "device/zvtolvar.h"
+#include "tests/support/wizardrobot.h"
 #include "tests/support/zvtolvartestpeer.h"
 
 /// A controller that reports the connections to its signals.
@@ -38,15 +39,24 @@ public:
     ZVTolvarSetupWizard wizard;
     ConnectionSpy &tolvar; ///< the controller that the pages use
     const ZVTolvarTestPeer inside;
+    WizardRobot robot{wizard};
 
     /// Simulates a status document from the device with \a children.
-    void status(const QString &children) const;
+    void status(const QString &children) const { reply("<puckdata>" + children + "</puckdata>"); }
     /// Simulates a whole document from the device, delivered at once as by the link.
     void reply(const QString &document) const { tolvar.onResponseReceived(document); }
+    /// Simulates the end of the current scan or test with a whole document, byte by byte.
+    void finish(const QString &document) const;
     /// Simulates the end of the current scan with these "scan" elements.
-    void finishScan(const QString &children = QString()) const;
+    void finishScan(const QString &children = QString()) const
+    {
+        finish("<scan_results>" + children + "</scan_results>");
+    }
     /// Simulates the end of the current test with this result code.
-    void finishTest(const QString &result) const;
+    void finishTest(const QString &result) const
+    {
+        finish("<networktest_results><status result=\"" + result + "\"/></networktest_results>");
+    }
 
     /// Goes from the start page to page \a id by the wizard's own page order, as with a known device on
     /// firmware A060. The test fails if the page is not reached.
@@ -69,10 +79,7 @@ public:
     /// the object with this name in the wizard; -1 if there is no such signal.
     int listeners(const QByteArray &sender, const QByteArray &signal) const;
     /// Returns true if the Next button is enabled.
-    bool canGoOn() const;
+    bool canGoOn() const { return robot.canContinue(); }
     /// Returns true if the Finish button is enabled.
-    bool canFinish() const;
-
-private:
-    void feed(const QString &bytes) const;
+    bool canFinish() const { return robot.canFinish(); }
 };

@@ -1,7 +1,7 @@
 #include <QTest>
 
 #include "messages/diagnostics.h"
-#include "tests/support/messagerecorder.h"
+#include "tests/support/messagespy.h"
 
 /// Tests how one message is composed.
 class TestDiagnostics : public QObject
@@ -17,7 +17,7 @@ private Q_SLOTS:
 
 void TestDiagnostics::eachItemIsFollowedByOneBlank()
 {
-    MessageRecorder log;
+    MessageSpy log;
     zvDebug() << "_commState = " << QStringLiteral("IN_PROMPT");
     zvDebug() << "port name:" << QStringLiteral("ttyUSB0") << 60 << -1 << QByteArray("x");
     zvDebug();
@@ -27,7 +27,7 @@ void TestDiagnostics::eachItemIsFollowedByOneBlank()
 
 void TestDiagnostics::literalsAreBareAndEndAtTheFirstZeroByte()
 {
-    MessageRecorder log;
+    MessageSpy log;
     zvDebug() << ""
               << " 100 %s %1 \\ \"";
     const QByteArray received("\x02<a>\xc3\xa9\xff</a>\x03\r\n\0>", 16); // each byte is one character
@@ -38,7 +38,7 @@ void TestDiagnostics::literalsAreBareAndEndAtTheFirstZeroByte()
 
 void TestDiagnostics::textsAndBytesAreInQuotesAndUnchanged()
 {
-    MessageRecorder log;
+    MessageSpy log;
     zvDebug() << QString();
     zvDebug() << QStringLiteral("  \"hi\" \\n \r\n caf\u00e9 \u20ac ");
     zvDebug() << QByteArray("setssid \xe9\r\n");
@@ -48,7 +48,7 @@ void TestDiagnostics::textsAndBytesAreInQuotesAndUnchanged()
 
 void TestDiagnostics::aMessageIsDeliveredWholeAtItsLevel()
 {
-    MessageRecorder log;
+    MessageSpy log;
     {
         ZVMessage message(QtDebugMsg);
         message << "one"

@@ -8,7 +8,7 @@
 #include "serial/hangupwatch.h"
 #include "tests/support/descriptors.h"
 #include "tests/support/libcinterposer.h"
-#include "tests/support/messagerecorder.h"
+#include "tests/support/messagespy.h"
 #include "tests/support/pty.h"
 
 namespace
@@ -97,7 +97,7 @@ void TestHangUpWatch::aStoppedWatchReportsNothing()
     WatchedTerminal watched;
     stopped.watch.stop();
     stopped.watch.stop(); // a second stop() has no effect
-    MessageRecorder log;
+    MessageSpy log;
     QCoreApplication::processEvents();
     QCOMPARE(log.messages(), QStringList()); // Qt reports no warning either
     stopped.terminal.hangUp();

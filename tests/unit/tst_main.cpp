@@ -1,4 +1,4 @@
-#include "tests/support/mockports.h"
+#include "simulator/fakeusbbus.h"
 
 #include <QDir>
 #include <QFile>
@@ -138,7 +138,7 @@ private Q_SLOTS:
 
 private:
     const QByteArray _earlierLog = "D:another run, much longer\n" + QByteArray(10000, 'x');
-    MockPorts _computer;
+    FakeUsbBus _computer;
     Program _typical; ///< has run once, on an earlier log
 };
 
@@ -205,7 +205,7 @@ void TestMain::loggingRulesDropNoMessage()
 void TestMain::aMessageAfterTheEndOfTheLogDoesNoHarm()
 {
     Program program;
-    program.environment.insert("LD_PRELOAD", program.environment.value("LD_PRELOAD") + ":" ZV_LAST_MESSAGE);
+    program.environment.insert("ZV_PROBE_LAST_MESSAGE", "the last message");
     program.environment.insert("MALLOC_PERTURB_", "165"); // overwrites freed memory
     program.run();
     QVERIFY2(program.output.endsWith("the wizard is gone\nthe last message\n"), program.output);

@@ -1,5 +1,3 @@
-#include "tests/support/mockports.h"
-
 #include <cerrno>
 #include <cstring>
 #include <memory>
@@ -16,6 +14,7 @@
 #include "serial/portwatcher_udev.h"
 #include "serial/qextserialenumerator.h"
 #include "serial/qextserialport.h"
+#include "tests/support/fakeports.h"
 #include "tests/support/pendingtimers.h"
 #include "tests/support/udevfaultinjector.h"
 
@@ -142,11 +141,11 @@ void TestPortWatcher::withoutUdevTheListIsCompared()
 void TestPortWatcher::portsAreReportedAsTheyAreListed()
 {
     QFETCH(MakeWatcher, make);
-    MockPorts computer;
-    const QString present = computer.plugUsb("10c4", "ea60");
+    FakePorts computer;
+    const QString present = computer.plugUsb(UsbBridge::foreignCh340());
     ArmedReports reports(make());
-    const QString first = computer.plugUsb("0403", "6001");
-    const QString second = computer.plugUsb("067b", "2303", "USB-Serial_Controller");
+    const QString first = computer.plugUsb();
+    const QString second = computer.plugUsb(UsbBridge::prolific());
     QTRY_COMPARE(reports.lines, QStringList({"arrived " + first, "arrived " + second}));
     const QList<QextPortInfo> listed = QextSerialEnumerator::getPorts();
     for (const QString &name : {second, first, present}) {
@@ -160,25 +159,26 @@ void TestPortWatcher::portsAreReportedAsTheyAreListed()
 void TestPortWatcher::onlyNewPortsAreReported()
 {
     QFETCH(MakeWatcher, make);
-    MockPorts computer;
-    const QString present = computer.plugUsb("0403", "6001");
+    FakePorts computer;
+    const QString present = computer.plugUsb();
     ArmedReports reports(make());
     const QString phantom = computer.addPhantom();
-    const QString console = computer.addConsole();
+    const QString console = QStringLiteral("tty0");
+    computer.addVirtual(console);
     computer.plugOtherUsb();
     computer.unplug(phantom);
     computer.unplug(console);
     computer.announce(present, "add"); // as "udevadm trigger" does
     computer.announce(present, "change");
-    const QString next = computer.plugUsb("0403", "6001");
+    const QString next = computer.plugUsb();
     QTRY_COMPARE(reports.lines, QStringList{"arrived " + next});
 }
 
 void TestPortWatcher::anotherDeviceUnderTheSameNameReplacesTheFirst()
 {
     QFETCH(MakeWatcher, make);
-    MockPorts computer;
-    const QString name = computer.plugUsb("0403", "6001");
+    FakePorts computer;
+    const QString name = computer.plugUsb();
     ArmedReports reports(make());
     computer.setProperty(name, "ID_VENDOR_ID", "067b");
     computer.announce(name, "add");
@@ -190,23 +190,23 @@ void TestPortWatcher::anotherDeviceUnderTheSameNameReplacesTheFirst()
 void TestPortWatcher::aPortThatIsGoneAgainIsNotReported()
 {
     // The port appears and disappears while the event loop is busy.
-    MockPorts computer;
+    FakePorts computer;
     ArmedReports reports;
-    computer.unplug(computer.plugUsb("0403", "6001"));
-    const QString name = computer.plugUsb("067b", "2303");
+    computer.unplug(computer.plugUsb());
+    const QString name = computer.plugUsb(UsbBridge::prolific());
     QTRY_COMPARE(reports.lines, QStringList{"arrived " + name});
 }
 
 void TestPortWatcher::lostEventsAreReplacedByAComparison()
 {
-    MockPorts computer;
-    const QString stays = computer.plugUsb("0403", "6001");
-    const QString goes = computer.plugUsb("0403", "6001");
+    FakePorts computer;
+    const QString stays = computer.plugUsb();
+    const QString goes = computer.plugUsb();
     ArmedReports reports;
     // The first half of a replug is still in the socket; its second half and the other events are lost.
     computer.announce(stays, "remove");
     computer.unplug(goes);
-    const QString comes = computer.plugUsb("067b", "2303");
+    const QString comes = computer.plugUsb(UsbBridge::prolific());
     receivingFails = true;
     QTRY_COMPARE(reports.lines, QStringList({"removed " + goes, "arrived " + comes}));
 
@@ -216,15 +216,15 @@ void TestPortWatcher::lostEventsAreReplacedByAComparison()
 
 void TestPortWatcher::anEventWithoutAnActionIsIgnored()
 {
-    MockPorts computer;
-    const QString port = computer.plugUsb("0403", "6001");
+    FakePorts computer;
+    const QString port = computer.plugUsb();
     ArmedReports reports;
     UdevFaultInjector::fail(UdevFaultInjector::NoAction);
     computer.unplug(port);
     QTRY_VERIFY(UdevFaultInjector::timesTold() > 0);
 
     UdevFaultInjector::fail(UdevFaultInjector::None);
-    const QString next = computer.plugUsb("067b", "2303");
+    const QString next = computer.plugUsb(UsbBridge::prolific());
     QTRY_COMPARE(reports.lines, QStringList{"arrived " + next});
 }
 
@@ -240,14 +240,14 @@ void TestPortWatcher::aWatcherWithoutUdevsEventsSaysSo_data()
 void TestPortWatcher::aWatcherWithoutUdevsEventsSaysSo()
 {
     QFETCH(int, failure);
-    MockPorts computer;
+    FakePorts computer;
     UdevFaultInjector::fail(static_cast<UdevFaultInjector::Failure>(failure));
     QVERIFY(!UdevPortWatcher().arm());
 }
 
 void TestPortWatcher::theListIsComparedOnceASecond()
 {
-    MockPorts computer;
+    FakePorts computer;
     UdevFaultInjector::fail(UdevFaultInjector::NoReceiving);
     // Timers of one thread fire in the order in which they are due, even if all of them are late.
     QTimer early;
@@ -264,7 +264,7 @@ void TestPortWatcher::theListIsComparedOnceASecond()
         QVERIFY2(!early.isActive(), "not before 0.8 seconds");
         QVERIFY2(late.isActive(), "before 1.5 seconds");
     });
-    computer.plugUsb("0403", "6001");
+    computer.plugUsb();
     QVERIFY(arrived.wait());
 }
 
@@ -278,10 +278,10 @@ void TestPortWatcher::failures()
 void TestPortWatcher::aPortThatHangsUpIsReportedAgain()
 {
     QFETCH(int, failure);
-    MockPorts computer;
+    FakePorts computer;
     UdevFaultInjector::fail(static_cast<UdevFaultInjector::Failure>(failure));
-    const QString name = computer.plugUsb("0403", "6001");
-    computer.plugUsb("067b", "2303"); // it is not reported
+    const QString name = computer.plugUsb();
+    computer.plugUsb(UsbBridge::prolific()); // it is not reported
     const Reports reports(PortWatcher::shared());
     QextSerialPort first(name);
     QVERIFY(first.open(QIODevice::ReadWrite));
@@ -294,9 +294,9 @@ void TestPortWatcher::aPortThatHangsUpIsReportedAgain()
 void TestPortWatcher::aPortThatHangsUpAndGoesIsReportedGoneOnce()
 {
     QFETCH(int, failure);
-    MockPorts computer;
+    FakePorts computer;
     UdevFaultInjector::fail(static_cast<UdevFaultInjector::Failure>(failure));
-    const QString name = computer.plugUsb("0403", "6001");
+    const QString name = computer.plugUsb();
     const Reports reports(PortWatcher::shared());
     QextSerialPort port(name);
     QVERIFY(port.open(QIODevice::ReadWrite));
@@ -312,8 +312,8 @@ void TestPortWatcher::aPortThatHangsUpAndGoesIsReportedGoneOnce()
 
 void TestPortWatcher::aPortThatHangsUpAndIsReplacedIsReportedOnce()
 {
-    MockPorts computer;
-    const QString name = computer.plugUsb("0403", "6001");
+    FakePorts computer;
+    const QString name = computer.plugUsb();
     const Reports reports(PortWatcher::shared());
     QextSerialPort port(name);
     QVERIFY(port.open(QIODevice::ReadWrite));
@@ -330,21 +330,21 @@ void TestPortWatcher::aPortThatHangsUpAndIsReplacedIsReportedOnce()
 
 void TestPortWatcher::aPortThatIsClosedByItsUserIsNotReported()
 {
-    MockPorts computer;
-    const QString name = computer.plugUsb("0403", "6001");
+    FakePorts computer;
+    const QString name = computer.plugUsb();
     const Reports reports(PortWatcher::shared());
     QextSerialPort port(name);
     QVERIFY(port.open(QIODevice::ReadWrite));
     const PendingTimers timers;
     port.close();
     QCOMPARE(timers.underWay(), QList<int>());
-    const QString next = computer.plugUsb("067b", "2303");
+    const QString next = computer.plugUsb(UsbBridge::prolific());
     QTRY_COMPARE(reports.lines, QStringList{"arrived " + next});
 }
 
 void TestPortWatcher::theWatcherIsSharedWhileSomebodyHoldsIt()
 {
-    MockPorts computer;
+    FakePorts computer;
     std::shared_ptr<PortWatcher> one = PortWatcher::shared();
     QVERIFY(qobject_cast<UdevPortWatcher *>(one.get()));
     QCOMPARE(PortWatcher::shared(), one);

@@ -1,5 +1,3 @@
-#include "tests/support/mockports.h"
-
 #include <memory>
 
 #include <QScopeGuard>
@@ -8,13 +6,15 @@
 #include <QTest>
 
 #include <linux/serial.h>
+#include <umockdev.h>
 #include <unistd.h>
 
 #include "serial/portlist.h"
 #include "serial/qextserialenumerator.h"
 #include "serial/qextserialport.h"
+#include "tests/support/fakeports.h"
 #include "tests/support/libcinterposer.h"
-#include "tests/support/messagerecorder.h"
+#include "tests/support/messagespy.h"
 #include "tests/support/udevfaultinjector.h"
 
 /// Tests the list of ports, and the reports on ports that appear and disappear while other objects have them
@@ -121,9 +121,9 @@ void TestQextSerialEnumerator::portsAreEqualIfEveryFieldIs()
 
 void TestQextSerialEnumerator::thePortsAreListed()
 {
-    MockPorts computer;
-    const QString pci = computer.plugPci();
-    const QString prolific = computer.plugUsb("067b", "2303", "USB-Serial_Controller");
+    FakePorts computer;
+    const QString pci = computer.plugOnBus("pci", "0x8086", "0x1c3d");
+    const QString prolific = computer.plugUsb(UsbBridge::prolific());
     const QList<QextPortInfo> ports = QextSerialEnumerator::getPorts();
     QCOMPARE(ports.size(), 2);
     const QextPortInfo card = {pci, "/dev/" + pci, {}, {}, 0, 0};
@@ -135,15 +135,15 @@ void TestQextSerialEnumerator::thePortsAreListed()
 
 void TestQextSerialEnumerator::theListIsTheSameAsQts()
 {
-    MockPorts computer;
-    computer.plugUsb("0403", "6001");
-    computer.plugUsb("067b", "2303", "USB-Serial_Controller");
-    computer.plugUsb("no number", "12345");
-    computer.plugPci();
+    FakePorts computer;
+    computer.plugUsb();
+    computer.plugUsb(UsbBridge::prolific());
+    computer.plugOnBus("usb", "no number", "12345");
+    computer.plugOnBus("pci", "0x8086", "0x1c3d");
     computer.plugOnBus("pnp", "0403", "");
     computer.plugOtherUsb();
     computer.addPhantom();
-    computer.addPhantom(MockPorts::WithoutNode);
+    computer.addPhantom(FakePorts::WithoutNode);
     const QStringList virtualPorts{"rfcomm0", "rfcomm255", "tnt0", "ttyGS0"};
     const QStringList noPorts{"console", "ptmx",  "rfcomm",    "rfcomm-1", "rfcomm256", "tty",  "tty0",
                               "tty63",   "ttyp0", "ttyprintk", "t",        "tt0",       "hvc0", "rfcommX"};
@@ -161,20 +161,20 @@ void TestQextSerialEnumerator::theListIsTheSameAsQts()
 
 void TestQextSerialEnumerator::aPortOfAnOldKernelIsListedIfItHasAController_data()
 {
-    QTest::addColumn<MockPorts::Node>("node");
+    QTest::addColumn<FakePorts::Node>("node");
     QTest::addColumn<int>("controller");
     QTest::addColumn<bool>("isListed");
-    QTest::newRow("one that can be opened") << MockPorts::WithNode << PORT_16550A << true;
-    QTest::newRow("one that can't") << MockPorts::WithoutNode << PORT_16550A << false;
-    QTest::newRow("none") << MockPorts::WithNode << PORT_UNKNOWN << false;
+    QTest::newRow("one that can be opened") << FakePorts::WithNode << PORT_16550A << true;
+    QTest::newRow("one that can't") << FakePorts::WithoutNode << PORT_16550A << false;
+    QTest::newRow("none") << FakePorts::WithNode << PORT_UNKNOWN << false;
 }
 
 void TestQextSerialEnumerator::aPortOfAnOldKernelIsListedIfItHasAController()
 {
-    QFETCH(MockPorts::Node, node);
+    QFETCH(FakePorts::Node, node);
     QFETCH(int, controller);
     QFETCH(bool, isListed);
-    MockPorts computer;
+    FakePorts computer;
     const QString port = computer.addPhantom(node);
     LibcInterposer::pretendController(controller);
     const auto noMore = qScopeGuard([] { LibcInterposer::clear(); });
@@ -199,7 +199,7 @@ void TestQextSerialEnumerator::aPortIsListedByTheTypeThatTheSystemShows()
     QFETCH(QByteArray, driver);
     QFETCH(int, type);
     QFETCH(bool, isListed);
-    MockPorts computer;
+    FakePorts computer;
     const QString port = computer.addPortOfDriver(driver.constData(), type);
     LibcInterposer::clear();
     QCOMPARE(namesOfPorts(), isListed ? QStringList(port) : QStringList());
@@ -209,8 +209,8 @@ void TestQextSerialEnumerator::aPortIsListedByTheTypeThatTheSystemShows()
 
 void TestQextSerialEnumerator::udevIsNotAskedAboutTheKernelsOwnTerminals()
 {
-    MockPorts computer;
-    computer.plugUsb("0403", "6001");
+    FakePorts computer;
+    computer.plugUsb();
     for (const char *name : {"console", "ptmx", "tty", "tty0", "tty9", "tty63"})
         computer.addVirtual(QLatin1String(name));
     UdevFaultInjector::fail(UdevFaultInjector::None);
@@ -226,8 +226,8 @@ void TestQextSerialEnumerator::withoutUdevOrTtysQtListsThePorts()
                                                                                g_object_unref);
         QVERIFY(!listedByUdev());
     }
-    MockPorts computer;
-    computer.plugUsb("0403", "6001");
+    FakePorts computer;
+    computer.plugUsb();
     UdevFaultInjector::fail(UdevFaultInjector::NoContext);
     const auto again = qScopeGuard([] { UdevFaultInjector::fail(UdevFaultInjector::None); });
     QVERIFY(!listedByUdev());
@@ -236,8 +236,8 @@ void TestQextSerialEnumerator::withoutUdevOrTtysQtListsThePorts()
 
 void TestQextSerialEnumerator::withoutUdevsDatabaseTheKernelsIdsAreUsed()
 {
-    MockPorts computer;
-    const QString port = computer.plugUsbWithoutUdev("0403", "6001", "FT232R USB UART");
+    FakePorts computer;
+    const QString port = computer.plugUsbWithoutUdev(UsbBridge::ftdi());
     const QList<QextPortInfo> ports = QextSerialEnumerator::getPorts();
     QCOMPARE(ports.size(), 1);
     const QextPortInfo expected = {port, "/dev/" + port, "FT232R USB UART", "USB", 0x0403, 0x6001};
@@ -263,7 +263,7 @@ void TestQextSerialEnumerator::idsAreUsbIdsIfTheBusIsUsbOrUnknown()
     QFETCH(QByteArray, bus);
     QFETCH(QByteArray, product);
     QFETCH(bool, isUsb);
-    MockPorts computer;
+    FakePorts computer;
     computer.plugOnBus(bus.isEmpty() ? nullptr : bus.constData(), "0403", product.constData());
     const QList<QextPortInfo> ports = QextSerialEnumerator::getPorts();
     QCOMPARE(ports.size(), 1);
@@ -274,12 +274,12 @@ void TestQextSerialEnumerator::idsAreUsbIdsIfTheBusIsUsbOrUnknown()
 
 void TestQextSerialEnumerator::portsAreReportedOnceAndOnRequestOnly()
 {
-    MockPorts computer;
+    FakePorts computer;
     QextSerialEnumerator silent;
     const QSignalSpy silence(&silent, &QextSerialEnumerator::deviceDiscovered);
     Reports reports;
     reports.enumerator.setUpNotifications(); // the second time
-    computer.plugUsb("0403", "6001");
+    computer.plugUsb();
     QVERIFY(reports.arrived.wait());
     QCOMPARE(reports.arrived.count(), 1);
     QCOMPARE(silence.count(), 0);
@@ -287,9 +287,9 @@ void TestQextSerialEnumerator::portsAreReportedOnceAndOnRequestOnly()
 
 void TestQextSerialEnumerator::everyEnumeratorReportsARemoval()
 {
-    MockPorts computer;
+    FakePorts computer;
     Reports first;
-    const QString name = computer.plugUsb("0403", "6001");
+    const QString name = computer.plugUsb();
     QVERIFY(first.arrived.wait());
     QCOMPARE(reportedBy(first.arrived).portName, name);
 
@@ -304,7 +304,7 @@ void TestQextSerialEnumerator::everyEnumeratorReportsARemoval()
 
 void TestQextSerialEnumerator::aSlotMayDestroyEnumerators()
 {
-    MockPorts computer;
+    FakePorts computer;
     auto one = std::make_unique<QextSerialEnumerator>();
     auto other = std::make_unique<QextSerialEnumerator>();
     one->setUpNotifications();
@@ -315,23 +315,23 @@ void TestQextSerialEnumerator::aSlotMayDestroyEnumerators()
         other.reset();
         one.reset();
     });
-    computer.plugUsb("0403", "6001");
+    computer.plugUsb();
     QTRY_COMPARE(reports, 1);
     QCoreApplication::processEvents();
 
     Reports third;
-    computer.plugUsb("0403", "6001");
+    computer.plugUsb();
     QVERIFY(third.arrived.wait());
     QCOMPARE(reports, 1);
 }
 
 void TestQextSerialEnumerator::aRemovedPortIsClosedWhenItIsReported()
 {
-    MessageRecorder log;
-    MockPorts computer;
+    MessageSpy log;
+    FakePorts computer;
     const Reports one;
     const Reports other;
-    const QString name = computer.plugUsb("0403", "6001");
+    const QString name = computer.plugUsb();
     const int before = terminalDescriptors();
     QextSerialPort port(name);
     QVERIFY(port.open(QIODevice::ReadWrite));
@@ -357,10 +357,10 @@ void TestQextSerialEnumerator::aPortOpenedDuringTheRemovalStaysOpen()
 {
     // When the second enumerator reports that the first device is gone, the next device may already have its
     // name.
-    MockPorts computer;
+    FakePorts computer;
     Reports one;
     Reports other;
-    const QString name = computer.plugUsb("0403", "6001");
+    const QString name = computer.plugUsb();
     QVERIFY(one.arrived.wait());
     QextSerialPort port(name);
     connect(&one.enumerator, &QextSerialEnumerator::deviceRemoved, &port,
@@ -372,10 +372,10 @@ void TestQextSerialEnumerator::aPortOpenedDuringTheRemovalStaysOpen()
 
 void TestQextSerialEnumerator::theRemovalOfAnotherPortLeavesTheLineOpen()
 {
-    MockPorts computer;
+    FakePorts computer;
     Reports reports;
-    const QString name = computer.plugUsb("0403", "6001");
-    const QString another = computer.plugUsb("0403", "6001");
+    const QString name = computer.plugUsb();
+    const QString another = computer.plugUsb();
     QTRY_COMPARE(reports.arrived.count(), 2);
     QextSerialPort port(name);
     QVERIFY(port.open(QIODevice::ReadWrite));
@@ -386,14 +386,14 @@ void TestQextSerialEnumerator::theRemovalOfAnotherPortLeavesTheLineOpen()
 
 void TestQextSerialEnumerator::anOpenErrorIsReportedAgainAfterTheRemoval()
 {
-    MockPorts computer;
+    FakePorts computer;
     Reports reports;
-    const QString name = computer.plugUsb("0403", "6001");
+    const QString name = computer.plugUsb();
     QVERIFY(reports.arrived.wait());
     QSerialPort otherProgram(name);
     QVERIFY(otherProgram.open(QIODevice::ReadWrite));
 
-    MessageRecorder log;
+    MessageSpy log;
     QVERIFY(!QextSerialPort(name).open(QIODevice::ReadWrite));
     QCOMPARE(log.take().size(), 1);
     QVERIFY(!QextSerialPort(name).open(QIODevice::ReadWrite));

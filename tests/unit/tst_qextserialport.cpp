@@ -13,7 +13,7 @@
 
 #include "serial/linewriter.h"
 #include "tests/support/libcinterposer.h"
-#include "tests/support/messagerecorder.h"
+#include "tests/support/messagespy.h"
 #include "tests/support/openedport.h"
 
 /// Tests received and written bytes, line settings, and ports that several objects share.
@@ -347,7 +347,7 @@ void TestQextSerialPort::settingsTakeEffect()
     QFETCH(Field, field);
     QFETCH(unsigned, value);
     QFETCH(QList<int>, modemLines);
-    MessageRecorder log;
+    MessageSpy log;
     Pty terminal;
     QextSerialPort first(terminal.portName());
     LibcInterposer::clear();

@@ -14,7 +14,7 @@
 #include "serial/qextserialenumerator.h"
 #include "tests/support/descriptors.h"
 #include "tests/support/libcinterposer.h"
-#include "tests/support/messagerecorder.h"
+#include "tests/support/messagespy.h"
 #include "tests/support/openedport.h"
 
 /// Tests devices that disappear, and processes that end, while ports are open.
@@ -35,7 +35,7 @@ private Q_SLOTS:
 
 void TestQextSerialPortEnds::aHangUpLeavesTheObjectsDead()
 {
-    MessageRecorder log;
+    MessageSpy log;
     Pty terminal;
     const PortPointer first = openedPort(terminal);
     const PortPointer second = openedPort(terminal);
@@ -85,7 +85,7 @@ void TestQextSerialPortEnds::aPortThatHangsUpWhileItIsSetUpDoesNotOpen()
     const PortPointer open = openedPort(another);
     const int number = (inQtsOpen ? 0 : LibcInterposer::timesSet()) + 1;
 
-    MessageRecorder log;
+    MessageSpy log;
     Pty terminal;
     QextSerialPort port(terminal.portName());
     port.setBaudRate(BAUD115200);
@@ -127,7 +127,7 @@ void TestQextSerialPortEnds::aPortReplacedUnderTheSameNameIsANewLine()
     QVERIFY(old.isDead());
     QCOMPARE(old.bytesAvailable(), 0);
 
-    MessageRecorder log;
+    MessageSpy log;
     QVERIFY(old.open(QIODevice::ReadWrite)); // directly, while it is still open and dead
     QCOMPARE(log.messages(), QStringList());
 }
@@ -148,7 +148,7 @@ void TestQextSerialPortEnds::aFailedReadIsNoHangUpAndIsRepeatedAtABoundedRate()
 {
     QFETCH(int, failure);
     QFETCH(bool, systemReplies);
-    MessageRecorder log;
+    MessageSpy log;
     Pty terminal;
     const PortPointer port = openedPort(terminal);
     LibcInterposer::failReading(terminal.name().toLocal8Bit(), failure);
@@ -174,7 +174,7 @@ void TestQextSerialPortEnds::anOpenPortIsWatchedUntilItsUsersCloseIt()
 {
     // Some versions of Qt report a hang-up and some do not, so the line always has its own watch.
     const auto watches = [] { return openDescriptors().count(QStringLiteral("anon_inode:[eventpoll]")); };
-    MessageRecorder log;
+    MessageSpy log;
     Pty terminal;
     const qsizetype before = watches();
     const PortPointer first = openedPort(terminal);

@@ -17,7 +17,7 @@
 
 #include "tests/support/filecontents.h"
 #include "tests/support/libcinterposer.h"
-#include "tests/support/messagerecorder.h"
+#include "tests/support/messagespy.h"
 #include "tests/support/openedport.h"
 #include "tests/support/plaintty.h"
 
@@ -153,7 +153,7 @@ void TestQextSerialPortOpenErrors::theLockFileOfARunningProgramIsRespected()
             .arg(number)
             .arg(contents(QStringLiteral("/proc/%1/comm").arg(number)).trimmed());
 
-    MessageRecorder log;
+    MessageSpy log;
     QextSerialPort port(terminal.portName());
     QVERIFY(!port.open(QIODevice::ReadWrite));
     QVERIFY(!port.isOpen());
@@ -167,7 +167,7 @@ void TestQextSerialPortOpenErrors::aLockFileThatNamesNoProcessIsRespectedWhileIt
 {
     const Pty terminal;
     const LockFile lock(terminal.portName(), QByteArray(), 0);
-    MessageRecorder log;
+    MessageSpy log;
     QVERIFY(!QextSerialPort(terminal.portName()).open(QIODevice::ReadWrite));
     const QString reason =
         QStringLiteral("Device or resource busy; the lock file %1 has just been made").arg(lock.path);
@@ -203,7 +203,7 @@ void TestQextSerialPortOpenErrors::aStaleLockFileIsTakenOver()
     QFETCH(int, age);
     const Pty terminal;
     const LockFile lock(terminal.portName(), content, age);
-    MessageRecorder log;
+    MessageSpy log;
     QextSerialPort port(terminal.portName());
     QVERIFY(port.open(QIODevice::ReadWrite));
     QCOMPARE(log.messages(), QStringList());
@@ -222,7 +222,7 @@ void TestQextSerialPortOpenErrors::aPortThatAnotherProgramHasLockedIsBusy()
     QVERIFY(program.waitForReadyRead());
 
     LibcInterposer::clear();
-    MessageRecorder log;
+    MessageSpy log;
     QextSerialPort port(terminal.portName());
     QVERIFY(!port.open(QIODevice::ReadWrite));
     const QString reason =
@@ -266,7 +266,7 @@ void TestQextSerialPortOpenErrors::anErrorIsReportedOnce()
     QTemporaryDir folder;
     const QString name = folder.filePath(QStringLiteral("port"));
     const auto attempt = [&name] { return QextSerialPort(name).open(QIODevice::ReadWrite); };
-    MessageRecorder log;
+    MessageSpy log;
     QVERIFY(!attempt());
     QVERIFY(!attempt()); // each attempt uses a new object
     QCOMPARE(log.take(), QStringList{message(name, "No such file or directory")});
@@ -298,7 +298,7 @@ static QStringList attemptAsNobody(const QString &name)
         if (::setgroups(0, nullptr) != 0 || ::setresgid(nobody, nobody, nobody) != 0 ||
             ::setresuid(nobody, nobody, nobody) != 0)
             ::_exit(1);
-        MessageRecorder log;
+        MessageSpy log;
         for (int i = 0; i < 2; ++i)
             QextSerialPort(name).open(QIODevice::ReadWrite);
         const QByteArray text = log.messages("C:").join(QLatin1Char('\n')).toUtf8();

@@ -16,7 +16,7 @@
 #include "messages/diagnostics.h"
 #include "messages/sessionlog.h"
 #include "tests/support/filecontents.h"
-#include "tests/support/messagerecorder.h"
+#include "tests/support/messagespy.h"
 
 namespace
 {
@@ -177,7 +177,7 @@ void TestSessionLog::theConsoleFollowsItsCursor()
 
 void TestSessionLog::messagesWithoutALogReachTheConsole()
 {
-    MessageRecorder messagesOfQt;
+    MessageSpy messagesOfQt;
     theSessionLog.setDevice(nullptr);
     zvMessageOutput(QtWarningMsg, "before the log is opened,");
     qputenv("HOME", QFile::encodeName(_home->filePath("no/such/folder")));

@@ -4,8 +4,8 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include "simulator/fakeusbbus.h"
 #include "simulator/pluggedport.h"
-#include "simulator/usbtestbed.h"
 #include "tests/support/plaintty.h"
 
 /// Tests the faults that can be injected into the line between the simulated device and a program.
@@ -27,7 +27,7 @@ private Q_SLOTS:
     void bytesAreReadAtOnce();
 
 private:
-    UsbTestbed _bed;
+    FakeUsbBus _bed;
     std::unique_ptr<PluggedTolvar> _tolvar;
     LineFaults _faults;
 };

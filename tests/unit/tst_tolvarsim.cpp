@@ -7,13 +7,13 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
-#include "simulator/usbtestbed.h"
+#include "simulator/fakeusbbus.h"
 
 namespace
 {
 QString freshTty()
 {
-    return QStringLiteral("ttyUSB%1").arg(UsbTestbed::takeTtyNumber());
+    return QStringLiteral("ttyUSB%1").arg(FakeUsbBus::takeTtyNumber());
 }
 
 // One tolvarsim process, without the preload library that this test itself may run under.
@@ -311,7 +311,7 @@ void tst_TolvarSim::foreignPortsComeFirst()
 {
     Simulator simulator;
     simulator.run({"--foreign", "--bridge", "prolific"},
-                  "for tty in /sys/class/tty/*; do"
+                  "for tty in /sys/class/tty/ttyUSB*; do"
                   " echo port $(cat $tty/device/../../idVendor):$(cat $tty/device/../../idProduct); done");
     QByteArray ports;
     for (const QByteArray &line : simulator.out.split('\n')) {

@@ -62,7 +62,7 @@ private Q_SLOTS:
 void TestZVTolvar::aNewControllerKnowsNothingAndWaitsForNothing()
 {
     const PendingTimers timers;
-    const MessageRecorder log;
+    const MessageSpy log;
     ZVTolvar tolvar;
     const ZVTolvarTestPeer inside{tolvar};
     for (const Value &value : values)
@@ -96,7 +96,7 @@ void TestZVTolvar::aControllerGoesWithoutAWordAndLeavesItsPortOpen()
     const ZVTolvarTestPeer inside{*tolvar};
     inside.port() = &port;
     inside.queue() = QStringList{"get\r\n"};
-    const MessageRecorder log;
+    const MessageSpy log;
     tolvar.reset();
     QCOMPARE(port.write("still open"), 10);
     QCOMPARE(pty.collected(), QByteArray("still open"));

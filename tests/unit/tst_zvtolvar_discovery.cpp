@@ -2,9 +2,9 @@
 #include <QTest>
 
 #include "serial/qextserialport.h"
+#include "simulator/fakeusbbus.h"
 #include "simulator/pluggedport.h"
-#include "simulator/usbtestbed.h"
-#include "tests/support/messagerecorder.h"
+#include "tests/support/messagespy.h"
 #include "tests/support/pendingtimers.h"
 #include "tests/support/portinfos.h"
 #include "tests/support/scopedconnection.h"
@@ -32,7 +32,7 @@ class TestDiscovery : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { _bed = std::make_unique<UsbTestbed>(); } // it must outlive every open port
+    void initTestCase() { _bed = std::make_unique<FakeUsbBus>(); } // it must outlive every open port
     void cleanupTestCase();
     void init();
     void cleanup();
@@ -49,15 +49,15 @@ private Q_SLOTS:
 private:
     ZVTolvarTestPeer inside() const { return {*_tolvar}; }
 
-    std::unique_ptr<UsbTestbed> _bed;
+    std::unique_ptr<FakeUsbBus> _bed;
     std::unique_ptr<ZVTolvar> _tolvar;
-    std::unique_ptr<MessageRecorder> _log;
+    std::unique_ptr<MessageSpy> _log;
 };
 
 void TestDiscovery::init()
 {
     _tolvar = std::make_unique<ZVTolvar>();
-    _log = std::make_unique<MessageRecorder>();
+    _log = std::make_unique<MessageSpy>();
 }
 
 void TestDiscovery::cleanup()

@@ -19,7 +19,7 @@
 #include "pages/tolvarnotfoundwizardpage.h"
 #include "pages/wepwarningwizardpage.h"
 #include "pages/wizardcontroller.h"
-#include "tests/support/messagerecorder.h"
+#include "tests/support/messagespy.h"
 #include "tests/support/pseudotranslator.h"
 #include "tests/support/zvtolvartestpeer.h"
 
@@ -339,7 +339,7 @@ void TestFrame::finishingQueuesExitOnTheSecondController_data()
 void TestFrame::finishingQueuesExitOnTheSecondController()
 {
     QFETCH(bool, cancel);
-    MessageRecorder log;
+    MessageSpy log;
     _wizard->show();
     QSignalSpy finished(_wizard.get(), &QWizard::finished);
     log.take();
@@ -357,7 +357,7 @@ void TestFrame::finishingQueuesExitOnTheSecondController()
 
 void TestFrame::onFinishedLeavesSetupModeAndLetsTheConsoleGo()
 {
-    MessageRecorder log;
+    MessageSpy log;
     QVERIFY(QMetaObject::invokeMethod(_wizard.get(), "OnFinished", Q_ARG(int, 1)));
     QCOMPARE(log.messages(), QStringList({"D:Exiting setup mode ", "D:_commState =  \"NOT_CONNECTED\" "}));
     QCOMPARE(queue(_wizard->_tolvar), QStringList{"exit\r\n"});

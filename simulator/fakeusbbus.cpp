@@ -1,6 +1,6 @@
 #include <umockdev.h>
 
-#include "simulator/usbtestbed.h"
+#include "simulator/fakeusbbus.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -41,29 +41,35 @@ int makeTty(const QByteArray &ttyName)
 }
 } // namespace
 
-UsbTestbed::UsbTestbed(int firstTty)
+FakeUsbBus::FakeUsbBus(int firstTty)
     : _bed(umockdev_testbed_new())
     , _nextTty(firstTty)
 {
+    if (!umockdev_in_mock_environment())
+        qFatal("this program has to run under umockdev-wrapper");
+    // Every computer has a console. Without any tty, Qt assumes that udev is broken and lists the ports of
+    // the real computer.
+    const QByteArray console = "/devices/virtual/tty/tty1";
+    add("tty1", {"P: " + console + "\nE: SUBSYSTEM=tty\nE: DEVNAME=/dev/tty1\n\n", {"/sys" + console}});
 }
 
-int UsbTestbed::takeTtyNumber()
+int FakeUsbBus::takeTtyNumber()
 {
     constexpr int ttysOfOneProcess = 500; // with these, the largest possible process id still fits
     static int next = getpid() * ttysOfOneProcess;
     return next++;
 }
 
-UsbTestbed::~UsbTestbed()
+FakeUsbBus::~FakeUsbBus()
 {
     while (!_plugged.empty())
         unplug(QByteArray(_plugged.begin()->first));
     g_object_unref(_bed);
 }
 
-bool UsbTestbed::isPossible()
+bool FakeUsbBus::isPossible()
 {
-    // umockdev_in_mock_environment() returns false while there is no test bed. A test bed that is created
+    // umockdev_in_mock_environment() returns false while there is no test bed. One that is created
     // only for this check starts threads, and a process that is about to restart itself under the wrapper
     // must not have any. The code therefore checks which library provides open().
     Dl_info owner{};
@@ -71,7 +77,7 @@ bool UsbTestbed::isPossible()
     return function && dladdr(function, &owner) != 0 && strstr(owner.dli_fname, "libumockdev-preload");
 }
 
-int UsbTestbed::freeSocket() const
+int FakeUsbBus::freeSocket() const
 {
     std::set<int> taken;
     for (const auto &[name, plugged] : _plugged)
@@ -82,39 +88,41 @@ int UsbTestbed::freeSocket() const
     return socket;
 }
 
-QByteArray UsbTestbed::nextName()
-{
-    return "ttyUSB" + QByteArray::number(_nextTty < 0 ? takeTtyNumber() : _nextTty++);
-}
-
-QByteArray UsbTestbed::plug(const UsbBridge &bridge, const QByteArray &ttyName)
+QByteArray FakeUsbBus::plug(const UsbBridge &bridge, const QByteArray &ttyName)
 {
     constexpr int ttyMinors = 1 << 20;
-    QByteArray name = ttyName.isEmpty() ? nextName() : ttyName;
+    QByteArray name = ttyName;
+    if (name.isEmpty())
+        name = "ttyUSB" + QByteArray::number(_nextTty < 0 ? takeTtyNumber() : _nextTty++);
     const int number = name.mid(static_cast<int>(strlen("ttyUSB"))).toInt();
     const int socket = freeSocket();
-    const UsbRecord record = recordOf(bridge, {socket, _nextAddress, name, number % ttyMinors});
-    ++_nextAddress;
-
-    const int descriptor = makeTty(name);
-    GError *error = nullptr;
-    if (!umockdev_testbed_add_from_string(_bed, record.devices.constData(), &error)) {
-        qCritical("The USB test bed does not take %s: %s", name.constData(), error->message);
-        g_error_free(error);
-        close(descriptor);
-        return {};
-    }
-    _plugged.insert_or_assign(name, Plugged{record, socket, descriptor});
+    const int descriptor = makeTty(name); // the device is complete when it is announced
+    add(name, recordOf(bridge, {socket, _nextAddress++, name, number % ttyMinors}));
+    _plugged[name].socket = socket;
+    _plugged[name].descriptor = descriptor;
     return name;
 }
 
-int UsbTestbed::descriptor(const QByteArray &ttyName) const
+void FakeUsbBus::add(const QByteArray &ttyName, const UsbRecord &record)
+{
+    GError *error = nullptr;
+    if (!umockdev_testbed_add_from_string(_bed, record.devices.constData(), &error))
+        qFatal("umockdev does not take %s: %s", ttyName.constData(), error->message);
+    _plugged[ttyName].record = record;
+}
+
+QByteArray FakeUsbBus::sysfsPath(const QByteArray &ttyName) const
+{
+    return _plugged.at(ttyName).record.sysfsPaths.constFirst();
+}
+
+int FakeUsbBus::descriptor(const QByteArray &ttyName) const
 {
     const auto found = _plugged.find(ttyName);
     return found == _plugged.end() ? -1 : found->second.descriptor;
 }
 
-void UsbTestbed::unplug(const QByteArray &ttyName)
+void FakeUsbBus::unplug(const QByteArray &ttyName)
 {
     const auto found = _plugged.find(ttyName);
     if (found == _plugged.end())
@@ -122,15 +130,17 @@ void UsbTestbed::unplug(const QByteArray &ttyName)
     const Plugged plugged = found->second;
     _plugged.erase(found);
 
-    close(plugged.descriptor);
-    unlink(nodeOf(ttyName).constData());
+    if (plugged.descriptor >= 0) {
+        close(plugged.descriptor);
+        unlink(nodeOf(ttyName).constData());
+    }
     for (const QByteArray &path : plugged.record.sysfsPaths) {
         umockdev_testbed_uevent(_bed, path.constData(), "remove");
         umockdev_testbed_remove_device(_bed, path.constData());
     }
 }
 
-void UsbTestbed::hangUp(int descriptor)
+void FakeUsbBus::hangUp(int descriptor)
 {
     // The number stays reserved until unplug() releases it.
     const int nothing = open("/dev/null", O_RDWR | O_CLOEXEC);

@@ -1,0 +1,87 @@
+#include <QFile>
+#include <QListView>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "device/zvtolvar.h"
+#include "tests/faults/faultfixture.h"
+#include "tests/support/filecontents.h"
+
+/// Tests the whole wizard with replies that are larger or more unusual than real ones.
+class TestLargeReplies : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void fiveHundredNetworks();
+    void aNameOutsideAscii_data();
+    void aNameOutsideAscii();
+    void aLogOfFourMegabytesIsKeptWhole();
+    void aLogThatDoesNotFitOnTheDiskDoesNotBlockTheUser();
+};
+
+void TestLargeReplies::fiveHundredNetworks()
+{
+    DeviceConfig setup = tersestTolvar();
+    constexpr int number = 500;
+    for (int i = 1; i < number; ++i)
+        setup.air += TolvarNetwork{"network " + QByteArray::number(i), "", "OPEN"};
+    int listed = 0;
+    FaultFixture fixture(setup);
+    // Checked when the page has been updated, not when the scan is reported as finished: on a slow computer a
+    // second "get" is in progress, and its reply ends a scan early.
+    QObject::connect(
+        fixture.wizard._tolvar, &ZVTolvar::scannedNetworkListChanged, &fixture.wizard,
+        [&] {
+            const auto *list = fixture.wizard.findChild<QListView *>(QStringLiteral("networkListView"));
+            listed = std::max(listed, list->model()->rowCount());
+        },
+        Qt::QueuedConnection);
+    QCOMPARE(fixture.walkAgain(), QString());
+    QCOMPARE(listed, number);
+}
+
+void TestLargeReplies::aNameOutsideAscii_data()
+{
+    QTest::addColumn<bool>("hidden");
+    QTest::newRow("is chosen from the list") << false;
+    QTest::newRow("is typed") << true;
+}
+
+void TestLargeReplies::aNameOutsideAscii()
+{
+    const QByteArray ssid = "Caf\xE9 \xC4\xDF <&> \"!\"";
+    DeviceConfig setup = tersestTolvar();
+    setup.air = {TolvarNetwork{ssid, "b", "WPA2"}};
+    QFETCH(bool, hidden);
+    setup.air.first().hidden = hidden; // then no scan lists it
+    FaultFixture fixture(setup, {QString::fromLatin1(ssid), QStringLiteral("b"), QString()});
+    QCOMPARE(fixture.walkAgain(), QString());
+}
+
+void TestLargeReplies::aLogOfFourMegabytesIsKeptWhole()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("log.txt"));
+    DeviceConfig setup = tersestTolvar();
+    setup.logText.clear();
+    constexpr qsizetype length = 4L * 1024 * 1024;
+    for (int number = 0; setup.logText.size() < length; ++number)
+        setup.logText += "line " + QByteArray::number(number) + " of a <long> & dull story\n";
+    FaultFixture fixture(setup, {QStringLiteral("B"), QStringLiteral("b"), path});
+    QCOMPARE(fixture.walkAgain(), QString());
+    QVERIFY(contents(path) == setup.logText);
+}
+
+void TestLargeReplies::aLogThatDoesNotFitOnTheDiskDoesNotBlockTheUser()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("log.txt"));
+    QVERIFY(QFile::link(QStringLiteral("/dev/full"), path));
+    FaultFixture fixture(tersestTolvar(), {QStringLiteral("B"), QStringLiteral("b"), path});
+    QCOMPARE(fixture.walkAgain(), QString());
+    QCOMPARE(fixture.robot.messages(), QStringList());
+}
+
+QTEST_MAIN(TestLargeReplies)
+#include "tst_largereplies.moc"
