@@ -103,18 +103,26 @@ QByteArray numberedLines(int from, int to)
     return lines;
 }
 
-/// Logs messages without copying them to standard output: there are too many.
-void logNumbered(int from, int to)
+/// Calls \a call without standard output: there are too many messages.
+template <typename Call>
+void silently(Call call)
 {
     std::fflush(stdout);
     const int earlier = ::dup(STDOUT_FILENO);
     const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
     ::dup2(nowhere, STDOUT_FILENO);
     ::close(nowhere);
-    for (int number = from; number < to; ++number)
-        zvMessageOutput(QtDebugMsg, numbered(number).constData());
+    call();
     ::dup2(earlier, STDOUT_FILENO);
     ::close(earlier);
+}
+
+void logNumbered(int from, int to)
+{
+    silently([from, to] {
+        for (int number = from; number < to; ++number)
+            zvMessageOutput(QtDebugMsg, numbered(number).constData());
+    });
 }
 } // namespace
 
@@ -316,8 +324,10 @@ void TestSessionLogFile::aLineAfterALostOneStartsOnItsOwnLine()
     const QByteArray large(30'000, 'x'); // more than the file's buffer
     {
         const FullDisk disk(start.size() + space);
-        for (int again = 0; again < 5; ++again)
-            zvMessageOutput(QtWarningMsg, large.constData());
+        silently([&large] {
+            for (int again = 0; again < 5; ++again)
+                zvMessageOutput(QtWarningMsg, large.constData());
+        });
     }
     logNumbered(1, 3);
     QCOMPARE(contents(logPath()), start + ("W:" + large).left(space) + lineEnd + numberedLines(1, 3));
