@@ -5,6 +5,8 @@
 #include <memory>
 
 #include <fcntl.h>
+#include <sched.h>
+#include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -44,6 +46,17 @@ bool put(const QString &path, const QByteArray &text, mode_t mode)
     QFile file(path);
     return file.open(QIODevice::WriteOnly) && file.write(text) == text.size() &&
            ::fchmod(file.handle(), mode) == 0;
+}
+
+/// Runs \a function in a child process. Returns what it returns there, -1 if it does not.
+template <typename Function>
+int inChild(Function function)
+{
+    const pid_t child = ::fork();
+    if (child == 0)
+        ::_exit(function());
+    int status = -1;
+    return ::waitpid(child, &status, 0) == child && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 } // namespace
 
@@ -88,6 +101,20 @@ private:
     Q_DISABLE_COPY_MOVE(FullDisk)
     rlimit _earlier = {};
 };
+
+/// Mounts a disk of 32 KiB on \a folder, for this process only. Returns false where the system does not allow
+/// that.
+bool mountSmallDisk(const QString &folder)
+{
+    const QByteArray uid = "0 " + QByteArray::number(::getuid()) + " 1";
+    const QByteArray gid = "0 " + QByteArray::number(::getgid()) + " 1";
+    if (::unshare(CLONE_NEWNS) != 0 &&
+        (::unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0 || !put("/proc/self/setgroups", "deny", 0644) ||
+         !put("/proc/self/uid_map", uid, 0644) || !put("/proc/self/gid_map", gid, 0644)))
+        return false;
+    return ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+           ::mount("none", QFile::encodeName(folder).constData(), "tmpfs", 0, "size=32k") == 0;
+}
 
 /// A message of about 100 bytes that contains its number.
 QByteArray numbered(int number)
@@ -146,6 +173,7 @@ private Q_SLOTS:
     void aFullDiskCostsNoMemory();
     void loggingContinuesWhenThereIsSpace_data();
     void loggingContinuesWhenThereIsSpace();
+    void loggingContinuesOnASmallDisk();
     void aLineAfterALostOneStartsOnItsOwnLine_data();
     void aLineAfterALostOneStartsOnItsOwnLine();
 
@@ -247,18 +275,13 @@ void TestSessionLogFile::anEarlierLogThatCannotBeWrittenIsLeftAlone()
     const bool isRoot = ::geteuid() == 0; // root may open everything
     for (const QString &path : {_home->path(), logPath()})
         QVERIFY(!isRoot || ::chown(QFile::encodeName(path).constData(), nobody, nobody) == 0);
-    const pid_t child = ::fork();
-    QVERIFY(child >= 0);
-    if (child == 0) {
-        if (isRoot && ::setresuid(nobody, nobody, nobody) != 0)
-            ::_exit(2);
-        openSessionLog();
-        ::_exit(theSessionLog.device()->isOpen() ? 1 : 0);
-    }
-    int status = 0;
-    QCOMPARE(::waitpid(child, &status, 0), child);
-    QVERIFY(WIFEXITED(status));
-    QCOMPARE(WEXITSTATUS(status), 0);
+    QCOMPARE(inChild([isRoot] {
+                 if (isRoot && ::setresuid(nobody, nobody, nobody) != 0)
+                     return 2;
+                 openSessionLog();
+                 return theSessionLog.device()->isOpen() ? 1 : 0;
+             }),
+             0);
     QCOMPARE(contents(logPath()), QByteArray("D:before\n"));
     QCOMPARE(modeOf(logPath()), 0444U);
 }
@@ -304,6 +327,29 @@ void TestSessionLogFile::loggingContinuesWhenThereIsSpace()
         logNumbered(number, number + 1);
         QCOMPARE(contents(logPath()), kept + numberedLines(2000, number + 1));
     }
+}
+
+void TestSessionLogFile::loggingContinuesOnASmallDisk()
+{
+    enum { Continued, Stopped, NotFull, NotMounted };
+    const int result = inChild([this] {
+        if (!mountSmallDisk(_home->path()))
+            return NotMounted;
+        openSessionLog();
+        logNumbered(0, 50);
+        QFile filler(_home->filePath("filler"));
+        if (!filler.open(QIODevice::WriteOnly) || filler.write(QByteArray(32'768, 'x')) == 32'768)
+            return NotFull;
+        logNumbered(50, 1000);
+        if (contents(logPath()).contains(numbered(999)))
+            return NotFull;
+        filler.remove();
+        logNumbered(1000, 1003);
+        return contents(logPath()).endsWith('\n' + numberedLines(1000, 1003)) ? Continued : Stopped;
+    });
+    if (result == NotMounted)
+        QSKIP("this system does not let the process mount a small disk");
+    QCOMPARE(result, int(Continued));
 }
 
 void TestSessionLogFile::aLineAfterALostOneStartsOnItsOwnLine_data()

@@ -150,8 +150,8 @@ void TestLinkQueue::aSubmissionIsQueuedThenLoggedThenSent()
         seen += message + inside().queue().join(',') + '/' + inside().currentCommand() + '/' + port.taken();
     });
     _tolvar->submitCommand("a\"\u00e9\"\r\n");
-    QCOMPARE(seen, QStringList({"_commState =  \"IN_PROMPT\" a\"\u00e9\"\r\n//",
-                                "--> \"a\"\u00e9\"\r\n\" /a\"\u00e9\"\r\n/"}));
+    QCOMPARE(seen, QStringList({"D:_commState =  \"IN_PROMPT\" a\"\u00e9\"\r\n//",
+                                "D:--> \"a\"\u00e9\"\r\n\" /a\"\u00e9\"\r\n/"}));
     QCOMPARE(_fixture->log->messages("D:"), _fixture->log->messages());
     QCOMPARE(port.taken(), QByteArray("a\"\xe9\"\r\n")); // a character is a byte
 }
