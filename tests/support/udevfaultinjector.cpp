@@ -5,9 +5,16 @@
 #include <dlfcn.h>
 #include <libudev.h>
 
-static UdevFaultInjector::Failure wanted = UdevFaultInjector::None;
-static int told = 0;
-static int asked = 0;
+UdevFaultInjector::State &UdevFaultInjector::state()
+{
+    static State theState = {None, 0, 0};
+    return theState;
+}
+
+static bool fails(UdevFaultInjector::Failure failure)
+{
+    return UdevFaultInjector::state().wanted == failure;
+}
 
 template <typename Function>
 static Function *original(const char *name)
@@ -18,12 +25,12 @@ static Function *original(const char *name)
 // These functions replace udev's own in the whole program.
 extern "C" udev *udev_new(void)
 {
-    return wanted == UdevFaultInjector::NoContext ? nullptr : original<decltype(udev_new)>("udev_new")();
+    return fails(UdevFaultInjector::NoContext) ? nullptr : original<decltype(udev_new)>("udev_new")();
 }
 
 extern "C" udev_monitor *udev_monitor_new_from_netlink(struct udev *udev, const char *name)
 {
-    if (wanted == UdevFaultInjector::NoMonitor)
+    if (fails(UdevFaultInjector::NoMonitor))
         return nullptr;
     return original<decltype(udev_monitor_new_from_netlink)>("udev_monitor_new_from_netlink")(udev, name);
 }
@@ -31,7 +38,7 @@ extern "C" udev_monitor *udev_monitor_new_from_netlink(struct udev *udev, const 
 extern "C" int udev_monitor_filter_add_match_subsystem_devtype(udev_monitor *monitor, const char *subsystem,
                                                                const char *type)
 {
-    if (wanted == UdevFaultInjector::NoFilter)
+    if (fails(UdevFaultInjector::NoFilter))
         return -ENOMEM;
     return original<decltype(udev_monitor_filter_add_match_subsystem_devtype)>(
         "udev_monitor_filter_add_match_subsystem_devtype")(monitor, subsystem, type);
@@ -39,7 +46,7 @@ extern "C" int udev_monitor_filter_add_match_subsystem_devtype(udev_monitor *mon
 
 extern "C" int udev_monitor_enable_receiving(udev_monitor *monitor)
 {
-    if (wanted == UdevFaultInjector::NoReceiving)
+    if (fails(UdevFaultInjector::NoReceiving))
         return -EPERM;
     return original<decltype(udev_monitor_enable_receiving)>("udev_monitor_enable_receiving")(monitor);
 }
@@ -48,7 +55,7 @@ extern "C" udev_device *udev_monitor_receive_device(udev_monitor *monitor)
 {
     const auto receive = original<decltype(udev_monitor_receive_device)>("udev_monitor_receive_device");
     udev_device *device = receive(monitor);
-    if (wanted != UdevFaultInjector::EventsLost || !device)
+    if (!fails(UdevFaultInjector::EventsLost) || !device)
         return device;
     for (; device; device = receive(monitor))
         udev_device_unref(device);
@@ -58,8 +65,8 @@ extern "C" udev_device *udev_monitor_receive_device(udev_monitor *monitor)
 
 extern "C" const char *udev_device_get_action(udev_device *device)
 {
-    ++told;
-    if (wanted == UdevFaultInjector::NoAction)
+    ++UdevFaultInjector::state().told;
+    if (fails(UdevFaultInjector::NoAction))
         return nullptr;
     return original<decltype(udev_device_get_action)>("udev_device_get_action")(device);
 }
@@ -67,24 +74,7 @@ extern "C" const char *udev_device_get_action(udev_device *device)
 extern "C" udev_device *udev_device_new_from_subsystem_sysname(struct udev *udev, const char *subsystem,
                                                                const char *name)
 {
-    ++asked;
+    ++UdevFaultInjector::state().asked;
     return original<decltype(udev_device_new_from_subsystem_sysname)>(
         "udev_device_new_from_subsystem_sysname")(udev, subsystem, name);
-}
-
-void UdevFaultInjector::fail(Failure failure)
-{
-    wanted = failure;
-    told = 0;
-    asked = 0;
-}
-
-int UdevFaultInjector::timesAsked()
-{
-    return asked;
-}
-
-int UdevFaultInjector::timesTold()
-{
-    return told;
 }
