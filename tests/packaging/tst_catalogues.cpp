@@ -193,9 +193,10 @@ void TestCatalogues::aMistakeIsFound()
 void TestCatalogues::eachCatalogueIsFlawless_data()
 {
     QTest::addColumn<QString>("language");
-    for (const char *language : {"ar", "de", "es", "fr", "it", "ja", "nl", "pl", "pt_BR", "zh_CN"})
-        QTest::newRow(language) << QString::fromLatin1(language);
-    QCOMPARE(QDir(ZV_TRANSLATIONS).entryList({"*.ts"}).size(), 10);
+    const QStringList files = QDir(ZV_TRANSLATIONS).entryList({"zvinstall_*.ts"});
+    QVERIFY(!files.isEmpty());
+    for (const QString &file : files)
+        QTest::addRow("%s", qPrintable(file)) << file.section('_', 1).chopped(3);
 }
 
 void TestCatalogues::eachCatalogueIsFlawless()
@@ -203,7 +204,7 @@ void TestCatalogues::eachCatalogueIsFlawless()
     QFETCH(QString, language);
     const TsFile ts =
         readTsFile(QStringLiteral(ZV_TRANSLATIONS "/zvinstall_") + language + QStringLiteral(".ts"));
-    QVERIFY2(!ts.texts.isEmpty(), "the catalogue can't be read");
+    QVERIFY2(!ts.texts.isEmpty(), "cannot read the translation file");
     const QStringList wrong = complaints(ts, language, _texts);
     QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join('\n')));
 }
