@@ -45,8 +45,8 @@ public:
 
     /// Presses Tab until \a widget has the focus.
     bool tabTo(const WidgetQuery &widget);
-    /// Presses \a key once \a button has the focus.
-    bool pressFocused(const QString &button, const QString &key = QStringLiteral("Return"));
+    /// Presses \a key once the button \a name has the focus.
+    bool pressFocused(const QString &name, const QString &key = QStringLiteral("Return"));
 
 private:
     ProgramDriver &_driver;

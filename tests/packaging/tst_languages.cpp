@@ -25,8 +25,8 @@ void TestLanguages::theWizardSpeaksTheUsersLanguage_data()
     QTest::addColumn<QString>("locale");
     QTest::addColumn<QString>("catalogue"); // empty: English
     const QString installed = ZV_LAUNCHER;
-    for (const QString language : {"ar", "de", "es", "fr", "it", "ja", "nl", "pl"})
-        QTest::addRow("%s", qPrintable(language)) << installed << language + "_XX.UTF-8" << language;
+    for (const char *language : {"ar", "de", "es", "fr", "it", "ja", "nl", "pl"})
+        QTest::newRow(language) << installed << QStringLiteral("%1_XX.UTF-8").arg(language) << language;
     QTest::newRow("German, of Austria") << installed << "de_AT.UTF-8@euro"
                                         << "de";
     QTest::newRow("Portuguese, of Brazil") << installed << "pt_BR.UTF-8"
