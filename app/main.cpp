@@ -21,7 +21,7 @@ int main(int argc, char *argv[])
     const QString locale = QLocale::system().name();
     auto *qtTranslator = new QTranslator(&app);
     if (qtTranslator->load(QStringLiteral("qt_") + locale,
-                                QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+                           QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QApplication::installTranslator(qtTranslator);
 
     QTranslator translator;

@@ -66,9 +66,9 @@ void Measure::tell() const
             ratios += ours.at(turn) / against.at(turn);
         row["against"] = summary(against);
         row["ratio"] = summary(ratios);
-        if (bar > 0) {
-            row["bar"] = bar;
-            row["met"] = median(ratios) <= bar;
+        if (limit > 0) {
+            row["limit"] = limit;
+            row["met"] = median(ratios) <= limit;
         }
     }
     const QByteArray line = QJsonDocument(row).toJson(QJsonDocument::Compact) + '\n';

@@ -73,14 +73,14 @@ QByteArray scanned(int networks)
 }
 
 /// Measures documents as one reply each, \a times times over.
-void timeReplies(const char *name, const QList<QByteArray> &documents, qint64 chunk, double bar,
+void timeReplies(const char *name, const QList<QByteArray> &documents, qint64 chunk, double limit,
                  int times = 100)
 {
     QStringList texts;
     for (const QByteArray &document : documents)
         texts += QString::fromLatin1(document);
     Receiver receiver;
-    Measure measure{QLatin1String(name), "ms", bar};
+    Measure measure{QLatin1String(name), "ms", limit};
     measure.timeByTurns(
         turns,
         [&] {
@@ -102,7 +102,7 @@ void timeReplies(const char *name, const QList<QByteArray> &documents, qint64 ch
 }
 
 /// Measures the device's log, from its bytes to the closed file.
-void timeLog(const char *name, qint64 chunk, double bar)
+void timeLog(const char *name, qint64 chunk, double limit)
 {
     QByteArray log;
     for (int line = 0; log.size() < logSize; ++line)
@@ -113,7 +113,7 @@ void timeLog(const char *name, qint64 chunk, double bar)
     const QString path = QDir::homePath() + QStringLiteral("/tolvar_log.txt");
 
     Receiver receiver;
-    Measure measure{QLatin1String(name), "ms", bar};
+    Measure measure{QLatin1String(name), "ms", limit};
     measure.timeByTurns(
         logTurns,
         [&] {

@@ -62,7 +62,7 @@ void timeRebuilds(ScanPage &page, int networks, double limit)
     Measure measure{QString("%1 networks: list rebuilds").arg(networks)};
     if (limit > 0) {
         measure.name += QString(", against %1 s").arg(limit / 1000);
-        measure.bar = 1;
+        measure.limit = 1;
     }
     page.take(reply);
     for (int turn = 0; turn < turns; ++turn) {

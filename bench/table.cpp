@@ -32,10 +32,10 @@ QString ratio(const QJsonValue &ratio)
 }
 
 void print(const QString &measure, const QString &ours, const QString &against, const QString &ratio,
-           const QString &bar, const QString &verdict)
+           const QString &limit, const QString &verdict)
 {
     const QString line = measure.leftJustified(58) + ours.rightJustified(12) + against.rightJustified(12) +
-                         ratio.rightJustified(20) + bar.rightJustified(7) + "  " + verdict;
+                         ratio.rightJustified(20) + limit.rightJustified(7) + "  " + verdict;
     std::puts(qPrintable(line.trimmed()));
 }
 } // namespace
@@ -50,17 +50,17 @@ int main(int argc, char *argv[])
     if (!rows.open(QIODevice::ReadOnly))
         qFatal("%s can't be read", qPrintable(rows.fileName()));
 
-    print("measure", "ours", "against", "ratio", "bar", QString());
+    print("measure", "ours", "against", "ratio", "limit", QString());
     bool allMet = !rows.atEnd();
     QJsonArray document;
     while (!rows.atEnd()) {
         const QJsonObject row = QJsonDocument::fromJson(rows.readLine()).object();
-        const bool hasBar = row.contains(u"bar");
+        const bool hasLimit = row.contains(u"limit");
         const bool isMet = row[u"met"].toBool();
         print(row[u"measure"].toString(), amount(row, "ours"), amount(row, "against"), ratio(row[u"ratio"]),
-              hasBar ? number(row[u"bar"]) : QString(),
-              hasBar ? QString(isMet ? "met" : "MISSED") : QString());
-        allMet = allMet && (!hasBar || isMet);
+              hasLimit ? number(row[u"limit"]) : QString(),
+              hasLimit ? QString(isMet ? "met" : "MISSED") : QString());
+        allMet = allMet && (!hasLimit || isMet);
         document += row;
     }
 

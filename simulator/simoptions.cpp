@@ -131,8 +131,8 @@ void readDevice(OptionReader &options, const QStringList &networks, DeviceConfig
     if (options.isSet("log-file")) {
         QFile file(options.text("log-file"));
         if (!file.open(QIODevice::ReadOnly))
-            options.complain(QStringLiteral("Cannot read the log file %1: %2.")
-                                 .arg(file.fileName(), file.errorString()));
+            options.complain(
+                QStringLiteral("Cannot read the log file %1: %2.").arg(file.fileName(), file.errorString()));
         else
             setup.logText = file.readAll();
     }
