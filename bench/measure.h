@@ -20,9 +20,9 @@ struct Measure {
     QList<double> against = {}; ///< the samples of the same turns; empty when there is no reference
 
     void add(double our, double other);
-    /// Measures the CPU time of \a ours and \a against alternately, \a turns times each after a warm-up turn
-    /// that does not count.
-    void timeByTurns(int turns, const std::function<void()> &ours, const std::function<void()> &against);
+    /// Measures the CPU time of \a our and \a other step alternately, \a turns times each after a warm-up
+    /// turn that does not count.
+    void timeByTurns(int turns, const std::function<void()> &our, const std::function<void()> &other);
     /// Appends the row to the file that ZV_BENCH_ROWS names, one JSON object per line, and prints it on
     /// standard error.
     void tell() const;

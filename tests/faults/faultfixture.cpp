@@ -148,7 +148,7 @@ QString FaultFixture::walkAgain(const QByteArray &ttyName)
     tolvar.plug(ttyName);
     while (wizard.currentId() != ConnectPageId)
         wizard.back();
-    const QString wrong = walk();
+    QString wrong = walk();
     if (wrong.isEmpty() && tolvar.state().lineTexts().mid(linesBefore).value(0) != "C")
         return problem(QStringLiteral("the device was expected to be woken first"));
     return wrong;
