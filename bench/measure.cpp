@@ -57,7 +57,7 @@ void Measure::timeByTurns(int turns, const std::function<void()> &our, const std
     }
 }
 
-void Measure::tell() const
+void Measure::report() const
 {
     QJsonObject row{{"measure", name}, {"unit", unit}, {"turns", ours.size()}, {"ours", summary(ours)}};
     if (!against.isEmpty()) {

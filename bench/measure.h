@@ -25,7 +25,7 @@ struct Measure {
     void timeByTurns(int turns, const std::function<void()> &our, const std::function<void()> &other);
     /// Appends the row to the file that ZV_BENCH_ROWS names, one JSON object per line, and prints it on
     /// standard error.
-    void tell() const;
+    void report() const;
 };
 
 /// Returns the lines of the session log in the home folder, without their line ends.

@@ -98,7 +98,7 @@ void timeReplies(const char *name, const QList<QByteArray> &documents, qint64 ch
     if (receiver.tolvar.systemID() != QLatin1String("TOLVAR-4712") &&
         receiver.tolvar.getScanResult("Network number 0").ssid == "Not Found")
         qFatal("the replies came to nothing");
-    measure.tell();
+    measure.report();
 }
 
 /// Measures the device's log, from its bytes to the closed file.
@@ -131,7 +131,7 @@ void timeLog(const char *name, qint64 chunk, double limit)
         });
     if (QFile(path).size() != log.size())
         qFatal("the log that was written is not the one that was sent");
-    measure.tell();
+    measure.report();
 }
 } // namespace
 

@@ -125,7 +125,7 @@ int main(int argc, char *argv[])
     FakeUsbBus bus;
     for (int turn = 0; turn < turns; ++turn)
         runOnce(bus, finding, whole);
-    finding.tell();
-    whole.tell();
+    finding.report();
+    whole.report();
     return 0;
 }

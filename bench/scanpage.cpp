@@ -72,7 +72,7 @@ void timeRebuilds(ScanPage &page, int networks, double limit)
     }
     if (page.rows() != networks)
         qFatal("the list has %d rows", page.rows());
-    measure.tell();
+    measure.report();
 }
 
 /// Measures the same, including the lines in the session log.
@@ -89,7 +89,7 @@ void timeLines(ScanPage &page, int networks)
                     "ms", 1.5};
     measure.timeByTurns(
         turns, [&] { page.take(reply); }, [&] { writePlainLines(lines); });
-    measure.tell();
+    measure.report();
 }
 } // namespace
 

@@ -50,6 +50,6 @@ int main(int argc, char *argv[])
                 say(line);
         },
         [&] { writePlainLines(lines); });
-    measure.tell();
+    measure.report();
     return 0;
 }

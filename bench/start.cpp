@@ -69,10 +69,10 @@ void timeStarts(const QString &program, const QString &bare)
         timeOverEmpty.add(ours.untilFirstPage, emptyPage.untilFirstPage);
         memoryOverEmpty.add(ours.peakMemory / 1024, emptyPage.peakMemory / 1024);
     }
-    time.tell();
-    cpu.tell();
-    timeOverEmpty.tell();
-    memoryOverEmpty.tell();
+    time.report();
+    cpu.report();
+    timeOverEmpty.report();
+    memoryOverEmpty.report();
 }
 
 void timeIdling(const QString &program, const QString &bare)
@@ -82,7 +82,7 @@ void timeIdling(const QString &program, const QString &bare)
         const double ours = start(program, {}, idleTime).idleCpu;
         idle.add(ours, start(bare, {}, idleTime).idleCpu);
     }
-    idle.tell();
+    idle.report();
 }
 } // namespace
 

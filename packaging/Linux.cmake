@@ -1,9 +1,9 @@
 include(GNUInstallDirs)
 
 # Users start the launcher, which starts the program (see the comment in the launcher). The report is for support.
-function(zv_scripts folder program data catalogues) # the last three are relative to the folder of the launcher
+function(zv_scripts folder program data translations) # the last three are relative to the folder of the launcher
     set(ZV_PROGRAM_FROM_LAUNCHER ${program})
-    set(ZV_CATALOGUES_FROM_LAUNCHER ${catalogues})
+    set(ZV_TRANSLATIONS_FROM_LAUNCHER ${translations})
     set(ZV_MESSAGES_FROM_LAUNCHER ${data}/messages.sh)
     set(ZV_REDACT_FROM_LAUNCHER ${data}/redact.awk)
     configure_file(zvinstall.in ${folder}/zvinstall @ONLY USE_SOURCE_PERMISSIONS)
@@ -24,7 +24,7 @@ install(PROGRAMS ${CMAKE_CURRENT_BINARY_DIR}/zvinstall ${CMAKE_CURRENT_BINARY_DI
     DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(FILES messages.sh report/redact.awk DESTINATION ${data})
 install(TARGETS zvinstall RUNTIME DESTINATION ${program})
-install(FILES ${catalogues} DESTINATION ${texts})
+install(FILES ${translations} DESTINATION ${texts})
 
 install(FILES example.zvtolvar.zvinstall.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 configure_file(example.zvtolvar.zvinstall.metainfo.xml.in example.zvtolvar.zvinstall.metainfo.xml @ONLY)
@@ -63,7 +63,7 @@ set(portable ${CMAKE_CURRENT_BINARY_DIR}/portable)
 install(PROGRAMS ${portable}/zvinstall ${portable}/zvinstall-report DESTINATION . COMPONENT portable EXCLUDE_FROM_ALL)
 install(FILES messages.sh report/redact.awk DESTINATION support COMPONENT portable EXCLUDE_FROM_ALL)
 install(PROGRAMS $<TARGET_FILE:zvinstall> DESTINATION . RENAME zvinstall.bin COMPONENT portable EXCLUDE_FROM_ALL)
-install(FILES ${catalogues} 70-zvinstall.rules ${CMAKE_CURRENT_BINARY_DIR}/portable/README.txt ${PROJECT_SOURCE_DIR}/LICENSE
+install(FILES ${translations} 70-zvinstall.rules ${CMAKE_CURRENT_BINARY_DIR}/portable/README.txt ${PROJECT_SOURCE_DIR}/LICENSE
     DESTINATION . COMPONENT portable EXCLUDE_FROM_ALL)
 # -- System and archive: the documents for users --
 

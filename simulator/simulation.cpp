@@ -109,8 +109,8 @@ void Simulation::tellWhatDeviceHolds()
     _printer.remark(QStringLiteral("  antenna     %1").arg(readable(saved.antenna)));
     _printer.remark(QStringLiteral("  static IP   %1")
                         .arg(isStatic ? readable(saved.ipAddress) : QStringLiteral("none")));
-    _printer.remark(state.exited ? QStringLiteral("it has been told to leave setup mode")
-                                 : QStringLiteral("it has not been told to leave setup mode"));
+    _printer.remark(state.exited ? QStringLiteral("it has left setup mode")
+                                 : QStringLiteral("it has not left setup mode"));
 }
 
 bool Simulation::isAsExpected() const

@@ -51,11 +51,11 @@ void TestOpenErrors::aPortThatCanBeOpenedLater()
     auto other = otherProgram(fixture);
     if (error == "Permission denied") {
         other.reset();
-        LibcInterposer::refuseOpening(true);
+        LibcInterposer::failOpening(true);
     }
     QVERIFY(reportsError(fixture, error));
     QCOMPARE(fixture.tolvar.state().bytes.size(), 0);
-    LibcInterposer::refuseOpening(false);
+    LibcInterposer::failOpening(false);
     other.reset();
     QCOMPARE(fixture.walk(), QString());
     QCOMPARE(fixture.messages.messages("C:").size(), 1); // reported once, however often the wizard tries

@@ -50,7 +50,7 @@ QHash<QString, QStringList> networks(ZVTolvar &tolvar)
 struct Subject {
     ZVTolvar tolvar;
     const ZVTolvarTestPeer inside{tolvar};
-    SignalRecorder diary{&tolvar};
+    SignalRecorder recorder{&tolvar};
 
     /// Resets the state that earlier inputs have left.
     void reset();
@@ -67,7 +67,7 @@ void Subject::reset()
           &ZVTolvar::setAntenna, &ZVTolvar::setUartTrace, &ZVTolvar::setSysLogOn, &ZVTolvar::setSysLogServer})
         (tolvar.*set)(QString());
     tolvar.scannedNetworks()->clear();
-    diary.take();
+    recorder.take();
 }
 
 void Subject::requireCleanStatusIsRead()
@@ -92,7 +92,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         return -1;
 
     static Subject subject;
-    auto &[tolvar, inside, diary] = subject;
+    auto &[tolvar, inside, recorder] = subject;
     subject.reset();
     QByteArray written;
     if (logIsAwaited)
@@ -100,7 +100,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     tolvar.onResponseReceived(document);
 
     if (!expected.isTooDeep()) {
-        require(diary.take() == expected.told(), "everything in the document is told of in its order");
+        require(recorder.take() == expected.reported(), "everything in the document is told of in its order");
         require(networks(tolvar) == expected.networks(), "every network is listed");
         const bool logHasCome = !expected.logs().isEmpty();
         require((inside.logFile() == nullptr) == (logHasCome || !logIsAwaited), "a log ends the waiting");

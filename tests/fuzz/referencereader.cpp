@@ -21,13 +21,13 @@ ReferenceReader::ReferenceReader(const QString &document)
             children(&ReferenceReader::statusChild);
         } else if (name == QLatin1String("scan_results")) {
             _networks.clear();
-            _told += QStringLiteral("scannedNetworkListChanged:0");
+            _reported += QStringLiteral("scannedNetworkListChanged:0");
             children(&ReferenceReader::scanChild);
         } else if (name == QLatin1String("networktest_results")) {
             children(&ReferenceReader::testChild);
         } else {
             log();
-            _told += QStringLiteral("finishedWriteLog");
+            _reported += QStringLiteral("finishedWriteLog");
         }
     }
 }
@@ -74,7 +74,7 @@ bool ReferenceReader::statusChild()
         return false;
     const QString value = text();
     if (!signal->isEmpty() && std::exchange(_values[*signal], value) != value)
-        _told += *signal + QLatin1Char(':') + value;
+        _reported += *signal + QLatin1Char(':') + value;
     return true;
 }
 
@@ -91,7 +91,7 @@ bool ReferenceReader::scanChild()
     for (const char *name : {"channel", "adhoc", "sec", "suites", "WPS", "RSSI"})
         others += attributes.value(QLatin1String(name)).toString();
     _networks.insert(ssid, others);
-    _told += QStringLiteral("scannedNetworkListChanged:%1").arg(_networks.size());
+    _reported += QStringLiteral("scannedNetworkListChanged:%1").arg(_networks.size());
     return true;
 }
 
@@ -106,7 +106,7 @@ bool ReferenceReader::testChild()
     const QString result = attributes.value(QLatin1String("result")).toString();
     const QString verdict = verdicts.value(result.toInt());
     if (!verdict.isEmpty())
-        _told += verdict;
+        _reported += verdict;
     return true;
 }
 

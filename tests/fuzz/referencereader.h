@@ -20,7 +20,7 @@ public:
     /// invalid.
     bool isTooDeep() const { return _tooDeep; }
     /// Returns the changes to report, in order, in SignalRecorder's notation. All values are empty at first.
-    QStringList told() const { return _told; }
+    QStringList reported() const { return _reported; }
     /// Returns the networks: for each SSID, the other six values.
     QHash<QString, QStringList> networks() const { return _networks; }
     /// Returns the text of each log document.
@@ -40,7 +40,7 @@ private:
     QCoreXmlStreamReader _reader;
     bool _comesBack = true;
     bool _tooDeep = false;
-    QStringList _told;
+    QStringList _reported;
     QHash<QString, QString> _values;
     QHash<QString, QStringList> _networks;
     QStringList _logs;

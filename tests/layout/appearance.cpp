@@ -59,15 +59,15 @@ QPalette paletteOf(const QString &theme)
     return QApplication::style()->standardPalette();
 }
 
-void translateBy(const QString &catalogue, const QString &folder)
+void translateBy(const QString &translation, const QString &folder)
 {
     static std::vector<std::unique_ptr<QTranslator>> installed;
-    if (catalogue.isEmpty()) {
+    if (translation.isEmpty()) {
         installed.clear(); // each translator removes itself from the application when it is deleted
         return;
     }
     auto translator = std::make_unique<QTranslator>();
-    if (!translator->load(catalogue, folder))
+    if (!translator->load(translation, folder))
         return;
     QApplication::installTranslator(translator.get());
     installed.push_back(std::move(translator));
@@ -103,5 +103,5 @@ void apply(const Appearance &look)
         return;
     // As main() does it. Without Qt's translation files, Qt's own buttons stay English, as they do for users.
     translateBy(QLatin1String("qt_") + look.language, QLibraryInfo::path(QLibraryInfo::TranslationsPath));
-    translateBy(QLatin1String("zvinstall_") + look.language, QStringLiteral(ZV_CATALOGUES));
+    translateBy(QLatin1String("zvinstall_") + look.language, QStringLiteral(ZV_TRANSLATIONS));
 }

@@ -21,8 +21,8 @@ constexpr QLatin1String longestName("The name with thirty-two letters");
 class Tour
 {
 public:
-    explicit Tour(const ViewCallback &onlooker)
-        : _onlooker(onlooker)
+    explicit Tour(const ViewCallback &callback)
+        : _callback(callback)
     {
     }
 
@@ -150,7 +150,7 @@ private:
     {
         for (int i = 0; i < 10; ++i)
             QApplication::processEvents(); // one layout may invalidate another
-        _onlooker(QString::fromLatin1(view), window);
+        _callback(QString::fromLatin1(view), window);
     }
     ModalDialogResponder::Answer closing(const char *view)
     {
@@ -178,7 +178,7 @@ private:
     }
     void finish(const QByteArray &document) { _f.finish(QString::fromLatin1(document)); }
 
-    const ViewCallback &_onlooker;
+    const ViewCallback &_callback;
     const QTemporaryDir _folder{QDir::tempPath() + QStringLiteral("/Documents-XXXXXX")};
     DeviceConfig _setup;
     WizardFixture _f;
@@ -186,8 +186,8 @@ private:
 };
 } // namespace
 
-void tour(const ViewCallback &onlooker)
+void tour(const ViewCallback &callback)
 {
-    Tour(onlooker).goThrough();
-    Tour(onlooker).notFoundPage();
+    Tour(callback).goThrough();
+    Tour(callback).notFoundPage();
 }

@@ -23,7 +23,7 @@ void TestLanguages::theWizardSpeaksTheUsersLanguage_data()
 {
     QTest::addColumn<QString>("launcher");
     QTest::addColumn<QString>("locale");
-    QTest::addColumn<QString>("catalogue"); // empty: English
+    QTest::addColumn<QString>("translation"); // empty: English
     const QString installed = ZV_LAUNCHER;
     for (const char *language : {"ar", "de", "es", "fr", "it", "ja", "nl", "pl"})
         QTest::newRow(language) << installed << QStringLiteral("%1_XX.UTF-8").arg(language) << language;
@@ -45,11 +45,11 @@ void TestLanguages::theWizardSpeaksTheUsersLanguage()
 {
     QFETCH(QString, launcher);
     QFETCH(QString, locale);
-    QFETCH(QString, catalogue);
+    QFETCH(QString, translation);
     QString page = "Identifying ZV Tolvar";
     QString title = "ZV Tolvar Setup v" ZV_VERSION;
-    if (!catalogue.isEmpty()) {
-        const TsFile ts = readTsFile(QStringLiteral(ZV_TRANSLATIONS "/zvinstall_%1.ts").arg(catalogue));
+    if (!translation.isEmpty()) {
+        const TsFile ts = readTsFile(QStringLiteral(ZV_TRANSLATIONS "/zvinstall_%1.ts").arg(translation));
         QVERIFY2(ts.translation("ConnectTlovarWizardPage", page) != page, "the title is not translated");
         page = ts.translation("ConnectTlovarWizardPage", page);
         title = ts.translation("ZVTolvarSetupWizard", title);

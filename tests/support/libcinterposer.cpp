@@ -63,7 +63,7 @@ bool isUnreadable(int descriptor)
 
 int openBy(const char *function, const char *path, int flags, mode_t mode)
 {
-    if (record().refusesOpening && QByteArray(path).startsWith("/dev/ttyUSB")) {
+    if (record().failsOpening && QByteArray(path).startsWith("/dev/ttyUSB")) {
         errno = EACCES;
         return -1;
     }

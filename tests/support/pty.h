@@ -80,7 +80,7 @@ private:
         char name[64] = "";
         if (_device < 0 || ::grantpt(_device) != 0 || ::unlockpt(_device) != 0 ||
             ::ptsname_r(_device, name, sizeof name) != 0)
-            qFatal("no pseudo-terminal to be had");
+            qFatal("cannot create a pseudo-terminal");
         _name = QString::fromLocal8Bit(name);
     }
     bool isLocked() const

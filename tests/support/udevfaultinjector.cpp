@@ -65,7 +65,7 @@ extern "C" udev_device *udev_monitor_receive_device(udev_monitor *monitor)
 
 extern "C" const char *udev_device_get_action(udev_device *device)
 {
-    ++UdevFaultInjector::state().told;
+    ++UdevFaultInjector::state().reported;
     if (fails(UdevFaultInjector::NoAction))
         return nullptr;
     return original<decltype(udev_device_get_action)>("udev_device_get_action")(device);

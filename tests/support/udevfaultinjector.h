@@ -17,13 +17,13 @@ public:
     /// Simulates \a failure from now on.
     static void fail(Failure failure) { state() = {failure, 0, 0}; }
     /// The number of events of which the program has read the action since the last fail().
-    static int timesTold() { return state().told; }
+    static int timesReported() { return state().reported; }
     /// The number of times that the program has looked up a device by its name since the last fail().
     static int timesAsked() { return state().asked; }
 
     struct State {
         Failure wanted;
-        int told;
+        int reported;
         int asked;
     };
     static State &state();

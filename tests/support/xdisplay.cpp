@@ -133,8 +133,8 @@ unsigned long XDisplay::frameAt(const QPoint &point) const
     return child;
 }
 
-void XDisplay::tell(unsigned long receiver, unsigned long window, const char *message, long mask,
-                    const QList<long> &data) const
+void XDisplay::sendMessage(unsigned long receiver, unsigned long window, const char *message, long mask,
+                           const QList<long> &data) const
 {
     XEvent event = {};
     event.xclient.type = ClientMessage;
@@ -150,19 +150,22 @@ void XDisplay::tell(unsigned long receiver, unsigned long window, const char *me
 void XDisplay::activate(unsigned long id) const
 {
     constexpr long fromPager = 2;
-    tell(_root, id, "_NET_ACTIVE_WINDOW", SubstructureRedirectMask | SubstructureNotifyMask, {fromPager});
+    sendMessage(_root, id, "_NET_ACTIVE_WINDOW", SubstructureRedirectMask | SubstructureNotifyMask,
+                {fromPager});
 }
 
 void XDisplay::close(unsigned long id) const
 {
     constexpr long fromPager = 2;
-    tell(_root, id, "_NET_CLOSE_WINDOW", SubstructureRedirectMask | SubstructureNotifyMask, {0, fromPager});
+    sendMessage(_root, id, "_NET_CLOSE_WINDOW", SubstructureRedirectMask | SubstructureNotifyMask,
+                {0, fromPager});
 }
 
 void XDisplay::askManager() const
 {
     XDeleteProperty(_display, _own, XInternAtom(_display, "_NET_FRAME_EXTENTS", False));
-    tell(_root, _own, "_NET_REQUEST_FRAME_EXTENTS", SubstructureRedirectMask | SubstructureNotifyMask, {});
+    sendMessage(_root, _own, "_NET_REQUEST_FRAME_EXTENTS", SubstructureRedirectMask | SubstructureNotifyMask,
+                {});
 }
 
 bool XDisplay::hasManagerAnswered() const
@@ -177,8 +180,8 @@ void XDisplay::ping(unsigned long id)
     XSelectInput(_display, _root, StructureNotifyMask | SubstructureNotifyMask);
     _pinged = id;
     ++_pingNumber;
-    tell(id, id, "WM_PROTOCOLS", NoEventMask,
-         {long(XInternAtom(_display, "_NET_WM_PING", False)), _pingNumber, long(id)});
+    sendMessage(id, id, "WM_PROTOCOLS", NoEventMask,
+                {long(XInternAtom(_display, "_NET_WM_PING", False)), _pingNumber, long(id)});
 }
 
 bool XDisplay::isPingAnswered()

@@ -68,8 +68,8 @@ private:
     QList<unsigned long> numbers(unsigned long window, const char *property) const;
     QString text(unsigned long window, const char *property) const;
     XWindow describe(unsigned long window) const;
-    void tell(unsigned long receiver, unsigned long window, const char *message, long mask,
-              const QList<long> &data) const;
+    void sendMessage(unsigned long receiver, unsigned long window, const char *message, long mask,
+                     const QList<long> &data) const;
 
     _XDisplay *_display;
     unsigned long _root = 0;

@@ -104,10 +104,10 @@ public:
     int exitCode = -1;
 };
 
-/// Copies the test's translation file \a catalogue into the folder, as \a name.
-bool putCatalogue(const QString &catalogue, const QString &folder, const QString &name)
+/// Copies the test's translation file \a file into the folder, as \a name.
+bool putTranslation(const QString &file, const QString &folder, const QString &name)
 {
-    return QFile::copy(QStringLiteral(ZV_CATALOGUES "/") + catalogue, folder + QLatin1Char('/') + name);
+    return QFile::copy(QStringLiteral(ZV_TRANSLATIONS "/") + file, folder + QLatin1Char('/') + name);
 }
 
 const QByteArray logOfTheStart = "D:List of ports: \n"
@@ -226,11 +226,11 @@ void TestMain::translationFilesElsewhereAreNotUsed()
 {
     Program program;
     program.speakGerman();
-    QVERIFY(putCatalogue("qt_de.qm", program.workingFolder, "qt_de.qm"));
-    QVERIFY(putCatalogue("qt_de.qm", program.qtFolder(), "qt_fr.qm"));
-    QVERIFY(putCatalogue("zvinstall_de.qm", program.qtFolder(), "zvinstall_de.qm"));
-    QVERIFY(putCatalogue("zvinstall_de.qm", program.home, "zvinstall_de.qm"));
-    QVERIFY(putCatalogue("zvinstall_de.qm", program.workingFolder, "zvinstall_fr.qm"));
+    QVERIFY(putTranslation("qt_de.qm", program.workingFolder, "qt_de.qm"));
+    QVERIFY(putTranslation("qt_de.qm", program.qtFolder(), "qt_fr.qm"));
+    QVERIFY(putTranslation("zvinstall_de.qm", program.qtFolder(), "zvinstall_de.qm"));
+    QVERIFY(putTranslation("zvinstall_de.qm", program.home, "zvinstall_de.qm"));
+    QVERIFY(putTranslation("zvinstall_de.qm", program.workingFolder, "zvinstall_fr.qm"));
     program.run();
     QCOMPARE(program.exitCode, 0);
     QCOMPARE(program.texts(), QStringList({"ZV Tolvar Setup v2.3", "&Console", "Console Log", "Cancel"}));
@@ -241,13 +241,13 @@ void TestMain::translationFilesInTheirFoldersAreUsed()
 {
     Program program;
     program.speakGerman();
-    QVERIFY(putCatalogue("qt_de.qm", program.qtFolder(), "qt_de.qm"));
+    QVERIFY(putTranslation("qt_de.qm", program.qtFolder(), "qt_de.qm"));
     program.run();
     QCOMPARE(program.texts(),
              QStringList({"ZV Tolvar Setup v2.3", "&Console", "Werkzeugkasten", "Abbrechen"}));
 
     // The program's own file is searched first.
-    QVERIFY(putCatalogue("zvinstall_de.qm", program.workingFolder, "zvinstall_de_DE.qm"));
+    QVERIFY(putTranslation("zvinstall_de.qm", program.workingFolder, "zvinstall_de_DE.qm"));
     program.run();
     QCOMPARE(program.texts(),
              QStringList({"ZV Tolvar einrichten v2.3", "&Konsole", "Mitschrift", "Abbrechen"}));

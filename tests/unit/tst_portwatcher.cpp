@@ -221,7 +221,7 @@ void TestPortWatcher::anEventWithoutAnActionIsIgnored()
     ArmedReports reports;
     UdevFaultInjector::fail(UdevFaultInjector::NoAction);
     computer.unplug(port);
-    QTRY_VERIFY(UdevFaultInjector::timesTold() > 0);
+    QTRY_VERIFY(UdevFaultInjector::timesReported() > 0);
 
     UdevFaultInjector::fail(UdevFaultInjector::None);
     const QString next = computer.plugUsb(UsbBridge::prolific());

@@ -239,7 +239,7 @@ void TestSessionLog::aFatalMessageIsRecordedBeforeTheProgramEnds()
     }
     int status = 0;
     QCOMPARE(::waitpid(program, &status, 0), program);
-    QVERIFY2(WIFSIGNALED(status), "the toolkit was expected to end the program");
+    QVERIFY2(WIFSIGNALED(status), "Qt was expected to end the program");
     QCOMPARE(contents(logPath()), QByteArray("F:no way on\n"));
 }
 

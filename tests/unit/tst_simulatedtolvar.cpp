@@ -19,7 +19,7 @@ public:
                          [this](const QByteArray &bytes) { said += bytes; });
     }
 
-    QByteArray tell(const QByteArray &bytes)
+    QByteArray send(const QByteArray &bytes)
     {
         said.clear();
         tolvar.receive(bytes);
@@ -29,7 +29,7 @@ public:
     // Returns the document in the reply to a line. The test fails if the host could not read it.
     QByteArray ask(const QByteArray &line)
     {
-        const QByteArray answer = tell(line + "\r\n");
+        const QByteArray answer = send(line + "\r\n");
         const qsizetype start = answer.indexOf('\x02') + 1;
         QByteArray document = answer.mid(start, answer.indexOf('\x03') - start);
         QXmlStreamReader xml(QString::fromLatin1(document));
@@ -90,13 +90,13 @@ private Q_SLOTS:
 void tst_SimulatedTolvar::answers_data()
 {
     QTest::addColumn<TolvarFaults>("faults");
-    QTest::addColumn<QByteArray>("told");
+    QTest::addColumn<QByteArray>("input");
     QTest::addColumn<QByteArray>("said");
-    const auto asleep = [](const char *name, const QByteArray &told, const QByteArray &said) {
-        QTest::newRow(name) << TolvarFaults() << told << said;
+    const auto asleep = [](const char *name, const QByteArray &input, const QByteArray &said) {
+        QTest::newRow(name) << TolvarFaults() << input << said;
     };
-    const auto awake = [asleep](const char *name, const QByteArray &told, const QByteArray &said) {
-        asleep(name, "C\r\n" + told, "\r\n>" + said);
+    const auto awake = [asleep](const char *name, const QByteArray &input, const QByteArray &said) {
+        asleep(name, "C\r\n" + input, "\r\n>" + said);
     };
     const auto withFault = [](const char *name, const TolvarFaults &faults, const QByteArray &said) {
         QTest::newRow(name) << faults << QByteArray("C\r\nget_log_file\r\n") << said;
@@ -160,13 +160,13 @@ void tst_SimulatedTolvar::answers_data()
 void tst_SimulatedTolvar::answers()
 {
     QFETCH(TolvarFaults, faults);
-    QFETCH(QByteArray, told);
+    QFETCH(QByteArray, input);
     DeviceConfig setup;
     setup.faults = faults;
     setup.air.clear();
     setup.logText = "log";
     Console console(setup);
-    QTEST(console.tell(told), "said");
+    QTEST(console.send(input), "said");
     QVERIFY(console.tolvar.state().pending.network != "a b"); // it is deaf to that command
 }
 
@@ -197,10 +197,10 @@ void tst_SimulatedTolvar::keepsWhatItIsTold()
     DeviceConfig setup;
     setup.configuration = {"n", "p", "0", "N", "10.0.0.1", "N"};
     Console console(setup);
-    console.tell("C\r\n" + line + "\r\n");
+    console.send("C\r\n" + line + "\r\n");
     QTEST(shown(console.tolvar.state().pending), "expected");
     QCOMPARE(shown(console.tolvar.state().saved), QByteArray("n|p|0|N|10.0.0.1|N"));
-    console.tell("save\r\n");
+    console.send("save\r\n");
     QTEST(shown(console.tolvar.state().saved), "expected");
 }
 
@@ -221,7 +221,7 @@ void tst_SimulatedTolvar::statusDocument()
     setup.sysLogServer = "SL";
     setup.configuration = {"N<&>\"", "secret", "1", "Y", "IP", "Y"};
     Console console(setup);
-    console.tell("C\r\n");
+    console.send("C\r\n");
     QCOMPARE(console.ask("get"), QByteArray("<puckdata>\n"
                                             "    <name>T1</name>\n"
                                             "    <mode>M</mode>\n"
@@ -248,9 +248,9 @@ void tst_SimulatedTolvar::statusFollowsTheConfiguration()
     DeviceConfig setup;
     setup.air = {{"Home", "right", "WPA2"}};
     Console console(setup);
-    console.tell("C\r\n");
+    console.send("C\r\n");
     QVERIFY(console.ask("get").contains("<test_result>0</test_result>"));
-    console.tell("setssid Home\r\nsetpass wrong\r\nant_select 1\r\nsetuarttrace y\r\ntest\r\n");
+    console.send("setssid Home\r\nsetpass wrong\r\nant_select 1\r\nsetuarttrace y\r\ntest\r\n");
     const QByteArray document = console.ask("get");
     for (const char *element : {"<network_name>Home</network_name>", "<ant>1</ant>", "<trc>Y</trc>",
                                 "<test_result>1</test_result>"})
@@ -263,7 +263,7 @@ void tst_SimulatedTolvar::statusWithExtraAndMissingElements()
     setup.extraStatusXml = "<radio><band>2.4</band>text<name>not this one</name></radio>";
     setup.missingFromStatus = {"network_name", "dns"};
     Console console(setup);
-    console.tell("C\r\n");
+    console.send("C\r\n");
     const QByteArray document = console.ask("get");
     QVERIFY2(document.startsWith("<puckdata>\n    <name>TOLVAR-4711</name>" + setup.extraStatusXml),
              document);
@@ -283,7 +283,7 @@ void tst_SimulatedTolvar::scanDocument()
                  hidden,
                  {"", "", "OPEN", "1", "-90", "", "", "Y"}};
     Console console(setup);
-    const QByteArray answer = console.tell("C\r\nscan\r\n");
+    const QByteArray answer = console.send("C\r\nscan\r\n");
     QCOMPARE(answer.mid(answer.indexOf('\x02')),
              QByteArray("\x02<scan_results>\n"
                         "    <scan SSID=\"A &quot;&lt;&amp;&gt;\x01?\x1F\" channel=\"11\" adhoc=\"N\" "
@@ -298,7 +298,7 @@ void tst_SimulatedTolvar::logDocument()
     DeviceConfig setup;
     setup.logText = "1: a < b\n2: \x02marks\x03 & \tcontrols \x7F\x80\xFF\n";
     Console console(setup);
-    console.tell("C\r\n");
+    console.send("C\r\n");
     QCOMPARE(console.ask("get_log_file"),
              QByteArray("<log_file>1: a &lt; b\n2: ?marks? &amp; \tcontrols \x7F\x80\xFF\n</log_file>"));
 }
@@ -309,7 +309,7 @@ void tst_SimulatedTolvar::documentsAreByteTransparent()
     setup.configuration.network = everyByteOfAName();
     setup.air = {{everyByteOfAName(), "x", "WPA2"}};
     Console console(setup);
-    console.tell("C\r\n");
+    console.send("C\r\n");
     QByteArray escaped = everyByteOfAName().replace("&", "&amp;").replace("\"", "&quot;");
     escaped.replace("<", "&lt;").replace(">", "&gt;");
     QVERIFY(console.ask("get").contains("<network_name>" + escaped + "</network_name>"));
@@ -345,7 +345,7 @@ void tst_SimulatedTolvar::testsJoining()
     DeviceConfig setup;
     setup.air = {{"Home", " right ", "WPA2"}, {"Open", "", "OPEN"}, hidden, {"Home", "other", "WEP"}};
     Console console(setup);
-    console.tell("C\r\nsetssid " + network + "\r\nsetpass " + passphrase + "\r\n");
+    console.send("C\r\nsetssid " + network + "\r\nsetpass " + passphrase + "\r\n");
     const QByteArray document = console.ask("test");
     QVERIFY2(document.startsWith("<networktest_results>\n    <status SSID=\"" + network + "\" desc=\""),
              document);
@@ -360,14 +360,14 @@ void tst_SimulatedTolvar::testsJoining()
 void tst_SimulatedTolvar::scanIsTracedOnDemand()
 {
     Console console;
-    console.tell("C\r\nsetuarttrace y\r\n");
-    const QByteArray traced = console.tell("scan\r\n");
+    console.send("C\r\nsetuarttrace y\r\n");
+    const QByteArray traced = console.send("scan\r\n");
     QCOMPARE(traced.left(traced.indexOf('\x02')).count("\r\n"), 1 + 1 + defaultAir().size());
     QVERIFY(traced.endsWith("</scan_results>\x03\r\n>"));
-    QVERIFY(console.tell("get\r\n").startsWith("get\r\n\x02")); // only the scan is traced
+    QVERIFY(console.send("get\r\n").startsWith("get\r\n\x02")); // only the scan is traced
 
-    console.tell("setuarttrace n\r\n");
-    QVERIFY(console.tell("scan\r\n").startsWith("scan\r\n\x02"));
+    console.send("setuarttrace n\r\n");
+    QVERIFY(console.send("scan\r\n").startsWith("scan\r\n\x02"));
 }
 
 void tst_SimulatedTolvar::linesWaitWhileItWorks_data()
@@ -386,15 +386,15 @@ void tst_SimulatedTolvar::linesWaitWhileItWorks()
     setup.delays.test = 150;
     setup.logText = "log";
     Console console(setup);
-    console.tell("C\r\n");
+    console.send("C\r\n");
 
     QElapsedTimer clock;
     clock.start();
     // The queued lines arrive in pieces, the first together with the command itself. The LF of the command's
     // line does not belong to them.
-    QCOMPARE(console.tell(work + "setssid Home\r\nget_l"), work);
+    QCOMPARE(console.send(work + "setssid Home\r\nget_l"), work);
     QVERIFY(console.tolvar.state().isWorking);
-    QCOMPARE(console.tell("og_file\r\nsave\r\n"), QByteArray());
+    QCOMPARE(console.send("og_file\r\nsave\r\n"), QByteArray());
     QCOMPARE(console.tolvar.state().lineTexts().size(), 5); // recorded at once
     QVERIFY(console.tolvar.state().pending.network != "Home");
 
@@ -416,7 +416,7 @@ void tst_SimulatedTolvar::promptTakesItsTime()
     Console console(setup);
     QElapsedTimer clock;
     clock.start();
-    QCOMPARE(console.tell("C\r\nsave\r\nhelp\r\n"), QByteArray());
+    QCOMPARE(console.send("C\r\nsave\r\nhelp\r\n"), QByteArray());
     QTRY_COMPARE(console.said, QByteArray("\r\n>save\r\n\r\n>help\r\n\r\n>"));
     QVERIFY(clock.elapsed() >= qint64{3} * 40);
 }
@@ -424,14 +424,14 @@ void tst_SimulatedTolvar::promptTakesItsTime()
 void tst_SimulatedTolvar::losesWhatIsNotSaved()
 {
     Console console;
-    console.tell("C\r\nsetssid kept\r\nsave\r\nsetssid lost\r\nsetpass half a li");
+    console.send("C\r\nsetssid kept\r\nsave\r\nsetssid lost\r\nsetpass half a li");
     console.tolvar.losePower();
     const TolvarState state = console.tolvar.state();
     QCOMPARE(state.pending.network, QByteArray("kept"));
     QCOMPARE(state.saved.network, QByteArray("kept"));
     QVERIFY(!state.awake);
-    QCOMPARE(console.tell("ne\r\nsetpass x\r\n"), QByteArray());
-    QCOMPARE(console.tell("C\r\n"), QByteArray("\r\n>"));
+    QCOMPARE(console.send("ne\r\nsetpass x\r\n"), QByteArray());
+    QCOMPARE(console.send("C\r\n"), QByteArray("\r\n>"));
     QCOMPARE(console.tolvar.state().sessions, 2);
     QCOMPARE(console.tolvar.state().pending.passphrase, DeviceConfig().configuration.passphrase);
 }
@@ -441,13 +441,13 @@ void tst_SimulatedTolvar::losesWorkUnderWay()
     DeviceConfig setup;
     setup.delays.scan = 30;
     Console console(setup);
-    console.tell("C\r\nscan\r\nsetssid lost\r\n");
+    console.send("C\r\nscan\r\nsetssid lost\r\n");
     console.tolvar.losePower();
     QVERIFY(!console.tolvar.state().isWorking);
-    QCOMPARE(console.tell("C\r\n"), QByteArray("\r\n>"));
+    QCOMPARE(console.send("C\r\n"), QByteArray("\r\n>"));
     // The only reply is that of a new scan, which takes twice as long as the lost one.
     console.tolvar.reconfigure([](DeviceConfig &changed) { changed.delays.scan = 60; });
-    QCOMPARE(console.tell("scan\r\n"), QByteArray("scan\r\n"));
+    QCOMPARE(console.send("scan\r\n"), QByteArray("scan\r\n"));
     QTRY_VERIFY(!console.tolvar.state().isWorking);
     QCOMPARE(console.said.count('\x02'), 1);
     QVERIFY(console.tolvar.state().pending.network != "lost");
@@ -456,9 +456,9 @@ void tst_SimulatedTolvar::losesWorkUnderWay()
 void tst_SimulatedTolvar::exitEndsTheSession()
 {
     Console console;
-    console.tell("C\r\n");
+    console.send("C\r\n");
     QVERIFY(!console.tolvar.state().exited);
-    QCOMPARE(console.tell("exit\r\nget\r\nsetssid x\r\n"), QByteArray("exit\r\n"));
+    QCOMPARE(console.send("exit\r\nget\r\nsetssid x\r\n"), QByteArray("exit\r\n"));
     QVERIFY(console.tolvar.state().exited);
     QVERIFY(!console.tolvar.state().awake);
     QVERIFY(console.tolvar.state().pending.network != "x");
@@ -466,7 +466,7 @@ void tst_SimulatedTolvar::exitEndsTheSession()
     console.tolvar.losePower();
     QVERIFY(console.tolvar.state().exited); // the command has been received, whatever happens to the power
 
-    QCOMPARE(console.tell("C\r\n"), QByteArray("\r\n>"));
+    QCOMPARE(console.send("C\r\n"), QByteArray("\r\n>"));
     QVERIFY(!console.tolvar.state().exited);
     QCOMPARE(console.tolvar.state().sessions, 2);
 }
@@ -475,11 +475,11 @@ void tst_SimulatedTolvar::recordsLinesAndBytes()
 {
     Console console;
     const qint64 before = std::chrono::steady_clock::now().time_since_epoch().count();
-    console.tell("C\r\n");
+    console.send("C\r\n");
     QTest::qSleep(5);
-    console.tell("get\r");
+    console.send("get\r");
     QTest::qSleep(5);
-    console.tell("\nsave\nrest");
+    console.send("\nsave\nrest");
     const qint64 after = std::chrono::steady_clock::now().time_since_epoch().count();
 
     const TolvarState state = console.tolvar.state();

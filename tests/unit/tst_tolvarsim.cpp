@@ -92,8 +92,8 @@ private Q_SLOTS:
     void endsAsItsProgramDoes();
     void expects_data();
     void expects();
-    void refuses_data();
-    void refuses();
+    void reportsInvalidArguments_data();
+    void reportsInvalidArguments();
     void needsTheWrapper();
     void runsUnderTheWrapperToo();
     void helps();
@@ -163,7 +163,7 @@ void tst_TolvarSim::expects()
     QCOMPARE(simulator.process.exitCode(), complaint.isEmpty() ? 0 : 1);
 }
 
-void tst_TolvarSim::refuses_data()
+void tst_TolvarSim::reportsInvalidArguments_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QByteArray>("word");
@@ -183,7 +183,7 @@ void tst_TolvarSim::refuses_data()
     row("a program that is not there", {"--", "/nowhere/program"}, "/nowhere/program");
 }
 
-void tst_TolvarSim::refuses()
+void tst_TolvarSim::reportsInvalidArguments()
 {
     QFETCH(QStringList, arguments);
     QFETCH(QByteArray, word);
@@ -257,7 +257,7 @@ void tst_TolvarSim::tellsWhatTheDeviceHolds()
     QVERIFY2(holds.contains("passphrase  \"p\"\n"), holds);
     QVERIFY2(holds.contains("antenna     1\n"), holds);
     QVERIFY2(holds.contains("static IP   10.0.0.7\n"), holds);
-    QVERIFY2(holds.contains("it has been told to leave setup mode\n"), holds);
+    QVERIFY2(holds.contains("it has left setup mode\n"), holds);
 }
 
 void tst_TolvarSim::makesTheDevice_data()
@@ -384,7 +384,7 @@ void tst_TolvarSim::signalReplugs()
     simulator.finish();
     QCOMPARE(simulator.process.exitCode(), 0);
     QVERIFY2(simulator.out.contains("network     \"kept\"\n"), simulator.out);
-    QVERIFY2(simulator.out.contains("it has been told to leave setup mode\n"), simulator.out);
+    QVERIFY2(simulator.out.contains("it has left setup mode\n"), simulator.out);
 }
 
 QTEST_GUILESS_MAIN(tst_TolvarSim)

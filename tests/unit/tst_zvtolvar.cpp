@@ -115,15 +115,16 @@ void TestZVTolvar::onlyARealChangeIsStoredAndToldOf()
     QFETCH(int, index);
     const Value &value = values[index];
     ZVTolvar tolvar;
-    SignalRecorder diary(&tolvar);
+    SignalRecorder recorder(&tolvar);
     // Null and empty texts are equal.
     for (const QString &text : {QString(), QString(""), QString(" as it  came "), QString(" as it  came "),
                                 QString(" AS IT  CAME "), QString(), QString("")}) {
         (tolvar.*value.set)(text);
         QCOMPARE((tolvar.*value.get)(), text);
     }
-    const QString told = QLatin1String(value.signal) + QLatin1Char(':');
-    QCOMPARE(diary.take(), QStringList({told + " as it  came ", told + " AS IT  CAME ", told}));
+    const QString reported = QLatin1String(value.signal) + QLatin1Char(':');
+    QCOMPARE(recorder.take(),
+             QStringList({reported + " as it  came ", reported + " AS IT  CAME ", reported}));
 
     (tolvar.*value.set)("text");
     for (const Value &other : values)
@@ -216,10 +217,10 @@ void TestZVTolvar::aPropertyWritesThroughItsSetter()
 {
     QFETCH(QString, signal);
     ZVTolvar tolvar;
-    SignalRecorder diary(&tolvar);
+    SignalRecorder recorder(&tolvar);
     QVERIFY(tolvar.setProperty(QTest::currentDataTag(), QStringLiteral("text")));
     QCOMPARE(tolvar.property(QTest::currentDataTag()), QVariant(QStringLiteral("text")));
-    QCOMPARE(diary.take(), QStringList{signal + ":text"});
+    QCOMPARE(recorder.take(), QStringList{signal + ":text"});
 }
 
 void TestZVTolvar::isScanningIsReadAsScanningAndCannotBeWritten()

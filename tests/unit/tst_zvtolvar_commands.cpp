@@ -33,19 +33,19 @@ private:
     void recordAt(void (ZVTolvar::*signal)());
 
     struct {
-        QStringList queue = {"not told of"};
+        QStringList queue = {"not reported of"};
         bool scanning = false;
         bool testing = false;
         QFile *logFile = nullptr;
     } _whenTold;
     std::unique_ptr<ZVTolvar> _tolvar;
-    std::unique_ptr<SignalRecorder> _diary;
+    std::unique_ptr<SignalRecorder> _recorder;
 };
 
 void TestCommands::init()
 {
     _tolvar = std::make_unique<ZVTolvar>();
-    _diary = std::make_unique<SignalRecorder>(_tolvar.get());
+    _recorder = std::make_unique<SignalRecorder>(_tolvar.get());
     _whenTold = {};
 }
 
@@ -64,7 +64,7 @@ void TestCommands::aScanQueuesThreeLinesAndIsToldOfAfterTheSecond()
     QCOMPARE(_whenTold.queue, QStringList({"setuarttrace y\r\n", "save\r\n"}));
     QVERIFY(_whenTold.scanning);
     QVERIFY(!inside().testing());
-    QCOMPARE(_diary->take(), QStringList{"scanStarted"});
+    QCOMPARE(_recorder->take(), QStringList{"scanStarted"});
 }
 
 void TestCommands::aNetworkTestSendsNameAndPassphraseAsTheyAre_data()
@@ -81,12 +81,12 @@ void TestCommands::aNetworkTestSendsNameAndPassphraseAsTheyAre()
     QFETCH(QString, password);
     _tolvar->setNetwork(network);
     _tolvar->setPassword(password);
-    _diary->take();
+    _recorder->take();
     recordAt(&ZVTolvar::networkTestStarted);
     _tolvar->startNetworkTest();
     QCOMPARE(inside().queue(),
              QStringList({"setssid " + network + "\r\n", "setpass " + password + "\r\n", "test\r\n"}));
-    QCOMPARE(_diary->take(), QStringList{"networkTestStarted"});
+    QCOMPARE(_recorder->take(), QStringList{"networkTestStarted"});
     QCOMPARE(_whenTold.queue, QStringList());
     QVERIFY(_whenTold.testing);
     QVERIFY(!_tolvar->scanning());
@@ -117,11 +117,11 @@ void TestCommands::savingTheConfigurationQueuesFiveLines()
     _tolvar->setUseStaticIP(useStaticIP);
     _tolvar->setIPAddress(ipAddress);
     _tolvar->setMask("255.0.0.0"); // this and the other values have no line
-    _diary->take();
+    _recorder->take();
     _tolvar->saveNetworkConfig();
     QCOMPARE(inside().queue(), QStringList({"ant_select  1\r\n", "setssid My Home\r\n",
                                             "setpass open sesame\r\n", staticIPLine, "save\r\n"}));
-    QCOMPARE(_diary->take(), QStringList());
+    QCOMPARE(_recorder->take(), QStringList());
     QVERIFY(!_tolvar->scanning());
     QVERIFY(!inside().testing());
 }
@@ -132,7 +132,7 @@ void TestCommands::aLogIsToldOfBeforeItsLineIsQueued()
     recordAt(&ZVTolvar::startingToWriteLog);
     _tolvar->getLogFileTo(&file);
     QCOMPARE(inside().queue(), QStringList({"get_log_file\r\n"}));
-    QCOMPARE(_diary->take(), QStringList{"startingToWriteLog"});
+    QCOMPARE(_recorder->take(), QStringList{"startingToWriteLog"});
     QCOMPARE(_whenTold.queue, QStringList());
     QCOMPARE(_whenTold.logFile, &file);
 }

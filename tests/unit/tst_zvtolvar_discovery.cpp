@@ -100,9 +100,9 @@ void TestDiscovery::onlyTheTwoBridgesAreADevice()
     QFETCH(QString, shownProduct);
     QFETCH(bool, device);
     const PendingTimers timers;
-    SignalRecorder diary(_tolvar.get());
+    SignalRecorder recorder(_tolvar.get());
     _tolvar->onDeviceDiscovered(PortInfos::bridge("ttyX", vendor, product));
-    QCOMPARE(diary.take(), device ? QStringList{"candidateDeviceFound"} : QStringList());
+    QCOMPARE(recorder.take(), device ? QStringList{"candidateDeviceFound"} : QStringList());
     QCOMPARE(timers.underWay(), device ? QList<int>{1000} : QList<int>());
     QCOMPARE(inside().portName(), device ? "ttyX" : "");
     QCOMPARE(inside().state(), NOT_CONNECTED); // until the port is open
@@ -133,9 +133,9 @@ void TestDiscovery::anArrivalPastNotConnectedIsLoggedAndIgnored()
     inside().state() = CANDIDATE_DEVICE_FOUND;
     inside().portName() = "ttyX";
     const PendingTimers timers;
-    SignalRecorder diary(_tolvar.get());
+    SignalRecorder recorder(_tolvar.get());
     _tolvar->onDeviceDiscovered(PortInfos::bridge("ttyY"));
-    QCOMPARE(diary.take(), QStringList());
+    QCOMPARE(recorder.take(), QStringList());
     QCOMPARE(timers.underWay(), QList<int>());
     QCOMPARE(inside().portName(), QStringLiteral("ttyX"));
     QCOMPARE(_log->messages(), QStringList{"D:****Device DISCOVERED: "} + PortInfos::description("ttyY"));
@@ -149,10 +149,10 @@ void TestDiscovery::foreignPortsAreLoggedAndListedAsNotFound()
     const QStringList description = described(QextSerialEnumerator::getPorts().value(0), "403", "6015");
     QCOMPARE(_log->take(), QStringList{"D:****Device DISCOVERED: "} + description);
 
-    SignalRecorder diary(_tolvar.get());
+    SignalRecorder recorder(_tolvar.get());
     _tolvar->findTolvar();
     QCOMPARE(_log->take(), QStringList{"D:List of ports: "} + description + QStringList{"D:Not Found "});
-    QCOMPARE(diary.take(), QStringList());
+    QCOMPARE(recorder.take(), QStringList());
     QCOMPARE(inside().portName(), QString());
 
     foreign.unplug();
@@ -175,7 +175,7 @@ void TestDiscovery::ofTwoRecognisedPortsOnlyTheFirstIsUsedAndLogged()
     QVERIFY(first.plug());
     QVERIFY(second.plug());
     ZVTolvar late; // it sees the ports that are present, not those that arrived before
-    SignalRecorder diary(&late);
+    SignalRecorder recorder(&late);
     const QList<QextPortInfo> ports = QextSerialEnumerator::getPorts();
     QCOMPARE(ports.size(), 2);
     _log->take();
@@ -186,7 +186,7 @@ void TestDiscovery::ofTwoRecognisedPortsOnlyTheFirstIsUsedAndLogged()
         described(ports.first(), isProlific ? "67b" : "403", isProlific ? "2303" : "6001");
     QCOMPARE(_log->messages(), QStringList{"D:List of ports: "} + description +
                                    QStringList({"D:Found! ", "D:****Device DISCOVERED: "}) + description);
-    QCOMPARE(diary.take(), QStringList{"candidateDeviceFound"});
+    QCOMPARE(recorder.take(), QStringList{"candidateDeviceFound"});
     QCOMPARE(ZVTolvarTestPeer{late}.portName(), ports.first().portName);
 }
 

@@ -125,7 +125,7 @@ void TestOpening::aFailedOpeningIsTriedAgainASecondLater()
     // The port does not exist yet; its name does, as a dangling symbolic link that becomes valid later.
     const QTemporaryDir folder;
     const QString name = folder.filePath("tty");
-    SignalRecorder diary(_tolvar);
+    SignalRecorder recorder(_tolvar);
     QPointer<QextSerialPort> firstAttempt;
     TimingProbe timing(1000, [&] { return inside().port() != firstAttempt; });
     open(name);
@@ -144,17 +144,17 @@ void TestOpening::aFailedOpeningIsTriedAgainASecondLater()
     QCOMPARE(inside().state(), CANDIDATE_DEVICE_FOUND);
     QVERIFY2(firstAttempt, "the earlier port object is dropped, not destroyed");
     QVERIFY(inside().port()->isOpen());
-    QCOMPARE(diary.take(), QStringList());
+    QCOMPARE(recorder.take(), QStringList());
 }
 
 void TestOpening::twoArrivalsWithinASecondMakeTwoAttemptsOnTheLaterPort()
 {
     Pty first;
     Pty &second = _fixture->pty;
-    SignalRecorder diary(_tolvar);
+    SignalRecorder recorder(_tolvar);
     _tolvar->onDeviceDiscovered(PortInfos::bridge(first.name()));
     _tolvar->onDeviceDiscovered(PortInfos::bridge(second.name()));
-    QCOMPARE(diary.take(), QStringList({"candidateDeviceFound", "candidateDeviceFound"}));
+    QCOMPARE(recorder.take(), QStringList({"candidateDeviceFound", "candidateDeviceFound"}));
     QCOMPARE(inside().portName(), second.name());
     QCOMPARE(_timers->underWay(), QList<int>({1000, 1000}));
 
@@ -193,7 +193,7 @@ void TestOpening::theConsoleIsWokenAndAskedForItsStatus()
     inside().state() = state;
     QByteArray wokenBefore;
     QList<int> timersBefore = {-1};
-    const MessageSpy witness([&](const QString &) {
+    const MessageSpy spy([&](const QString &) {
         wokenBefore = _fixture->pty.collected();
         timersBefore = _timers->underWay();
     });

@@ -59,7 +59,7 @@ void TestRemoval::init()
 void TestRemoval::theLinkIsResetAndWhatTheDeviceSaidOfItselfIsForgotten()
 {
     const PendingTimers timers;
-    SignalRecorder diary(_tolvar);
+    SignalRecorder recorder(_tolvar);
     remove("ttyX");
     QCOMPARE(inside().port(), nullptr);
     QCOMPARE(inside().queue(), QStringList());
@@ -67,7 +67,7 @@ void TestRemoval::theLinkIsResetAndWhatTheDeviceSaidOfItselfIsForgotten()
     QCOMPARE(inside().state(), NOT_CONNECTED);
     QVERIFY(!inside().connected() && !inside().scanning() && !inside().testing());
     QCOMPARE(timers.underWay(), QList<int>());
-    QCOMPARE(diary.take(),
+    QCOMPARE(recorder.take(),
              QStringList({"systemIDChanged:", "statusChanged:", "firmwareVersionChanged:", "networkChanged:",
                           "passwordChanged:", "scannedNetworkListChanged:0"}));
 }
@@ -111,11 +111,11 @@ void TestRemoval::aDeviceWithADeadPortIsGoneBeforeItsRemoval()
 void TestRemoval::theRemovalIsLoggedBeforeAnythingIsReset()
 {
     bool isReset = false;
-    const MessageSpy witness([&](const QString &) {
+    const MessageSpy spy([&](const QString &) {
         isReset = isReset || !inside().port() || inside().queue().isEmpty() ||
                   inside().portName().isEmpty() || inside().state() != IN_PROMPT;
     });
-    SignalRecorder diary(_tolvar);
+    SignalRecorder recorder(_tolvar);
     remove("ttyX");
     QCOMPARE(_fixture->log->messages(), QStringList{"D:****Device REMOVED: "} +
                                             PortInfos::description("ttyX") + QStringList{"D:\"ttyX\" "});
@@ -124,9 +124,9 @@ void TestRemoval::theRemovalIsLoggedBeforeAnythingIsReset()
 
 void TestRemoval::theLinkIsResetBeforeTheFirstSignalAndTheModesAfterTheLast()
 {
-    int told = 0;
+    int reported = 0;
     const ScopedConnection first(_tolvar, &ZVTolvar::systemIDChanged, [&] {
-        ++told;
+        ++reported;
         QCOMPARE(inside().port(), nullptr);
         QCOMPARE(inside().queue(), QStringList());
         QCOMPARE(inside().portName(), QString());
@@ -134,21 +134,21 @@ void TestRemoval::theLinkIsResetBeforeTheFirstSignalAndTheModesAfterTheLast()
         QCOMPARE(_tolvar->status(), QStringLiteral("M")); // the next one in turn
     });
     const ScopedConnection last(_tolvar, &ZVTolvar::scannedNetworkListChanged, [&] {
-        ++told;
+        ++reported;
         QVERIFY(inside().connected() && inside().scanning() && inside().testing());
     });
     remove("ttyX");
-    QCOMPARE(told, 2);
+    QCOMPARE(reported, 2);
 }
 
 void TestRemoval::theRemovalOfAnotherPortChangesNothing()
 {
-    SignalRecorder diary(_tolvar);
+    SignalRecorder recorder(_tolvar);
     QextSerialPort *port = inside().port();
     remove("ttyY");
     QCOMPARE(_fixture->log->messages(), QStringList{"D:****Device REMOVED: "} +
                                             PortInfos::description("ttyY") + QStringList{"D:\"ttyX\" "});
-    QCOMPARE(diary.take(), QStringList());
+    QCOMPARE(recorder.take(), QStringList());
     QCOMPARE(inside().portName(), QStringLiteral("ttyX"));
     QCOMPARE(inside().port(), port);
     QCOMPARE(inside().state(), IN_PROMPT);

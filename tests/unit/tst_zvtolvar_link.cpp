@@ -26,12 +26,12 @@ QStringList outcome(const QByteArray &sent, qsizetype chunk, CommState state, Mo
     LinkFixture fixture;
     setLink(fixture.inside, state, mode);
     fixture.inside.port() = &port;
-    SignalRecorder diary(&fixture.tolvar);
+    SignalRecorder recorder(&fixture.tolvar);
     for (qsizetype at = 0; at < sent.size(); at += chunk) {
         port.bring(sent.constData() + at, std::min(chunk, sent.size() - at));
         fixture.tolvar.onReadyRead();
     }
-    return diary.take() + fixture.log->messages("D:") +
+    return recorder.take() + fixture.log->messages("D:") +
            QStringList{fixture.inside.response(), QString::number(fixture.inside.state())};
 }
 } // namespace
@@ -76,9 +76,9 @@ void TestLink::aReplyIsReadBeforeItIsToldOf()
     QFETCH(QString, end);
     LinkFixture fixture;
     setLink(fixture.inside, IN_PROMPT, mode);
-    SignalRecorder diary(&fixture.tolvar);
+    SignalRecorder recorder(&fixture.tolvar);
     fixture.feed("get\r\n\x02" + document.toLatin1() + "\x03\r\n>");
-    QCOMPARE(diary.take(), read + QStringList({"responseReceived:" + document, end}));
+    QCOMPARE(recorder.take(), read + QStringList({"responseReceived:" + document, end}));
 }
 
 void TestLink::howeverItIsCutTheSameComesOfIt_data()

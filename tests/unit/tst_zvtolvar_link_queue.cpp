@@ -146,7 +146,7 @@ void TestLinkQueue::aSubmissionIsQueuedThenLoggedThenSent()
     JammedPort port(Endless);
     usePort(port);
     QStringList seen;
-    const MessageSpy witness([&](const QString &message) {
+    const MessageSpy spy([&](const QString &message) {
         seen += message + inside().queue().join(',') + '/' + inside().currentCommand() + '/' + port.taken();
     });
     _tolvar->submitCommand("a\"\u00e9\"\r\n");

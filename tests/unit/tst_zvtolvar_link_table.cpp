@@ -189,7 +189,7 @@ void TestLinkTable::eachByteInEachStateOfEachMode()
     const auto note = [&](const QString &event) {
         events += QString::number(in.state()) + modesOf(in) + ':' + event;
     };
-    const MessageSpy witness(note);
+    const MessageSpy spy(note);
     const ZVTolvar *tolvar = &_fixture->tolvar;
     const ScopedConnection ready(tolvar, &ZVTolvar::readyForCommand, [&] { note("readyForCommand"); });
     const ScopedConnection received(tolvar, &ZVTolvar::responseReceived,

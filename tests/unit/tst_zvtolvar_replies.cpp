@@ -47,13 +47,13 @@ private:
     void reply(const QString &document) { _tolvar->onResponseReceived(document); }
 
     std::unique_ptr<ZVTolvar> _tolvar;
-    std::unique_ptr<SignalRecorder> _diary;
+    std::unique_ptr<SignalRecorder> _recorder;
 };
 
 void TestReplies::init()
 {
     _tolvar = std::make_unique<ZVTolvar>();
-    _diary = std::make_unique<SignalRecorder>(_tolvar.get());
+    _recorder = std::make_unique<SignalRecorder>(_tolvar.get());
 }
 
 void TestReplies::eachStatusElement_data()
@@ -83,15 +83,15 @@ void TestReplies::eachStatusElement()
 {
     QFETCH(QString, signal);
     reply(puckdata(QString("<%1> a &amp; b </%1><mode>last</mode>").arg(QTest::currentDataTag())));
-    const QStringList told = signal.isEmpty() ? QStringList() : QStringList{signal + ": a & b "};
-    QCOMPARE(_diary->take(), told + QStringList{"statusChanged:last"});
+    const QStringList reported = signal.isEmpty() ? QStringList() : QStringList{signal + ": a & b "};
+    QCOMPARE(_recorder->take(), reported + QStringList{"statusChanged:last"});
 }
 
 void TestReplies::theStatusIsAppliedInTheOrderOfTheDocument()
 {
     reply(puckdata("\r\n <dns>4</dns>\r\n <name>T1</name> <mode>SETUP</mode>\r\n<ant>1</ant><dns/>\r\n"));
-    QCOMPARE(_diary->take(), QStringList({"dnsChanged:4", "systemIDChanged:T1", "statusChanged:SETUP",
-                                          "antennaChanged:1", "dnsChanged:"}));
+    QCOMPARE(_recorder->take(), QStringList({"dnsChanged:4", "systemIDChanged:T1", "statusChanged:SETUP",
+                                             "antennaChanged:1", "dnsChanged:"}));
 }
 
 void TestReplies::anUnknownChildIsSkippedWithAllThatIsInIt_data()
@@ -106,18 +106,18 @@ void TestReplies::anUnknownChildIsSkippedWithAllThatIsInIt()
 {
     QFETCH(QString, unknown);
     reply(puckdata("<name>T1</name>" + unknown + "<mode>SETUP</mode>" + unknown));
-    QCOMPARE(_diary->take(), QStringList({"systemIDChanged:T1", "statusChanged:SETUP"}));
+    QCOMPARE(_recorder->take(), QStringList({"systemIDChanged:T1", "statusChanged:SETUP"}));
     reply("<scan_results>" + unknown + "<scan SSID=\"A\"/>" + unknown + "<scan SSID=\"B\"/></scan_results>");
     QCOMPARE(_tolvar->scannedNetworks()->size(), 2);
-    _diary->take();
+    _recorder->take();
     reply("<networktest_results>" + unknown + "<status result=\"2\"/>" + unknown + "</networktest_results>");
-    QCOMPARE(_diary->take(), QStringList{"networkTestSsidNotFound"});
+    QCOMPARE(_recorder->take(), QStringList{"networkTestSsidNotFound"});
 }
 
 void TestReplies::deepNestingIsSkipped_data()
 {
     QTest::addColumn<QString>("unknown");
-    QTest::addColumn<QStringList>("told");
+    QTest::addColumn<QStringList>("reported");
     constexpr int levels = 100000;
     const auto times = [](const char *text, int count) { return QString(text).repeated(count); };
     const QStringList name = {"systemIDChanged:T1"};
@@ -131,30 +131,30 @@ void TestReplies::deepNestingIsSkipped()
 {
     QFETCH(QString, unknown);
     reply(puckdata(unknown + "<name>T1</name>"));
-    QTEST(_diary->take(), "told");
+    QTEST(_recorder->take(), "reported");
 }
 
 void TestReplies::namesAreMatchedExactly()
 {
     reply(puckdata("<Name>no</Name><usestaticip>no</usestaticip><names>no</names><name>T1</name>"));
-    QCOMPARE(_diary->take(), QStringList{"systemIDChanged:T1"});
+    QCOMPARE(_recorder->take(), QStringList{"systemIDChanged:T1"});
     reply("<scan_results><Scan SSID=\"no\"/><scan ssid=\"no\" SSID=\"A\"/></scan_results>");
     QCOMPARE(_tolvar->scannedNetworks()->keys(), QStringList{"A"});
-    _diary->take();
+    _recorder->take();
     reply("<networktest_results><Status result=\"1\"/><status Result=\"1\" "
           "result=\"2\"/></networktest_results>");
-    QCOMPARE(_diary->take(), QStringList{"networkTestSsidNotFound"});
+    QCOMPARE(_recorder->take(), QStringList{"networkTestSsidNotFound"});
 }
 
 void TestReplies::malformedRepliesKeepWhatCameBefore_data()
 {
     QTest::addColumn<QString>("document");
-    QTest::addColumn<QStringList>("told");
+    QTest::addColumn<QStringList>("reported");
     const QStringList name = {"systemIDChanged:T1"};
     const QStringList nameAndMode = {"systemIDChanged:T1", "statusChanged:S"};
     const QStringList network = {"scannedNetworkListChanged:0", "scannedNetworkListChanged:1"};
-    const auto row = [](const char *what, const QString &document, const QStringList &told) {
-        QTest::newRow(what) << document << told;
+    const auto row = [](const char *what, const QString &document, const QStringList &reported) {
+        QTest::newRow(what) << document << reported;
     };
     row("nothing", "", {});
     row("no markup", "status ok", {});
@@ -188,13 +188,13 @@ void TestReplies::malformedRepliesKeepWhatCameBefore()
 {
     QFETCH(QString, document);
     reply(document);
-    QTEST(_diary->take(), "told");
+    QTEST(_recorder->take(), "reported");
 }
 
 void TestReplies::whatStandsBeforeTheRootIsSteppedOver()
 {
     reply("<?xml version=\"1.0\"?>\r\n<!-- status -->\r\n <puckdata><name>T1</name></puckdata>");
-    QCOMPARE(_diary->take(), QStringList{"systemIDChanged:T1"});
+    QCOMPARE(_recorder->take(), QStringList{"systemIDChanged:T1"});
 }
 
 using Parse = void (ZVTolvarTestPeer::*)(QCoreXmlStreamReader &) const;

@@ -43,13 +43,13 @@ private:
     void reply(const QString &document) { _tolvar->onResponseReceived(document); }
 
     std::unique_ptr<ZVTolvar> _tolvar;
-    std::unique_ptr<SignalRecorder> _diary;
+    std::unique_ptr<SignalRecorder> _recorder;
 };
 
 void TestControlBytes::init()
 {
     _tolvar = std::make_unique<ZVTolvar>();
-    _diary = std::make_unique<SignalRecorder>(_tolvar.get());
+    _recorder = std::make_unique<SignalRecorder>(_tolvar.get());
 }
 
 QStringList TestControlBytes::names() const
@@ -129,15 +129,16 @@ void TestControlBytes::everyAttributeMayHoldThem()
 void TestControlBytes::elsewhereTheyEndTheReading_data()
 {
     QTest::addColumn<QString>("document");
-    QTest::addColumn<QStringList>("told");
+    QTest::addColumn<QStringList>("reported");
     const QStringList name = {"systemIDChanged:T1"};
     const QStringList upToTheByte = {"systemIDChanged:T1", "statusChanged:a"};
     const QStringList network = {"scannedNetworkListChanged:0", "scannedNetworkListChanged:1"};
-    const auto row = [](const char *where, const QString &document, const QStringList &told) {
-        QTest::newRow(where) << document << told;
+    const auto row = [](const char *where, const QString &document, const QStringList &reported) {
+        QTest::newRow(where) << document << reported;
     };
-    const auto status = [row](const char *where, const char *child, const QStringList &told) {
-        row(where, QString("<puckdata a=\"\x01\"><name>T1</name>%1<dns>4</dns></puckdata>").arg(child), told);
+    const auto status = [row](const char *where, const char *child, const QStringList &reported) {
+        row(where, QString("<puckdata a=\"\x01\"><name>T1</name>%1<dns>4</dns></puckdata>").arg(child),
+            reported);
     };
     status("in a value: it ends there", "<mode>a\x01z</mode>", upToTheByte);
     status("in a value, at its beginning", "<mode>\x01z</mode>", name);
@@ -169,7 +170,7 @@ void TestControlBytes::elsewhereTheyEndTheReading()
 {
     QFETCH(QString, document);
     reply(document);
-    QTEST(_diary->take(), "told");
+    QTEST(_recorder->take(), "reported");
 }
 
 void TestControlBytes::theOtherCharactersOfTheDocumentStayAsTheyAre_data()

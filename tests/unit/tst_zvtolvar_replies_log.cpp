@@ -56,14 +56,14 @@ private:
     QTemporaryDir _folder;
     QStringList _steps;
     std::unique_ptr<ZVTolvar> _tolvar;
-    std::unique_ptr<SignalRecorder> _diary;
+    std::unique_ptr<SignalRecorder> _recorder;
 };
 
 // Sets up a controller that waits for a log.
 void TestLog::init()
 {
     _tolvar = std::make_unique<ZVTolvar>();
-    _diary = std::make_unique<SignalRecorder>(_tolvar.get());
+    _recorder = std::make_unique<SignalRecorder>(_tolvar.get());
     logFile() = new WatchedFile(_folder.filePath("log.txt"), _steps);
     QVERIFY(logFile()->open(QIODevice::WriteOnly | QIODevice::Text));
     _steps.clear();
@@ -91,15 +91,15 @@ void TestLog::theLogIsWritten()
     _tolvar->onResponseReceived("<log_file>" + text);
     QTEST(written(), "log");
     QCOMPARE(logFile(), nullptr);
-    QCOMPARE(_diary->take(), QStringList{"finishedWriteLog"});
+    QCOMPARE(_recorder->take(), QStringList{"finishedWriteLog"});
 }
 
 void TestLog::theFileIsClosedAndDeletedBeforeItsEndIsToldOf()
 {
     const ScopedConnection listener(_tolvar.get(), &ZVTolvar::finishedWriteLog,
-                                    [this] { _steps += logFile() ? "told too early" : "told"; });
+                                    [this] { _steps += logFile() ? "reported too early" : "reported"; });
     _tolvar->onResponseReceived("<log_file>one</log_file>");
-    QCOMPARE(_steps, QStringList({"closed", "deleted", "told"}));
+    QCOMPARE(_steps, QStringList({"closed", "deleted", "reported"}));
     QCOMPARE(written(), QStringLiteral("one"));
 }
 
@@ -107,7 +107,7 @@ void TestLog::aLogThatNobodyWaitsForIsIgnored()
 {
     delete std::exchange(logFile(), nullptr);
     _tolvar->onResponseReceived("<log_file>one\ntwo\n</log_file>");
-    QCOMPARE(_diary->take(), QStringList{"finishedWriteLog"});
+    QCOMPARE(_recorder->take(), QStringList{"finishedWriteLog"});
     QCOMPARE(written(), QString());
 }
 

@@ -31,13 +31,13 @@ private:
     void reply(const QString &document) { _tolvar->onResponseReceived(document); }
 
     std::unique_ptr<ZVTolvar> _tolvar;
-    std::unique_ptr<SignalRecorder> _diary;
+    std::unique_ptr<SignalRecorder> _recorder;
 };
 
 void TestResults::init()
 {
     _tolvar = std::make_unique<ZVTolvar>();
-    _diary = std::make_unique<SignalRecorder>(_tolvar.get());
+    _recorder = std::make_unique<SignalRecorder>(_tolvar.get());
 }
 
 void TestResults::aNetworkHasSevenFields()
@@ -52,20 +52,20 @@ void TestResults::aNetworkHasSevenFields()
 void TestResults::aScanReplacesTheTableAndTellsOfEachNetwork()
 {
     reply("<scan_results><scan SSID=\"A\"/><scan SSID=\"B\"/></scan_results>");
-    QCOMPARE(_diary->take(), QStringList({"scannedNetworkListChanged:0", "scannedNetworkListChanged:1",
-                                          "scannedNetworkListChanged:2"}));
+    QCOMPARE(_recorder->take(), QStringList({"scannedNetworkListChanged:0", "scannedNetworkListChanged:1",
+                                             "scannedNetworkListChanged:2"}));
     reply("<scan_results><scan SSID=\"C\"/></scan_results>");
     QCOMPARE(_tolvar->scannedNetworks()->keys(), QStringList{"C"});
-    _diary->take();
+    _recorder->take();
     reply("<scan_results/>");
-    QCOMPARE(_diary->take(), QStringList{"scannedNetworkListChanged:0"});
+    QCOMPARE(_recorder->take(), QStringList{"scannedNetworkListChanged:0"});
     QVERIFY(_tolvar->scannedNetworks()->isEmpty());
 }
 
 void TestResults::theFirstRecordOfAnSsidStays()
 {
     reply("<scan_results><scan SSID=\"A\" RSSI=\"-80\"/><scan SSID=\"A\" RSSI=\"-20\"/></scan_results>");
-    QCOMPARE(_diary->take(), QStringList({"scannedNetworkListChanged:0", "scannedNetworkListChanged:1"}));
+    QCOMPARE(_recorder->take(), QStringList({"scannedNetworkListChanged:0", "scannedNetworkListChanged:1"}));
     QCOMPARE(_tolvar->getScanResult("A").rssi, QStringLiteral("-80"));
 }
 
@@ -80,20 +80,20 @@ void TestResults::aNetworkThatIsNotInTheTableIsNotFound()
 
 void TestResults::theSignalCarriesTheControllersOwnTable()
 {
-    int told = 0;
+    int reported = 0;
     const ScopedConnection listener(
         _tolvar.get(), &ZVTolvar::scannedNetworkListChanged,
-        [&](const QHash<QString, ZVScanResult> *table) { told += table == _tolvar->scannedNetworks(); });
+        [&](const QHash<QString, ZVScanResult> *table) { reported += table == _tolvar->scannedNetworks(); });
     reply("<scan_results><scan SSID=\"A\"/></scan_results>");
-    QCOMPARE(told, 2);
+    QCOMPARE(reported, 2);
 }
 
 void TestResults::eachTestResult_data()
 {
     QTest::addColumn<QString>("status");
-    QTest::addColumn<QStringList>("told");
-    const auto row = [](const char *name, const char *status, const QStringList &told) {
-        QTest::newRow(name) << QString(status) << told;
+    QTest::addColumn<QStringList>("reported");
+    const auto row = [](const char *name, const char *status, const QStringList &reported) {
+        QTest::newRow(name) << QString(status) << reported;
     };
     row("0 is found", R"(<status SSID="A" desc="1" result="0">2</status>)", {"networkTestFound"});
     row("1 is a wrong passphrase", R"(<status result="1"/>)", {"networkTestPassphraseInvalid"});
@@ -112,7 +112,7 @@ void TestResults::eachTestResult()
 {
     QFETCH(QString, status);
     reply("<networktest_results>" + status + "</networktest_results>");
-    QTEST(_diary->take(), "told");
+    QTEST(_recorder->take(), "reported");
 }
 
 QTEST_GUILESS_MAIN(TestResults)

@@ -288,7 +288,7 @@ void TestFrame::aNameGivenByAParentIsKept()
 
 void TestFrame::theTextsAreTranslatedInTheWizardsContext()
 {
-    const PseudoTranslator catalogue;
+    const PseudoTranslator translator;
     const ZVTolvarSetupWizard wizard;
     QCOMPARE(wizard.windowTitle(), QStringLiteral("ZVTolvarSetupWizard||ZV Tolvar Setup v2.3"));
     QCOMPARE(wizard.buttonText(QWizard::CustomButton1), QStringLiteral("ZVTolvarSetupWizard||&Console"));

@@ -38,7 +38,7 @@ QString complaint(const TsText &text)
     if (translation.trimmed().isEmpty())
         return QStringLiteral("empty");
     if (source == QLatin1String("TextLabel") && translation != source)
-        return QStringLiteral("nobody sees it, so it stays");
+        return QStringLiteral("is never shown, so it stays");
     // A translation has each of these as often as its source: placeholders, line breaks, tags, addresses,
     // leading and trailing spaces.
     for (const char *pattern : {"%(?:\\d+|n)", "\n", "<[^>]*>", "https?://[^\\s\"<]+", "^\\s+", "\\s+$"}) {
@@ -93,18 +93,18 @@ TsFile flawless(const QList<TsText> &texts)
 } // namespace
 
 /// Compares the translation source files with the program's own texts.
-class TestCatalogues : public QObject
+class TestTranslations : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void initTestCase();
     void theProgramHasTexts();
-    void aFlawlessCatalogueHasNoComplaints();
+    void aCorrectTranslationFileHasNoErrors();
     void aMistakeIsFound_data();
     void aMistakeIsFound();
-    void eachCatalogueIsFlawless_data();
-    void eachCatalogueIsFlawless();
+    void eachTranslationFileIsCorrect_data();
+    void eachTranslationFileIsCorrect();
 
 private:
     QList<TsText> _texts; ///< all translatable texts in the program's sources
@@ -113,7 +113,7 @@ private:
 using Spoil = std::function<void(TsFile &)>;
 Q_DECLARE_METATYPE(Spoil)
 
-void TestCatalogues::initTestCase()
+void TestTranslations::initTestCase()
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath("now.ts");
@@ -129,7 +129,7 @@ void TestCatalogues::initTestCase()
     }
 }
 
-void TestCatalogues::theProgramHasTexts()
+void TestTranslations::theProgramHasTexts()
 {
     // One text of every kind: from a form, from the sources, with a comment, with a mnemonic.
     QStringList keys;
@@ -140,12 +140,12 @@ void TestCatalogues::theProgramHasTexts()
         QVERIFY2(keys.contains(QLatin1String(key)), key);
 }
 
-void TestCatalogues::aFlawlessCatalogueHasNoComplaints()
+void TestTranslations::aCorrectTranslationFileHasNoErrors()
 {
     QCOMPARE(complaints(flawless(_texts), "xx", _texts).join('\n'), QString());
 }
 
-void TestCatalogues::aMistakeIsFound_data()
+void TestTranslations::aMistakeIsFound_data()
 {
     // Each row spoils one text of a translation file without errors.
     const auto translate = [](const char *source, const QString &translation) -> Spoil {
@@ -177,12 +177,12 @@ void TestCatalogues::aMistakeIsFound_data()
                      "https://www.wi-fi.org/knowledge-center/faq/is-wep-secure</a> for more details.",
                      "~ <a href=\"https://www.wi-fi.org/knowledge-center/faq/is-wep-secure\">~</a>");
     QTest::newRow("a tag of the translator's") << translate("Found Device", "<b>~</b>");
-    QTest::newRow("a text that nobody sees") << translate("TextLabel", "~");
+    QTest::newRow("a text that is never shown") << translate("TextLabel", "~");
     QTest::newRow("no mnemonic") << translate("&Console", "~Console");
     QTest::newRow("a mnemonic without a letter") << translate("&Console", "~& Console");
 }
 
-void TestCatalogues::aMistakeIsFound()
+void TestTranslations::aMistakeIsFound()
 {
     QFETCH(Spoil, spoil);
     TsFile ts = flawless(_texts);
@@ -190,7 +190,7 @@ void TestCatalogues::aMistakeIsFound()
     QVERIFY(!complaints(ts, "xx", _texts).isEmpty());
 }
 
-void TestCatalogues::eachCatalogueIsFlawless_data()
+void TestTranslations::eachTranslationFileIsCorrect_data()
 {
     QTest::addColumn<QString>("language");
     const QStringList files = QDir(ZV_TRANSLATIONS).entryList({"zvinstall_*.ts"});
@@ -199,7 +199,7 @@ void TestCatalogues::eachCatalogueIsFlawless_data()
         QTest::addRow("%s", qPrintable(file)) << file.section('_', 1).chopped(3);
 }
 
-void TestCatalogues::eachCatalogueIsFlawless()
+void TestTranslations::eachTranslationFileIsCorrect()
 {
     QFETCH(QString, language);
     const TsFile ts =
@@ -209,5 +209,5 @@ void TestCatalogues::eachCatalogueIsFlawless()
     QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join('\n')));
 }
 
-QTEST_GUILESS_MAIN(TestCatalogues)
-#include "tst_catalogues.moc"
+QTEST_GUILESS_MAIN(TestTranslations)
+#include "tst_translations.moc"

@@ -8,7 +8,7 @@
         <translation>Abbrechen</translation>
     </message>
 </context>
-<!-- The program's own catalogue goes before the toolkit's: where it has a text, this one is not seen. -->
+<!-- The program's own translation is installed after Qt's: where it has a text, this one is not shown. -->
 <context>
     <name>console_dialog</name>
     <message>
