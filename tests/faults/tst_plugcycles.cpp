@@ -16,8 +16,8 @@ class TestPlugCycles : public QObject
 
 private Q_SLOTS:
     void theWizardLeavesNoDescriptor();
-    void anIdleWizardRests_data();
-    void anIdleWizardRests();
+    void anIdleWizardIsNotBusy_data();
+    void anIdleWizardIsNotBusy();
 };
 
 void TestPlugCycles::theWizardLeavesNoDescriptor()
@@ -35,7 +35,7 @@ void TestPlugCycles::theWizardLeavesNoDescriptor()
     QCOMPARE(openDescriptors(), before);
 }
 
-void TestPlugCycles::anIdleWizardRests_data()
+void TestPlugCycles::anIdleWizardIsNotBusy_data()
 {
     QTest::addColumn<QString>("what");
     for (const char *what :
@@ -43,7 +43,7 @@ void TestPlugCycles::anIdleWizardRests_data()
         QTest::newRow(what) << QString::fromLatin1(what);
 }
 
-void TestPlugCycles::anIdleWizardRests()
+void TestPlugCycles::anIdleWizardIsNotBusy()
 {
     QFETCH(QString, what);
     DeviceConfig setup = tersestTolvar();

@@ -13,8 +13,8 @@ class TestWizardLineFaults : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void theRunGoesThrough_data();
-    void theRunGoesThrough();
+    void theTypicalRunSucceeds_data();
+    void theTypicalRunSucceeds();
     void afterSeveralFaultsAtOnce_data();
     void afterSeveralFaultsAtOnce();
     void afterUnpluggingAtAnyByte();
@@ -69,7 +69,7 @@ void unplugAndWalkAgain(FaultFixture &fixture, const QByteArray &ttyName = QByte
 }
 } // namespace
 
-void TestWizardLineFaults::theRunGoesThrough_data()
+void TestWizardLineFaults::theTypicalRunSucceeds_data()
 {
     QTest::addColumn<LineFaults::Reads>("reads");
     QTest::addColumn<TolvarDelays>("delays");
@@ -87,7 +87,7 @@ void TestWizardLineFaults::theRunGoesThrough_data()
         << LineFaults::Merged << TolvarDelays() << faulty;
 }
 
-void TestWizardLineFaults::theRunGoesThrough()
+void TestWizardLineFaults::theTypicalRunSucceeds()
 {
     QFETCH(LineFaults::Reads, reads);
     QFETCH(TolvarDelays, delays);

@@ -104,15 +104,15 @@ class TestReportPassphrases : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void aRunLeavesNoneInTheReport_data();
-    void aRunLeavesNoneInTheReport();
+    void noPassphraseIsInTheReport_data();
+    void noPassphraseIsInTheReport();
 
 private:
     static bool walks(Scenario &s, const Run &run);
     static QByteArray report(const Scenario &s);
 };
 
-void TestReportPassphrases::aRunLeavesNoneInTheReport_data()
+void TestReportPassphrases::noPassphraseIsInTheReport_data()
 {
     const auto network = [](const QByteArray &name, const QString &passphrase,
                             const QByteArray &security = "WPA2") {
@@ -177,7 +177,7 @@ QByteArray TestReportPassphrases::report(const Scenario &s)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-void TestReportPassphrases::aRunLeavesNoneInTheReport()
+void TestReportPassphrases::noPassphraseIsInTheReport()
 {
     QFETCH(Run, run);
     DeviceConfig setup;

@@ -99,7 +99,7 @@ class TestTranslations : public QObject
 
 private Q_SLOTS:
     void initTestCase();
-    void theProgramHasTexts();
+    void theProgramHasStrings();
     void aCorrectTranslationFileHasNoErrors();
     void aMistakeIsFound_data();
     void aMistakeIsFound();
@@ -129,7 +129,7 @@ void TestTranslations::initTestCase()
     }
 }
 
-void TestTranslations::theProgramHasTexts()
+void TestTranslations::theProgramHasStrings()
 {
     // One text of every kind: from a form, from the sources, with a comment, with a mnemonic.
     QStringList keys;

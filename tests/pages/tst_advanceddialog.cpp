@@ -20,7 +20,7 @@ private Q_SLOTS:
     void theValuesAreShownWhenItOpens_data();
     void theValuesAreShownWhenItOpens();
     void okWritesEverythingBackAsTyped();
-    void okWithoutAChangeTellsOfNothing();
+    void okWithoutAChangeEmitsNothing();
     void aSwitchThatIsOnIsNeverSwitchedOff();
     void anAddressWithoutItsSwitchIsDropped_data();
     void anAddressWithoutItsSwitchIsDropped();
@@ -119,7 +119,7 @@ void TestAdvancedDialog::okWritesEverythingBackAsTyped()
     QVERIFY2(ZVTolvarTestPeer{*_tolvar}.queue().isEmpty(), "it sends nothing to the device");
 }
 
-void TestAdvancedDialog::okWithoutAChangeTellsOfNothing()
+void TestAdvancedDialog::okWithoutAChangeEmitsNothing()
 {
     setEverything("Y", "Y", "1");
     SignalRecorder changes(_tolvar.get());

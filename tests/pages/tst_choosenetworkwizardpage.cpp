@@ -17,16 +17,16 @@ private Q_SLOTS:
 
     void aScanStartsOnEntry();
     void theFieldsAreFilledOnEntry();
-    void leavingTheNameFieldTellsTheController();
-    void leavingThePassphraseFieldTellsTheController();
+    void leavingTheNameFieldUpdatesTheController();
+    void leavingThePassphraseFieldUpdatesTheController();
     void theFieldsFollowTheController();
-    void aNameIsEnoughToGoOn_data();
-    void aNameIsEnoughToGoOn();
+    void aNameEnablesContinue_data();
+    void aNameEnablesContinue();
     void theWayOn_data();
     void theWayOn();
     void aNameThatIsNotInTheListLeadsToTheTestPage();
-    void goingOnHandsBothTextsOver();
-    void theConsoleIsLetGoWithThePage();
+    void continueSetsNetworkAndPassphrase();
+    void theConsoleIsReleasedWithThePage();
     void theAntennaBoxShowsTheSettingOnEntry_data();
     void theAntennaBoxShowsTheSettingOnEntry();
     void firmwareA058DisablesTheAntennaBox();
@@ -59,7 +59,7 @@ void TestChoosePage::theFieldsAreFilledOnEntry()
     QCOMPARE(f.widget<QLineEdit>("input_Password")->text(), QStringLiteral("open sesame"));
 }
 
-void TestChoosePage::leavingTheNameFieldTellsTheController()
+void TestChoosePage::leavingTheNameFieldUpdatesTheController()
 {
     _f->finishScan(threeNetworks);
     const QSignalSpy complete(_f->page(), &QWizardPage::completeChanged);
@@ -73,7 +73,7 @@ void TestChoosePage::leavingTheNameFieldTellsTheController()
     QCOMPARE(complete.count(), 2); // once for the controller's signal, once for the field's
 }
 
-void TestChoosePage::leavingThePassphraseFieldTellsTheController()
+void TestChoosePage::leavingThePassphraseFieldUpdatesTheController()
 {
     _f->finishScan(threeNetworks);
     const QSignalSpy complete(_f->page(), &QWizardPage::completeChanged);
@@ -99,7 +99,7 @@ void TestChoosePage::theFieldsFollowTheController()
     QCOMPARE(atTheSignal.size(), 1);
 }
 
-void TestChoosePage::aNameIsEnoughToGoOn_data()
+void TestChoosePage::aNameEnablesContinue_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<bool>("complete");
@@ -108,7 +108,7 @@ void TestChoosePage::aNameIsEnoughToGoOn_data()
     QTest::newRow("a name is, without a passphrase") << "Elsewhere" << true;
 }
 
-void TestChoosePage::aNameIsEnoughToGoOn()
+void TestChoosePage::aNameEnablesContinue()
 {
     QFETCH(QString, text);
     QFETCH(bool, complete);
@@ -153,7 +153,7 @@ void TestChoosePage::aNameThatIsNotInTheListLeadsToTheTestPage()
     QCOMPARE(_f->page()->nextId(), 4);
 }
 
-void TestChoosePage::goingOnHandsBothTextsOver()
+void TestChoosePage::continueSetsNetworkAndPassphrase()
 {
     _f->finishScan(threeNetworks);
     _f->name()->setText("Open");
@@ -165,7 +165,7 @@ void TestChoosePage::goingOnHandsBothTextsOver()
     QCOMPARE(_f->tolvar.password(), QStringLiteral("p w"));
 }
 
-void TestChoosePage::theConsoleIsLetGoWithThePage()
+void TestChoosePage::theConsoleIsReleasedWithThePage()
 {
     QVERIFY(theConsoleWindow);
     delete _f->page();

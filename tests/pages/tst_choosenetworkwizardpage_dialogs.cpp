@@ -22,8 +22,8 @@ private Q_SLOTS:
     void theDetailsAreOfTheNameInTheField();
     void theAdvancedSlot_data();
     void theAdvancedSlot();
-    void theAdvancedSlotRefusesOldFirmware_data();
-    void theAdvancedSlotRefusesOldFirmware();
+    void theAdvancedSlotRejectsOldFirmware_data();
+    void theAdvancedSlotRejectsOldFirmware();
     void acceptedAdvancedSettingsReachTheFields();
     void aSecondDoubleClickAfterReentryOpensTwoDialogs();
 
@@ -97,7 +97,7 @@ void TestChoosePageDialogs::theAdvancedSlot()
     QCOMPARE(_f->log.messages(), expected);
 }
 
-void TestChoosePageDialogs::theAdvancedSlotRefusesOldFirmware_data()
+void TestChoosePageDialogs::theAdvancedSlotRejectsOldFirmware_data()
 {
     QTest::addColumn<QString>("version");
     QTest::addColumn<int>("number");
@@ -105,7 +105,7 @@ void TestChoosePageDialogs::theAdvancedSlotRefusesOldFirmware_data()
     QTest::newRow("no digits") << "Abc" << 0;
 }
 
-void TestChoosePageDialogs::theAdvancedSlotRefusesOldFirmware()
+void TestChoosePageDialogs::theAdvancedSlotRejectsOldFirmware()
 {
     QFETCH(QString, version);
     QFETCH(int, number);

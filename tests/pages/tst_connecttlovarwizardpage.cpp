@@ -27,15 +27,15 @@ private Q_SLOTS:
     void searchingAtFirst();
     void aCandidateWithoutASystemIDStaysAtGettingStatus();
     void aSystemIDIdentifiesTheDevice();
-    void withoutASystemIDAgainTheSearchIsBack();
+    void theSearchReturnsWhenTheSystemIDIsGone();
     void aCandidateAfterIdentificationIsIdentifiedAtOnce();
     void theLabelStaysWhileTheBarIsVisible();
     void beforeTheWindowIsShownTheBarCountsAsHidden();
     void aDeviceThatIsThereAtTheStartKeepsItsText();
-    void everyQuestionWhetherItIsCompleteIsLogged();
-    void backFromTheNextPageSearchesNoSecondTime();
+    void everyCallOfIsCompleteIsLogged();
+    void goingBackDoesNotSearchAgain();
     void theTextsAreTranslated();
-    void eachChangeAsksOnce();
+    void eachChangeChecksCompletenessOnce();
 
 private:
     QString label() const { return _f->widget<QLabel>("label_progress")->text(); }
@@ -75,7 +75,7 @@ void TestConnectPage::aSystemIDIdentifiesTheDevice()
     }
 }
 
-void TestConnectPage::withoutASystemIDAgainTheSearchIsBack()
+void TestConnectPage::theSearchReturnsWhenTheSystemIDIsGone()
 {
     _f->tolvar.setSystemID("TOLVAR-1");
     _f->tolvar.setSystemID(QString());
@@ -135,7 +135,7 @@ void TestConnectPage::aDeviceThatIsThereAtTheStartKeepsItsText()
     QVERIFY(page->findChild<QProgressBar *>("connectionProgressBar")->isVisible());
 }
 
-void TestConnectPage::everyQuestionWhetherItIsCompleteIsLogged()
+void TestConnectPage::everyCallOfIsCompleteIsLogged()
 {
     for (const char *systemID : {"", "TOLVAR-1"}) {
         _f->tolvar.setSystemID(systemID);
@@ -145,7 +145,7 @@ void TestConnectPage::everyQuestionWhetherItIsCompleteIsLogged()
     }
 }
 
-void TestConnectPage::backFromTheNextPageSearchesNoSecondTime()
+void TestConnectPage::goingBackDoesNotSearchAgain()
 {
     _f->goTo(1);
     _log->take();
@@ -170,7 +170,7 @@ void TestConnectPage::theTextsAreTranslated()
     QCOMPARE(label(), prefix + "Looking for ZV Tolvar");
 }
 
-void TestConnectPage::eachChangeAsksOnce()
+void TestConnectPage::eachChangeChecksCompletenessOnce()
 {
     const QSignalSpy complete(_f->wizard.currentPage(), &QWizardPage::completeChanged);
     Q_EMIT _f->tolvar.candidateDeviceFound();

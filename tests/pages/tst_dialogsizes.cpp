@@ -23,22 +23,22 @@ class TestDialogSizes : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void theScreenHoldsTheDialog_data();
-    void theScreenHoldsTheDialog();
-    void aPlaceholderIsSeenWholeInLargeLetters();
-    void largerLettersMakeTheDialogHigher();
-    void theHeightIsThatOfTheWidthItGets_data();
-    void theHeightIsThatOfTheWidthItGets();
+    void theDialogFitsOnTheScreen_data();
+    void theDialogFitsOnTheScreen();
+    void aPlaceholderFitsAtALargeFontSize();
+    void aLargerFontMakesTheDialogHigher();
+    void theHeightFitsTheActualWidth_data();
+    void theHeightFitsTheActualWidth();
 };
 
-void TestDialogSizes::theScreenHoldsTheDialog_data()
+void TestDialogSizes::theDialogFitsOnTheScreen_data()
 {
     QTest::addColumn<int>("points");
     for (const int points : {9, 16, 24, 36})
         QTest::addRow("%d points", points) << points;
 }
 
-void TestDialogSizes::theScreenHoldsTheDialog()
+void TestDialogSizes::theDialogFitsOnTheScreen()
 {
     QFETCH(int, points);
     const ScopedApplicationFont letters(points);
@@ -57,7 +57,7 @@ void TestDialogSizes::theScreenHoldsTheDialog()
     }
 }
 
-void TestDialogSizes::aPlaceholderIsSeenWholeInLargeLetters()
+void TestDialogSizes::aPlaceholderFitsAtALargeFontSize()
 {
     for (const int points : {24, 36}) {
         const ScopedApplicationFont letters(points);
@@ -74,7 +74,7 @@ void TestDialogSizes::aPlaceholderIsSeenWholeInLargeLetters()
     }
 }
 
-void TestDialogSizes::largerLettersMakeTheDialogHigher()
+void TestDialogSizes::aLargerFontMakesTheDialogHigher()
 {
     const ScopedApplicationFont letters(16);
     ZVScanResult network;
@@ -83,14 +83,14 @@ void TestDialogSizes::largerLettersMakeTheDialogHigher()
     QVERIFY(dialog.height() > 398);
 }
 
-void TestDialogSizes::theHeightIsThatOfTheWidthItGets_data()
+void TestDialogSizes::theHeightFitsTheActualWidth_data()
 {
     QTest::addColumn<int>("points");
     for (const int points : {11, 16, 20, 24})
         QTest::addRow("%d points", points) << points;
 }
 
-void TestDialogSizes::theHeightIsThatOfTheWidthItGets()
+void TestDialogSizes::theHeightFitsTheActualWidth()
 {
     QFETCH(int, points);
     const ScopedApplicationFont letters(points);

@@ -48,12 +48,12 @@ class TestForeignText : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void valuesAreDrawnAndAnnouncedAsTheyAre();
-    void valuesBeginAtTheLeadingEdge_data();
-    void valuesBeginAtTheLeadingEdge();
+    void valuesAreDrawnAndAnnouncedLiterally();
+    void valuesAreAlignedToTheLeadingEdge_data();
+    void valuesAreAlignedToTheLeadingEdge();
 };
 
-void TestForeignText::valuesAreDrawnAndAnnouncedAsTheyAre()
+void TestForeignText::valuesAreDrawnAndAnnouncedLiterally()
 {
     const ShownValues values("AT&T && <b>bold &lt;");
     for (QLabel *label : values.labels) {
@@ -62,7 +62,7 @@ void TestForeignText::valuesAreDrawnAndAnnouncedAsTheyAre()
     }
 }
 
-void TestForeignText::valuesBeginAtTheLeadingEdge_data()
+void TestForeignText::valuesAreAlignedToTheLeadingEdge_data()
 {
     QTest::addColumn<QString>("language");
     QTest::addColumn<Qt::LayoutDirection>("direction");
@@ -76,7 +76,7 @@ void TestForeignText::valuesBeginAtTheLeadingEdge_data()
     QTest::newRow("Arabic without Qt's strings, an Arabic value") << "ar" << Qt::LeftToRight << arabic;
 }
 
-void TestForeignText::valuesBeginAtTheLeadingEdge()
+void TestForeignText::valuesAreAlignedToTheLeadingEdge()
 {
     QFETCH(QString, language);
     QFETCH(Qt::LayoutDirection, direction);

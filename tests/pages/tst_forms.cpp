@@ -234,8 +234,8 @@ class TestForms : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void eachFormIsMadeAsOutlined_data() { eachForm(); }
-    void eachFormIsMadeAsOutlined();
+    void eachFormMatchesItsOutline_data() { eachForm(); }
+    void eachFormMatchesItsOutline();
     void eachFormHasItsSize_data() { eachForm(); }
     void eachFormHasItsSize();
     void tabGoesFromTopToBottom_data() { eachForm(); }
@@ -263,7 +263,7 @@ std::unique_ptr<QWidget> TestForms::makeForm()
     return form->make(&_window);
 }
 
-void TestForms::eachFormIsMadeAsOutlined()
+void TestForms::eachFormMatchesItsOutline()
 {
     QFETCH(const Form *, form);
     static const QRegularExpression continuation("\n *[.][.]");

@@ -40,11 +40,11 @@ class TestPageConnections : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyEntryConnectsOnceMore_data();
-    void everyEntryConnectsOnceMore();
+    void everyEntryConnectsAgain_data();
+    void everyEntryConnectsAgain();
 };
 
-void TestPageConnections::everyEntryConnectsOnceMore_data()
+void TestPageConnections::everyEntryConnectsAgain_data()
 {
     QTest::addColumn<int>("page");
     QTest::addColumn<QStringList>("expected");
@@ -84,7 +84,7 @@ void TestPageConnections::everyEntryConnectsOnceMore_data()
                                                  "tolvar.networkTestSystemError()", "pushButton.released()"};
 }
 
-void TestPageConnections::everyEntryConnectsOnceMore()
+void TestPageConnections::everyEntryConnectsAgain()
 {
     QFETCH(int, page);
     QFETCH(QStringList, expected);

@@ -23,7 +23,7 @@ private Q_SLOTS:
     }
     void cleanup() { _f.reset(); }
 
-    void withoutAVerdictItStaysBusy();
+    void withoutAVerdictThePageStaysBusy();
     void theNameOfTheNetworkIsShownAsItIs();
     void eachVerdict_data();
     void eachVerdict();
@@ -31,7 +31,7 @@ private Q_SLOTS:
     void aLaterVerdictLeavesFinishAsItIs();
     void aSecondEntryStartsOver();
     void afterASecondEntryOneReleaseSavesTwice();
-    void theSaveComesWithTheRelease();
+    void theSaveHappensOnRelease();
     void itIsTheLastPage();
 
 private:
@@ -53,7 +53,7 @@ private:
     std::unique_ptr<WizardFixture> _f;
 };
 
-void TestTestPage::withoutAVerdictItStaysBusy()
+void TestTestPage::withoutAVerdictThePageStaysBusy()
 {
     _f->finishTest("9"); // not a verdict
     QCOMPARE(label(), QStringLiteral("Please wait while ZV Tolvar tests the connection to network: Home\n"));
@@ -161,7 +161,7 @@ void TestTestPage::afterASecondEntryOneReleaseSavesTwice()
     QCOMPARE(save(), saveLines() + saveLines());
 }
 
-void TestTestPage::theSaveComesWithTheRelease()
+void TestTestPage::theSaveHappensOnRelease()
 {
     _f->finishTest("0");
     _f->inside.queue().clear();

@@ -14,7 +14,7 @@ private Q_SLOTS:
     void init() { _f = std::make_unique<WizardFixture>(); }
     void cleanup() { _f.reset(); }
 
-    void theValuesStandThereOnEntry();
+    void theValuesAreShownOnEntry();
     void theLabelsFollowTheDevice_data();
     void theLabelsFollowTheDevice();
     void theAddressLine_data();
@@ -27,7 +27,7 @@ private:
     std::unique_ptr<WizardFixture> _f;
 };
 
-void TestFoundPage::theValuesStandThereOnEntry()
+void TestFoundPage::theValuesAreShownOnEntry()
 {
     _f->status(
         "<name>T-7</name><mode>SETUP</mode><firmware_version>A061</firmware_version><network_name>Home"

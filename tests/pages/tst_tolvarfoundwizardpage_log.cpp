@@ -33,11 +33,11 @@ private Q_SLOTS:
 
     void oldFirmwareGivesNoLog_data();
     void oldFirmwareGivesNoLog();
-    void theFirstNameIsTodays();
+    void theDefaultFileNameHasTodaysDate();
     void theChosenNameIsOfferedAgainUntilACancel();
     void aDownload();
-    void aFileThatIsThereIsEmptied();
-    void aFileThatCantBeOpenedLeavesTheButtonOff();
+    void anExistingFileIsEmptied();
+    void aFileThatCannotBeOpenedLeavesTheButtonDisabled();
 
 private:
     QPushButton *button() const { return _f->widget<QPushButton>("pushButton_viewLog"); }
@@ -173,7 +173,7 @@ void TestLogDownload::oldFirmwareGivesNoLog()
     QCOMPARE(_f->widget<QLabel>("label_LogWrite_progress")->text(), QString());
 }
 
-void TestLogDownload::theFirstNameIsTodays()
+void TestLogDownload::theDefaultFileNameHasTodaysDate()
 {
     QCOMPARE(QLocale::system().name(), systemLanguage());
     const ModalDialogResponder answers({chooseFile(QString())});
@@ -219,7 +219,7 @@ void TestLogDownload::aDownload()
     QCOMPARE(file.readAll(), QByteArray("one\ntwo\n"));
 }
 
-void TestLogDownload::aFileThatIsThereIsEmptied()
+void TestLogDownload::anExistingFileIsEmptied()
 {
     const QString path = _folder->filePath("old.txt");
     const ModalDialogResponder answers({[&](QDialog *dialog) {
@@ -236,7 +236,7 @@ void TestLogDownload::aFileThatIsThereIsEmptied()
     QCOMPARE(QFile(path).size(), 0);
 }
 
-void TestLogDownload::aFileThatCantBeOpenedLeavesTheButtonOff()
+void TestLogDownload::aFileThatCannotBeOpenedLeavesTheButtonDisabled()
 {
     const QString path = _folder->filePath(QLatin1String("gone/") + oddName);
     QVERIFY(QDir(_folder->path()).mkpath("gone"));

@@ -8,11 +8,11 @@ class TestNotFoundPage : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void noPageNamesItAsTheNext();
+    void noPageLeadsToIt();
     void itLeadsToTheChoosePageAtOnce();
 };
 
-void TestNotFoundPage::noPageNamesItAsTheNext()
+void TestNotFoundPage::noPageLeadsToIt()
 {
     const WizardFixture f;
     for (const int id : {0, 1, 3, 4, 6})

@@ -12,20 +12,20 @@ class TestViewDetailsDialog : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void eachFieldStandsAsItCame_data();
-    void eachFieldStandsAsItCame();
+    void eachFieldIsShownUnchanged_data();
+    void eachFieldIsShownUnchanged();
     void bothButtonsClose_data();
     void bothButtonsClose();
 };
 
-void TestViewDetailsDialog::eachFieldStandsAsItCame_data()
+void TestViewDetailsDialog::eachFieldIsShownUnchanged_data()
 {
     QTest::addColumn<QStringList>("fields");
     QTest::newRow("all filled") << QStringList({"Home ", "6", "N", "WPA2 (PSK)", "U-AES M-AES", "Y", "-75"});
     QTest::newRow("an unknown network") << QStringList({"Not Found", "", "", "", "", "", ""});
 }
 
-void TestViewDetailsDialog::eachFieldStandsAsItCame()
+void TestViewDetailsDialog::eachFieldIsShownUnchanged()
 {
     QFETCH(QStringList, fields);
     ZVScanResult record{fields[0], fields[1], fields[2], fields[3], fields[4], fields[5], fields[6]};

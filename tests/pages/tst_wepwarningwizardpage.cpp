@@ -11,8 +11,8 @@ private Q_SLOTS:
     void init();
     void cleanup() { _f.reset(); }
 
-    void nextLeadsToTheTestWhateverTheNetwork();
-    void backIsTheChoosePageWithTheNetworkAsItWas();
+    void nextAlwaysLeadsToTheTestPage();
+    void backLeadsToTheChoosePageWithTheSameNetwork();
 
 private:
     std::unique_ptr<WizardFixture> _f;
@@ -27,7 +27,7 @@ void TestWarningPage::init()
     QCOMPARE(_f->wizard.currentId(), 6);
 }
 
-void TestWarningPage::nextLeadsToTheTestWhateverTheNetwork()
+void TestWarningPage::nextAlwaysLeadsToTheTestPage()
 {
     for (const char *network : {"Home", "Elsewhere", ""}) {
         _f->tolvar.setNetwork(network);
@@ -36,7 +36,7 @@ void TestWarningPage::nextLeadsToTheTestWhateverTheNetwork()
     QVERIFY(_f->canGoOn());
 }
 
-void TestWarningPage::backIsTheChoosePageWithTheNetworkAsItWas()
+void TestWarningPage::backLeadsToTheChoosePageWithTheSameNetwork()
 {
     _f->inside.queue().clear();
     _f->wizard.back();

@@ -9,13 +9,13 @@ class TestDiagnostics : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void eachItemIsFollowedByOneBlank();
+    void eachItemIsFollowedByOneSpace();
     void literalsAreBareAndEndAtTheFirstZeroByte();
     void textsAndBytesAreInQuotesAndUnchanged();
     void aMessageIsDeliveredWholeAtItsLevel();
 };
 
-void TestDiagnostics::eachItemIsFollowedByOneBlank()
+void TestDiagnostics::eachItemIsFollowedByOneSpace()
 {
     MessageSpy log;
     zvDebug() << "_commState = " << QStringLiteral("IN_PROMPT");

@@ -131,7 +131,7 @@ private Q_SLOTS:
     void theWizardIsTheOnlyWindow();
     void theIconIsEmptyBecauseItIsNotAmongTheImages();
     void loggingRulesDropNoMessage();
-    void aMessageAfterTheEndOfTheLogDoesNoHarm();
+    void aMessageAfterTheEndOfTheLogIsHarmless();
     void theExitCodeIsThatOfTheEventLoop();
     void translationFilesElsewhereAreNotUsed();
     void translationFilesInTheirFoldersAreUsed();
@@ -202,7 +202,7 @@ void TestMain::loggingRulesDropNoMessage()
     QVERIFY2(program.saw("console").toString().endsWith("the event loop runs"), program.output);
 }
 
-void TestMain::aMessageAfterTheEndOfTheLogDoesNoHarm()
+void TestMain::aMessageAfterTheEndOfTheLogIsHarmless()
 {
     Program program;
     program.environment.insert("ZV_PROBE_LAST_MESSAGE", "the last message");

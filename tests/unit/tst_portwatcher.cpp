@@ -68,8 +68,8 @@ private Q_SLOTS:
     void aPortThatIsGoneAgainIsNotReported();
     void lostEventsAreReplacedByAComparison();
     void anEventWithoutAnActionIsIgnored();
-    void aWatcherWithoutUdevsEventsSaysSo_data();
-    void aWatcherWithoutUdevsEventsSaysSo();
+    void armFailsWithoutUdevsEvents_data();
+    void armFailsWithoutUdevsEvents();
     void theListIsComparedOnceASecond();
     void aPortThatHangsUpIsReportedAgain_data() { failures(); }
     void aPortThatHangsUpIsReportedAgain();
@@ -77,7 +77,7 @@ private Q_SLOTS:
     void aPortThatHangsUpAndGoesIsReportedGoneOnce();
     void aPortThatHangsUpAndIsReplacedIsReportedOnce();
     void aPortThatIsClosedByItsUserIsNotReported();
-    void theWatcherIsSharedWhileSomebodyHoldsIt();
+    void theWatcherIsSharedWhileItIsInUse();
 
 private:
     static void watchers();
@@ -228,7 +228,7 @@ void TestPortWatcher::anEventWithoutAnActionIsIgnored()
     QTRY_COMPARE(reports.lines, QStringList{"arrived " + next});
 }
 
-void TestPortWatcher::aWatcherWithoutUdevsEventsSaysSo_data()
+void TestPortWatcher::armFailsWithoutUdevsEvents_data()
 {
     QTest::addColumn<int>("failure");
     QTest::newRow("udev is not available") << int(UdevFaultInjector::NoContext);
@@ -237,7 +237,7 @@ void TestPortWatcher::aWatcherWithoutUdevsEventsSaysSo_data()
     QTest::newRow("the socket cannot receive") << int(UdevFaultInjector::NoReceiving);
 }
 
-void TestPortWatcher::aWatcherWithoutUdevsEventsSaysSo()
+void TestPortWatcher::armFailsWithoutUdevsEvents()
 {
     QFETCH(int, failure);
     FakePorts computer;
@@ -342,7 +342,7 @@ void TestPortWatcher::aPortThatIsClosedByItsUserIsNotReported()
     QTRY_COMPARE(reports.lines, QStringList{"arrived " + next});
 }
 
-void TestPortWatcher::theWatcherIsSharedWhileSomebodyHoldsIt()
+void TestPortWatcher::theWatcherIsSharedWhileItIsInUse()
 {
     FakePorts computer;
     std::shared_ptr<PortWatcher> one = PortWatcher::shared();

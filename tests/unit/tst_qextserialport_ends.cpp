@@ -23,17 +23,17 @@ class TestQextSerialPortEnds : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void aHangUpLeavesTheObjectsDead();
+    void afterAHangUpEveryOperationFails();
     void aPortThatHangsUpWhileItIsSetUpDoesNotOpen_data();
     void aPortThatHangsUpWhileItIsSetUpDoesNotOpen();
     void aPortReplacedUnderTheSameNameIsANewLine();
-    void aFailedReadIsNoHangUpAndIsRepeatedAtABoundedRate_data();
-    void aFailedReadIsNoHangUpAndIsRepeatedAtABoundedRate();
+    void aFailedReadIsRepeatedAtABoundedRate_data();
+    void aFailedReadIsRepeatedAtABoundedRate();
     void anOpenPortIsWatchedUntilItsUsersCloseIt();
     void aProcessEndsNormallyWithOpenPorts();
 };
 
-void TestQextSerialPortEnds::aHangUpLeavesTheObjectsDead()
+void TestQextSerialPortEnds::afterAHangUpEveryOperationFails()
 {
     MessageSpy log;
     Pty terminal;
@@ -132,7 +132,7 @@ void TestQextSerialPortEnds::aPortReplacedUnderTheSameNameIsANewLine()
     QCOMPARE(log.messages(), QStringList());
 }
 
-void TestQextSerialPortEnds::aFailedReadIsNoHangUpAndIsRepeatedAtABoundedRate_data()
+void TestQextSerialPortEnds::aFailedReadIsRepeatedAtABoundedRate_data()
 {
     QTest::addColumn<int>("failure");
     QTest::addColumn<bool>("systemReplies"); // when it is asked whether the line has hung up
@@ -144,7 +144,7 @@ void TestQextSerialPortEnds::aFailedReadIsNoHangUpAndIsRepeatedAtABoundedRate_da
     QTest::newRow("an error that Qt does not know") << ENOMEM << true;
 }
 
-void TestQextSerialPortEnds::aFailedReadIsNoHangUpAndIsRepeatedAtABoundedRate()
+void TestQextSerialPortEnds::aFailedReadIsRepeatedAtABoundedRate()
 {
     QFETCH(int, failure);
     QFETCH(bool, systemReplies);

@@ -50,7 +50,7 @@ private Q_SLOTS:
 
     void eachLevelGoesToItsDestinations_data();
     void eachLevelGoesToItsDestinations();
-    void aMessageIsNoFormatAndNoMarkup();
+    void aMessageIsNeitherFormatNorMarkup();
     void theDevicesLineEndsSeparateTheLinesOfTheConsole();
     void theConsoleIsWrittenAtItsCursor();
     void theConsoleFollowsItsCursor();
@@ -126,7 +126,7 @@ void TestSessionLog::eachLevelGoesToItsDestinations()
     QCOMPARE(_console->toPlainText(), QStringLiteral("abc"));
 }
 
-void TestSessionLog::aMessageIsNoFormatAndNoMarkup()
+void TestSessionLog::aMessageIsNeitherFormatNorMarkup()
 {
     openSessionLog();
     const QByteArray message = "100 % %s %n %1 <b>1</b>&amp;";

@@ -59,15 +59,15 @@ QByteArray shown(const TolvarConfiguration &c)
 }
 } // namespace
 
-class tst_SimulatedTolvar : public QObject
+class TestSimulatedTolvar : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void answers_data();
     void answers();
-    void keepsWhatItIsTold_data();
-    void keepsWhatItIsTold();
+    void keepsTheConfiguration_data();
+    void keepsTheConfiguration();
     void statusDocument();
     void statusFollowsTheConfiguration();
     void statusWithExtraAndMissingElements();
@@ -80,14 +80,14 @@ private Q_SLOTS:
     void linesWaitWhileItWorks_data();
     void linesWaitWhileItWorks();
     void promptTakesItsTime();
-    void losesWhatIsNotSaved();
-    void losesWorkUnderWay();
+    void forgetsWhatIsNotSaved();
+    void anUnpluggingEndsScansAndTests();
     void exitEndsTheSession();
     void recordsLinesAndBytes();
     void answersThatMakeTheHostSpeak();
 };
 
-void tst_SimulatedTolvar::answers_data()
+void TestSimulatedTolvar::answers_data()
 {
     QTest::addColumn<TolvarFaults>("faults");
     QTest::addColumn<QByteArray>("input");
@@ -157,7 +157,7 @@ void tst_SimulatedTolvar::answers_data()
         << QByteArray("\r\n>setssid a b\r\nget_log_file\r\nsave\r\n\r\n>");
 }
 
-void tst_SimulatedTolvar::answers()
+void TestSimulatedTolvar::answers()
 {
     QFETCH(TolvarFaults, faults);
     QFETCH(QByteArray, input);
@@ -170,7 +170,7 @@ void tst_SimulatedTolvar::answers()
     QVERIFY(console.tolvar.state().pending.network != "a b"); // it is deaf to that command
 }
 
-void tst_SimulatedTolvar::keepsWhatItIsTold_data()
+void TestSimulatedTolvar::keepsTheConfiguration_data()
 {
     QTest::addColumn<QByteArray>("line");
     QTest::addColumn<QByteArray>("expected"); // network, passphrase, antenna, static IP, address, trace
@@ -191,7 +191,7 @@ void tst_SimulatedTolvar::keepsWhatItIsTold_data()
     row("trace with a capital sets nothing", "setuarttrace Y", "n|p|0|N|10.0.0.1|N");
 }
 
-void tst_SimulatedTolvar::keepsWhatItIsTold()
+void TestSimulatedTolvar::keepsTheConfiguration()
 {
     QFETCH(QByteArray, line);
     DeviceConfig setup;
@@ -204,7 +204,7 @@ void tst_SimulatedTolvar::keepsWhatItIsTold()
     QTEST(shown(console.tolvar.state().saved), "expected");
 }
 
-void tst_SimulatedTolvar::statusDocument()
+void TestSimulatedTolvar::statusDocument()
 {
     DeviceConfig setup;
     setup.systemId = "T1";
@@ -243,7 +243,7 @@ void tst_SimulatedTolvar::statusDocument()
                                             "</puckdata>"));
 }
 
-void tst_SimulatedTolvar::statusFollowsTheConfiguration()
+void TestSimulatedTolvar::statusFollowsTheConfiguration()
 {
     DeviceConfig setup;
     setup.air = {{"Home", "right", "WPA2"}};
@@ -257,7 +257,7 @@ void tst_SimulatedTolvar::statusFollowsTheConfiguration()
         QVERIFY2(document.contains(element), document);
 }
 
-void tst_SimulatedTolvar::statusWithExtraAndMissingElements()
+void TestSimulatedTolvar::statusWithExtraAndMissingElements()
 {
     DeviceConfig setup;
     setup.extraStatusXml = "<radio><band>2.4</band>text<name>not this one</name></radio>";
@@ -274,7 +274,7 @@ void tst_SimulatedTolvar::statusWithExtraAndMissingElements()
     QVERIFY(console.ask("get").startsWith("<puckdata>" + setup.extraStatusXml));
 }
 
-void tst_SimulatedTolvar::scanDocument()
+void TestSimulatedTolvar::scanDocument()
 {
     TolvarNetwork hidden{"H", "x", "WPA2"};
     hidden.hidden = true;
@@ -293,7 +293,7 @@ void tst_SimulatedTolvar::scanDocument()
                         "</scan_results>\x03\r\n>"));
 }
 
-void tst_SimulatedTolvar::logDocument()
+void TestSimulatedTolvar::logDocument()
 {
     DeviceConfig setup;
     setup.logText = "1: a < b\n2: \x02marks\x03 & \tcontrols \x7F\x80\xFF\n";
@@ -303,7 +303,7 @@ void tst_SimulatedTolvar::logDocument()
              QByteArray("<log_file>1: a &lt; b\n2: ?marks? &amp; \tcontrols \x7F\x80\xFF\n</log_file>"));
 }
 
-void tst_SimulatedTolvar::documentsAreByteTransparent()
+void TestSimulatedTolvar::documentsAreByteTransparent()
 {
     DeviceConfig setup;
     setup.configuration.network = everyByteOfAName();
@@ -318,7 +318,7 @@ void tst_SimulatedTolvar::documentsAreByteTransparent()
     QVERIFY(console.ask("scan").startsWith("<scan_results>")); // no declaration names an encoding
 }
 
-void tst_SimulatedTolvar::testsJoining_data()
+void TestSimulatedTolvar::testsJoining_data()
 {
     QTest::addColumn<QByteArray>("network");
     QTest::addColumn<QByteArray>("passphrase");
@@ -335,7 +335,7 @@ void tst_SimulatedTolvar::testsJoining_data()
     row("the second network of a name may take it", "Home", "other", "0");
 }
 
-void tst_SimulatedTolvar::testsJoining()
+void TestSimulatedTolvar::testsJoining()
 {
     QFETCH(QByteArray, network);
     QFETCH(QByteArray, passphrase);
@@ -357,7 +357,7 @@ void tst_SimulatedTolvar::testsJoining()
     QVERIFY(console.ask("test").contains("result=\"3\""));
 }
 
-void tst_SimulatedTolvar::scanIsTracedOnDemand()
+void TestSimulatedTolvar::scanIsTracedOnDemand()
 {
     Console console;
     console.send("C\r\nsetuarttrace y\r\n");
@@ -370,14 +370,14 @@ void tst_SimulatedTolvar::scanIsTracedOnDemand()
     QVERIFY(console.send("scan\r\n").startsWith("scan\r\n\x02"));
 }
 
-void tst_SimulatedTolvar::linesWaitWhileItWorks_data()
+void TestSimulatedTolvar::linesWaitWhileItWorks_data()
 {
     QTest::addColumn<QByteArray>("work");
     QTest::newRow("while it scans") << QByteArray("scan\r\n");
     QTest::newRow("while it tests") << QByteArray("test\r\n");
 }
 
-void tst_SimulatedTolvar::linesWaitWhileItWorks()
+void TestSimulatedTolvar::linesWaitWhileItWorks()
 {
     QFETCH(QByteArray, work);
     DeviceConfig setup;
@@ -409,7 +409,7 @@ void tst_SimulatedTolvar::linesWaitWhileItWorks()
     QCOMPARE(console.tolvar.state().saved.network, QByteArray("Home"));
 }
 
-void tst_SimulatedTolvar::promptTakesItsTime()
+void TestSimulatedTolvar::promptTakesItsTime()
 {
     DeviceConfig setup;
     setup.delays.prompt = 40;
@@ -421,7 +421,7 @@ void tst_SimulatedTolvar::promptTakesItsTime()
     QVERIFY(clock.elapsed() >= qint64{3} * 40);
 }
 
-void tst_SimulatedTolvar::losesWhatIsNotSaved()
+void TestSimulatedTolvar::forgetsWhatIsNotSaved()
 {
     Console console;
     console.send("C\r\nsetssid kept\r\nsave\r\nsetssid lost\r\nsetpass half a li");
@@ -436,7 +436,7 @@ void tst_SimulatedTolvar::losesWhatIsNotSaved()
     QCOMPARE(console.tolvar.state().pending.passphrase, DeviceConfig().configuration.passphrase);
 }
 
-void tst_SimulatedTolvar::losesWorkUnderWay()
+void TestSimulatedTolvar::anUnpluggingEndsScansAndTests()
 {
     DeviceConfig setup;
     setup.delays.scan = 30;
@@ -453,7 +453,7 @@ void tst_SimulatedTolvar::losesWorkUnderWay()
     QVERIFY(console.tolvar.state().pending.network != "lost");
 }
 
-void tst_SimulatedTolvar::exitEndsTheSession()
+void TestSimulatedTolvar::exitEndsTheSession()
 {
     Console console;
     console.send("C\r\n");
@@ -471,7 +471,7 @@ void tst_SimulatedTolvar::exitEndsTheSession()
     QCOMPARE(console.tolvar.state().sessions, 2);
 }
 
-void tst_SimulatedTolvar::recordsLinesAndBytes()
+void TestSimulatedTolvar::recordsLinesAndBytes()
 {
     Console console;
     const qint64 before = std::chrono::steady_clock::now().time_since_epoch().count();
@@ -496,7 +496,7 @@ void tst_SimulatedTolvar::recordsLinesAndBytes()
     QVERIFY(state.bytes.last().time <= after);
 }
 
-void tst_SimulatedTolvar::answersThatMakeTheHostSpeak()
+void TestSimulatedTolvar::answersThatMakeTheHostSpeak()
 {
     // A host on the same thread that answers each prompt at once must not overtake the console.
     SimulatedTolvar tolvar;
@@ -511,5 +511,5 @@ void tst_SimulatedTolvar::answersThatMakeTheHostSpeak()
     QCOMPARE(said, QByteArray("\r\n>setssid a\r\n\r\n>save\r\n\r\n>exit\r\n"));
 }
 
-QTEST_GUILESS_MAIN(tst_SimulatedTolvar)
+QTEST_GUILESS_MAIN(TestSimulatedTolvar)
 #include "tst_simulatedtolvar.moc"

@@ -83,7 +83,7 @@ QString tells(const QString &lines)
 }
 } // namespace
 
-class tst_TolvarSim : public QObject
+class TestTolvarSim : public QObject
 {
     Q_OBJECT
 
@@ -98,10 +98,10 @@ private Q_SLOTS:
     void runsUnderTheWrapperToo();
     void helps();
     void showsTheConversation();
-    void tellsWhatTheDeviceHolds();
+    void printsTheConfiguration();
     void makesTheDevice_data();
     void makesTheDevice();
-    void givesTheLogFile();
+    void sendsTheLogFile();
     void foreignPortsComeFirst();
     void plugsInLater();
     void scansTakeTheirTime();
@@ -109,7 +109,7 @@ private Q_SLOTS:
     void signalReplugs();
 };
 
-void tst_TolvarSim::endsAsItsProgramDoes_data()
+void TestTolvarSim::endsAsItsProgramDoes_data()
 {
     QTest::addColumn<QString>("script");
     QTest::addColumn<int>("status");
@@ -118,7 +118,7 @@ void tst_TolvarSim::endsAsItsProgramDoes_data()
     QTest::newRow("killed") << "kill -9 $$" << 128 + SIGKILL;
 }
 
-void tst_TolvarSim::endsAsItsProgramDoes()
+void TestTolvarSim::endsAsItsProgramDoes()
 {
     QFETCH(QString, script);
     Simulator simulator;
@@ -127,7 +127,7 @@ void tst_TolvarSim::endsAsItsProgramDoes()
     QCOMPARE(simulator.err, QByteArray());
 }
 
-void tst_TolvarSim::expects_data()
+void TestTolvarSim::expects_data()
 {
     QTest::addColumn<QStringList>("options");
     QTest::addColumn<QString>("lines");
@@ -150,7 +150,7 @@ void tst_TolvarSim::expects_data()
         "C\\r\\nscan\\r\\nexit\\r\\n");
 }
 
-void tst_TolvarSim::expects()
+void TestTolvarSim::expects()
 {
     QFETCH(QStringList, options);
     QFETCH(QString, lines);
@@ -163,7 +163,7 @@ void tst_TolvarSim::expects()
     QCOMPARE(simulator.process.exitCode(), complaint.isEmpty() ? 0 : 1);
 }
 
-void tst_TolvarSim::reportsInvalidArguments_data()
+void TestTolvarSim::reportsInvalidArguments_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QByteArray>("word");
@@ -183,7 +183,7 @@ void tst_TolvarSim::reportsInvalidArguments_data()
     row("a program that is not there", {"--", "/nowhere/program"}, "/nowhere/program");
 }
 
-void tst_TolvarSim::reportsInvalidArguments()
+void TestTolvarSim::reportsInvalidArguments()
 {
     QFETCH(QStringList, arguments);
     QFETCH(QByteArray, word);
@@ -198,7 +198,7 @@ void tst_TolvarSim::reportsInvalidArguments()
     QCOMPARE(simulator.err.count('\n'), 1);
 }
 
-void tst_TolvarSim::needsTheWrapper()
+void TestTolvarSim::needsTheWrapper()
 {
     Simulator simulator;
     simulator.environment.insert("PATH", "/nowhere");
@@ -209,7 +209,7 @@ void tst_TolvarSim::needsTheWrapper()
     QCOMPARE(simulator.err.count('\n'), 1);
 }
 
-void tst_TolvarSim::runsUnderTheWrapperToo()
+void TestTolvarSim::runsUnderTheWrapperToo()
 {
     Simulator simulator;
     simulator.process.setProcessEnvironment(simulator.environment);
@@ -218,7 +218,7 @@ void tst_TolvarSim::runsUnderTheWrapperToo()
     QCOMPARE(simulator.process.exitCode(), 3);
 }
 
-void tst_TolvarSim::helps()
+void TestTolvarSim::helps()
 {
     Simulator simulator;
     simulator.start({"--help"});
@@ -228,7 +228,7 @@ void tst_TolvarSim::helps()
     QVERIFY(simulator.out.contains("PROGRAM [ARGS...]"));
 }
 
-void tst_TolvarSim::showsTheConversation()
+void TestTolvarSim::showsTheConversation()
 {
     const QString script = tells("C\\r\\nget_log_file\\r\\nsetssid \\351\\001\\r\\nexit\\r\\n");
     Simulator brief;
@@ -247,7 +247,7 @@ void tst_TolvarSim::showsTheConversation()
     QVERIFY(verbose.out.contains("] < >\n"));
 }
 
-void tst_TolvarSim::tellsWhatTheDeviceHolds()
+void TestTolvarSim::printsTheConfiguration()
 {
     Simulator simulator;
     simulator.run({}, tells("C\\r\\nsetssid a  b \\r\\nsetpass p\\r\\nant_select 1\\r\\n"
@@ -260,7 +260,7 @@ void tst_TolvarSim::tellsWhatTheDeviceHolds()
     QVERIFY2(holds.contains("it has left setup mode\n"), holds);
 }
 
-void tst_TolvarSim::makesTheDevice_data()
+void TestTolvarSim::makesTheDevice_data()
 {
     QTest::addColumn<QStringList>("options");
     QTest::addColumn<QString>("lines");
@@ -282,7 +282,7 @@ void tst_TolvarSim::makesTheDevice_data()
     row("a system error", {"--system-error"}, "test\\r\\n", "result=\"3\"");
 }
 
-void tst_TolvarSim::makesTheDevice()
+void TestTolvarSim::makesTheDevice()
 {
     QFETCH(QStringList, options);
     QFETCH(QString, lines);
@@ -294,7 +294,7 @@ void tst_TolvarSim::makesTheDevice()
         QVERIFY(!simulator.out.contains("SSID=\"Workshop\""));
 }
 
-void tst_TolvarSim::givesTheLogFile()
+void TestTolvarSim::sendsTheLogFile()
 {
     QTemporaryDir folder;
     QFile file(folder.filePath("device.log"));
@@ -307,7 +307,7 @@ void tst_TolvarSim::givesTheLogFile()
     QVERIFY2(simulator.out.contains("    second line\n"), simulator.out);
 }
 
-void tst_TolvarSim::foreignPortsComeFirst()
+void TestTolvarSim::foreignPortsComeFirst()
 {
     Simulator simulator;
     simulator.run({"--foreign", "--bridge", "prolific"},
@@ -325,7 +325,7 @@ void tst_TolvarSim::foreignPortsComeFirst()
     QVERIFY2(renamed.out.contains("abcd\n1234\n"), renamed.out);
 }
 
-void tst_TolvarSim::plugsInLater()
+void TestTolvarSim::plugsInLater()
 {
     Simulator simulator;
     simulator.run({"--plug-after", "300"},
@@ -335,7 +335,7 @@ void tst_TolvarSim::plugsInLater()
     QCOMPARE(simulator.process.exitCode(), 0);
 }
 
-void tst_TolvarSim::scansTakeTheirTime()
+void TestTolvarSim::scansTakeTheirTime()
 {
     // The simulator ends when the device has processed its input, so it cannot take less time.
     const auto timeOfScan = [](const QStringList &options) {
@@ -349,7 +349,7 @@ void tst_TolvarSim::scansTakeTheirTime()
     QVERIFY(timeOfScan({}) >= 2500);
 }
 
-void tst_TolvarSim::anInterruptEndsTheProgram()
+void TestTolvarSim::anInterruptEndsTheProgram()
 {
     Simulator simulator;
     simulator.start({"--tty", freshTty(), "--", "/bin/sh", "-c", "echo up $$; exec sleep 60"});
@@ -366,7 +366,7 @@ void tst_TolvarSim::anInterruptEndsTheProgram()
     QCOMPARE(kill(child, 0), -1); // the process has ended
 }
 
-void tst_TolvarSim::signalReplugs()
+void TestTolvarSim::signalReplugs()
 {
     const QString tty = freshTty();
     const QString next = freshTty(); // used by the replug
@@ -387,5 +387,5 @@ void tst_TolvarSim::signalReplugs()
     QVERIFY2(simulator.out.contains("it has left setup mode\n"), simulator.out);
 }
 
-QTEST_GUILESS_MAIN(tst_TolvarSim)
+QTEST_GUILESS_MAIN(TestTolvarSim)
 #include "tst_tolvarsim.moc"

@@ -47,13 +47,13 @@ class TestZVTolvar : public QObject
 private Q_SLOTS:
     void aNewControllerKnowsNothingAndWaitsForNothing();
     void aControllerBelongsToItsParent();
-    void aControllerGoesWithoutAWordAndLeavesItsPortOpen();
-    void onlyARealChangeIsStoredAndToldOf_data();
-    void onlyARealChangeIsStoredAndToldOf();
-    void aChangeIsStoredBeforeItIsToldOf();
-    void aTestIsSaidToBeOkBeforeAnyAndAfterAFailedOne();
+    void aDestroyedControllerEmitsNothingAndLeavesItsPortOpen();
+    void onlyAChangedValueIsStoredAndReported_data();
+    void onlyAChangedValueIsStoredAndReported();
+    void aValueIsStoredBeforeItIsReported();
+    void theTestResultIsOkBeforeAnyTestAndAfterAFailedOne();
 
-    void membersAndPropertiesStandInTheirOrder();
+    void membersAndPropertiesKeepTheirOrder();
     void aPropertyWritesThroughItsSetter_data();
     void aPropertyWritesThroughItsSetter();
     void isScanningIsReadAsScanningAndCannotBeWritten();
@@ -87,7 +87,7 @@ void TestZVTolvar::aControllerBelongsToItsParent()
     QCOMPARE((new ZVTolvar(&parent))->parent(), &parent);
 }
 
-void TestZVTolvar::aControllerGoesWithoutAWordAndLeavesItsPortOpen()
+void TestZVTolvar::aDestroyedControllerEmitsNothingAndLeavesItsPortOpen()
 {
     Pty pty;
     QextSerialPort port(pty.name());
@@ -103,14 +103,14 @@ void TestZVTolvar::aControllerGoesWithoutAWordAndLeavesItsPortOpen()
     QCOMPARE(log.messages(), QStringList());
 }
 
-void TestZVTolvar::onlyARealChangeIsStoredAndToldOf_data()
+void TestZVTolvar::onlyAChangedValueIsStoredAndReported_data()
 {
     QTest::addColumn<int>("index");
     for (int i = 0; i < int(std::size(values)); ++i)
         QTest::newRow(values[i].signal) << i;
 }
 
-void TestZVTolvar::onlyARealChangeIsStoredAndToldOf()
+void TestZVTolvar::onlyAChangedValueIsStoredAndReported()
 {
     QFETCH(int, index);
     const Value &value = values[index];
@@ -131,7 +131,7 @@ void TestZVTolvar::onlyARealChangeIsStoredAndToldOf()
         QVERIFY2(&other == &value || (tolvar.*other.get)().isEmpty(), other.signal);
 }
 
-void TestZVTolvar::aChangeIsStoredBeforeItIsToldOf()
+void TestZVTolvar::aValueIsStoredBeforeItIsReported()
 {
     ZVTolvar tolvar;
     QString seen;
@@ -140,7 +140,7 @@ void TestZVTolvar::aChangeIsStoredBeforeItIsToldOf()
     QCOMPARE(seen, QStringLiteral("text"));
 }
 
-void TestZVTolvar::aTestIsSaidToBeOkBeforeAnyAndAfterAFailedOne()
+void TestZVTolvar::theTestResultIsOkBeforeAnyTestAndAfterAFailedOne()
 {
     ZVTolvar tolvar;
     QVERIFY(tolvar.networkTestOK());
@@ -148,7 +148,7 @@ void TestZVTolvar::aTestIsSaidToBeOkBeforeAnyAndAfterAFailedOne()
     QVERIFY(tolvar.networkTestOK());
 }
 
-void TestZVTolvar::membersAndPropertiesStandInTheirOrder()
+void TestZVTolvar::membersAndPropertiesKeepTheirOrder()
 {
     const QMetaObject &meta = ZVTolvar::staticMetaObject;
     QByteArrayList members[2]; // signals and slots

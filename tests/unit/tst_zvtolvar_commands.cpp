@@ -14,13 +14,13 @@ class TestCommands : public QObject
 private Q_SLOTS:
     void init();
 
-    void aScanQueuesThreeLinesAndIsToldOfAfterTheSecond();
-    void aNetworkTestSendsNameAndPassphraseAsTheyAre_data();
-    void aNetworkTestSendsNameAndPassphraseAsTheyAre();
+    void aScanQueuesThreeLinesAndIsReportedAfterTheSecond();
+    void aNetworkTestSendsNameAndPassphraseUnchanged_data();
+    void aNetworkTestSendsNameAndPassphraseUnchanged();
     void savingTheConfigurationQueuesFiveLines_data();
     void savingTheConfigurationQueuesFiveLines();
-    void aLogIsToldOfBeforeItsLineIsQueued();
-    void aLaterLogFileTakesTheEarlierOnesPlace();
+    void aLogDownloadIsReportedBeforeItsCommandIsQueued();
+    void aLaterLogFileReplacesTheEarlierOne();
 
     void theFirmwareVersionAsANumber_data();
     void theFirmwareVersionAsANumber();
@@ -56,7 +56,7 @@ void TestCommands::recordAt(void (ZVTolvar::*signal)())
     });
 }
 
-void TestCommands::aScanQueuesThreeLinesAndIsToldOfAfterTheSecond()
+void TestCommands::aScanQueuesThreeLinesAndIsReportedAfterTheSecond()
 {
     recordAt(&ZVTolvar::scanStarted);
     _tolvar->startScan();
@@ -67,7 +67,7 @@ void TestCommands::aScanQueuesThreeLinesAndIsToldOfAfterTheSecond()
     QCOMPARE(_recorder->take(), QStringList{"scanStarted"});
 }
 
-void TestCommands::aNetworkTestSendsNameAndPassphraseAsTheyAre_data()
+void TestCommands::aNetworkTestSendsNameAndPassphraseUnchanged_data()
 {
     QTest::addColumn<QString>("network");
     QTest::addColumn<QString>("password");
@@ -75,7 +75,7 @@ void TestCommands::aNetworkTestSendsNameAndPassphraseAsTheyAre_data()
     QTest::newRow("both empty") << QString() << QString();
 }
 
-void TestCommands::aNetworkTestSendsNameAndPassphraseAsTheyAre()
+void TestCommands::aNetworkTestSendsNameAndPassphraseUnchanged()
 {
     QFETCH(QString, network);
     QFETCH(QString, password);
@@ -126,7 +126,7 @@ void TestCommands::savingTheConfigurationQueuesFiveLines()
     QVERIFY(!inside().testing());
 }
 
-void TestCommands::aLogIsToldOfBeforeItsLineIsQueued()
+void TestCommands::aLogDownloadIsReportedBeforeItsCommandIsQueued()
 {
     QFile file;
     recordAt(&ZVTolvar::startingToWriteLog);
@@ -137,7 +137,7 @@ void TestCommands::aLogIsToldOfBeforeItsLineIsQueued()
     QCOMPARE(_whenTold.logFile, &file);
 }
 
-void TestCommands::aLaterLogFileTakesTheEarlierOnesPlace()
+void TestCommands::aLaterLogFileReplacesTheEarlierOne()
 {
     QFile first("/dev/null");
     QFile second;

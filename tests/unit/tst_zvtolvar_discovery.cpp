@@ -37,10 +37,10 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
-    void onlyTheTwoBridgesAreADevice_data();
-    void onlyTheTwoBridgesAreADevice();
-    void aRecognisedDeviceIsToldOfBeforeItsOpeningIsDue();
-    void anArrivalPastNotConnectedIsLoggedAndIgnored();
+    void onlyTheTwoBridgesAreRecognised_data();
+    void onlyTheTwoBridgesAreRecognised();
+    void aRecognisedDeviceIsReportedBeforeItIsOpened();
+    void anArrivalWhileConnectedIsLoggedAndIgnored();
 
     void foreignPortsAreLoggedAndListedAsNotFound();
     void ofTwoRecognisedPortsOnlyTheFirstIsUsedAndLogged();
@@ -73,7 +73,7 @@ void TestDiscovery::cleanupTestCase()
     _bed.reset();
 }
 
-void TestDiscovery::onlyTheTwoBridgesAreADevice_data()
+void TestDiscovery::onlyTheTwoBridgesAreRecognised_data()
 {
     QTest::addColumn<int>("vendor");
     QTest::addColumn<int>("product");
@@ -92,7 +92,7 @@ void TestDiscovery::onlyTheTwoBridgesAreADevice_data()
     row("a port that is not on USB is none", 0, 0, "0", "0");
 }
 
-void TestDiscovery::onlyTheTwoBridgesAreADevice()
+void TestDiscovery::onlyTheTwoBridgesAreRecognised()
 {
     QFETCH(int, vendor);
     QFETCH(int, product);
@@ -110,7 +110,7 @@ void TestDiscovery::onlyTheTwoBridgesAreADevice()
                                    PortInfos::description("ttyX", shownVendor, shownProduct));
 }
 
-void TestDiscovery::aRecognisedDeviceIsToldOfBeforeItsOpeningIsDue()
+void TestDiscovery::aRecognisedDeviceIsReportedBeforeItIsOpened()
 {
     const PendingTimers timers;
     QString nameWhenTold;
@@ -128,7 +128,7 @@ void TestDiscovery::aRecognisedDeviceIsToldOfBeforeItsOpeningIsDue()
     QCOMPARE(timers.underWay(), QList<int>{1000});
 }
 
-void TestDiscovery::anArrivalPastNotConnectedIsLoggedAndIgnored()
+void TestDiscovery::anArrivalWhileConnectedIsLoggedAndIgnored()
 {
     inside().state() = CANDIDATE_DEVICE_FOUND;
     inside().portName() = "ttyX";

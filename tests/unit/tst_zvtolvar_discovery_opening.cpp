@@ -25,7 +25,7 @@ private Q_SLOTS:
     void aDeviceIsOpenedASecondAfterItIsRecognised();
     void theConsoleIsWokenHalfASecondAfterTheOpening();
     void thePortIsSetUpForTheConsole();
-    void thePortIsOpenedForBothWaysAndBelongsToNobody();
+    void thePortIsOpenedReadWriteAndHasNoParent();
     void aFailedOpeningIsTriedAgainASecondLater();
     void twoArrivalsWithinASecondMakeTwoAttemptsOnTheLaterPort();
     void aDeviceUnpluggedBeforeItsOpeningIsNotOpened();
@@ -33,8 +33,8 @@ private Q_SLOTS:
     void theConsoleIsWokenAndAskedForItsStatus_data();
     void theConsoleIsWokenAndAskedForItsStatus();
     void theConsoleIsWokenEachSecondUntilItsPrompt();
-    void inNoOtherStateIsAnythingWoken();
-    void withoutAPortNothingIsSentButTheTimerGoesOn();
+    void theConsoleIsWokenInNoOtherState();
+    void withoutAPortNothingIsSentAndTheTimerContinues();
 
 private:
     ZVTolvarTestPeer inside() const { return _fixture->inside; }
@@ -109,7 +109,7 @@ void TestOpening::thePortIsSetUpForTheConsole()
     LibcInterposer::clear();
 }
 
-void TestOpening::thePortIsOpenedForBothWaysAndBelongsToNobody()
+void TestOpening::thePortIsOpenedReadWriteAndHasNoParent()
 {
     open(_fixture->pty.name());
     QVERIFY(inside().port()->isReadable());
@@ -226,7 +226,7 @@ void TestOpening::theConsoleIsWokenEachSecondUntilItsPrompt()
     QCOMPARE(inside().queue(), QStringList{"get\r\n"});
 }
 
-void TestOpening::inNoOtherStateIsAnythingWoken()
+void TestOpening::theConsoleIsWokenInNoOtherState()
 {
     _fixture->connectPort();
     for (const int state : {0, 2, 4, 5, 6, 7}) {
@@ -239,7 +239,7 @@ void TestOpening::inNoOtherStateIsAnythingWoken()
     QCOMPARE(_timers->underWay(), QList<int>());
 }
 
-void TestOpening::withoutAPortNothingIsSentButTheTimerGoesOn()
+void TestOpening::withoutAPortNothingIsSentAndTheTimerContinues()
 {
     inside().state() = CANDIDATE_DEVICE_FOUND;
     _tolvar->onTimerKickOffTlovarConsole();

@@ -17,9 +17,9 @@ private Q_SLOTS:
     void init();
     void cleanup() { _fixture.reset(); }
 
-    void theLinkIsResetAndWhatTheDeviceSaidOfItselfIsForgotten();
-    void everythingElseStays();
-    void thePortObjectIsLeftAsItIs();
+    void aRemovalResetsTheLinkAndTheDevicesIdentity();
+    void aRemovalKeepsAllOtherValues();
+    void aRemovalLeavesThePortObjectUnchanged();
     void aDeviceWithADeadPortIsGoneBeforeItsRemoval();
     void theRemovalIsLoggedBeforeAnythingIsReset();
     void theLinkIsResetBeforeTheFirstSignalAndTheModesAfterTheLast();
@@ -56,7 +56,7 @@ void TestRemoval::init()
     in.scanning() = in.testing() = in.connected() = true;
 }
 
-void TestRemoval::theLinkIsResetAndWhatTheDeviceSaidOfItselfIsForgotten()
+void TestRemoval::aRemovalResetsTheLinkAndTheDevicesIdentity()
 {
     const PendingTimers timers;
     SignalRecorder recorder(_tolvar);
@@ -72,7 +72,7 @@ void TestRemoval::theLinkIsResetAndWhatTheDeviceSaidOfItselfIsForgotten()
                           "passwordChanged:", "scannedNetworkListChanged:0"}));
 }
 
-void TestRemoval::everythingElseStays()
+void TestRemoval::aRemovalKeepsAllOtherValues()
 {
     remove("ttyX");
     QCOMPARE(inside().response(), QStringLiteral("half a rep"));
@@ -84,7 +84,7 @@ void TestRemoval::everythingElseStays()
         QStringList({"1.2.3.4", "Y", "5", "6", "7", "8", "9", "10", "1", "11", "12", "13"}));
 }
 
-void TestRemoval::thePortObjectIsLeftAsItIs()
+void TestRemoval::aRemovalLeavesThePortObjectUnchanged()
 {
     const QPointer<QextSerialPort> port = inside().port();
     remove("ttyX");

@@ -42,17 +42,17 @@ class TestLink : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void aReplyIsReadBeforeItIsToldOf_data();
-    void aReplyIsReadBeforeItIsToldOf();
-    void howeverItIsCutTheSameComesOfIt_data();
-    void howeverItIsCutTheSameComesOfIt();
-    void whatIsReadIsLoggedRaw_data();
-    void whatIsReadIsLoggedRaw();
-    void whatIsReadIsLoggedBeforeItIsTaken();
+    void aReplyIsParsedBeforeItIsReported_data();
+    void aReplyIsParsedBeforeItIsReported();
+    void theSizeOfReadsDoesNotMatter_data();
+    void theSizeOfReadsDoesNotMatter();
+    void receivedBytesAreLoggedRaw_data();
+    void receivedBytesAreLoggedRaw();
+    void receivedBytesAreLoggedBeforeTheyAreProcessed();
     void nothingIsReadWithoutAPortOrWithoutBytes();
 };
 
-void TestLink::aReplyIsReadBeforeItIsToldOf_data()
+void TestLink::aReplyIsParsedBeforeItIsReported_data()
 {
     QTest::addColumn<Mode>("mode");
     QTest::addColumn<QString>("document");
@@ -68,7 +68,7 @@ void TestLink::aReplyIsReadBeforeItIsToldOf_data()
         << QStringList{"networkTestPassphraseInvalid"} << "networkTestFinished";
 }
 
-void TestLink::aReplyIsReadBeforeItIsToldOf()
+void TestLink::aReplyIsParsedBeforeItIsReported()
 {
     QFETCH(Mode, mode);
     QFETCH(QString, document);
@@ -81,7 +81,7 @@ void TestLink::aReplyIsReadBeforeItIsToldOf()
     QCOMPARE(recorder.take(), read + QStringList({"responseReceived:" + document, end}));
 }
 
-void TestLink::howeverItIsCutTheSameComesOfIt_data()
+void TestLink::theSizeOfReadsDoesNotMatter_data()
 {
     QTest::addColumn<CommState>("state");
     QTest::addColumn<Mode>("mode");
@@ -93,7 +93,7 @@ void TestLink::howeverItIsCutTheSameComesOfIt_data()
     QTest::newRow("testing") << IN_PROMPT << Testing;
 }
 
-void TestLink::howeverItIsCutTheSameComesOfIt()
+void TestLink::theSizeOfReadsDoesNotMatter()
 {
     QFETCH(CommState, state);
     QFETCH(Mode, mode);
@@ -107,7 +107,7 @@ void TestLink::howeverItIsCutTheSameComesOfIt()
         QCOMPARE(outcome(sent, chunk, state, mode), byteByByte);
 }
 
-void TestLink::whatIsReadIsLoggedRaw_data()
+void TestLink::receivedBytesAreLoggedRaw_data()
 {
     QTest::addColumn<QByteArray>("sent");
     QTest::addColumn<QString>("message");
@@ -117,7 +117,7 @@ void TestLink::whatIsReadIsLoggedRaw_data()
     QTest::newRow("a byte is a character") << QByteArray("caf\xc3\xa9") << QString("W:caf\u00c3\u00a9 ");
 }
 
-void TestLink::whatIsReadIsLoggedRaw()
+void TestLink::receivedBytesAreLoggedRaw()
 {
     QFETCH(QByteArray, sent);
     QFETCH(QString, message);
@@ -127,7 +127,7 @@ void TestLink::whatIsReadIsLoggedRaw()
     QTRY_COMPARE(fixture.log->messages(), QStringList{message});
 }
 
-void TestLink::whatIsReadIsLoggedBeforeItIsTaken()
+void TestLink::receivedBytesAreLoggedBeforeTheyAreProcessed()
 {
     LinkFixture fixture;
     fixture.connectPort();

@@ -57,15 +57,15 @@ private Q_SLOTS:
     void init();
     void cleanup() { _fixture.reset(); }
 
-    void whatIsSubmittedInsideAReplyGoesOutOneAPrompt();
-    void aSubmissionAtThePromptSendsTheOldestWhichNeedNotBeItself();
+    void commandsSubmittedDuringAReplyAreSentOnePerPrompt();
+    void aSubmissionAtThePromptSendsTheOldestCommand();
     void aSubmissionLogsTheState_data();
     void aSubmissionLogsTheState();
     void aSubmissionIsQueuedThenLoggedThenSent();
-    void aCommandTakesTenMillisecondsAByteAfterIt();
+    void aPauseOfTenMillisecondsFollowsEachByte();
 
-    void aCommandEndsWhereTheLineTakesNoMore_data();
-    void aCommandEndsWhereTheLineTakesNoMore();
+    void aCommandIsCutWhereTheLineAcceptsNoMore_data();
+    void aCommandIsCutWhereTheLineAcceptsNoMore();
     void theNextCommandBeginsOnALineOfItsOwn_data();
     void theNextCommandBeginsOnALineOfItsOwn();
     void aLineEndThatIsCutItselfIsSentAgain();
@@ -91,7 +91,7 @@ void TestLinkQueue::init()
     _tolvar = &_fixture->tolvar;
 }
 
-void TestLinkQueue::whatIsSubmittedInsideAReplyGoesOutOneAPrompt()
+void TestLinkQueue::commandsSubmittedDuringAReplyAreSentOnePerPrompt()
 {
     JammedPort port(Endless);
     usePort(port);
@@ -107,7 +107,7 @@ void TestLinkQueue::whatIsSubmittedInsideAReplyGoesOutOneAPrompt()
     QCOMPARE(inside().queue(), QStringList());
 }
 
-void TestLinkQueue::aSubmissionAtThePromptSendsTheOldestWhichNeedNotBeItself()
+void TestLinkQueue::aSubmissionAtThePromptSendsTheOldestCommand()
 {
     JammedPort port(Endless);
     _tolvar->submitCommand("get\r\n");
@@ -156,7 +156,7 @@ void TestLinkQueue::aSubmissionIsQueuedThenLoggedThenSent()
     QCOMPARE(port.taken(), QByteArray("a\"\xe9\"\r\n")); // a character is a byte
 }
 
-void TestLinkQueue::aCommandTakesTenMillisecondsAByteAfterIt()
+void TestLinkQueue::aPauseOfTenMillisecondsFollowsEachByte()
 {
     JammedPort port(Endless);
     usePort(port);
@@ -176,7 +176,7 @@ void TestLinkQueue::aCommandTakesTenMillisecondsAByteAfterIt()
     QVERIFY2(shortest < 11ms, "a byte is given 10 ms and no more");
 }
 
-void TestLinkQueue::aCommandEndsWhereTheLineTakesNoMore_data()
+void TestLinkQueue::aCommandIsCutWhereTheLineAcceptsNoMore_data()
 {
     QTest::addColumn<int>("room");
     QTest::addColumn<QByteArray>("taken");
@@ -190,7 +190,7 @@ void TestLinkQueue::aCommandEndsWhereTheLineTakesNoMore_data()
     QTest::newRow("all is taken") << 22 << QByteArray(Passphrase) << QStringList();
 }
 
-void TestLinkQueue::aCommandEndsWhereTheLineTakesNoMore()
+void TestLinkQueue::aCommandIsCutWhereTheLineAcceptsNoMore()
 {
     QFETCH(int, room);
     JammedPort port(room, Endless);

@@ -29,19 +29,19 @@ private Q_SLOTS:
     void eachStatusElement_data();
     void eachStatusElement();
     void theStatusIsAppliedInTheOrderOfTheDocument();
-    void anUnknownChildIsSkippedWithAllThatIsInIt_data();
-    void anUnknownChildIsSkippedWithAllThatIsInIt();
+    void anUnknownElementIsSkippedWithItsContents_data();
+    void anUnknownElementIsSkippedWithItsContents();
     void deepNestingIsSkipped_data();
     void deepNestingIsSkipped();
     void namesAreMatchedExactly();
 
-    void malformedRepliesKeepWhatCameBefore_data();
-    void malformedRepliesKeepWhatCameBefore();
-    void whatStandsBeforeTheRootIsSteppedOver();
+    void malformedRepliesKeepEarlierValues_data();
+    void malformedRepliesKeepEarlierValues();
+    void contentBeforeTheRootIsSkipped();
     void eachReaderStopsPastTheEndOfItsElement_data();
     void eachReaderStopsPastTheEndOfItsElement();
-    void aForeignRootHoldsTheDispatcher_data();
-    void aForeignRootHoldsTheDispatcher();
+    void anUnknownRootMakesTheDispatcherLoopForever_data();
+    void anUnknownRootMakesTheDispatcherLoopForever();
 
 private:
     void reply(const QString &document) { _tolvar->onResponseReceived(document); }
@@ -94,7 +94,7 @@ void TestReplies::theStatusIsAppliedInTheOrderOfTheDocument()
                                              "antennaChanged:1", "dnsChanged:"}));
 }
 
-void TestReplies::anUnknownChildIsSkippedWithAllThatIsInIt_data()
+void TestReplies::anUnknownElementIsSkippedWithItsContents_data()
 {
     QTest::addColumn<QString>("unknown");
     QTest::newRow("nothing") << "<uptime/>";
@@ -102,7 +102,7 @@ void TestReplies::anUnknownChildIsSkippedWithAllThatIsInIt_data()
     QTest::newRow("a comment and an instruction") << "<!-- name --><?name no?>";
 }
 
-void TestReplies::anUnknownChildIsSkippedWithAllThatIsInIt()
+void TestReplies::anUnknownElementIsSkippedWithItsContents()
 {
     QFETCH(QString, unknown);
     reply(puckdata("<name>T1</name>" + unknown + "<mode>SETUP</mode>" + unknown));
@@ -146,7 +146,7 @@ void TestReplies::namesAreMatchedExactly()
     QCOMPARE(_recorder->take(), QStringList{"networkTestSsidNotFound"});
 }
 
-void TestReplies::malformedRepliesKeepWhatCameBefore_data()
+void TestReplies::malformedRepliesKeepEarlierValues_data()
 {
     QTest::addColumn<QString>("document");
     QTest::addColumn<QStringList>("reported");
@@ -184,14 +184,14 @@ void TestReplies::malformedRepliesKeepWhatCameBefore_data()
         nameAndMode);
 }
 
-void TestReplies::malformedRepliesKeepWhatCameBefore()
+void TestReplies::malformedRepliesKeepEarlierValues()
 {
     QFETCH(QString, document);
     reply(document);
     QTEST(_recorder->take(), "reported");
 }
 
-void TestReplies::whatStandsBeforeTheRootIsSteppedOver()
+void TestReplies::contentBeforeTheRootIsSkipped()
 {
     reply("<?xml version=\"1.0\"?>\r\n<!-- status -->\r\n <puckdata><name>T1</name></puckdata>");
     QCOMPARE(_recorder->take(), QStringList{"systemIDChanged:T1"});
@@ -223,7 +223,7 @@ void TestReplies::eachReaderStopsPastTheEndOfItsElement()
     QVERIFY(!reader.hasError());
 }
 
-void TestReplies::aForeignRootHoldsTheDispatcher_data()
+void TestReplies::anUnknownRootMakesTheDispatcherLoopForever_data()
 {
     QTest::addColumn<QString>("document");
     QTest::addColumn<bool>("returns");
@@ -232,7 +232,7 @@ void TestReplies::aForeignRootHoldsTheDispatcher_data()
     QTest::newRow("fewer than four bytes are no document") << "<a>" << true;
 }
 
-void TestReplies::aForeignRootHoldsTheDispatcher()
+void TestReplies::anUnknownRootMakesTheDispatcherLoopForever()
 {
     QFETCH(QString, document);
     QFETCH(bool, returns);

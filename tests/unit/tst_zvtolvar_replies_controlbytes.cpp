@@ -26,17 +26,17 @@ class TestControlBytes : public QObject
 private Q_SLOTS:
     void init();
 
-    void everyByteBelowABlankInAnAttribute_data();
-    void everyByteBelowABlankInAnAttribute();
-    void attributesAreFoundBehindAnything_data();
-    void attributesAreFoundBehindAnything();
-    void everyAttributeMayHoldThem();
-    void elsewhereTheyEndTheReading_data();
-    void elsewhereTheyEndTheReading();
-    void theOtherCharactersOfTheDocumentStayAsTheyAre_data();
-    void theOtherCharactersOfTheDocumentStayAsTheyAre();
-    void zeroBytesAreLeftOut_data();
-    void zeroBytesAreLeftOut();
+    void everyControlByteInAnAttributeIsAccepted_data();
+    void everyControlByteInAnAttributeIsAccepted();
+    void attributesAreFoundAfterAnyContent_data();
+    void attributesAreFoundAfterAnyContent();
+    void everyAttributeMayContainControlBytes();
+    void controlBytesElsewhereEndTheDocument_data();
+    void controlBytesElsewhereEndTheDocument();
+    void otherCharactersAreUnchanged_data();
+    void otherCharactersAreUnchanged();
+    void zeroBytesAreDropped_data();
+    void zeroBytesAreDropped();
 
 private:
     QStringList names() const;
@@ -59,7 +59,7 @@ QStringList TestControlBytes::names() const
     return names;
 }
 
-void TestControlBytes::everyByteBelowABlankInAnAttribute_data()
+void TestControlBytes::everyControlByteInAnAttributeIsAccepted_data()
 {
     QTest::addColumn<QString>("attribute");
     QTest::addColumn<QString>("ssid");
@@ -75,7 +75,7 @@ void TestControlBytes::everyByteBelowABlankInAnAttribute_data()
         << QString("\x01\x02>\x1b\"\x1b />%1").arg("<A\x1f");
 }
 
-void TestControlBytes::everyByteBelowABlankInAnAttribute()
+void TestControlBytes::everyControlByteInAnAttributeIsAccepted()
 {
     QFETCH(QString, attribute);
     QFETCH(QString, ssid);
@@ -85,7 +85,7 @@ void TestControlBytes::everyByteBelowABlankInAnAttribute()
     QCOMPARE(_tolvar->getScanResult(ssid).rssi, QStringLiteral("-1"));
 }
 
-void TestControlBytes::attributesAreFoundBehindAnything_data()
+void TestControlBytes::attributesAreFoundAfterAnyContent_data()
 {
     QTest::addColumn<QString>("ahead");
     QTest::newRow("a comment with a quotation mark") << "<!-- it's -->";
@@ -102,7 +102,7 @@ void TestControlBytes::attributesAreFoundBehindAnything_data()
     QTest::newRow("an attribute with brackets") << "<scan_results b=\"[>' />\">";
 }
 
-void TestControlBytes::attributesAreFoundBehindAnything()
+void TestControlBytes::attributesAreFoundAfterAnyContent()
 {
     QFETCH(QString, ahead);
     if (!ahead.contains("<scan_results"))
@@ -111,7 +111,7 @@ void TestControlBytes::attributesAreFoundBehindAnything()
     QCOMPARE(names(), QStringList{"\x01"});
 }
 
-void TestControlBytes::everyAttributeMayHoldThem()
+void TestControlBytes::everyAttributeMayContainControlBytes()
 {
     reply("<scan_results a='\x05'><other b='\x06'/>"
           "<scan SSID='1\x01' channel='2\x02' adhoc='3\x03' sec='4\x04' suites='5\x05' WPS='6\x06' "
@@ -126,7 +126,7 @@ void TestControlBytes::everyAttributeMayHoldThem()
     QCOMPARE(network.rssi, QStringLiteral("7\x07"));
 }
 
-void TestControlBytes::elsewhereTheyEndTheReading_data()
+void TestControlBytes::controlBytesElsewhereEndTheDocument_data()
 {
     QTest::addColumn<QString>("document");
     QTest::addColumn<QStringList>("reported");
@@ -166,14 +166,14 @@ void TestControlBytes::elsewhereTheyEndTheReading_data()
     row("behind the root", "<puckdata><name>T1</name></puckdata>\x01", name);
 }
 
-void TestControlBytes::elsewhereTheyEndTheReading()
+void TestControlBytes::controlBytesElsewhereEndTheDocument()
 {
     QFETCH(QString, document);
     reply(document);
     QTEST(_recorder->take(), "reported");
 }
 
-void TestControlBytes::theOtherCharactersOfTheDocumentStayAsTheyAre_data()
+void TestControlBytes::otherCharactersAreUnchanged_data()
 {
     QTest::addColumn<QString>("types");
     QTest::addColumn<QString>("value");
@@ -194,7 +194,7 @@ void TestControlBytes::theOtherCharactersOfTheDocumentStayAsTheyAre_data()
     QTest::newRow("nearly all characters, by references") << QString() << references << all;
 }
 
-void TestControlBytes::theOtherCharactersOfTheDocumentStayAsTheyAre()
+void TestControlBytes::otherCharactersAreUnchanged()
 {
     QFETCH(QString, types);
     QFETCH(QString, value);
@@ -206,7 +206,7 @@ void TestControlBytes::theOtherCharactersOfTheDocumentStayAsTheyAre()
     QCOMPARE(network.security, QStringLiteral("\x01\uE000\x02"));
 }
 
-void TestControlBytes::zeroBytesAreLeftOut_data()
+void TestControlBytes::zeroBytesAreDropped_data()
 {
     QTest::addColumn<QString>("document"); // %1 is the position of the byte
     QTest::newRow("in an attribute") << amid("<scan SSID=\"%1be%1low%1\"/>");
@@ -214,7 +214,7 @@ void TestControlBytes::zeroBytesAreLeftOut_data()
     QTest::newRow("around the document") << "%1%1" + amid("<scan SSID=\"below\"/>") + "%1";
 }
 
-void TestControlBytes::zeroBytesAreLeftOut()
+void TestControlBytes::zeroBytesAreDropped()
 {
     QFETCH(QString, document);
     reply(document.arg(QChar(0)));

@@ -44,9 +44,9 @@ private Q_SLOTS:
 
     void theLogIsWritten_data();
     void theLogIsWritten();
-    void theFileIsClosedAndDeletedBeforeItsEndIsToldOf();
-    void aLogThatNobodyWaitsForIsIgnored();
-    void whatStandsBeforeTheLogIsSteppedOver();
+    void theFileIsClosedAndDeletedBeforeTheEndIsReported();
+    void anUnrequestedLogIsIgnored();
+    void contentBeforeTheLogIsSkipped();
 
 private:
     QFile *&logFile() const { return ZVTolvarTestPeer{*_tolvar}.logFile(); }
@@ -94,7 +94,7 @@ void TestLog::theLogIsWritten()
     QCOMPARE(_recorder->take(), QStringList{"finishedWriteLog"});
 }
 
-void TestLog::theFileIsClosedAndDeletedBeforeItsEndIsToldOf()
+void TestLog::theFileIsClosedAndDeletedBeforeTheEndIsReported()
 {
     const ScopedConnection listener(_tolvar.get(), &ZVTolvar::finishedWriteLog,
                                     [this] { _steps += logFile() ? "reported too early" : "reported"; });
@@ -103,7 +103,7 @@ void TestLog::theFileIsClosedAndDeletedBeforeItsEndIsToldOf()
     QCOMPARE(written(), QStringLiteral("one"));
 }
 
-void TestLog::aLogThatNobodyWaitsForIsIgnored()
+void TestLog::anUnrequestedLogIsIgnored()
 {
     delete std::exchange(logFile(), nullptr);
     _tolvar->onResponseReceived("<log_file>one\ntwo\n</log_file>");
@@ -111,7 +111,7 @@ void TestLog::aLogThatNobodyWaitsForIsIgnored()
     QCOMPARE(written(), QString());
 }
 
-void TestLog::whatStandsBeforeTheLogIsSteppedOver()
+void TestLog::contentBeforeTheLogIsSkipped()
 {
     QCoreXmlStreamReader reader("<?xml version=\"1.0\"?><!-- the log --><log_file>one</log_file>");
     reader.readNext();

@@ -20,7 +20,7 @@ private Q_SLOTS:
     void init();
 
     void aNetworkHasSevenFields();
-    void aScanReplacesTheTableAndTellsOfEachNetwork();
+    void aScanReplacesTheTableAndReportsEachNetwork();
     void theFirstRecordOfAnSsidStays();
     void aNetworkThatIsNotInTheTableIsNotFound();
     void theSignalCarriesTheControllersOwnTable();
@@ -49,7 +49,7 @@ void TestResults::aNetworkHasSevenFields()
     QCOMPARE(fields(_tolvar->getScanResult("")), QStringList({"", "", "", "", "", "", ""}));
 }
 
-void TestResults::aScanReplacesTheTableAndTellsOfEachNetwork()
+void TestResults::aScanReplacesTheTableAndReportsEachNetwork()
 {
     reply("<scan_results><scan SSID=\"A\"/><scan SSID=\"B\"/></scan_results>");
     QCOMPARE(_recorder->take(), QStringList({"scannedNetworkListChanged:0", "scannedNetworkListChanged:1",

@@ -33,10 +33,10 @@ private Q_SLOTS:
     void init() { _wizard = std::make_unique<ZVTolvarSetupWizard>(); }
     void cleanup() { _wizard.reset(); }
 
-    void thePagesStandUnderTheirIdsInTheirOrder();
-    void theConnectPageStaysTheFirstWhateverPageIsAdded();
-    void theOptionsAreTheseAndNoOthers();
-    void thePictureStandsInThreeRoles();
+    void thePagesHaveTheirIdsAndOrder();
+    void theConnectPageStaysFirstWhenAPageIsAdded();
+    void exactlyTheseOptionsAreSet();
+    void theImageIsSetForThreeRoles();
     void theIconIsLookedForAmongTheImages();
     void nameAndSize();
     void theWindowGrowsWithTheTextOfItsPage_data();
@@ -44,8 +44,8 @@ private Q_SLOTS:
     void theWindowGrowsWithALineThatIsNotWrapped();
     void theWindowGetsWiderOnceItIsAsHighAsTheScreen();
     void theWindowIsAsHighAsItsTextNeedsAtItsWidth();
-    void thePictureStandsWhereOneBeginsToRead_data();
-    void thePictureStandsWhereOneBeginsToRead();
+    void theImageIsAtTheLeadingEdge_data();
+    void theImageIsAtTheLeadingEdge();
     void aNameGivenByAParentIsKept();
     void theTextsAreTranslatedInTheWizardsContext();
     void thePagesUseTheSecondOfTwoControllers();
@@ -53,9 +53,9 @@ private Q_SLOTS:
     void theConsoleCollectsWhileHidden();
     void finishingQueuesExitOnTheSecondController_data();
     void finishingQueuesExitOnTheSecondController();
-    void onFinishedLeavesSetupModeAndLetsTheConsoleGo();
-    void theSlotsStandInTheirOrder();
-    void theConsoleIsLetGoWithTheWizard();
+    void onFinishedLeavesSetupModeAndReleasesTheConsole();
+    void theSlotsKeepTheirOrder();
+    void theConsoleIsReleasedWithTheWizard();
 
 private:
     /// The size of a window that fills the screen.
@@ -104,7 +104,7 @@ void TestFrame::layOut()
         QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
 }
 
-void TestFrame::thePagesStandUnderTheirIdsInTheirOrder()
+void TestFrame::thePagesHaveTheirIdsAndOrder()
 {
     QCOMPARE(_wizard->pageIds(), QList<int>({0, 1, 2, 3, 4, 6}));
     QVERIFY(qobject_cast<ConnectTlovarWizardPage *>(_wizard->page(0)));
@@ -119,13 +119,13 @@ void TestFrame::thePagesStandUnderTheirIdsInTheirOrder()
     QCOMPARE(_wizard->findChildren<QWizardPage *>(), inOrder); // the order in which they were registered
 }
 
-void TestFrame::theConnectPageStaysTheFirstWhateverPageIsAdded()
+void TestFrame::theConnectPageStaysFirstWhenAPageIsAdded()
 {
     _wizard->setPage(-2, new QWizardPage);
     QCOMPARE(_wizard->startId(), 0);
 }
 
-void TestFrame::theOptionsAreTheseAndNoOthers()
+void TestFrame::exactlyTheseOptionsAreSet()
 {
     QCOMPARE(_wizard->options(), QWizard::IgnoreSubTitles | QWizard::ExtendedWatermarkPixmap |
                                      QWizard::NoDefaultButton | QWizard::NoBackButtonOnStartPage |
@@ -134,7 +134,7 @@ void TestFrame::theOptionsAreTheseAndNoOthers()
     QCOMPARE(_wizard->buttonText(QWizard::CustomButton1), QStringLiteral("&Console"));
 }
 
-void TestFrame::thePictureStandsInThreeRoles()
+void TestFrame::theImageIsSetForThreeRoles()
 {
     const QPixmap picture(":/images/plus_small.png");
     QCOMPARE(picture.size(), QSize(400, 382));
@@ -235,14 +235,14 @@ void TestFrame::theWindowIsAsHighAsItsTextNeedsAtItsWidth()
     QCOMPARE(_wizard->size(), oneAfterTheOther);
 }
 
-void TestFrame::thePictureStandsWhereOneBeginsToRead_data()
+void TestFrame::theImageIsAtTheLeadingEdge_data()
 {
     QTest::addColumn<Qt::LayoutDirection>("direction");
     QTest::newRow("from the left") << Qt::LeftToRight;
     QTest::newRow("from the right") << Qt::RightToLeft;
 }
 
-void TestFrame::thePictureStandsWhereOneBeginsToRead()
+void TestFrame::theImageIsAtTheLeadingEdge()
 {
     QFETCH(Qt::LayoutDirection, direction);
     _wizard->setLayoutDirection(direction);
@@ -355,7 +355,7 @@ void TestFrame::finishingQueuesExitOnTheSecondController()
     QVERIFY2(theConsoleWindow, "nor is the console let go");
 }
 
-void TestFrame::onFinishedLeavesSetupModeAndLetsTheConsoleGo()
+void TestFrame::onFinishedLeavesSetupModeAndReleasesTheConsole()
 {
     MessageSpy log;
     QVERIFY(QMetaObject::invokeMethod(_wizard.get(), "OnFinished", Q_ARG(int, 1)));
@@ -364,7 +364,7 @@ void TestFrame::onFinishedLeavesSetupModeAndLetsTheConsoleGo()
     QCOMPARE(theConsoleWindow, nullptr);
 }
 
-void TestFrame::theSlotsStandInTheirOrder()
+void TestFrame::theSlotsKeepTheirOrder()
 {
     const QMetaObject &meta = ZVTolvarSetupWizard::staticMetaObject;
     QCOMPARE(meta.methodCount() - meta.methodOffset(), 2);
@@ -374,7 +374,7 @@ void TestFrame::theSlotsStandInTheirOrder()
     QCOMPARE(meta.method(meta.methodOffset() + 1).methodSignature(), QByteArray("consoleButtonClicked()"));
 }
 
-void TestFrame::theConsoleIsLetGoWithTheWizard()
+void TestFrame::theConsoleIsReleasedWithTheWizard()
 {
     _wizard.reset();
     QCOMPARE(theConsoleWindow, nullptr);
