@@ -99,7 +99,7 @@ private:
             const ModalDialogResponder dialog({closing("details")});
             _robot.widget<QAbstractButton>("viewDetailsButton")->click();
         }
-        auto *page = _f.page<ChooseNetworkWizardPage>();
+        auto *page = _f.wizard.findChild<ChooseNetworkWizardPage *>();
         const ModalDialogResponder boxes({closing("advanced"), closing("advanced-firmware-too-old")});
         page->OnAdvancedButtonClicked();
         tellStatus("A058");

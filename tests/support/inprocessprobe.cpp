@@ -60,7 +60,7 @@ __attribute__((destructor)) void logLastMessage()
 /// the event loop runs, and then ends the program.
 ///
 /// Environment variables control it: ZV_PROBE_REPORT is the file that receives the results. ZV_PROBE_END is
-/// how to end the program: "accept" or "reject" for the wizard, or an exit code for the event loop.
+/// how to end the program: "accept" for the wizard, or an exit code for the event loop.
 /// ZV_PROBE_LAST_MESSAGE is a message to log when all other code of the program has ended.
 class InProcessProbe : public QObject
 {
@@ -104,8 +104,6 @@ private:
         const QString end = qEnvironmentVariable("ZV_PROBE_END");
         if (end == QLatin1String("accept"))
             wizard->accept();
-        else if (end == QLatin1String("reject"))
-            wizard->reject();
         else
             QCoreApplication::exit(end.toInt());
     }

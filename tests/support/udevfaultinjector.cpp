@@ -51,18 +51,6 @@ extern "C" int udev_monitor_enable_receiving(udev_monitor *monitor)
     return original<decltype(udev_monitor_enable_receiving)>("udev_monitor_enable_receiving")(monitor);
 }
 
-extern "C" udev_device *udev_monitor_receive_device(udev_monitor *monitor)
-{
-    const auto receive = original<decltype(udev_monitor_receive_device)>("udev_monitor_receive_device");
-    udev_device *device = receive(monitor);
-    if (!fails(UdevFaultInjector::EventsLost) || !device)
-        return device;
-    for (; device; device = receive(monitor))
-        udev_device_unref(device);
-    errno = ENOBUFS;
-    return nullptr;
-}
-
 extern "C" const char *udev_device_get_action(udev_device *device)
 {
     ++UdevFaultInjector::state().reported;

@@ -10,8 +10,7 @@ public:
         NoMonitor,   ///< no monitor can be created
         NoFilter,    ///< the kernel accepts no filter
         NoReceiving, ///< the socket cannot receive
-        NoAction,    ///< events do not contain an action
-        EventsLost   ///< the socket's buffer overflowed: the events are lost, and udev reports that
+        NoAction     ///< events do not contain an action
     };
 
     /// Simulates \a failure from now on.

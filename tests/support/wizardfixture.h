@@ -1,31 +1,11 @@
 #pragma once
 
-#include <functional>
-
-#include <QMetaMethod>
 #include <QString>
 
 #include "app/zvtolvarsetupwizard.h"
 #include "device/zvtolvar.h"
 #include "tests/support/wizardrobot.h"
 #include "tests/support/zvtolvartestpeer.h"
-
-/// A controller that reports the connections to its signals.
-class ConnectionSpy : public ZVTolvar
-{
-public:
-    using ZVTolvar::ZVTolvar;
-
-    /// Called with the signature of a signal after a connection to it has been made.
-    std::function<void(const QString &)> connected;
-
-protected:
-    void connectNotify(const QMetaMethod &signal) override
-    {
-        if (connected)
-            connected(QString::fromLatin1(signal.methodSignature()));
-    }
-};
 
 /// A real wizard with its real controller and no device: the test supplies the documents, and commands stay
 /// in the queue.
@@ -37,7 +17,7 @@ public:
     ~WizardFixture() { wizard.hide(); }
 
     ZVTolvarSetupWizard wizard;
-    ConnectionSpy &tolvar; ///< the controller that the pages use
+    ZVTolvar &tolvar; ///< the controller that the pages use
     const ZVTolvarTestPeer inside;
     WizardRobot robot{wizard};
 
@@ -63,21 +43,12 @@ public:
     void goTo(int id);
     /// Goes back one page and enters the current page again.
     void goBackAndEnterAgain();
-    /// The wizard's page of this class.
-    template <typename Page>
-    Page *page() const
-    {
-        return wizard.template findChild<Page *>();
-    }
     /// The widget with this name on the current page.
     template <typename Widget>
     Widget *widget(const char *name) const
     {
         return wizard.currentPage()->template findChild<Widget *>(QLatin1String(name));
     }
-    /// The number of connections of a signal, such as "networkChanged(QString)", of "the controller" or of
-    /// the object with this name in the wizard; -1 if there is no such signal.
-    int listeners(const QByteArray &sender, const QByteArray &signal) const;
     /// Returns true if the Next button is enabled.
     bool canGoOn() const { return robot.canContinue(); }
     /// Returns true if the Finish button is enabled.

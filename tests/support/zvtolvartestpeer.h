@@ -20,8 +20,6 @@ struct ZVTolvarTestPeer {
 
     /// The readers of the reply documents. Each is called with the XML reader on the root element.
     void parseStatus(QCoreXmlStreamReader &reader) const { tolvar.parseResponsePuckData(reader); }
-    void parseScan(QCoreXmlStreamReader &reader) const { tolvar.parseResponseScanResults(reader); }
-    void parseTest(QCoreXmlStreamReader &reader) const { tolvar.parseNetworkTestResults(reader); }
     void parseLog(QCoreXmlStreamReader &reader) const { tolvar.parseLogFile(reader); }
     void skipUnknown(QCoreXmlStreamReader &reader) const { tolvar.skipUnknownElement(reader); }
 };
