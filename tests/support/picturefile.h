@@ -11,10 +11,10 @@ class PictureFile
 public:
     PictureFile()
     {
-        QImage picture(60, 40, QImage::Format_RGB32);
-        picture.fill(colour);
-        if (!picture.save(path()))
-            qFatal("the picture can't be saved");
+        QImage image(60, 40, QImage::Format_RGB32);
+        image.fill(colour);
+        if (!image.save(path()))
+            qFatal("cannot save the image");
     }
     /// A text that would show the image if it were treated as markup.
     QString markup() const { return QStringLiteral("<img src=\"%1\">").arg(path()); }
