@@ -77,14 +77,14 @@ void Measure::report() const
     if (rows.fileName().isEmpty())
         return;
     if (!rows.open(QIODevice::Append) || rows.write(line) != line.size())
-        qFatal("%s can't be written", qPrintable(rows.fileName()));
+        qFatal("cannot write %s", qPrintable(rows.fileName()));
 }
 
 QList<QByteArray> sessionLogLines()
 {
     QFile log(QDir::homePath() + QStringLiteral("/zvinstall.log"));
     if (!log.open(QIODevice::ReadOnly))
-        qFatal("%s can't be read", qPrintable(log.fileName()));
+        qFatal("cannot read %s", qPrintable(log.fileName()));
     QList<QByteArray> lines = log.readAll().split('\n');
     lines.removeLast(); // nothing follows the end of the last line
     return lines;
@@ -95,7 +95,7 @@ void writePlainLines(const QList<QByteArray> &lines)
     static const QString path = QDir::homePath() + QStringLiteral("/plain.log");
     static std::FILE *const file = std::fopen(qPrintable(path), "w");
     if (!file)
-        qFatal("%s can't be written", qPrintable(path));
+        qFatal("cannot write %s", qPrintable(path));
     for (const QByteArray &line : lines) {
         const auto size = static_cast<std::size_t>(line.size());
         std::fwrite(line.constData(), 1, size, file);

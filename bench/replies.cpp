@@ -19,7 +19,7 @@ constexpr int turns = 31;
 constexpr int logTurns = 11;
 constexpr qint64 logSize = 4 << 20;
 constexpr qint64 usbPacket = 64;    // the bridge sends this many bytes at a time
-constexpr qint64 mostOfATty = 4095; // the maximum that one read of a tty returns
+constexpr qint64 maxTtyRead = 4095; // the maximum that one read of a tty returns
 
 /// A controller at the prompt, and the port that it reads from.
 struct Receiver {
@@ -97,7 +97,7 @@ void timeReplies(const char *name, const QList<QByteArray> &documents, qint64 ch
         });
     if (receiver.tolvar.systemID() != QLatin1String("TOLVAR-4712") &&
         receiver.tolvar.getScanResult("Network number 0").ssid == "Not Found")
-        qFatal("the replies came to nothing");
+        qFatal("the replies did not change any values");
     measure.report();
 }
 
@@ -119,7 +119,7 @@ void timeLog(const char *name, qint64 chunk, double limit)
         [&] {
             receiver.inside.logFile() = new QFile(path); // the controller deletes it
             if (!receiver.inside.logFile()->open(QIODevice::WriteOnly))
-                qFatal("%s can't be written", qPrintable(path));
+                qFatal("cannot write %s", qPrintable(path));
             receiver.hear(document, chunk);
         },
         [&] {
@@ -127,10 +127,10 @@ void timeLog(const char *name, qint64 chunk, double limit)
             reader.addData(text);
             reader.readNextStartElement();
             if (reader.readElementText().size() < logSize)
-                qFatal("the log is not whole");
+                qFatal("the log is incomplete");
         });
     if (QFile(path).size() != log.size())
-        qFatal("the log that was written is not the one that was sent");
+        qFatal("the written log differs from the log that was sent");
     measure.report();
 }
 } // namespace
@@ -142,16 +142,16 @@ int main(int argc, char *argv[])
     // The cost of messages about the replies is measured separately, below.
     enableAllMessages();
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
-    timeReplies("status reply, one read", statuses(), mostOfATty, 2.0);
+    timeReplies("status reply, one read", statuses(), maxTtyRead, 2.0);
     timeReplies("status reply, a read each USB packet", statuses(), usbPacket, 2.0);
-    timeReplies("scan reply of 20 networks, one read", {scanned(20)}, mostOfATty, 2.0);
+    timeReplies("scan reply of 20 networks, one read", {scanned(20)}, maxTtyRead, 2.0);
     timeReplies("scan reply of 20 networks, a read each USB packet", {scanned(20)}, usbPacket, 2.0);
-    timeLog("4 MB log, the longest reads", mostOfATty, 2.0);
+    timeLog("4 MB log, the longest reads", maxTtyRead, 2.0);
     timeLog("4 MB log, a read each USB packet", usbPacket, 2.0);
 
     openSessionLog();
     installMessageHandler();
     timeReplies("status reply, a read each packet, with the session log", statuses(), usbPacket, 0, 10);
-    timeLog("4 MB log, the longest reads, with the session log", mostOfATty, 0);
+    timeLog("4 MB log, the longest reads, with the session log", maxTtyRead, 0);
     return 0;
 }

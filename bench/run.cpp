@@ -54,7 +54,7 @@ void find(ZVTolvarSetupWizard &wizard, const WizardRobot &robot)
     await(wizard._tolvar, &ZVTolvar::systemIDChanged, [&] { return !wizard._tolvar->systemID().isEmpty(); });
     if (robot.widget<QLabel>("label_progress")->text() !=
         QLatin1String("***** A Tolvar has been found *****"))
-        qFatal("the page doesn't say that the device was found");
+        qFatal("the page does not report that the device is found");
 }
 
 /// Continues from there to the end of the wizard. \a prompts is the number of prompts that the device has
@@ -80,7 +80,7 @@ void verify(const TolvarState &state)
 {
     if (state.saved.network != ssid || state.saved.passphrase != passphrase || !state.exited ||
         state.sessions != 1 || state.lineTexts().count("get") != 1)
-        qFatal("the device has not been set up, or more was said than is counted");
+        qFatal("the device does not have the expected settings, or has received more than expected");
 }
 
 void runOnce(FakeUsbBus &bus, Measure &finding, Measure &whole)
@@ -89,7 +89,7 @@ void runOnce(FakeUsbBus &bus, Measure &finding, Measure &whole)
     setup.delays = device;
     PluggedTolvar tolvar(bus, setup);
     if (!tolvar.plug())
-        qFatal("the device can't be plugged in");
+        qFatal("cannot plug the device in");
     {
         ZVTolvarSetupWizard wizard;
         int prompts = 0;

@@ -42,11 +42,11 @@ Start start(const QString &program, const QStringList &arguments, int idle)
     const qint64 before = std::chrono::steady_clock::now().time_since_epoch().count();
     process.start(program, arguments);
     if (!process.waitForFinished(60000) || process.exitCode() != 0)
-        qFatal("%s did not end well", qPrintable(program));
+        qFatal("%s failed", qPrintable(program));
 
     QFile file(report);
     if (!file.open(QIODevice::ReadOnly))
-        qFatal("%s showed no first page", qPrintable(program));
+        qFatal("%s did not show its first page", qPrintable(program));
     const QList<QByteArray> numbers = file.readAll().split(' ');
     return {double(numbers.value(0).toLongLong() - before) / 1e6, numbers.value(1).toDouble(),
             numbers.value(2).toDouble(), numbers.value(3).toDouble()};

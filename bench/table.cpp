@@ -48,7 +48,7 @@ int main(int argc, char *argv[])
         qFatal("usage: benchtable ROWS [JSON]");
     QFile rows(arguments.at(1));
     if (!rows.open(QIODevice::ReadOnly))
-        qFatal("%s can't be read", qPrintable(rows.fileName()));
+        qFatal("cannot read %s", qPrintable(rows.fileName()));
 
     print("measure", "ours", "against", "ratio", "limit", QString());
     bool allMet = !rows.atEnd();
@@ -67,7 +67,7 @@ int main(int argc, char *argv[])
     if (arguments.size() == 3) {
         QFile json(arguments.at(2));
         if (!json.open(QIODevice::WriteOnly) || json.write(QJsonDocument(document).toJson()) < 0)
-            qFatal("%s can't be written", qPrintable(json.fileName()));
+            qFatal("cannot write %s", qPrintable(json.fileName()));
     }
     return allMet ? 0 : 1;
 }

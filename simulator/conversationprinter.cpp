@@ -34,7 +34,7 @@ void ConversationPrinter::line(char mark, const QString &text)
     _out << QStringLiteral("[tolvar %1] ").arg(seconds, 8, 'f', 3) << mark << ' ' << text << Qt::endl;
 }
 
-void ConversationPrinter::remark(const QString &text)
+void ConversationPrinter::printNote(const QString &text)
 {
     line('*', text);
 }
@@ -53,7 +53,7 @@ void ConversationPrinter::print(SimulatedTolvar::Speech what, const QByteArray &
         }
         break;
     case SimulatedTolvar::Note:
-        remark(readable(text));
+        printNote(readable(text));
         break;
     case SimulatedTolvar::Prompt:
     case SimulatedTolvar::Trace:

@@ -17,8 +17,8 @@ public:
     explicit ConversationPrinter(bool isVerbose);
 
     void print(SimulatedTolvar::Speech what, const QByteArray &text);
-    /// Prints a remark that is not part of the conversation.
-    void remark(const QString &text);
+    /// Prints a note that is not part of the conversation.
+    void printNote(const QString &text);
 
 private:
     void line(char mark, const QString &text);

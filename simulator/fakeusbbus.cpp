@@ -21,7 +21,7 @@ QByteArray nodeOf(const QByteArray &ttyName)
     return qgetenv("UMOCKDEV_DIR") + "/dev/" + ttyName;
 }
 
-/// Makes a raw tty with that name and returns its far end. umockdev's own function cannot be used: it
+/// Creates a raw tty with that name and returns its far end. umockdev's own function cannot be used: it
 /// remembers each name and aborts when a name is used again.
 int makeTty(const QByteArray &ttyName)
 {
@@ -31,7 +31,7 @@ int makeTty(const QByteArray &ttyName)
     termios settings{};
     if (farEnd < 0 || grantpt(farEnd) != 0 || unlockpt(farEnd) != 0 ||
         ptsname_r(farEnd, tty, sizeof tty) != 0 || tcgetattr(farEnd, &settings) != 0)
-        qFatal("the system has no pseudo-terminal left");
+        qFatal("cannot create a pseudo-terminal");
     cfmakeraw(&settings);
     tcsetattr(farEnd, TCSANOW, &settings);
     mkdir((qgetenv("UMOCKDEV_DIR") + "/dev").constData(), 0777);
@@ -107,7 +107,7 @@ void FakeUsbBus::add(const QByteArray &ttyName, const UsbRecord &record)
 {
     GError *error = nullptr;
     if (!umockdev_testbed_add_from_string(_bed, record.devices.constData(), &error))
-        qFatal("umockdev does not take %s: %s", ttyName.constData(), error->message);
+        qFatal("umockdev rejects %s: %s", ttyName.constData(), error->message);
     _plugged[ttyName].record = record;
 }
 

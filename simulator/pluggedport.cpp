@@ -92,13 +92,13 @@ bool PluggedPort::waitUntil(const std::function<bool()> &holds, int milliseconds
 {
     QEventLoop loop;
     connect(this, &PluggedPort::changed, &loop, &QEventLoop::quit);
-    QTimer patience;
-    patience.setSingleShot(true);
-    patience.setTimerType(Qt::PreciseTimer); // a coarse timer may expire early
-    connect(&patience, &QTimer::timeout, &loop, &QEventLoop::quit);
-    patience.start(milliseconds);
+    QTimer timeout;
+    timeout.setSingleShot(true);
+    timeout.setTimerType(Qt::PreciseTimer); // a coarse timer may expire early
+    connect(&timeout, &QTimer::timeout, &loop, &QEventLoop::quit);
+    timeout.start(milliseconds);
     while (!holds()) {
-        if (!patience.isActive())
+        if (!timeout.isActive())
             return false;
         loop.exec();
     }

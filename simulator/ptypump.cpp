@@ -10,19 +10,19 @@
 
 namespace
 {
-constexpr int lookPause = 1;         // milliseconds between two checks
+constexpr int pollInterval = 1;      // milliseconds between two checks
 constexpr int mergePause = 100;      // milliseconds
 constexpr int maxDrainChecks = 1000; // checks whether the last byte has been read
 } // namespace
 
 PtyPump::PtyPump()
-    : _lastLook(this)
+    : _drainPoll(this)
     , _pause(this)
 {
     _pause.setSingleShot(true);
     connect(&_pause, &QTimer::timeout, this, &PtyPump::write);
-    _lastLook.setSingleShot(true);
-    connect(&_lastLook, &QTimer::timeout, this, &PtyPump::breakOff);
+    _drainPoll.setSingleShot(true);
+    connect(&_drainPoll, &QTimer::timeout, this, &PtyPump::breakOff);
 }
 
 PtyPump::~PtyPump()
@@ -55,7 +55,7 @@ void PtyPump::attach(int descriptor)
 void PtyPump::detach()
 {
     _pause.stop();
-    _lastLook.stop();
+    _drainPoll.stop();
     if (_readable) {
         _readable->setEnabled(false);
         _readable.release()->deleteLater(); // this may run in a slot that the notifier calls
@@ -79,15 +79,15 @@ void PtyPump::count(qsizetype bytes)
         return;
     _readable->setEnabled(false);
     _unsent.clear();
-    _looks = maxDrainChecks;
+    _drainChecksLeft = maxDrainChecks;
     breakOff();
 }
 
 void PtyPump::breakOff()
 {
     // A hang-up discards unread data. The last byte must be read before it.
-    if (isUnread() && --_looks > 0) {
-        _lastLook.start(lookPause);
+    if (isUnread() && --_drainChecksLeft > 0) {
+        _drainPoll.start(pollInterval);
         return;
     }
     const int descriptor = _descriptor;
@@ -147,5 +147,5 @@ void PtyPump::write()
     // The pump polls instead of waiting for a notification: a tty reports that it accepts more only when it
     // is nearly empty, and not reliably even then.
     if (!_unsent.isEmpty())
-        _pause.start(lookPause);
+        _pause.start(pollInterval);
 }

@@ -61,8 +61,8 @@ private:
     qsizetype _sent = 0; // passed to send() since attach()
     QByteArray _unsent;
     std::unique_ptr<QSocketNotifier> _readable;
-    QTimer _lastLook;
-    int _looks = 0; // checks left for the last byte to be read before the line breaks
-    QTimer _pause;  // until the tty accepts more, the last byte has been read, or all bytes to be merged have
-                    // arrived
+    QTimer _drainPoll;
+    int _drainChecksLeft = 0; // checks left for the last byte to be read before the line breaks
+    QTimer _pause; // until the tty accepts more, the last byte has been read, or all bytes to be merged have
+                   // arrived
 };

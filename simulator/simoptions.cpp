@@ -57,12 +57,12 @@ private:
 void declareOptions(QCommandLineParser &parser)
 {
     parser.setApplicationDescription(QStringLiteral(
-        "Runs a program on a computer with a simulated ZV Tolvar, shows what the two say to each "
-        "other and what the device holds in the end.\n"
-        "SIGUSR1 pulls the device out, the next one plugs it in again."));
+        "Runs a program on a computer with a simulated ZV Tolvar. Prints their conversation and the "
+        "final state of the device.\n"
+        "SIGUSR1 unplugs the device; the next SIGUSR1 plugs it in again."));
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.addPositionalArgument(QStringLiteral("PROGRAM"), QStringLiteral("What to run."));
+    parser.addPositionalArgument(QStringLiteral("PROGRAM"), QStringLiteral("The program to run."));
     parser.addPositionalArgument(QStringLiteral("ARGS"), QStringLiteral("Its arguments."),
                                  QStringLiteral("[ARGS...]"));
     // clang-format off
@@ -74,9 +74,9 @@ void declareOptions(QCommandLineParser &parser)
     add("vid",            "Another USB vendor id.", "hex");
     add("pid",            "Another USB product id.", "hex");
     add("tty",            "The first tty, by default ttyUSB0. Each plugging takes the next number.", "ttyUSBn");
-    add("foreign",        "Two ports that are no Tolvar, plugged in before it.");
+    add("foreign",        "Plug in two ports of other devices before it.");
     add("firmware",       "Its firmware version, by default A060.", "version");
-    add("network",        "A network in the air, instead of the usual six; may be given again. An empty PASS makes "
+    add("network",        "A network in range, instead of the default six. Repeatable. An empty PASS makes "
                           "it open. SEC is OPEN, WEP, WPA or WPA2, the last by default.", "SSID=PASS[:SEC]");
     add("log-file",       "The text of the device's own log.", "file");
     add("scan-delay",     "How long a scan takes, by default 2500.", "ms");
@@ -86,7 +86,7 @@ void declareOptions(QCommandLineParser &parser)
     add("verbose",        "Show documents in full, prompts and traces too.");
     add("expect-ssid",    "End with status 1 unless the device has saved that network name.", "text");
     add("expect-pass",    "End with status 1 unless it has saved that passphrase.", "text");
-    add("expect-exit",    "End with status 1 unless it was told to leave setup mode.");
+    add("expect-exit",    "End with status 1 unless it has left setup mode.");
     // clang-format on
 }
 

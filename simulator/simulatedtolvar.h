@@ -66,10 +66,10 @@ private:
     void obey(const QByteArray &line);
     void startSession();
 
-    void tellStatus(const QByteArray &);
+    void sendStatus(const QByteArray &);
     void scan(const QByteArray &);
     void test(const QByteArray &);
-    void tellLog(const QByteArray &);
+    void sendLog(const QByteArray &);
     void setTrace(const QByteArray &value);
     void setNetwork(const QByteArray &value);
     void setPassphrase(const QByteArray &value);

@@ -35,10 +35,10 @@ void SimulatedTolvar::obey(const QByteArray &line)
     };
     // clang-format off
     static constexpr Command commands[] = {
-        {"get",           &Tolvar::tellStatus},
+        {"get",           &Tolvar::sendStatus},
         {"scan",          &Tolvar::scan},
         {"test",          &Tolvar::test},
-        {"get_log_file",  &Tolvar::tellLog},
+        {"get_log_file",  &Tolvar::sendLog},
         {"setuarttrace ", &Tolvar::setTrace},
         {"setssid ",      &Tolvar::setNetwork},
         {"setpass ",      &Tolvar::setPassphrase},
@@ -77,13 +77,13 @@ void SimulatedTolvar::startSession()
     prompt();
 }
 
-void SimulatedTolvar::tellStatus(const QByteArray &)
+void SimulatedTolvar::sendStatus(const QByteArray &)
 {
     const TolvarState now = state();
     reply(TolvarDocuments::status(setup(), now.pending, now.testResult));
 }
 
-void SimulatedTolvar::tellLog(const QByteArray &)
+void SimulatedTolvar::sendLog(const QByteArray &)
 {
     reply(TolvarDocuments::logFile(setup().logText));
 }

@@ -27,7 +27,7 @@ Simulation::~Simulation() = default;
 void Simulation::plugIn()
 {
     if (_tolvar.plug())
-        _printer.remark(QStringLiteral("plugged in as %1").arg(QLatin1String(_tolvar.ttyName())));
+        _printer.printNote(QStringLiteral("plugged in as %1").arg(QLatin1String(_tolvar.ttyName())));
 }
 
 void Simulation::onSignal(int number)
@@ -47,8 +47,8 @@ void Simulation::onSignal(int number)
 
 int Simulation::run()
 {
-    UnixSignals signalsFromOutside({SIGINT, SIGTERM, SIGUSR1});
-    connect(&signalsFromOutside, &UnixSignals::arrived, this, &Simulation::onSignal);
+    UnixSignals signalHandler({SIGINT, SIGTERM, SIGUSR1});
+    connect(&signalHandler, &UnixSignals::arrived, this, &Simulation::onSignal);
 
     if (_options.hasForeign) {
         _foreignFtdi.plug();
@@ -61,8 +61,8 @@ int Simulation::run()
 
     if (!runProgram())
         return 2;
-    waitForLastWords();
-    tellWhatDeviceHolds();
+    waitForPendingInput();
+    printDeviceState();
     if (!isAsExpected())
         return 1;
     constexpr int endedBySignal = 128; // as in a shell's exit status
@@ -90,45 +90,45 @@ bool Simulation::runProgram()
 
 // The program's last bytes may still be in transit, and the device may still be working on an earlier
 // command.
-void Simulation::waitForLastWords()
+void Simulation::waitForPendingInput()
 {
-    constexpr int longestWork = 10 * 60 * 1000;
+    constexpr int workTimeoutMs = 10 * 60 * 1000;
     _tolvar.catchUp();
-    _tolvar.waitFor([](const TolvarState &state) { return !state.isWorking; }, longestWork);
+    _tolvar.waitFor([](const TolvarState &state) { return !state.isWorking; }, workTimeoutMs);
     QCoreApplication::processEvents(); // prints the rest of the conversation
 }
 
-void Simulation::tellWhatDeviceHolds()
+void Simulation::printDeviceState()
 {
     const TolvarState state = _tolvar.state();
     const TolvarConfiguration &saved = state.saved;
     const bool isStatic = saved.useStaticIP == "Y";
-    _printer.remark(QStringLiteral("the device holds:"));
-    _printer.remark(QStringLiteral("  network     \"%1\"").arg(readable(saved.network)));
-    _printer.remark(QStringLiteral("  passphrase  \"%1\"").arg(readable(saved.passphrase)));
-    _printer.remark(QStringLiteral("  antenna     %1").arg(readable(saved.antenna)));
-    _printer.remark(QStringLiteral("  static IP   %1")
-                        .arg(isStatic ? readable(saved.ipAddress) : QStringLiteral("none")));
-    _printer.remark(state.exited ? QStringLiteral("it has left setup mode")
-                                 : QStringLiteral("it has not left setup mode"));
+    _printer.printNote(QStringLiteral("the device holds:"));
+    _printer.printNote(QStringLiteral("  network     \"%1\"").arg(readable(saved.network)));
+    _printer.printNote(QStringLiteral("  passphrase  \"%1\"").arg(readable(saved.passphrase)));
+    _printer.printNote(QStringLiteral("  antenna     %1").arg(readable(saved.antenna)));
+    _printer.printNote(QStringLiteral("  static IP   %1")
+                           .arg(isStatic ? readable(saved.ipAddress) : QStringLiteral("none")));
+    _printer.printNote(state.exited ? QStringLiteral("it has left setup mode")
+                                    : QStringLiteral("it has not left setup mode"));
 }
 
 bool Simulation::isAsExpected() const
 {
     const TolvarState state = _tolvar.state();
-    QStringList misses;
-    const auto check = [&misses](const char *what, const std::optional<QByteArray> &expected,
-                                 const QByteArray &held) {
-        if (expected && *expected != held)
-            misses += QStringLiteral("the %1 is \"%2\", not \"%3\"")
-                          .arg(QLatin1String(what), readable(held), readable(*expected));
+    QStringList mismatches;
+    const auto check = [&mismatches](const char *what, const std::optional<QByteArray> &expected,
+                                     const QByteArray &actual) {
+        if (expected && *expected != actual)
+            mismatches += QStringLiteral("the %1 is \"%2\", not \"%3\"")
+                              .arg(QLatin1String(what), readable(actual), readable(*expected));
     };
     check("saved network", _options.expectedSsid, state.saved.network);
     check("saved passphrase", _options.expectedPassphrase, state.saved.passphrase);
     if (_options.mustExit && !state.exited)
-        misses += QStringLiteral("\"exit\" has not come");
-    if (!misses.isEmpty())
+        mismatches += QStringLiteral("\"exit\" has not come");
+    if (!mismatches.isEmpty())
         fprintf(stderr, "tolvarsim: the device does not end as expected: %s\n",
-                qPrintable(misses.join(QStringLiteral("; "))));
-    return misses.isEmpty();
+                qPrintable(mismatches.join(QStringLiteral("; "))));
+    return mismatches.isEmpty();
 }

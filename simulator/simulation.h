@@ -26,8 +26,8 @@ private:
     bool runProgram();
     void plugIn();
     void onSignal(int number);
-    void waitForLastWords();
-    void tellWhatDeviceHolds();
+    void waitForPendingInput();
+    void printDeviceState();
     bool isAsExpected() const;
 
     const SimOptions _options;

@@ -26,7 +26,7 @@ UnixSignals::UnixSignals(std::initializer_list<int> numbers)
     : _numbers(numbers)
 {
     if (pipe2(_pipe, O_CLOEXEC | O_NONBLOCK) != 0)
-        qFatal("No pipe for signals");
+        qFatal("cannot create the pipe for signals");
     writeEnd = _pipe[1];
     _readable = std::make_unique<QSocketNotifier>(_pipe[0], QSocketNotifier::Read);
     connect(_readable.get(), &QSocketNotifier::activated, this, [this] {

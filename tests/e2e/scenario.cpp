@@ -31,7 +31,7 @@ Scenario::~Scenario()
         };
         leave("zvinstall.log", sessionLog());
         leave("device.txt", _conversation.join('\n').toUtf8());
-        qWarning("what was seen and said is in %s", qPrintable(QDir(folder).absolutePath()));
+        qWarning("the screen, the output and the logs are in %s", qPrintable(QDir(folder).absolutePath()));
     }
     screen.terminate();
     // A terminated program leaves its lock file. Another test may get the same port name, and another process

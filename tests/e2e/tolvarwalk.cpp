@@ -26,43 +26,42 @@ bool walkThrough(ProgramDriver &screen, const QDir &folder, const QString &ssid,
         if (done)
             std::printf("[walk] %s\n", what);
         else
-            std::fprintf(stderr, "[walk] could not go on: %s\n", what);
+            std::fprintf(stderr, "[walk] step failed: %s\n", what);
         std::fflush(stdout);
         return done;
     };
-    const auto picture = [&](const char *name,
-                             const QString &title = QStringLiteral("ZV Tolvar Setup v2.3")) {
+    const auto screenshotOf = [&](const char *name,
+                                  const QString &title = QStringLiteral("ZV Tolvar Setup v2.3")) {
         const QString file = QStringLiteral("%1-%2.png").arg(++count, 2, 10, QLatin1Char('0')).arg(name);
         return screen.screenshot(folder.filePath(file), title);
     };
 
     return step("The wizard looks for a Tolvar.",
-                robot.waitForText("Identifying ZV Tolvar") && picture("connect-searching")) &&
-           step("It has found one.", robot.waitForDevice() && picture("connect-found")) &&
-           step("Continue: what the Tolvar reports.",
-                robot.continueToNext() && robot.waitForText("Found Device") && picture("device")) &&
+                robot.waitForText("Identifying ZV Tolvar") && screenshotOf("connect-searching")) &&
+           step("A Tolvar is found.", robot.waitForDevice() && screenshotOf("connect-found")) &&
+           step("Continue: the status of the Tolvar.",
+                robot.continueToNext() && robot.waitForText("Found Device") && screenshotOf("device")) &&
            step("Continue: the Tolvar scans for networks.",
-                robot.continueToNext() && robot.waitForText("Found Networks:") && picture("scanning")) &&
-           step("It has found some.", robot.waitForNetworks() && picture("networks")) &&
-           step("A look at a network's details.",
+                robot.continueToNext() && robot.waitForText("Found Networks:") && screenshotOf("scanning")) &&
+           step("Networks are found.", robot.waitForNetworks() && screenshotOf("networks")) &&
+           step("View the details of a network.",
                 robot.chooseNetwork("Old Barn") && screen.click(button("View Network Details...")) &&
-                    screen.waitFor(window(details)) && picture("details", details) &&
+                    screen.waitFor(window(details)) && screenshotOf("details", details) &&
                     screen.click(button("OK")) && screen.waitUntilGone(window(details))) &&
-           step("That one has WEP: Continue leads to a warning.",
+           step("Continue with a WEP network: a warning.",
                 robot.continueToNext() &&
                     robot.waitForText("Warning - Selected Network is configured for WEP security") &&
-                    picture("wep-warning")) &&
-           step("Go Back, and take a better one.", robot.goBack() && robot.chooseNetwork(ssid) &&
-                                                       robot.typePassphrase(passphrase) &&
-                                                       picture("network-chosen")) &&
-           step("Continue: the Tolvar tries to join it.", robot.continueToNext() &&
-                                                              robot.waitForText("Testing Network Settings") &&
-                                                              picture("testing")) &&
-           step("It could.", robot.waitForSuccess() && picture("tested")) &&
-           step("The configuration is saved.", robot.save() && picture("saved")) &&
-           step("A look at the console.", screen.click(button("Console")) &&
-                                              screen.waitFor(window(console)) &&
-                                              picture("console", console) && screen.closeWindow(console)) &&
+                    screenshotOf("wep-warning")) &&
+           step("Go back and choose another network.", robot.goBack() && robot.chooseNetwork(ssid) &&
+                                                           robot.typePassphrase(passphrase) &&
+                                                           screenshotOf("network-chosen")) &&
+           step("Continue: the Tolvar tests the network.",
+                robot.continueToNext() && robot.waitForText("Testing Network Settings") &&
+                    screenshotOf("testing")) &&
+           step("The test succeeds.", robot.waitForSuccess() && screenshotOf("tested")) &&
+           step("The configuration is saved.", robot.save() && screenshotOf("saved")) &&
+           step("View the console.", screen.click(button("Console")) && screen.waitFor(window(console)) &&
+                                         screenshotOf("console", console) && screen.closeWindow(console)) &&
            step("Done.", robot.finish());
 }
 } // namespace

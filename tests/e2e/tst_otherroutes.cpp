@@ -134,7 +134,8 @@ void TestOtherRoutes::theConsoleShowsReceivedDataAndClosesWithTheWizard()
     ZV_STEP(s, s.screen.waitFor(window("Console Log").active())); // the device takes no focus from it
     ZV_STEP(s, isShown("<name>TOLVAR-4711</name>"));
     const QString shown = s.screen.text(console);
-    QVERIFY2(!shown.contains("_commState") && !shown.contains("->IN_PROMPT"), "debug messages are not shown");
+    QVERIFY2(!shown.contains("_commState") && !shown.contains("->IN_PROMPT"),
+             "no debug messages are expected in the console");
 
     ZV_STEP(s, s.screen.activateWindow(wizard));
     ZV_STEP(s, s.screen.waitFor(button("Continue").focused()));

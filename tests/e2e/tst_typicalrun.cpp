@@ -33,7 +33,7 @@ void verifySaved(Scenario &s)
     QCOMPARE(state.saved.passphrase, QByteArray(passphrase));
     QCOMPARE(state.saved.antenna, QByteArray("0"));
     QCOMPARE(state.saved.useStaticIP, QByteArray("N"));
-    QVERIFY2(state.exited, "the device was expected to be told to leave its setup mode");
+    QVERIFY2(state.exited, "the device is expected to have left setup mode");
 }
 } // namespace
 
@@ -99,7 +99,7 @@ void TestTypicalRun::theSessionLogLineByLine()
     for (const LogMessage &message : std::as_const(messages)) {
         if (message.level != 'W')
             continue;
-        QVERIFY2(message.text.endsWith(' '), "a read is logged with one blank behind it");
+        QVERIFY2(message.text.endsWith(' '), "a trailing space is expected after each logged read");
         raw += message.text.chopped(1);
     }
     QVERIFY(raw.contains(">get\r\n\x02<puckdata>"));
@@ -109,14 +109,14 @@ void TestTypicalRun::theSessionLogLineByLine()
 
     // The answers of functions that Qt calls often; each call is logged. QWizard decides how often.
     static const QRegularExpression asked(R"(^(Sysid: "(TOLVAR-4711)?" |nextId ".*" |"[^"]*" )$)");
-    QStringList told;
+    QStringList otherMessages;
     QStringList queries;
     for (const LogMessage &message : std::as_const(messages)) {
         if (message.level == 'W')
             continue;
         QCOMPARE(message.level, 'D');
         const QString text = QString::fromUtf8(message.text);
-        (asked.match(text).hasMatch() ? queries : told) += text;
+        (asked.match(text).hasMatch() ? queries : otherMessages) += text;
     }
 
     const QStringList description = {"port name: \"" + port + "\" ",
@@ -147,7 +147,7 @@ void TestTypicalRun::theSessionLogLineByLine()
     submitted({setssid, setpass, "test"});
     expected += QStringList{"->IN_RESPONSE_RECEIVE and testing ", "->IN_PROMPT - end testing "};
     submitted({"ant_select 0", setssid, setpass, "setstaticip N", "save", "exit"});
-    QCOMPARE(told, expected);
+    QCOMPARE(otherMessages, expected);
 
     for (const QString &query : {QString("Sysid: \"\" "), QString("Sysid: \"TOLVAR-4711\" "),
                                  QStringLiteral("nextId \"%1\" ").arg(passphrase), QString("\"Workshop\" "),

@@ -77,8 +77,8 @@ void TestUnplugged::theProgramRemainsUsable_data()
     QTest::addColumn<Step>("isReached");
     QTest::addColumn<QString>("focused"); // after the unplugging
     QTest::addColumn<int>("pagesBack");   // to the connect page
-    QTest::newRow("when it is found") << Step(isFound) << "nothing" << 0;
-    QTest::newRow("while it sends its log") << Step(sendsItsLog) << "nothing" << 1;
+    QTest::newRow("when the device is found") << Step(isFound) << "nothing" << 0;
+    QTest::newRow("while the device sends its log") << Step(sendsItsLog) << "nothing" << 1;
     QTest::newRow("during a scan") << Step(scans) << "Found Networks:" << 2;
     QTest::newRow("during a test") << Step(tests) << "nothing" << 3;
     QTest::newRow("during a save") << Step(isSaving) << "Save network configuration" << 3;

@@ -32,7 +32,7 @@ void TestWaitCursor::thePointerWaitsWhileCommandsAreSent()
         const QImage before = display.pointerImage();
         display.watchPointer();
         ZV_STEP(s, s.screen.click(button(press)));
-        QTRY_VERIFY2(display.hasPointerChanged(), qPrintable("a wait cursor was expected after: " + press));
+        QTRY_VERIFY2(display.hasPointerChanged(), qPrintable("expected a wait cursor after: " + press));
         ZV_STEP(s, s.screen.waitFor(sent));
         QTRY_COMPARE(display.pointerImage(), before);
     }

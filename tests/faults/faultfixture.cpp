@@ -15,8 +15,8 @@
 
 namespace
 {
-constexpr int patience = 120000; // milliseconds
-constexpr int lookPause = 5;     // milliseconds
+constexpr int timeoutMs = 120000;
+constexpr int pollInterval = 5; // milliseconds
 constexpr int shownMessages = 25;
 
 /// Returns whether a tty is still open in this process, at the device's end or at the wizard's.
@@ -54,7 +54,7 @@ FaultFixture::~FaultFixture()
     robot.stop();
     tolvar.unplug();
     if (!waitFor([this] { return isForgotten() && !hasOpenTtys(); }))
-        QTest::qFail("the port was expected to be closed after the unplugging", __FILE__, __LINE__);
+        QTest::qFail("the port is expected to be closed after unplugging", __FILE__, __LINE__);
     wizard.hide();
 }
 
@@ -63,13 +63,13 @@ bool FaultFixture::waitFor(const std::function<bool()> &holds) const
     // Does not use QTest::qWaitFor(), which sleeps between its checks: a long reply arrives in a thousand
     // reads.
     QEventLoop loop;
-    QTimer looks;
-    QObject::connect(&looks, &QTimer::timeout, &loop, [&] {
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, &loop, [&] {
         if (holds())
             loop.exit(1);
     });
-    looks.start(lookPause);
-    QTimer::singleShot(patience, &loop, &QEventLoop::quit);
+    poll.start(pollInterval);
+    QTimer::singleShot(timeoutMs, &loop, &QEventLoop::quit);
     return holds() || loop.exec() == 1;
 }
 
@@ -103,15 +103,15 @@ QString FaultFixture::walk()
 {
     robot.start(wishes);
     if (!waitFor([this] { return robot.isDone(); }))
-        return problem("the user was expected to reach the end, and is on " +
+        return problem("the user is expected to reach the end, but is on " +
                        wizard.currentPage()->objectName());
     // The device may still have to receive a line or two.
     if (!waitFor([this] { return tolvar.state().exited; }))
-        return problem(QStringLiteral("the device was expected to leave its setup mode"));
+        return problem(QStringLiteral("the device is expected to leave setup mode"));
     const TolvarState state = tolvar.state();
     if (state.saved.network != wishes.ssid.toLatin1() ||
         state.saved.passphrase != wishes.passphrase.toLatin1())
-        return problem(QStringLiteral("the device was expected to have the user's settings"));
+        return problem(QStringLiteral("the device is expected to have the user's settings"));
     return {};
 }
 
@@ -120,7 +120,7 @@ QString FaultFixture::unplug()
     robot.stop();
     tolvar.unplug();
     if (!waitFor([this] { return isForgotten(); }))
-        return problem(QStringLiteral("the controllers were expected to release the port"));
+        return problem(QStringLiteral("the controllers are expected to release the port"));
     QStringList left = ZVTolvarTestPeer{*wizard._tolvar}.queue() + wizard._tolvar->scannedNetworks()->keys();
     left += wizard._tolvar->systemID();
     const QWizardPage *const page = wizard.currentPage();
@@ -134,10 +134,10 @@ QString FaultFixture::unplug()
         left += QString(list->model()->rowCount(), QLatin1Char('*'));
     left.removeAll(QString());
     if (!left.isEmpty())
-        return problem("nothing of the device was expected to be left, but: " + left.join(", "));
+        return problem("expected no data of the device, but found: " + left.join(", "));
     const bool needsDevice = wizard.currentId() == ConnectPageId || wizard.currentId() == ChooseNetworkPageId;
     if (needsDevice && robot.canContinue())
-        return problem(QStringLiteral("Continue was expected to be disabled"));
+        return problem(QStringLiteral("Continue is expected to be disabled"));
     return {};
 }
 
@@ -150,7 +150,7 @@ QString FaultFixture::walkAgain(const QByteArray &ttyName)
         wizard.back();
     QString wrong = walk();
     if (wrong.isEmpty() && tolvar.state().lineTexts().mid(linesBefore).value(0) != "C")
-        return problem(QStringLiteral("the device was expected to be woken first"));
+        return problem(QStringLiteral("the device is expected to be woken first"));
     return wrong;
 }
 

@@ -22,7 +22,7 @@
 
 namespace
 {
-constexpr int patience = 120000;       // milliseconds, for a round that takes four seconds
+constexpr int timeoutMs = 120000;      // for a round that takes four seconds
 constexpr const char *mark = "soak: "; // before each report
 
 /// Runs the program, except that each round begins with a new wizard. Between two rounds it reports on
@@ -49,8 +49,8 @@ int sitAtTheWizard(const WizardWishes &wishes)
         wizard->activateWindow();
         robot->start(wishes);
     };
-    QSocketNotifier told(0, QSocketNotifier::Read);
-    QObject::connect(&told, &QSocketNotifier::activated, &told, [&] {
+    QSocketNotifier input(0, QSocketNotifier::Read);
+    QObject::connect(&input, &QSocketNotifier::activated, &input, [&] {
         if (std::getchar() == EOF)
             QCoreApplication::quit();
         else
@@ -75,7 +75,7 @@ QByteArray nextReport(QProcess &program)
     program.setReadChannel(QProcess::StandardError);
     for (;;) {
         while (!program.canReadLine()) {
-            if (!program.waitForReadyRead(patience))
+            if (!program.waitForReadyRead(timeoutMs))
                 return {};
         }
         const QByteArray line = program.readLine();
@@ -124,7 +124,7 @@ int soak(int rounds)
         std::fflush(stdout);
     }
     program.closeWriteChannel();
-    program.waitForFinished(patience);
+    program.waitForFinished(timeoutMs);
     return failures > 0 || program.exitCode() != 0;
 }
 } // namespace

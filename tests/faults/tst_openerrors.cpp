@@ -40,8 +40,8 @@ bool reportsError(FaultFixture &fixture, const QString &error)
 void TestOpenErrors::aPortThatCanBeOpenedLater_data()
 {
     QTest::addColumn<QString>("error");
-    QTest::newRow("by the user") << "Permission denied";
-    QTest::newRow("after another program has closed it") << "Device or resource busy";
+    QTest::newRow("permission denied at first") << "Permission denied";
+    QTest::newRow("port in use by another program at first") << "Device or resource busy";
 }
 
 void TestOpenErrors::aPortThatCanBeOpenedLater()

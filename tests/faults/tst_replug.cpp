@@ -21,10 +21,10 @@ void TestReplug::aReplyOfTheFormerDeviceIsNotAwaited_data()
 {
     QTest::addColumn<UdevFaultInjector::Failure>("failure");
     QTest::addColumn<bool>("isScan");
-    QTest::newRow("a scan, udev") << UdevFaultInjector::None << true;
-    QTest::newRow("a scan, once a second") << UdevFaultInjector::NoReceiving << true;
-    QTest::newRow("a status, udev") << UdevFaultInjector::None << false;
-    QTest::newRow("a status, once a second") << UdevFaultInjector::NoReceiving << false;
+    QTest::newRow("during a scan, udev") << UdevFaultInjector::None << true;
+    QTest::newRow("during a scan, polling") << UdevFaultInjector::NoReceiving << true;
+    QTest::newRow("during a status request, udev") << UdevFaultInjector::None << false;
+    QTest::newRow("during a status request, polling") << UdevFaultInjector::NoReceiving << false;
 }
 
 void TestReplug::aReplyOfTheFormerDeviceIsNotAwaited()

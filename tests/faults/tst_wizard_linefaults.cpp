@@ -82,8 +82,8 @@ void TestWizardLineFaults::theTypicalRunSucceeds_data()
     faulty.garbageBeforeReplies = QByteArray("\x00\xFF <x> \x1B[2J &amp; ]]>", 21);
 
     QTest::newRow("byte by byte") << LineFaults::Single << TolvarDelays() << TolvarFaults();
-    QTest::newRow("with late prompts") << LineFaults::AsTheyCome << latePrompts << TolvarFaults();
-    QTest::newRow("all that comes at once, with double prompts and garbage before replies")
+    QTest::newRow("late prompts") << LineFaults::AsTheyCome << latePrompts << TolvarFaults();
+    QTest::newRow("merged reads, double prompts and garbage before replies")
         << LineFaults::Merged << TolvarDelays() << faulty;
 }
 

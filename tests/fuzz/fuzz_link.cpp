@@ -44,7 +44,7 @@ private:
     {
         _port.bring(bytes.data(), bytes.size());
         _tolvar.onReadyRead();
-        require(_port.bytesAvailable() == 0, "what has come is read");
+        require(_port.bytesAvailable() == 0, "all received bytes are read");
     }
 
     MemoryPort _port;
@@ -81,7 +81,7 @@ void Trial::begin(unsigned circumstances, unsigned state)
     _inside.logFile() = nullptr;
     if (circumstances & LogAwaited) {
         _inside.logFile() = new QFile(QStringLiteral("/dev/null"));
-        require(_inside.logFile()->open(QIODevice::WriteOnly | QIODevice::Text), "there is a /dev/null");
+        require(_inside.logFile()->open(QIODevice::WriteOnly | QIODevice::Text), "/dev/null can be opened");
     }
     _port.written.clear();
     _replies.clear();
@@ -110,12 +110,13 @@ bool Trial::feed(QByteArrayView bytes)
 
 void Trial::compare() const
 {
-    require(_inside.state() == _model.state, "the link is in the state it should be in");
-    require(_inside.scanning() == _model.scanning && _inside.testing() == _model.testing, "so are the modes");
+    require(_inside.state() == _model.state, "the link is in the expected state");
+    require(_inside.scanning() == _model.scanning && _inside.testing() == _model.testing,
+            "the link is in the expected modes");
     require(_inside.response() == _model.replyText(), "the reply is collected byte by byte");
-    require(_replies == _model.replies, "each reply is told of once, whole");
-    require(_inside.queue() == _model.queue, "commands wait for their prompt");
-    require(_port.written == _model.sent, "commands are sent in their order, whole");
+    require(_replies == _model.replies, "each reply is reported once and completely");
+    require(_inside.queue() == _model.queue, "the queue contains the commands that wait for a prompt");
+    require(_port.written == _model.sent, "commands are sent in order and completely");
 }
 
 void Trial::replug()
@@ -124,8 +125,10 @@ void Trial::replug()
     info.portName = QStringLiteral("memory");
     _tolvar.onDeviceRemoved(info);
     require(_inside.state() == NOT_CONNECTED && !_inside.port(), "without a device there is no connection");
-    require(_inside.queue().isEmpty() && !_tolvar.scanning() && !_inside.testing(), "nothing is under way");
-    require(_tolvar.scannedNetworks()->isEmpty() && _tolvar.systemID().isEmpty(), "nothing is known");
+    require(_inside.queue().isEmpty() && !_tolvar.scanning() && !_inside.testing(),
+            "no command, scan or test is in progress");
+    require(_tolvar.scannedNetworks()->isEmpty() && _tolvar.systemID().isEmpty(),
+            "no values of the device remain");
 
     _inside.port() = &_port;
     _inside.state() = WAITING_FOR_CONSOLE_PROMPT;

@@ -23,7 +23,7 @@ public:
         : QFile(QStringLiteral("/dev/null"))
         , _written(written)
     {
-        require(open(WriteOnly | Text), "there is a /dev/null");
+        require(open(WriteOnly | Text), "/dev/null can be opened");
     }
 
 protected:
@@ -100,10 +100,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     tolvar.onResponseReceived(document);
 
     if (!expected.isTooDeep()) {
-        require(recorder.take() == expected.reported(), "everything in the document is told of in its order");
+        require(recorder.take() == expected.reported(), "all values in the document are reported in order");
         require(networks(tolvar) == expected.networks(), "every network is listed");
         const bool logHasCome = !expected.logs().isEmpty();
-        require((inside.logFile() == nullptr) == (logHasCome || !logIsAwaited), "a log ends the waiting");
+        require((inside.logFile() == nullptr) == (logHasCome || !logIsAwaited),
+                "a received log ends the wait for a log");
         const QString log = logIsAwaited && logHasCome ? expected.logs().constFirst() : QString();
         require(written == log.toLocal8Bit().left(log.size()), "the log is written");
     }

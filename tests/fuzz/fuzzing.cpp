@@ -12,7 +12,7 @@ void Fuzzing::require(bool holds, const char *what)
 {
     if (holds)
         return;
-    std::fprintf(stderr, "does not hold: %s\n", what);
+    std::fprintf(stderr, "requirement not met: %s\n", what);
     std::abort();
 }
 

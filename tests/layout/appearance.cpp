@@ -91,17 +91,18 @@ bool Appearance::canBeDrawn() const
     return !systems.contains(language) || !QFontDatabase::families(systems.value(language)).isEmpty();
 }
 
-void apply(const Appearance &look)
+void apply(const Appearance &appearance)
 {
     QApplication::setStyle(QStringLiteral("Fusion"));
-    QApplication::setPalette(paletteOf(look.theme));
-    QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), look.points));
+    QApplication::setPalette(paletteOf(appearance.theme));
+    QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), appearance.points));
 
     translateBy({}, {});
-    QLocale::setDefault(QLocale(look.language));
-    if (look.language == QLatin1String("en"))
+    QLocale::setDefault(QLocale(appearance.language));
+    if (appearance.language == QLatin1String("en"))
         return;
     // As main() does it. Without Qt's translation files, Qt's own buttons stay English, as they do for users.
-    translateBy(QLatin1String("qt_") + look.language, QLibraryInfo::path(QLibraryInfo::TranslationsPath));
-    translateBy(QLatin1String("zvinstall_") + look.language, QStringLiteral(ZV_TRANSLATIONS));
+    translateBy(QLatin1String("qt_") + appearance.language,
+                QLibraryInfo::path(QLibraryInfo::TranslationsPath));
+    translateBy(QLatin1String("zvinstall_") + appearance.language, QStringLiteral(ZV_TRANSLATIONS));
 }

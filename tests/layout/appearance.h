@@ -16,4 +16,4 @@ struct Appearance {
 };
 
 /// Applies the appearance to the whole application, for windows that are created from here on.
-void apply(const Appearance &look);
+void apply(const Appearance &appearance);

@@ -56,8 +56,8 @@ double brightness(QRgb colour)
 class Inspection
 {
 public:
-    explicit Inspection(const QImage &picture)
-        : _picture(picture)
+    explicit Inspection(const QImage &image)
+        : _image(image)
     {
     }
 
@@ -83,12 +83,13 @@ public:
 private:
     void requireWidth(const QWidget *widget, int has, int needs, const QString &text)
     {
-        require(has >= needs, widget, QStringLiteral("too narrow: %1 of %2 pixels").arg(has).arg(needs),
+        require(has >= needs, widget, QStringLiteral("not wide enough: %1 of %2 pixels").arg(has).arg(needs),
                 text);
     }
     void requireHeight(const QWidget *widget, int has, int needs, const QString &text)
     {
-        require(has >= needs, widget, QStringLiteral("too low: %1 of %2 pixels").arg(has).arg(needs), text);
+        require(has >= needs, widget, QStringLiteral("not high enough: %1 of %2 pixels").arg(has).arg(needs),
+                text);
     }
     void requireSize(const QWidget *widget, const QString &text)
     {
@@ -144,23 +145,23 @@ private:
             requireWidth(list, place.width(), wrapped.width(), text);
             requireHeight(list, place.height(), wrapped.height(), text);
             require(place.left() >= 0 && place.right() <= list->viewport()->width(), list,
-                    QStringLiteral("a row goes on beyond the list"), text);
+                    QStringLiteral("a row extends beyond the list"), text);
         }
         requireContrast(list, QPalette::Text, {});
     }
 
     /// Returns the most frequent colour of a widget's area, which is the background of most of its text.
-    /// Whether a few letters have another background is for people to check on the contact sheets.
-    QRgb behind(const QWidget *widget) const
+    /// A few characters may have another background: check these on the contact sheets.
+    QRgb backgroundOf(const QWidget *widget) const
     {
-        const double scale = _picture.devicePixelRatio();
+        const double scale = _image.devicePixelRatio();
         const QRect place(widget->mapTo(widget->window(), QPoint()) * scale, widget->size() * scale);
-        const QRect inner = place.adjusted(3, 3, -3, -3).intersected(_picture.rect());
+        const QRect inner = place.adjusted(3, 3, -3, -3).intersected(_image.rect());
         QHash<QRgb, int> counts;
         QRgb most = 0; // invisible: no image contains it
         for (int y = inner.top(); y <= inner.bottom(); y += 2)
             for (int x = inner.left(); x <= inner.right(); x += 2) {
-                const QRgb colour = _picture.pixel(x, y) & 0xfff8f8f8; // images and buttons have shading
+                const QRgb colour = _image.pixel(x, y) & 0xfff8f8f8; // images and buttons have shading
                 if (++counts[colour] > counts.value(most))
                     most = colour;
             }
@@ -171,14 +172,13 @@ private:
         if (!widget->isEnabled()) // its contrast is lower on purpose
             return;
         const double one = brightness(widget->palette().color(role).rgb());
-        const double other = brightness(behind(widget));
+        const double other = brightness(backgroundOf(widget));
         const double contrast = (std::max(one, other) + 0.05) / (std::min(one, other) + 0.05);
         require(contrast >= leastContrast, widget,
-                QStringLiteral("hard to tell from what is behind: contrast %1").arg(contrast, 0, 'f', 1),
-                text);
+                QStringLiteral("contrast with the background too low: %1").arg(contrast, 0, 'f', 1), text);
     }
 
-    const QImage &_picture;
+    const QImage &_image;
 };
 
 bool isShown(const QWidget *widget)
@@ -189,12 +189,12 @@ bool isShown(const QWidget *widget)
 }
 } // namespace
 
-QStringList layoutIssues(const QWidget *window, const QImage &picture)
+QStringList layoutIssues(const QWidget *window, const QImage &image)
 {
     if (qobject_cast<const QFileDialog *>(window)) // mostly provided by the desktop
         return {};
 
-    Inspection inspection(picture);
+    Inspection inspection(image);
     inspection.require(window->width() <= smallScreen.width() && window->height() <= smallScreen.height(),
                        window, QStringLiteral("larger than a screen"), window->windowTitle());
     QList<const QWidget *> shown;
@@ -211,7 +211,7 @@ QStringList layoutIssues(const QWidget *window, const QImage &picture)
         for (const QWidget *other : std::as_const(shown))
             inspection.require(child->parentWidget() != other->parentWidget() ||
                                    !child->geometry().intersects(other->geometry()),
-                               child, "over " + nameOf(other));
+                               child, "overlaps " + nameOf(other));
         shown += child;
     }
     return inspection.found;

@@ -1,7 +1,7 @@
 // looks take FOLDER THEME LANGUAGE POINTS
 //     Saves an image of each view of the wizard in FOLDER, and reports each text that does not fit. The exit
 //     status is 1 when there is one.
-// looks sheet PICTURE FOLDER...
+// looks sheet IMAGE FOLDER...
 //     Puts the images of several folders side by side.
 
 #include <cstdio>
@@ -18,31 +18,32 @@
 
 namespace
 {
-int take(const QDir &folder, const Appearance &look)
+int take(const QDir &folder, const Appearance &appearance)
 {
     if (!folder.mkpath(QStringLiteral("."))) {
-        std::fprintf(stderr, "looks: can't make the folder %s\n", qPrintable(folder.path()));
+        std::fprintf(stderr, "looks: cannot create the folder %s\n", qPrintable(folder.path()));
         return 2;
     }
-    if (!look.canBeDrawn()) {
-        std::fprintf(stderr, "looks: no font here can draw the language %s\n", qPrintable(look.language));
+    if (!appearance.canBeDrawn()) {
+        std::fprintf(stderr, "looks: no installed font supports the language %s\n",
+                     qPrintable(appearance.language));
         return 2;
     }
-    apply(look);
+    apply(appearance);
     const MessageSpy unprinted;
     const FakeUsbBus nothingPluggedIn;
     int count = 0;
-    bool isWell = true;
+    bool succeeded = true;
     tour([&](const QString &view, QWidget *window) {
-        const QImage picture = window->grab().toImage();
+        const QImage image = window->grab().toImage();
         const QString name = QStringLiteral("%1-%2.png").arg(++count, 2, 10, QLatin1Char('0')).arg(view);
-        const QStringList issues = layoutIssues(window, picture);
+        const QStringList issues = layoutIssues(window, image);
         for (const QString &issue : issues)
-            std::fprintf(stderr, "%s: %s: %s\n", qPrintable(look.inWords()), qPrintable(view),
+            std::fprintf(stderr, "%s: %s: %s\n", qPrintable(appearance.inWords()), qPrintable(view),
                          qPrintable(issue));
-        isWell = picture.save(folder.filePath(name), "png", 0) && issues.isEmpty() && isWell;
+        succeeded = image.save(folder.filePath(name), "png", 0) && issues.isEmpty() && succeeded;
     });
-    return isWell ? 0 : 1;
+    return succeeded ? 0 : 1;
 }
 
 /// Returns images side by side, a row for each view and a column for each appearance, each with its caption.
@@ -50,8 +51,8 @@ int take(const QDir &folder, const Appearance &look)
 /// columns.
 QImage contactSheet(const QStringList &folders)
 {
-    constexpr QSize room{460, 380}; // of an image
-    constexpr int caption = 22;
+    constexpr QSize imageSize{460, 380};
+    constexpr int captionHeight = 22;
     constexpr int gap = 10;
     QStringList views;
     for (const QString &folder : folders)
@@ -59,7 +60,7 @@ QImage contactSheet(const QStringList &folders)
     views.removeDuplicates();
     views.sort();
 
-    const QSize tile(room.width() + gap, room.height() + caption + gap);
+    const QSize tile(imageSize.width() + gap, imageSize.height() + captionHeight + gap);
     QImage sheet(static_cast<int>(folders.size()) * tile.width() + gap,
                  static_cast<int>(views.size()) * tile.height() + gap, QImage::Format_RGB32);
     sheet.fill(0x808890);
@@ -69,16 +70,16 @@ QImage contactSheet(const QStringList &folders)
     for (int column = 0; column < folders.size(); ++column)
         for (int row = 0; row < views.size(); ++row) {
             const QPoint corner(gap + column * tile.width(), gap + row * tile.height());
-            painter.drawText(QRect(corner, QSize(room.width(), caption)), Qt::AlignVCenter,
+            painter.drawText(QRect(corner, QSize(imageSize.width(), captionHeight)), Qt::AlignVCenter,
                              QFileInfo(views.at(row)).completeBaseName() + QLatin1String("   ") +
                                  QDir(folders.at(column)).dirName());
-            QImage picture(folders.at(column) + QLatin1Char('/') + views.at(row));
-            if (picture.isNull())
+            QImage image(folders.at(column) + QLatin1Char('/') + views.at(row));
+            if (image.isNull())
                 continue;
-            picture.setDevicePixelRatio(1);
-            if (picture.width() > room.width() || picture.height() > room.height())
-                picture = picture.scaled(room, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-            painter.drawImage(corner + QPoint(0, caption), picture);
+            image.setDevicePixelRatio(1);
+            if (image.width() > imageSize.width() || image.height() > imageSize.height())
+                image = image.scaled(imageSize, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+            painter.drawImage(corner + QPoint(0, captionHeight), image);
         }
     return sheet;
 }
@@ -94,6 +95,6 @@ int main(int argc, char *argv[])
     if (arguments.size() > 3 && arguments.at(1) == QLatin1String("sheet"))
         return contactSheet(arguments.mid(3)).save(arguments.at(2), "png", 0) ? 0 : 1;
     std::fprintf(stderr,
-                 "usage: looks take FOLDER THEME LANGUAGE POINTS\n       looks sheet PICTURE FOLDER...\n");
+                 "usage: looks take FOLDER THEME LANGUAGE POINTS\n       looks sheet IMAGE FOLDER...\n");
     return 2;
 }

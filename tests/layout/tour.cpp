@@ -53,7 +53,7 @@ private:
         see("connect-looking");
         Q_EMIT _f.tolvar.candidateDeviceFound();
         see("connect-getting-status");
-        tellStatus("A060");
+        sendStatus("A060");
         see("connect-found");
     }
 
@@ -61,9 +61,9 @@ private:
     {
         _robot.clickContinue();
         see("found");
-        tellStatus("A059");
+        sendStatus("A059");
         downloadLog({closing("found-firmware-too-old")});
-        tellStatus("A060");
+        sendStatus("A060");
 
         downloadLog({[this](QDialog *dialog) {
             WizardRobot::enterFile(dialog, _folder.filePath("zvtolvar_log_14Mar12.txt"));
@@ -73,12 +73,12 @@ private:
         see("found-log-writing");
         _f.reply(QString::fromLatin1(TolvarDocuments::logFile(_setup.logText)));
         see("found-log-written");
-        const auto chooseOneThatCannotBe = [this](QDialog *dialog) {
+        const auto chooseFileThatCannotBeCreated = [this](QDialog *dialog) {
             WizardRobot::enterFile(dialog, _folder.filePath("zvtolvar_log_15Mar12.txt"));
             dialog->accept();
             QDir(_folder.path()).removeRecursively();
         };
-        downloadLog({chooseOneThatCannotBe, closing("found-log-not-opened")});
+        downloadLog({chooseFileThatCannotBeCreated, closing("found-log-not-opened")});
     }
 
     void choosePage()
@@ -102,9 +102,9 @@ private:
         auto *page = _f.wizard.findChild<ChooseNetworkWizardPage *>();
         const ModalDialogResponder boxes({closing("advanced"), closing("advanced-firmware-too-old")});
         page->OnAdvancedButtonClicked();
-        tellStatus("A058");
+        sendStatus("A058");
         page->OnAdvancedButtonClicked();
-        tellStatus("A060");
+        sendStatus("A060");
     }
 
     void wepPage()
@@ -139,8 +139,8 @@ private:
     {
         _f.wizard.consoleButtonClicked();
         const QByteArray status = TolvarDocuments::status(_setup, _setup.configuration, _setup.testResult);
-        for (const QByteArray &said : {QByteArray("get\r\n"), status, QByteArray("\r\n>\r\n")})
-            zvMessageOutput(QtWarningMsg, said);
+        for (const QByteArray &output : {QByteArray("get\r\n"), status, QByteArray("\r\n>\r\n")})
+            zvMessageOutput(QtWarningMsg, output);
         see("console", theConsoleWindow->window());
         theConsoleWindow->window()->hide();
     }
@@ -167,10 +167,10 @@ private:
     void select(const QString &network)
     {
         if (!_robot.selectNetwork(network))
-            qFatal("the list doesn't have %s", qPrintable(network));
+            qFatal("the list does not contain %s", qPrintable(network));
     }
 
-    void tellStatus(const char *firmware)
+    void sendStatus(const char *firmware)
     {
         _setup.firmwareVersion = firmware;
         _f.reply(

@@ -17,7 +17,7 @@ check()
 skip() { echo "SKIP   : $1"; }
 
 # is EXPECTED ACTUAL
-is() { [ "$1" = "$2" ] || printf 'expected <%s>\nthere is <%s>\n' "$1" "$2" | { cat -v; false; }; }
+is() { [ "$1" = "$2" ] || printf 'expected <%s>\nactual   <%s>\n' "$1" "$2" | { cat -v; false; }; }
 # contains TEXT FILE, lacks TEXT FILE
 contains() { grep -qaF -- "$1" "$2" || { tail -c 2000 "$2" | cat -v; false; }; }
 lacks() { ! grep -aF -- "$1" "$2" | cat -v | grep ''; }

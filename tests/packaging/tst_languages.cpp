@@ -27,18 +27,18 @@ void TestLanguages::theWizardSpeaksTheUsersLanguage_data()
     const QString installed = ZV_LAUNCHER;
     for (const char *language : {"ar", "de", "es", "fr", "it", "ja", "nl", "pl"})
         QTest::newRow(language) << installed << QStringLiteral("%1_XX.UTF-8").arg(language) << language;
-    QTest::newRow("German, of Austria") << installed << "de_AT.UTF-8@euro"
-                                        << "de";
-    QTest::newRow("Portuguese, of Brazil") << installed << "pt_BR.UTF-8"
-                                           << "pt_BR";
-    QTest::newRow("Chinese, simplified") << installed << "zh_CN.UTF-8"
-                                         << "zh_CN";
+    QTest::newRow("Austrian German") << installed << "de_AT.UTF-8@euro"
+                                     << "de";
+    QTest::newRow("Brazilian Portuguese") << installed << "pt_BR.UTF-8"
+                                          << "pt_BR";
+    QTest::newRow("simplified Chinese") << installed << "zh_CN.UTF-8"
+                                        << "zh_CN";
     QTest::newRow("German, from the archive") << QString(ZV_UNPACKED_LAUNCHER) << "de_DE.UTF-8"
                                               << "de";
-    QTest::newRow("none") << installed << "C" << QString();
-    QTest::newRow("without a translation file") << installed << "is_IS.UTF-8" << QString();
-    QTest::newRow("Portuguese, not of Brazil") << installed << "pt_PT.UTF-8" << QString();
-    QTest::newRow("Chinese, traditional") << installed << "zh_TW.UTF-8" << QString();
+    QTest::newRow("no language") << installed << "C" << QString();
+    QTest::newRow("no translation file") << installed << "is_IS.UTF-8" << QString();
+    QTest::newRow("European Portuguese") << installed << "pt_PT.UTF-8" << QString();
+    QTest::newRow("traditional Chinese") << installed << "zh_TW.UTF-8" << QString();
 }
 
 void TestLanguages::theWizardSpeaksTheUsersLanguage()
@@ -78,7 +78,8 @@ void TestLanguages::savedFilesGoWhereTheUserMayWrite()
     ZV_DRIVE(app, closeWindow("ZV Tolvar Setup v" ZV_VERSION));
     ZV_DRIVE(app, waitForEnd());
     QCOMPARE(app.exitCode(), 0);
-    QVERIFY2(QFileInfo(home.filePath("zvinstall.log")).isFile(), "the session log stays in the home folder");
+    QVERIFY2(QFileInfo(home.filePath("zvinstall.log")).isFile(),
+             "the session log is expected in the home folder");
 }
 
 QTEST_GUILESS_MAIN(TestLanguages)

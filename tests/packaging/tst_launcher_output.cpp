@@ -43,7 +43,7 @@ void TestLauncherOutput::aSocketGetsNothing()
     close(ends[1]);
     ZV_STEP(s, isStarted);
     ZV_STEP(s, s.robot.complete("Workshop", passphrase));
-    QVERIFY2(s.sessionLog().contains(passphrase), "the session log holds the passphrase");
+    QVERIFY2(s.sessionLog().contains(passphrase), "the passphrase is expected in the session log");
     QCOMPARE(received.readAll(), QByteArray()); // up to the end of file: the program has ended
 }
 
@@ -69,8 +69,8 @@ void TestLauncherOutput::onlyStandardOutputHasThePassphrase()
     ZV_STEP(s, s.robot.pressFocused("Done"));
     ZV_STEP(s, s.screen.waitForEnd());
     QVERIFY(s.screen.output().contains(QByteArray("--> \"setpass ") + passphrase));
-    QVERIFY2(s.screen.output().contains("XCB_KEY_PRESS"), "Qt's messages are switched on");
-    QVERIFY2(s.screen.errorOutput().contains("qt.qpa."), "standard error was captured");
+    QVERIFY2(s.screen.output().contains("XCB_KEY_PRESS"), "Qt's messages are expected in the output");
+    QVERIFY2(s.screen.errorOutput().contains("qt.qpa."), "Qt's messages are expected in standard error");
     QVERIFY2(!s.screen.errorOutput().contains(passphrase), s.screen.errorOutput().constData());
 }
 

@@ -5,8 +5,8 @@
 
 #include "tests/e2e/scenario.h"
 
-// The reader in this test shares no code with the script that removes the passphrases. It joins what the log
-// lines have split, in each way that a person could think of, and searches the result for the passphrase.
+// The reader in this test shares no code with the script that removes the passphrases. It joins the log lines
+// in each way that a person could try, and searches the result for the passphrase.
 
 namespace
 {
@@ -125,14 +125,14 @@ void TestReportPassphrases::noPassphraseIsInTheReport_data()
     QTest::addColumn<Run>("run");
 
     const QString markup = "<b>\"it's a & b\"</b>";
-    QTest::newRow("markup and quotes, after a wrong one")
+    QTest::newRow("markup and quotes, after a wrong passphrase")
         << Run{network("Barn", markup), {"mistyped first", markup}};
     const QString latin1 = QString::fromUtf8("Gr\xc3\xb6\xc3\x9f\x65nma\xc3\x9f §");
     QTest::newRow("Latin-1, read byte by byte") << Run{network("Barn", latin1), {latin1}, LineFaults::Single};
     const QString spaces = "  two  yellow  spaces  ";
-    QTest::newRow("spaces, with two readers byte by byte")
+    QTest::newRow("spaces, two readers, byte by byte")
         << Run{network("Barn", spaces), {spaces}, LineFaults::Single, true, true};
-    QTest::newRow("also the network's name, with two readers")
+    QTest::newRow("the passphrase is also the network's name, two readers")
         << Run{network("Quixotic jam", "Quixotic jam"), {"Quixotic jam"}, LineFaults::AsTheyCome, true};
     QTest::newRow("a WEP key") << Run{network("Barn", "3f9a77c01e", "WEP"), {"3f9a77c01e"}};
 }
@@ -201,7 +201,7 @@ void TestReportPassphrases::noPassphraseIsInTheReport()
     const QByteArrayList shown = readings(report);
     for (const QString &passphrase : run.passphrases) {
         const QByteArrayList texts = writings(passphrase);
-        QVERIFY2(!findAny(texts, logged).isEmpty(), "the session log holds the passphrase");
+        QVERIFY2(!findAny(texts, logged).isEmpty(), "the passphrase is expected in the session log");
         const QByteArray found = findAny(texts + piecesOf(passphrase), shown);
         QVERIFY2(found.isEmpty(), found.constData());
     }

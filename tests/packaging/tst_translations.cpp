@@ -28,8 +28,8 @@ QStringList found(const char *pattern, const QString &text)
     return all;
 }
 
-/// Returns what is wrong with a translation; empty if nothing is.
-QString complaint(const TsText &text)
+/// Returns the error in a translation; empty if there is none.
+QString errorIn(const TsText &text)
 {
     const QString &source = text.source;
     const QString &translation = text.translation;
@@ -38,38 +38,38 @@ QString complaint(const TsText &text)
     if (translation.trimmed().isEmpty())
         return QStringLiteral("empty");
     if (source == QLatin1String("TextLabel") && translation != source)
-        return QStringLiteral("is never shown, so it stays");
+        return QStringLiteral("must not be translated: it is never shown");
     // A translation has each of these as often as its source: placeholders, line breaks, tags, addresses,
     // leading and trailing spaces.
     for (const char *pattern : {"%(?:\\d+|n)", "\n", "<[^>]*>", "https?://[^\\s\"<]+", "^\\s+", "\\s+$"}) {
         if (found(pattern, translation) != found(pattern, source))
-            return QStringLiteral("not what the source has of ") + QString::fromLatin1(pattern);
+            return QStringLiteral("differs from the source in ") + QString::fromLatin1(pattern);
     }
     for (const char *name : names) {
         if (source.contains(QLatin1String(name)) && !translation.contains(QLatin1String(name)))
-            return QStringLiteral("without ") + QString::fromLatin1(name);
+            return QStringLiteral("lacks the name ") + QString::fromLatin1(name);
     }
-    // A translation has a mnemonic (a letter to press with Alt) where the source has one, and nowhere else.
-    const auto letters = source.count(QLatin1Char('&'));
-    if (translation.count(QLatin1Char('&')) != letters || found("&\\p{L}", translation).size() != letters)
-        return QStringLiteral("not a letter to press as in the source");
+    // A translation has a mnemonic (a key to press with Alt) where the source has one, and nowhere else.
+    const auto mnemonics = source.count(QLatin1Char('&'));
+    if (translation.count(QLatin1Char('&')) != mnemonics || found("&\\p{L}", translation).size() != mnemonics)
+        return QStringLiteral("differs from the source in its mnemonic");
     return {};
 }
 
-/// Returns everything that is wrong with a translation file for \a language, one line each, when the program
-/// has the texts \a wanted.
-QStringList complaints(const TsFile &ts, const QString &language, const QList<TsText> &wanted)
+/// Returns the errors in a translation file for \a language, one line each, when the program has the texts
+/// \a wanted.
+QStringList errorsIn(const TsFile &ts, const QString &language, const QList<TsText> &wanted)
 {
     QStringList all;
     if (ts.language != language || ts.sourceLanguage != QLatin1String("en"))
-        all += QStringLiteral("said to be from %1 to %2").arg(ts.sourceLanguage, ts.language);
+        all += QStringLiteral("declares the languages %1 and %2").arg(ts.sourceLanguage, ts.language);
     QStringList missing;
     for (const TsText &text : wanted)
         missing += text.key();
     for (const TsText &text : ts.texts) {
         if (!missing.removeOne(text.key()))
-            all += text.key() + QStringLiteral(": no text of the program's, or there twice");
-        const QString wrong = complaint(text);
+            all += text.key() + QStringLiteral(": unknown or duplicate");
+        const QString wrong = errorIn(text);
         if (!wrong.isEmpty())
             all += text.key() + QStringLiteral(": ") + wrong;
     }
@@ -80,7 +80,7 @@ QStringList complaints(const TsFile &ts, const QString &language, const QList<Ts
 
 /// Returns a translation file without errors, in an artificial language: a ~ before each text except the
 /// parts that are not translated.
-TsFile flawless(const QList<TsText> &texts)
+TsFile withoutErrors(const QList<TsText> &texts)
 {
     TsFile ts{QStringLiteral("xx"), QStringLiteral("en"), texts};
     for (TsText &text : ts.texts) {
@@ -110,8 +110,8 @@ private:
     QList<TsText> _texts; ///< all translatable texts in the program's sources
 };
 
-using Spoil = std::function<void(TsFile &)>;
-Q_DECLARE_METATYPE(Spoil)
+using Change = std::function<void(TsFile &)>;
+Q_DECLARE_METATYPE(Change)
 
 void TestTranslations::initTestCase()
 {
@@ -142,13 +142,13 @@ void TestTranslations::theProgramHasStrings()
 
 void TestTranslations::aCorrectTranslationFileHasNoErrors()
 {
-    QCOMPARE(complaints(flawless(_texts), "xx", _texts).join('\n'), QString());
+    QCOMPARE(errorsIn(withoutErrors(_texts), "xx", _texts).join('\n'), QString());
 }
 
 void TestTranslations::aMistakeIsFound_data()
 {
-    // Each row spoils one text of a translation file without errors.
-    const auto translate = [](const char *source, const QString &translation) -> Spoil {
+    // Each row introduces one error into a translation file without errors.
+    const auto translate = [](const char *source, const QString &translation) -> Change {
         return [=](TsFile &ts) {
             for (TsText &text : ts.texts) {
                 if (text.source == QLatin1String(source)) {
@@ -156,38 +156,38 @@ void TestTranslations::aMistakeIsFound_data()
                     return;
                 }
             }
-            QFAIL("there is no such text");
+            QFAIL("no string has this source text");
         };
     };
-    QTest::addColumn<Spoil>("spoil");
-    QTest::newRow("another language's") << Spoil([](TsFile &ts) { ts.language = "yy"; });
-    QTest::newRow("from another language") << Spoil([](TsFile &ts) { ts.sourceLanguage.clear(); });
-    QTest::newRow("unfinished") << Spoil([](TsFile &ts) { ts.texts[3].state = "unfinished"; });
-    QTest::newRow("missing") << Spoil([](TsFile &ts) { ts.texts.removeLast(); });
-    QTest::newRow("there twice") << Spoil([](TsFile &ts) { ts.texts += ts.texts.first(); });
-    QTest::newRow("with another comment") << Spoil([](TsFile &ts) { ts.texts[3].comment += "x"; });
+    QTest::addColumn<Change>("change");
+    QTest::newRow("another target language") << Change([](TsFile &ts) { ts.language = "yy"; });
+    QTest::newRow("no source language") << Change([](TsFile &ts) { ts.sourceLanguage.clear(); });
+    QTest::newRow("unfinished") << Change([](TsFile &ts) { ts.texts[3].state = "unfinished"; });
+    QTest::newRow("missing") << Change([](TsFile &ts) { ts.texts.removeLast(); });
+    QTest::newRow("duplicate") << Change([](TsFile &ts) { ts.texts += ts.texts.first(); });
+    QTest::newRow("another comment") << Change([](TsFile &ts) { ts.texts[3].comment += "x"; });
     QTest::newRow("empty") << translate("Found Device", " ");
-    QTest::newRow("a space too many at the end") << translate("Found Device", "~ ");
+    QTest::newRow("an additional space at the end") << translate("Found Device", "~ ");
     QTest::newRow("a space at the beginning") << translate("Found Device", " ~");
-    QTest::newRow("a line break too few") << translate("The network was not found\n", "~");
+    QTest::newRow("a missing line break") << translate("The network was not found\n", "~");
     QTest::newRow("a placeholder twice") << translate("Couldn't open file: %1: %2", "~ %2 %2");
-    QTest::newRow("a name in other words") << translate("Looking for ZV Tolvar", "~ ZV-~");
-    QTest::newRow("a link that shows something else")
+    QTest::newRow("a translated name") << translate("Looking for ZV Tolvar", "~ ZV-~");
+    QTest::newRow("a link with another text")
         << translate("See <a href=\"https://www.wi-fi.org/knowledge-center/faq/is-wep-secure\">"
                      "https://www.wi-fi.org/knowledge-center/faq/is-wep-secure</a> for more details.",
                      "~ <a href=\"https://www.wi-fi.org/knowledge-center/faq/is-wep-secure\">~</a>");
-    QTest::newRow("a tag of the translator's") << translate("Found Device", "<b>~</b>");
-    QTest::newRow("a text that is never shown") << translate("TextLabel", "~");
+    QTest::newRow("an additional tag") << translate("Found Device", "<b>~</b>");
+    QTest::newRow("a translated placeholder that is never shown") << translate("TextLabel", "~");
     QTest::newRow("no mnemonic") << translate("&Console", "~Console");
-    QTest::newRow("a mnemonic without a letter") << translate("&Console", "~& Console");
+    QTest::newRow("a mnemonic before a space") << translate("&Console", "~& Console");
 }
 
 void TestTranslations::aMistakeIsFound()
 {
-    QFETCH(Spoil, spoil);
-    TsFile ts = flawless(_texts);
-    spoil(ts);
-    QVERIFY(!complaints(ts, "xx", _texts).isEmpty());
+    QFETCH(Change, change);
+    TsFile ts = withoutErrors(_texts);
+    change(ts);
+    QVERIFY(!errorsIn(ts, "xx", _texts).isEmpty());
 }
 
 void TestTranslations::eachTranslationFileIsCorrect_data()
@@ -205,7 +205,7 @@ void TestTranslations::eachTranslationFileIsCorrect()
     const TsFile ts =
         readTsFile(QStringLiteral(ZV_TRANSLATIONS "/zvinstall_") + language + QStringLiteral(".ts"));
     QVERIFY2(!ts.texts.isEmpty(), "cannot read the translation file");
-    const QStringList wrong = complaints(ts, language, _texts);
+    const QStringList wrong = errorsIn(ts, language, _texts);
     QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join('\n')));
 }
 

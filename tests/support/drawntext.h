@@ -5,13 +5,13 @@
 #include <QLabel>
 #include <QPainter>
 
-/// The part of the image \a picture that is not white.
-inline QRect inkOf(const QImage &picture)
+/// The part of \a image that is not white.
+inline QRect inkOf(const QImage &image)
 {
     QRect ink;
-    for (int y = 0; y < picture.height(); ++y) {
-        for (int x = 0; x < picture.width(); ++x) {
-            if (picture.pixel(x, y) != qRgb(255, 255, 255))
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (image.pixel(x, y) != qRgb(255, 255, 255))
                 ink |= QRect(x, y, 1, 1);
         }
     }
@@ -21,11 +21,11 @@ inline QRect inkOf(const QImage &picture)
 /// What \a label draws, on white and without its background.
 inline QImage drawnBy(QLabel &label)
 {
-    QImage picture(label.size(), QImage::Format_RGB32);
-    picture.fill(Qt::white);
-    QPainter painter(&picture);
+    QImage image(label.size(), QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
     label.render(&painter, {}, {}, {});
-    return picture;
+    return image;
 }
 
 /// Returns true if \a label draws \a text literally, including each '&' and '<'. The check is independent of

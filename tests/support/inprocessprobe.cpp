@@ -70,7 +70,7 @@ public:
         qWarning("the application object is being made");
         const QString bundle = qEnvironmentVariable("ZV_PROBE_BUNDLE");
         if (!bundle.isEmpty() && !QResource::registerResource(bundle))
-            qWarning("the probe's bundle can't be read");
+            qWarning("cannot read the probe's bundle");
         _seen["log before"] = sessionLog();
         _seen["bundle is there"] = QFile::exists(QStringLiteral(":/zv_setup.png"));
         QMetaObject::invokeMethod(this, &InProcessProbe::lookAround, Qt::QueuedConnection);

@@ -17,7 +17,7 @@ public:
     {
         _port = std::make_unique<QextSerialPort>(pty.name());
         if (!_port->open(QIODevice::ReadWrite))
-            qFatal("the port did not open");
+            qFatal("cannot open the port");
         QObject::connect(_port.get(), &QextSerialPort::readyRead, &tolvar, &ZVTolvar::onReadyRead);
         inside.port() = _port.get();
     }

@@ -1,5 +1,7 @@
 #include "tests/support/messagespy.h"
 
+#include <QHash>
+
 #include "messages/diagnostics.h"
 
 namespace

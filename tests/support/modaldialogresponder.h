@@ -19,7 +19,7 @@ public:
     explicit ModalDialogResponder(QList<Answer> answers)
         : _answers(std::move(answers))
     {
-        connect(&_timer, &QTimer::timeout, this, &ModalDialogResponder::look);
+        connect(&_timer, &QTimer::timeout, this, &ModalDialogResponder::poll);
         _timer.start(0);
     }
 
@@ -29,7 +29,7 @@ public:
     qsizetype left() const { return _answers.size(); }
 
 private:
-    void look()
+    void poll()
     {
         auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
         if (!dialog || !dialog->isVisible())

@@ -12,6 +12,6 @@ inline PortPointer openedPort(const Pty &terminal)
 {
     auto port = std::make_unique<QextSerialPort>(terminal.portName());
     if (!port->open(QIODevice::ReadWrite))
-        qFatal("the port did not open");
+        qFatal("cannot open the port");
     return port;
 }

@@ -60,13 +60,13 @@ QString ProgramDriver::obstacleOf(const WidgetQuery &query)
     const Screen now = screen();
     const QList<int> found = query.allIn(now);
     if (found.isEmpty())
-        return QStringLiteral("is not there");
+        return QStringLiteral("does not exist");
     const Widget &widget = now.at(found.constFirst());
     const QRect previous = std::exchange(_lastRect, widget.rect);
     if (!widget.enabled)
         return QStringLiteral("is disabled");
     if (previous != widget.rect)
-        return QStringLiteral("does not stand still");
+        return QStringLiteral("is still moving");
     if (isCovered(now.at(widget.window), widget.rect.center()))
         return QStringLiteral("is covered by another window");
     return {};
@@ -130,7 +130,7 @@ bool ProgramDriver::doubleClick(const WidgetQuery &query, const std::function<bo
         return true;
     };
     return repeat(clickTwice, happens,
-                  QStringLiteral("what a double click on %1 does").arg(query.description()));
+                  QStringLiteral("the effect of a double click on %1").arg(query.description()));
 }
 
 bool ProgramDriver::drag(const WidgetQuery &from, const WidgetQuery &to)
@@ -149,7 +149,7 @@ bool ProgramDriver::waitForKeyboard()
     if (lacksInput())
         return false;
     return waitUntil([this] { return _display->activeWindow().pid == _process.processId(); },
-                     QStringLiteral("a window of the program that has the keyboard"));
+                     QStringLiteral("a window of the program that has the focus"));
 }
 
 bool ProgramDriver::typeText(const QString &text)
@@ -157,7 +157,7 @@ bool ProgramDriver::typeText(const QString &text)
     if (!waitForKeyboard())
         return false;
     if (!_input->typeText(text))
-        return fail(QStringLiteral("There is no key left to type \"%1\" with").arg(text));
+        return fail(QStringLiteral("No unused key is left to type \"%1\" with").arg(text));
     settle();
     return true;
 }

@@ -76,7 +76,7 @@ bool ProgramDriver::connectToDesktop()
 bool ProgramDriver::lacksInput()
 {
     return isOnWayland() &&
-           !fail(QStringLiteral("There is neither mouse nor keyboard nor picture of a Wayland desktop."));
+           !fail(QStringLiteral("Mouse, keyboard and screenshots are not available on a Wayland desktop."));
 }
 
 bool ProgramDriver::start(const QString &program, const QStringList &arguments)
@@ -84,7 +84,7 @@ bool ProgramDriver::start(const QString &program, const QStringList &arguments)
     if (!connectToDesktop())
         return false;
     if (isRunning())
-        return fail(QStringLiteral("%1 runs already").arg(_process.program()));
+        return fail(QStringLiteral("%1 is already running").arg(_process.program()));
     if (_home.isEmpty()) {
         _ownHome = std::make_unique<QTemporaryDir>();
         _home = _ownHome->path();
@@ -96,7 +96,7 @@ bool ProgramDriver::start(const QString &program, const QStringList &arguments)
     _errorOutput.clear();
     _process.start(program, arguments);
     if (!_process.waitForStarted())
-        return fail(QStringLiteral("%1 can't be started: %2").arg(program, _process.errorString()));
+        return fail(QStringLiteral("cannot start %1: %2").arg(program, _process.errorString()));
     return true;
 }
 
@@ -138,14 +138,14 @@ bool ProgramDriver::screenshot(const QString &path)
 {
     if (!connectToDesktop() || lacksInput())
         return false;
-    return _display->picture().save(path, "PNG") || fail(QStringLiteral("%1 can't be written").arg(path));
+    return _display->picture().save(path, "PNG") || fail(QStringLiteral("cannot write %1").arg(path));
 }
 
 bool ProgramDriver::screenshot(const QString &path, const QString &title)
 {
     const auto window = awaitWindow(title);
     return (window && _display->picture(window->frameRect).save(path, "PNG")) ||
-           fail(QStringLiteral("A picture of \"%1\" can't be saved as %2").arg(title, path));
+           fail(QStringLiteral("cannot save a screenshot of \"%1\" as %2").arg(title, path));
 }
 
 void ProgramDriver::leaveEvidence(const QString &folder)

@@ -41,7 +41,7 @@ public:
     void send(const QByteArray &bytes) const
     {
         if (::write(_device, bytes.constData(), static_cast<size_t>(bytes.size())) != bytes.size())
-            qFatal("the pseudo-terminal takes no bytes");
+            qFatal("cannot write to the pseudo-terminal");
     }
     /// Returns what the device has received since the last call.
     QByteArray received() const

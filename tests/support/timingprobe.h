@@ -24,9 +24,9 @@ public:
         , _hasHappened(std::move(hasHappened))
     {
         _clock.start();
-        look(milliseconds - 1, _sooner);
+        checkAfter(milliseconds - 1, _sooner);
     }
-    void hasBegun() { look(_milliseconds + 1, _later); }
+    void hasBegun() { checkAfter(_milliseconds + 1, _later); }
 
     bool isOver() const { return _later.has_value(); }
     const char *verdict() const
@@ -37,7 +37,7 @@ public:
     }
 
 private:
-    void look(int milliseconds, std::optional<bool> &seen)
+    void checkAfter(int milliseconds, std::optional<bool> &seen)
     {
         QTimer::singleShot(milliseconds, Qt::PreciseTimer, this, [this, &seen] { seen = _hasHappened(); });
     }

@@ -15,7 +15,7 @@
 
 namespace
 {
-constexpr int lookPause = 5; // milliseconds; users are slower
+constexpr int pollInterval = 5; // milliseconds; users are slower
 }
 
 WizardRobot::WizardRobot(QWizard &wizard)
@@ -37,7 +37,7 @@ bool WizardRobot::isUsable(QWizard::WizardButton button) const
 void WizardRobot::click(QAbstractButton *button)
 {
     if (!button->isVisible() || !button->isEnabled())
-        qFatal("\"%s\" can't be clicked", qPrintable(button->text()));
+        qFatal("cannot click \"%s\"", qPrintable(button->text()));
     QTest::mouseClick(button, Qt::LeftButton);
 }
 
@@ -106,20 +106,20 @@ void WizardRobot::start(const WizardWishes &wishes)
 {
     _wishes = wishes;
     if (!std::exchange(_isWalking, true))
-        lookLater();
+        pollLater();
 }
 
-void WizardRobot::lookLater()
+void WizardRobot::pollLater()
 {
     // Not one shared timer: it would be blocked while its own slot runs a dialog.
-    QTimer::singleShot(lookPause, this, &WizardRobot::look);
+    QTimer::singleShot(pollInterval, this, &WizardRobot::poll);
 }
 
-void WizardRobot::look()
+void WizardRobot::poll()
 {
     if (!_isWalking)
         return;
-    lookLater();
+    pollLater();
     if (answerDialog() || _isActing || _isBusy())
         return;
     if (std::exchange(_page, _wizard.currentId()) != _wizard.currentId())

@@ -74,8 +74,8 @@ private:
     bool isUsable(QWizard::WizardButton button) const;
     static void click(QAbstractButton *button);
     static void type(QLineEdit *field, const QString &text);
-    void lookLater();
-    void look();
+    void pollLater();
+    void poll();
     bool answerDialog();
     void takeStep();
     void continueIfPossible();
