@@ -40,7 +40,7 @@ public:
     }
     void click(const QString &row) const
     {
-        QVERIFY2(index(row).isValid(), qPrintable(row + " was expected in the list"));
+        QVERIFY2(index(row).isValid(), qPrintable(row + " is not in the list"));
         QTest::mouseClick(list()->viewport(), Qt::LeftButton, {}, list()->visualRect(index(row)).center());
     }
     /// Calls a slot of the page by its name in the meta-object.

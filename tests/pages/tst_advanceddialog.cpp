@@ -71,14 +71,13 @@ void TestAdvancedDialog::theValuesAreShownWhenItOpens_data()
     QTest::addColumn<QStringList>("reported");
     QTest::addColumn<QStringList>("shown");
     QTest::addColumn<bool>("external");
-    QTest::newRow("static with Y, 1 is external")
+    QTest::newRow("static IP Y, antenna 1 -> external")
         << QStringList{"Y", "N", "1"} << QStringList{"10.0.0.7", ""} << true;
-    QTest::newRow("static with y, 2 is external")
+    QTest::newRow("static IP y, antenna 2 -> external")
         << QStringList{"y", "", "2"} << QStringList{"10.0.0.7", ""} << true;
-    QTest::newRow("syslog with Y, 0 is internal")
+    QTest::newRow("syslog Y, antenna 0 -> internal")
         << QStringList{"N", "Y", "0"} << QStringList{"", "10.0.0.9"} << false;
-    QTest::newRow("words are off and internal")
-        << QStringList{"yes", "Yes", "Y"} << QStringList{"", ""} << false;
+    QTest::newRow("words -> off, internal") << QStringList{"yes", "Yes", "Y"} << QStringList{"", ""} << false;
 }
 
 void TestAdvancedDialog::theValuesAreShownWhenItOpens()
@@ -116,7 +115,7 @@ void TestAdvancedDialog::okWritesEverythingBackAsTyped()
              QStringList({"antennaChanged:1", "useStaticIPChanged:Y", "ipAddressChanged: not an address ",
                           "sysLogOnChanged:Y", "sysLogServerChanged:10.0.0.9",
                           "networkChanged:", "passwordChanged:P"}));
-    QVERIFY2(ZVTolvarTestPeer{*_tolvar}.queue().isEmpty(), "it sends nothing to the device");
+    QVERIFY2(ZVTolvarTestPeer{*_tolvar}.queue().isEmpty(), "the dialog queued a command");
 }
 
 void TestAdvancedDialog::okWithoutAChangeEmitsNothing()
@@ -148,10 +147,9 @@ void TestAdvancedDialog::anAddressWithoutItsSwitchIsDropped_data()
 {
     QTest::addColumn<QByteArray>("isOn");
     QTest::addColumn<QStringList>("expected");
-    QTest::newRow("the static address alone")
-        << QByteArray("checkBox_useStaticIP")
-        << QStringList{"useStaticIPChanged:Y", "ipAddressChanged:1.1.1.1"};
-    QTest::newRow("the syslog server alone")
+    QTest::newRow("static address only") << QByteArray("checkBox_useStaticIP")
+                                         << QStringList{"useStaticIPChanged:Y", "ipAddressChanged:1.1.1.1"};
+    QTest::newRow("syslog server only")
         << QByteArray("checkBox_syslog") << QStringList{"sysLogOnChanged:Y", "sysLogServerChanged:2.2.2.2"};
 }
 

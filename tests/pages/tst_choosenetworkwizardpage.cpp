@@ -47,7 +47,7 @@ void TestChoosePage::aScanStartsOnEntry()
     QVERIFY(_f->widget<QProgressBar>("progressBar")->isVisible());
     QVERIFY(!_f->widget<QPushButton>("refreshButton")->isEnabled());
     QVERIFY(!_f->widget<QPushButton>("viewDetailsButton")->isEnabled());
-    QVERIFY2(!_f->canGoOn(), "nobody goes on while the device scans");
+    QVERIFY2(!_f->canGoOn(), "Continue is enabled during the scan");
 }
 
 void TestChoosePage::theFieldsAreFilledOnEntry()
@@ -83,7 +83,7 @@ void TestChoosePage::leavingThePassphraseFieldUpdatesTheController()
     QTest::keyClick(_f->passphrase(), Qt::Key_Tab);
     QCOMPARE(_f->log.messages(), QStringList{"D:Password Edit: \"a \"b\"\" "});
     QCOMPARE(_f->tolvar.password(), QStringLiteral("a \"b\""));
-    QVERIFY2(complete.isEmpty(), "a passphrase makes nothing complete");
+    QVERIFY2(complete.isEmpty(), "completeChanged() was emitted for a passphrase");
 }
 
 void TestChoosePage::theFieldsFollowTheController()
@@ -103,9 +103,9 @@ void TestChoosePage::aNameEnablesContinue_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<bool>("complete");
-    QTest::newRow("empty is not") << "" << false;
-    QTest::newRow("blanks are") << "   " << true;
-    QTest::newRow("a name is, without a passphrase") << "Elsewhere" << true;
+    QTest::newRow("empty") << "" << false;
+    QTest::newRow("spaces") << "   " << true;
+    QTest::newRow("name without a passphrase") << "Elsewhere" << true;
 }
 
 void TestChoosePage::aNameEnablesContinue()
@@ -114,7 +114,7 @@ void TestChoosePage::aNameEnablesContinue()
     QFETCH(bool, complete);
     _f->name()->setText(text);
     _f->log.take();
-    QVERIFY2(!_f->page()->isComplete(), "not while the device scans");
+    QVERIFY2(!_f->page()->isComplete(), "the page is complete during the scan");
     QVERIFY(_f->log.messages().isEmpty());
     _f->finishScan();
     _f->log.take();
@@ -126,9 +126,9 @@ void TestChoosePage::theWayOn_data()
 {
     QTest::addColumn<QString>("security");
     QTest::addColumn<int>("page");
-    QTest::newRow("WEP alone") << "WEP" << 6;
-    QTest::newRow("WEP inside a longer text") << "xxWEP-40 (shared)" << 6;
-    QTest::newRow("lower case is not WEP") << "wep" << 4;
+    QTest::newRow("WEP") << "WEP" << 6;
+    QTest::newRow("WEP in a longer text") << "xxWEP-40 (shared)" << 6;
+    QTest::newRow("lower-case wep") << "wep" << 4;
     QTest::newRow("WPA2") << "WPA2 (PSK)" << 4;
 }
 
@@ -177,11 +177,11 @@ void TestChoosePage::theAntennaBoxShowsTheSettingOnEntry_data()
     QTest::addColumn<QByteArray>("firmware");
     QTest::addColumn<QByteArray>("antenna");
     QTest::addColumn<bool>("checked");
-    QTest::newRow("A058 keeps it checked") << QByteArray("A058") << QByteArray("0") << true;
-    QTest::newRow("A059 shows the internal antenna") << QByteArray("A059") << QByteArray("0") << false;
-    QTest::newRow("A059 shows the external antenna") << QByteArray("A059") << QByteArray("1") << true;
-    QTest::newRow("any other number is external") << QByteArray("A060") << QByteArray("7") << true;
-    QTest::newRow("no number is internal") << QByteArray("A060") << QByteArray("Y") << false;
+    QTest::newRow("A058 -> unchanged") << QByteArray("A058") << QByteArray("0") << true;
+    QTest::newRow("A059, 0 -> internal") << QByteArray("A059") << QByteArray("0") << false;
+    QTest::newRow("A059, 1 -> external") << QByteArray("A059") << QByteArray("1") << true;
+    QTest::newRow("other number -> external") << QByteArray("A060") << QByteArray("7") << true;
+    QTest::newRow("not a number -> internal") << QByteArray("A060") << QByteArray("Y") << false;
 }
 
 void TestChoosePage::theAntennaBoxShowsTheSettingOnEntry()
@@ -194,7 +194,7 @@ void TestChoosePage::theAntennaBoxShowsTheSettingOnEntry()
     f.goTo(3);
     const auto *box = f.widget<QCheckBox>("checkBox_useExternalAntenna");
     QCOMPARE(box->isChecked(), checked);
-    QVERIFY2(!box->isEnabled(), "it only shows the setting");
+    QVERIFY2(!box->isEnabled(), "the antenna box is enabled");
 }
 
 void TestChoosePage::firmwareA058DisablesTheAntennaBox()
@@ -224,11 +224,11 @@ void TestChoosePage::theAntennaSlotFollowsTheController_data()
     QTest::addColumn<QString>("antenna");
     QTest::addColumn<bool>("before");
     QTest::addColumn<bool>("after");
-    QTest::newRow("1 checks it") << "1" << false << true;
-    QTest::newRow("1 leaves it checked") << "1" << true << true;
-    QTest::newRow("0 unchecks it") << "0" << true << false;
-    QTest::newRow("0 leaves it unchecked") << "0" << false << false;
-    QTest::newRow("any other text unchecks it") << "2" << true << false;
+    QTest::newRow("1 -> checked") << "1" << false << true;
+    QTest::newRow("1 -> still checked") << "1" << true << true;
+    QTest::newRow("0 -> unchecked") << "0" << true << false;
+    QTest::newRow("0 -> still unchecked") << "0" << false << false;
+    QTest::newRow("other text -> unchecked") << "2" << true << false;
 }
 
 void TestChoosePage::theAntennaSlotFollowsTheController()

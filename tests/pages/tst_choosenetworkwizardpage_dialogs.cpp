@@ -36,7 +36,7 @@ void TestChoosePageDialogs::aDoubleClickPicksTheNetworkAndOpensTheDetails()
     _f->finishScan(threeNetworks);
     QString network;
     const ModalDialogResponder answers({[&](QDialog *dialog) {
-        QVERIFY2(qobject_cast<ViewDetailsDialog *>(dialog), "the network's details were expected");
+        QVERIFY2(qobject_cast<ViewDetailsDialog *>(dialog), "the dialog is not a ViewDetailsDialog");
         QCOMPARE(dialog->parentWidget(), &_f->wizard);
         network = dialog->findChild<QLabel *>("label_network")->text();
         dialog->accept();
@@ -84,7 +84,7 @@ void TestChoosePageDialogs::theAdvancedSlot()
     QFETCH(bool, accept);
     _f->tolvar.setFirmwareVersion(QString("A0%1").arg(version));
     const ModalDialogResponder answers({[&](QDialog *dialog) {
-        QVERIFY2(qobject_cast<AdvancedDialog *>(dialog), "the advanced settings were expected");
+        QVERIFY2(qobject_cast<AdvancedDialog *>(dialog), "the dialog is not an AdvancedDialog");
         QCOMPARE(dialog->parentWidget(), &_f->wizard);
         accept ? dialog->accept() : dialog->reject();
     }});
@@ -113,7 +113,7 @@ void TestChoosePageDialogs::theAdvancedSlotRejectsOldFirmware()
     const PseudoTranslator translator;
     const ModalDialogResponder answers({[](QDialog *dialog) {
         auto *box = qobject_cast<QMessageBox *>(dialog);
-        QVERIFY2(box, "a message box was expected");
+        QVERIFY2(box, "the dialog is not a message box");
         QCOMPARE(box->text(),
                  QStringLiteral("ChooseNetworkWizardPage|Warning dialog when advanced settings selected, and "
                                 "an incompatible firmware is loaded.|Advanced settings are only available "

@@ -68,7 +68,7 @@ void TestNetworkList::aScanWithoutNetworksEmptiesTheList()
     _f->name()->setFocus();
     QTest::keyClicks(_f->name(), "Typed");
     QTest::keyClick(_f->name(), Qt::Key_Tab);
-    QVERIFY2(_f->canGoOn(), "a typed name is enough");
+    QVERIFY2(_f->canGoOn(), "Continue is disabled with a typed name");
 }
 
 void TestNetworkList::theListIsRebuiltFromTheTable()
@@ -111,7 +111,7 @@ void TestNetworkList::aPlaceholderRowCanBePicked()
         _f->click(row);
         QCOMPARE(_f->tolvar.network(), row);
         QCOMPARE(_f->name()->text(), row);
-        QVERIFY2(!_f->canGoOn(), "Next stays disabled while the scan runs");
+        QVERIFY2(!_f->canGoOn(), "Continue is enabled during the scan");
     }
 }
 
@@ -150,7 +150,7 @@ void TestNetworkList::aRowHighlightedDuringAScanIsNot()
     highlight("Open"); // the old rows stay until the reply
     QCOMPARE(_f->tolvar.network(), QStringLiteral("Home"));
     _f->finishScan(threeNetworks);
-    QVERIFY2(!hasHighlight(), "no row may stay highlighted that is not the network");
+    QVERIFY2(!hasHighlight(), "a row other than the network is highlighted");
 }
 
 void TestNetworkList::aPlaceholderIsNotHighlightedAsTheNetwork()
@@ -170,7 +170,7 @@ void TestNetworkList::aScanThatEndsWithoutAListLeavesNoOtherRowHighlighted()
     endScanWithoutList();
     QVERIFY(_f->rows().contains("Open"));
     QCOMPARE(_f->tolvar.network(), QStringLiteral("Home"));
-    QVERIFY2(!hasHighlight(), "no row may stay highlighted that is not the network");
+    QVERIFY2(!hasHighlight(), "a row other than the network is highlighted");
 }
 
 void TestNetworkList::aTypedNameLeavesNoOtherRowHighlighted()
@@ -182,7 +182,7 @@ void TestNetworkList::aTypedNameLeavesNoOtherRowHighlighted()
     QTest::keyClicks(_f->name(), "Hidden");
     QTest::keyClick(_f->name(), Qt::Key_Tab);
     QCOMPARE(_f->tolvar.network(), QStringLiteral("Hidden"));
-    QVERIFY2(!hasHighlight(), "no row may stay highlighted that is not the network");
+    QVERIFY2(!hasHighlight(), "a row other than the network is highlighted");
     highlight("Open"); // highlighting the same row counts again
     QCOMPARE(_f->tolvar.network(), QStringLiteral("Open"));
     QVERIFY(hasHighlight());

@@ -41,7 +41,7 @@ void TestDialogSizes::theDialogFitsOnTheScreen_data()
 void TestDialogSizes::theDialogFitsOnTheScreen()
 {
     QFETCH(int, points);
-    const ScopedApplicationFont letters(points);
+    const ScopedApplicationFont font(points);
     QWidget window; // dialogs open centred over it
     window.setGeometry(QRect(window.screen()->geometry().center(), QSize(1, 1)));
     window.show();
@@ -60,7 +60,7 @@ void TestDialogSizes::theDialogFitsOnTheScreen()
 void TestDialogSizes::aPlaceholderFitsAtALargeFontSize()
 {
     for (const int points : {24, 36}) {
-        const ScopedApplicationFont letters(points);
+        const ScopedApplicationFont font(points);
         ZVTolvar tolvar;
         AdvancedDialog dialog(&tolvar);
         dialog.show();
@@ -76,7 +76,7 @@ void TestDialogSizes::aPlaceholderFitsAtALargeFontSize()
 
 void TestDialogSizes::aLargerFontMakesTheDialogHigher()
 {
-    const ScopedApplicationFont letters(16);
+    const ScopedApplicationFont font(16);
     ZVScanResult network;
     const ViewDetailsDialog dialog(&network, nullptr);
     QCOMPARE(dialog.width(), 400);
@@ -93,7 +93,7 @@ void TestDialogSizes::theHeightFitsTheActualWidth_data()
 void TestDialogSizes::theHeightFitsTheActualWidth()
 {
     QFETCH(int, points);
-    const ScopedApplicationFont letters(points);
+    const ScopedApplicationFont font(points);
     ZVScanResult network = networkNamed("The name with thirty-two letters");
     ViewDetailsDialog dialog(&network, nullptr);
     dialog.show();

@@ -69,11 +69,11 @@ void TestForeignText::valuesAreAlignedToTheLeadingEdge_data()
     QTest::addColumn<QString>("value");
     const QString latin = "Home";
     const QString arabic = QString::fromUtf8("\xd9\x85\xd9\x86\xd8\xb2\xd9\x84"); // "home"
-    QTest::newRow("English, a Latin value") << "en" << Qt::LeftToRight << latin;
-    QTest::newRow("Arabic, a Latin value") << "ar" << Qt::RightToLeft << latin;
-    QTest::newRow("Arabic, an Arabic value") << "ar" << Qt::RightToLeft << arabic;
-    QTest::newRow("Arabic without Qt's strings, a Latin value") << "ar" << Qt::LeftToRight << latin;
-    QTest::newRow("Arabic without Qt's strings, an Arabic value") << "ar" << Qt::LeftToRight << arabic;
+    QTest::newRow("English, Latin value") << "en" << Qt::LeftToRight << latin;
+    QTest::newRow("Arabic, Latin value") << "ar" << Qt::RightToLeft << latin;
+    QTest::newRow("Arabic, Arabic value") << "ar" << Qt::RightToLeft << arabic;
+    QTest::newRow("Arabic without Qt's translations, Latin value") << "ar" << Qt::LeftToRight << latin;
+    QTest::newRow("Arabic without Qt's translations, Arabic value") << "ar" << Qt::LeftToRight << arabic;
 }
 
 void TestForeignText::valuesAreAlignedToTheLeadingEdge()
@@ -83,12 +83,15 @@ void TestForeignText::valuesAreAlignedToTheLeadingEdge()
     QFETCH(QString, value);
     const LanguageOf program(language, direction);
     const ShownValues values(value);
-    constexpr int sideBearing = 3; // of a letter
+    constexpr int sideBearing = 3; // of a glyph, in pixels
     for (QLabel *label : values.labels) {
-        QVERIFY2(label->width() > 2 * label->sizeHint().width(), "else both edges are one");
+        QVERIFY2(label->width() > 2 * label->sizeHint().width(),
+                 "the label is too narrow to distinguish its edges");
         const int distance = distanceFromLeadingEdge(*label, direction);
-        QVERIFY2(distance <= sideBearing,
-                 qPrintable(QString("%1 begins %2 pixels off").arg(label->objectName()).arg(distance)));
+        QVERIFY2(
+            distance <= sideBearing,
+            qPrintable(
+                QString("%1 begins %2 pixels from the leading edge").arg(label->objectName()).arg(distance)));
     }
 }
 

@@ -11,7 +11,7 @@
 namespace
 {
 /// The events recorded so far. They are global because an update handler is a plain function.
-QStringList &spoken()
+QStringList &recorded()
 {
     static QStringList texts;
     return texts;
@@ -22,13 +22,13 @@ void note(QAccessibleEvent *event)
 {
     const auto *button = qobject_cast<QPushButton *>(event->object());
     if (event->type() == QAccessible::Focus && button)
-        spoken() << "focus: " + button->text();
+        recorded() << "focus: " + button->text();
 #if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
     if (event->type() == QAccessible::Announcement)
-        spoken() << static_cast<QAccessibleAnnouncementEvent *>(event)->message();
+        recorded() << static_cast<QAccessibleAnnouncementEvent *>(event)->message();
 #else
     if (event->type() == QAccessible::Alert)
-        spoken() << qobject_cast<QLabel *>(event->object())->text();
+        recorded() << qobject_cast<QLabel *>(event->object())->text();
 #endif
 }
 
@@ -98,9 +98,9 @@ private:
         _f->widget<QPushButton>("pushButton")->click();
         QCOMPARE(focus(), QStringLiteral("Save network configuration"));
         QVERIFY(isSaving());
-        heard();
+        takeRecorded();
     }
-    static QStringList heard() { return std::exchange(spoken(), {}); }
+    static QStringList takeRecorded() { return std::exchange(recorded(), {}); }
 
     std::unique_ptr<WizardFixture> _f;
     QAccessible::UpdateHandler _previous = nullptr;
@@ -109,7 +109,7 @@ private:
 void TestPageFocus::init()
 {
     _f = std::make_unique<WizardFixture>();
-    spoken().clear();
+    recorded().clear();
     QTRY_VERIFY(QAccessible::isActive());
     _previous = QAccessible::installUpdateHandler(note);
 }
@@ -130,25 +130,25 @@ void TestPageFocus::thePageHasTheFocusUntilADeviceIsFound()
 void TestPageFocus::continueHasTheFocusWhenADeviceIsFound()
 {
     moveFocusTo(QWizard::CustomButton1);
-    heard();
+    takeRecorded();
     finds();
     QCOMPARE(focus(), QStringLiteral("Continue"));
-    QCOMPARE(heard(), QStringList({"focus: Continue", found}));
+    QCOMPARE(takeRecorded(), QStringList({"focus: Continue", found}));
     finds();
-    QCOMPARE(heard(), QStringList());
+    QCOMPARE(takeRecorded(), QStringList());
 }
 
 void TestPageFocus::thePageTakesTheFocusBackWhenTheDeviceIsGone()
 {
     finds();
-    heard();
+    takeRecorded();
     _f->tolvar.onDeviceRemoved({});
     Q_EMIT _f->tolvar.candidateDeviceFound();
     _f->tolvar.onDeviceRemoved({});
     QCOMPARE(focus(), QStringLiteral("the page"));
-    QCOMPARE(heard().filter("Tolvar"), QStringList()); // neither the search nor a device
+    QCOMPARE(takeRecorded().filter("Tolvar"), QStringList()); // neither the search nor a device
     finds();
-    QCOMPARE(heard(), QStringList({"focus: Continue", found}));
+    QCOMPARE(takeRecorded(), QStringList({"focus: Continue", found}));
 }
 
 void TestPageFocus::aButtonThatTheUserWentToKeepsTheFocusWhenTheDeviceIsGone()
@@ -163,11 +163,11 @@ void TestPageFocus::aDeviceFoundOnAnotherPageIsIgnored()
 {
     _f->goTo(TolvarFoundPageId);
     moveFocusTo(QWizard::BackButton);
-    heard();
+    takeRecorded();
     _f->tolvar.onDeviceRemoved({});
     finds();
     QCOMPARE(focus(), QStringLiteral("Go Back"));
-    QCOMPARE(heard(), QStringList());
+    QCOMPARE(takeRecorded(), QStringList());
 }
 
 void TestPageFocus::thePageHasTheFocusAfterGoingBackWithoutADevice()
@@ -184,12 +184,12 @@ void TestPageFocus::theLogButtonGetsTheFocusBack()
     _f->goTo(TolvarFoundPageId);
     _f->goBackAndEnterAgain();
     _f->widget<QPushButton>("pushButton_viewLog")->setFocus();
-    heard();
+    takeRecorded();
     Q_EMIT _f->tolvar.startingToWriteLog();
     QCOMPARE(focus(), QStringLiteral("the page"));
-    QCOMPARE(heard(), QStringList());
+    QCOMPARE(takeRecorded(), QStringList());
     Q_EMIT _f->tolvar.finishedWriteLog();
-    QCOMPARE(heard(), QStringList({"focus: Get Tolvar Log File", "Log file written to: "}));
+    QCOMPARE(takeRecorded(), QStringList({"focus: Get Tolvar Log File", "Log file written to: "}));
 }
 
 void TestPageFocus::aFinishedLogTakesNoFocusFromAnotherButton()
@@ -213,7 +213,7 @@ void TestPageFocus::theListHasTheFocusWhileTheFirstScanRuns()
 void TestPageFocus::anotherScanMovesTheFocusToTheList_data()
 {
     QTest::addColumn<QByteArray>("focused");
-    QTest::newRow("from the button that starts it") << QByteArray("refreshButton");
+    QTest::newRow("from the scan button") << QByteArray("refreshButton");
     // A screen reader presses a button without moving the focus to it.
     QTest::newRow("from the details button") << QByteArray("viewDetailsButton");
 }
@@ -261,11 +261,10 @@ void TestPageFocus::aVerdictIsAnnouncedAfterTheFocus_data()
     QTest::addColumn<QString>("result");
     QTest::addColumn<QStringList>("expected");
     QTest::newRow("success") << "0" << QStringList({"focus: Save network configuration", success});
-    QTest::newRow("a wrong passphrase")
+    QTest::newRow("wrong passphrase")
         << "1" << QStringList({"focus: Go Back", "The network was found, but the passphrase was invalid\n"});
-    QTest::newRow("an unknown network")
-        << "2" << QStringList({"focus: Go Back", "The network was not found\n"});
-    QTest::newRow("a system error")
+    QTest::newRow("unknown network") << "2" << QStringList({"focus: Go Back", "The network was not found\n"});
+    QTest::newRow("system error")
         << "3"
         << QStringList{"There was an unexpected system error. Please power off and then power on the Tolvar "
                        "and restart this utility\n"};
@@ -277,9 +276,9 @@ void TestPageFocus::aVerdictIsAnnouncedAfterTheFocus()
     QFETCH(QStringList, expected);
     _f->goTo(TestNetworkPageId);
     QCOMPARE(focus(), QStringLiteral("the page"));
-    heard();
+    takeRecorded();
     _f->finishTest(result);
-    QCOMPARE(heard(), expected);
+    QCOMPARE(takeRecorded(), expected);
 }
 
 void TestPageFocus::aVerdictOnAnotherPageIsIgnored()
@@ -287,11 +286,11 @@ void TestPageFocus::aVerdictOnAnotherPageIsIgnored()
     _f->goTo(TestNetworkPageId);
     _f->wizard.back();
     _f->widget<QLineEdit>("input_Password")->setFocus();
-    heard();
+    takeRecorded();
     for (const char *verdict : {"0", "1", "2", "3"}) {
         _f->finishTest(verdict);
         QCOMPARE(focus(), QStringLiteral("input_Password"));
-        QCOMPARE(heard(), QStringList());
+        QCOMPARE(takeRecorded(), QStringList());
     }
 }
 
@@ -299,12 +298,12 @@ void TestPageFocus::afterASecondEntryEverythingIsAnnouncedOnce()
 {
     _f->goTo(TestNetworkPageId);
     _f->goBackAndEnterAgain();
-    heard();
+    takeRecorded();
     _f->finishTest("0");
-    QCOMPARE(heard().count(success), 1);
+    QCOMPARE(takeRecorded().count(success), 1);
     _f->widget<QPushButton>("pushButton")->click();
-    QTRY_VERIFY(spoken().contains(saved));
-    QCOMPARE(heard(), QStringList({"focus: Done", saved}));
+    QTRY_VERIFY(recorded().contains(saved));
+    QCOMPARE(takeRecorded(), QStringList({"focus: Done", saved}));
 }
 
 void TestPageFocus::aSaveTakesNoFocusThatTheUserHasMoved()
@@ -322,14 +321,14 @@ void TestPageFocus::aSaveOfADeviceThatIsGoneIsIgnored()
     QVERIFY(isSaving());
     QTRY_VERIFY(!isSaving());
     QCOMPARE(focus(), QStringLiteral("Save network configuration"));
-    QCOMPARE(heard(), QStringList());
+    QCOMPARE(takeRecorded(), QStringList());
 }
 
 void TestPageFocus::aTestRightAfterASaveKeepsTheFocusOnThePage()
 {
     testAndSave();
     _f->goBackAndEnterAgain();
-    QVERIFY2(!isSaving(), "the next test has nothing to do with the save");
+    QVERIFY2(!isSaving(), "the page still waits for the save");
     QCOMPARE(focus(), QStringLiteral("the page"));
 }
 

@@ -109,7 +109,7 @@ void TestTestPage::eachVerdict()
     QCOMPARE(button()->text(), buttonText);
     QCOMPARE(button()->isEnabled(), canSave);
     QVERIFY(!barVisible());
-    QVERIFY2(complete.isEmpty() && !_f->canFinish(), "a verdict alone is not enough");
+    QVERIFY2(complete.isEmpty() && !_f->canFinish(), "Finish is enabled before the save");
     QCOMPARE(save(), canSave ? saveLines() : QStringList());
     QCOMPARE(_f->canFinish(), canSave);
     QCOMPARE(button()->text(), buttonText);
@@ -176,7 +176,7 @@ void TestTestPage::theSaveHappensOnRelease()
 void TestTestPage::itIsTheLastPage()
 {
     const WizardFixture f;
-    QVERIFY2(f.wizard.page(4)->isComplete(), "no test has begun yet");
+    QVERIFY2(f.wizard.page(4)->isComplete(), "the page is not complete before the first test");
     QCOMPARE(_f->wizard.currentPage()->nextId(), -1);
     QVERIFY(_f->wizard.button(QWizard::FinishButton)->isVisible());
     QVERIFY(_f->wizard.button(QWizard::BackButton)->isEnabled());

@@ -76,11 +76,11 @@ void TestFoundPage::theAddressLine_data()
 {
     QTest::addColumn<QByteArray>("flag");
     QTest::addColumn<QString>("shown");
-    QTest::newRow("Y is static, no blank between") << QByteArray("Y") << "Static:10.0.0.7";
-    QTest::newRow("a lower-case y is DHCP") << QByteArray("y") << "DHCP";
-    QTest::newRow("N is DHCP") << QByteArray("N") << "DHCP";
-    QTest::newRow("nothing is DHCP") << QByteArray() << "DHCP";
-    QTest::newRow("Yes is DHCP") << QByteArray("Yes") << "DHCP";
+    QTest::newRow("Y -> static, no space") << QByteArray("Y") << "Static:10.0.0.7";
+    QTest::newRow("y -> DHCP") << QByteArray("y") << "DHCP";
+    QTest::newRow("N -> DHCP") << QByteArray("N") << "DHCP";
+    QTest::newRow("empty -> DHCP") << QByteArray() << "DHCP";
+    QTest::newRow("Yes -> DHCP") << QByteArray("Yes") << "DHCP";
 }
 
 void TestFoundPage::theAddressLine()

@@ -107,14 +107,15 @@ void TestLogDownload::clickOffersTheDatedName()
     // Midnight may pass in between.
     const QStringList names = {_folder->filePath(datedName(before)),
                                _folder->filePath(datedName(QDate::currentDate()))};
-    QVERIFY2(names.contains(_offered), qPrintable(_offered + " was offered, not " + names.constFirst()));
+    QVERIFY2(names.contains(_offered),
+             qPrintable(_offered + " was offered instead of " + names.constFirst()));
 }
 
 ModalDialogResponder::Answer TestLogDownload::chooseFile(const QString &path)
 {
     return [this, path](QDialog *dialog) {
         auto *chooser = qobject_cast<QFileDialog *>(dialog);
-        QVERIFY2(chooser, "a save dialog was expected");
+        QVERIFY2(chooser, "no save dialog was opened");
         _offered = chooser->selectedFiles().value(0);
         _caption = chooser->windowTitle();
         QCOMPARE(chooser->parentWidget(), &_f->wizard);
@@ -140,7 +141,7 @@ void TestLogDownload::showsProgress(const QString &text) const
 void TestLogDownload::readBox(QDialog *dialog, const QString &text)
 {
     auto *box = qobject_cast<QMessageBox *>(dialog);
-    QVERIFY2(box, "a message box was expected");
+    QVERIFY2(box, "no message box was opened");
     QCOMPARE(box->text(), "TolvarFoundWizardPage|" + text);
     QCOMPARE(box->textFormat(), Qt::PlainText);
     QCOMPARE(box->parentWidget(), nullptr);
@@ -153,9 +154,9 @@ void TestLogDownload::readBox(QDialog *dialog, const QString &text)
 void TestLogDownload::oldFirmwareGivesNoLog_data()
 {
     QTest::addColumn<QString>("version");
-    QTest::newRow("A059 is refused") << "A059";
-    QTest::newRow("no version is refused") << "";
-    QTest::newRow("a negative number is refused") << "A-60";
+    QTest::newRow("A059") << "A059";
+    QTest::newRow("no version") << "";
+    QTest::newRow("negative number") << "A-60";
 }
 
 void TestLogDownload::oldFirmwareGivesNoLog()
@@ -248,14 +249,14 @@ void TestLogDownload::aFileThatCannotBeOpenedLeavesTheButtonDisabled()
              QVERIFY(QDir(_folder->filePath("gone")).removeRecursively());
          },
          [&](QDialog *dialog) {
-             QVERIFY2(!button()->isEnabled(), "the button is off before the file is opened");
+             QVERIFY2(!button()->isEnabled(), "the button is enabled while the file is opened");
              readBox(dialog,
                      "Message Box. File name and error string from QT translations|Couldn't open file: " +
                          path + ": QIODevice||No such file or directory");
          }});
     click();
     QCOMPARE(answers.left(), 0);
-    QVERIFY2(!button()->isEnabled(), "it stays off for the rest of the run");
+    QVERIFY2(!button()->isEnabled(), "the button is enabled after the open error");
     showsProgress("|Opening file: " + path);
     QVERIFY(_f->inside.queue().isEmpty());
     QCOMPARE(_f->inside.logFile(), nullptr);

@@ -21,8 +21,8 @@ private Q_SLOTS:
 void TestViewDetailsDialog::eachFieldIsShownUnchanged_data()
 {
     QTest::addColumn<QStringList>("fields");
-    QTest::newRow("all filled") << QStringList({"Home ", "6", "N", "WPA2 (PSK)", "U-AES M-AES", "Y", "-75"});
-    QTest::newRow("an unknown network") << QStringList({"Not Found", "", "", "", "", "", ""});
+    QTest::newRow("all fields") << QStringList({"Home ", "6", "N", "WPA2 (PSK)", "U-AES M-AES", "Y", "-75"});
+    QTest::newRow("unknown network") << QStringList({"Not Found", "", "", "", "", "", ""});
 }
 
 void TestViewDetailsDialog::eachFieldIsShownUnchanged()
@@ -42,8 +42,8 @@ void TestViewDetailsDialog::bothButtonsClose_data()
 {
     QTest::addColumn<QDialogButtonBox::StandardButton>("button");
     QTest::addColumn<int>("result");
-    QTest::newRow("OK accepts") << QDialogButtonBox::Ok << int(QDialog::Accepted);
-    QTest::newRow("Cancel rejects") << QDialogButtonBox::Cancel << int(QDialog::Rejected);
+    QTest::newRow("OK") << QDialogButtonBox::Ok << int(QDialog::Accepted);
+    QTest::newRow("Cancel") << QDialogButtonBox::Cancel << int(QDialog::Rejected);
 }
 
 void TestViewDetailsDialog::bothButtonsClose()

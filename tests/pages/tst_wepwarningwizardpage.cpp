@@ -42,7 +42,7 @@ void TestWarningPage::backLeadsToTheChoosePageWithTheSameNetwork()
     _f->wizard.back();
     QCOMPARE(_f->wizard.currentId(), 3);
     QCOMPARE(_f->tolvar.network(), QStringLiteral("Home"));
-    QVERIFY2(_f->inside.queue().isEmpty(), "going back scans no second time");
+    QVERIFY2(_f->inside.queue().isEmpty(), "going back started another scan");
 }
 
 QTEST_MAIN(TestWarningPage)

@@ -6,7 +6,7 @@
 #include "simulator/pluggedport.h"
 #include "tests/support/plaintty.h"
 
-/// Tests of the fake bus and its ports what no test that uses them would show clearly.
+/// Tests the fake bus and its ports, where the tests that use them would not show the cause of a failure.
 class TestFakeUsbBus : public QObject
 {
     Q_OBJECT
@@ -20,7 +20,7 @@ private Q_SLOTS:
 void TestFakeUsbBus::noTtyNameIsUsedTwice()
 {
     const QByteArray last = FakeUsbBus().plug(UsbBridge::ftdi());
-    const QByteArray next = FakeUsbBus().plug(UsbBridge::ftdi()); // continues where the last bus stopped
+    const QByteArray next = FakeUsbBus().plug(UsbBridge::ftdi()); // continues the numbering of the last bus
     QCOMPARE(next.mid(6).toInt(), last.mid(6).toInt() + 1);
     FakeUsbBus bus(42);
     QCOMPARE(bus.plug(UsbBridge::ftdi()), QByteArray("ttyUSB42"));

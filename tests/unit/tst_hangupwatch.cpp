@@ -59,15 +59,15 @@ void TestHangUpWatch::receivedBytesAreNoHangUp()
     talking.terminal.send("the device is there");
     QVERIFY(silent.reportsHangUp());
     QCOMPARE(talking.hungUp.count(), 0);
-    QCOMPARE(LibcInterposer::questionsForUnread(), 1); // the other watch did not even wake up
+    QCOMPARE(LibcInterposer::questionsForUnread(), 1); // the other watch is not activated
 }
 
 void TestHangUpWatch::unreadBytesDelayTheReport_data()
 {
     QTest::addColumn<int>("timesUnread");
     QTest::addColumn<int>("reportedAtCheck");
-    QTest::newRow("until the port has read them") << 5 << 6;
-    QTest::newRow("for a limited time if nobody reads them") << 100000 << 100;
+    QTest::newRow("until the bytes are read") << 5 << 6;
+    QTest::newRow("for a limited time if the bytes stay unread") << 100000 << 100;
 }
 
 void TestHangUpWatch::unreadBytesDelayTheReport()
@@ -81,7 +81,7 @@ void TestHangUpWatch::unreadBytesDelayTheReport()
         port.watch.stop();
     });
     port.terminal.hangUp();
-    for (int round = 1; round <= 2; ++round) { // each start counts again from the beginning
+    for (int round = 1; round <= 2; ++round) { // each start resets the count
         LibcInterposer::clear();
         LibcInterposer::pretendUnread(timesUnread);
         checks = 0;

@@ -53,13 +53,13 @@ public:
         process.setProcessEnvironment(environment);
         process.setWorkingDirectory(workingFolder);
         process.start(path, QStringList());
-        QVERIFY2(process.waitForFinished(60000), "the program was expected to end");
+        QVERIFY2(process.waitForFinished(60000), "the program is still running");
         output = process.readAllStandardOutput();
         errorOutput = process.readAllStandardError();
         QVERIFY2(process.exitStatus() == QProcess::NormalExit, errorOutput);
         exitCode = process.exitCode();
         seen = QJsonDocument::fromJson(contents(report())).object();
-        QVERIFY2(!seen.isEmpty(), "the probe was expected to leave a report");
+        QVERIFY2(!seen.isEmpty(), "the probe wrote no report");
     }
 
     /// Sets the program's language to German, and gives it its own folder for Qt's translation files.
@@ -197,7 +197,7 @@ void TestMain::loggingRulesDropNoMessage()
     program.environment.insert("QT_LOGGING_RULES", "*=false");
     program.run();
     QVERIFY2(!program.errorOutput.contains("the application object is being made"),
-             "the rules are in force before the program installs its handler");
+             "the logging rules were not applied at the start");
     QCOMPARE(withoutRemarks(program.log()), logOfTheStart + logOfTheEnd);
     QVERIFY2(program.saw("console").toString().endsWith("the event loop runs"), program.output);
 }

@@ -107,13 +107,13 @@ struct Reports {
     QObject here;
 };
 
-/// The same of a watcher that watches.
+/// Like Reports, with an armed watcher.
 struct ArmedReports : Reports {
     explicit ArmedReports(std::shared_ptr<PortWatcher> reporter = std::make_shared<UdevPortWatcher>())
         : Reports(std::move(reporter))
     {
         if (!watcher->arm())
-            qFatal("the watcher does not watch");
+            qFatal("cannot arm the port watcher");
     }
 };
 } // namespace
@@ -123,7 +123,7 @@ void TestPortWatcher::watchers()
     QTest::addColumn<MakeWatcher>("make");
     QTest::newRow("udev") << MakeWatcher(
         []() -> std::unique_ptr<PortWatcher> { return std::make_unique<UdevPortWatcher>(); });
-    QTest::newRow("once a second") << MakeWatcher(
+    QTest::newRow("polling") << MakeWatcher(
         []() -> std::unique_ptr<PortWatcher> { return std::make_unique<PollingPortWatcher>(); });
 }
 
@@ -201,17 +201,17 @@ void TestPortWatcher::lostEventsAreReplacedByAComparison()
 {
     FakePorts computer;
     const QString stays = computer.plugUsb();
-    const QString goes = computer.plugUsb();
+    const QString removed = computer.plugUsb();
     ArmedReports reports;
     // The first half of a replug is still in the socket; its second half and the other events are lost.
     computer.announce(stays, "remove");
-    computer.unplug(goes);
-    const QString comes = computer.plugUsb(UsbBridge::prolific());
+    computer.unplug(removed);
+    const QString added = computer.plugUsb(UsbBridge::prolific());
     receivingFails = true;
-    QTRY_COMPARE(reports.lines, QStringList({"removed " + goes, "arrived " + comes}));
+    QTRY_COMPARE(reports.lines, QStringList({"removed " + removed, "arrived " + added}));
 
-    computer.unplug(comes); // after everything that was in the socket
-    QTRY_COMPARE(reports.lines.mid(2), QStringList{"removed " + comes});
+    computer.unplug(added); // after everything that was in the socket
+    QTRY_COMPARE(reports.lines.mid(2), QStringList{"removed " + added});
 }
 
 void TestPortWatcher::anEventWithoutAnActionIsIgnored()
@@ -231,10 +231,10 @@ void TestPortWatcher::anEventWithoutAnActionIsIgnored()
 void TestPortWatcher::armFailsWithoutUdevsEvents_data()
 {
     QTest::addColumn<int>("failure");
-    QTest::newRow("udev is not available") << int(UdevFaultInjector::NoContext);
-    QTest::newRow("no monitor can be created") << int(UdevFaultInjector::NoMonitor);
-    QTest::newRow("the kernel accepts no filter") << int(UdevFaultInjector::NoFilter);
-    QTest::newRow("the socket cannot receive") << int(UdevFaultInjector::NoReceiving);
+    QTest::newRow("no udev context") << int(UdevFaultInjector::NoContext);
+    QTest::newRow("no udev monitor") << int(UdevFaultInjector::NoMonitor);
+    QTest::newRow("filter rejected") << int(UdevFaultInjector::NoFilter);
+    QTest::newRow("receiving fails") << int(UdevFaultInjector::NoReceiving);
 }
 
 void TestPortWatcher::armFailsWithoutUdevsEvents()
@@ -261,8 +261,8 @@ void TestPortWatcher::theListIsComparedOnceASecond()
     late.start(1500);
     QSignalSpy arrived(watcher.get(), &PortWatcher::arrived);
     connect(watcher.get(), &PortWatcher::arrived, &early, [&] {
-        QVERIFY2(!early.isActive(), "not before 0.8 seconds");
-        QVERIFY2(late.isActive(), "before 1.5 seconds");
+        QVERIFY2(!early.isActive(), "the arrival is reported before 0.8 s");
+        QVERIFY2(late.isActive(), "the arrival is reported after 1.5 s");
     });
     computer.plugUsb();
     QVERIFY(arrived.wait());
@@ -272,7 +272,7 @@ void TestPortWatcher::failures()
 {
     QTest::addColumn<int>("failure");
     QTest::newRow("udev") << int(UdevFaultInjector::None);
-    QTest::newRow("once a second") << int(UdevFaultInjector::NoReceiving);
+    QTest::newRow("polling") << int(UdevFaultInjector::NoReceiving);
 }
 
 void TestPortWatcher::aPortThatHangsUpIsReportedAgain()

@@ -164,9 +164,9 @@ void TestQextSerialEnumerator::aPortOfAnOldKernelIsListedIfItHasAController_data
     QTest::addColumn<FakePorts::Node>("node");
     QTest::addColumn<int>("controller");
     QTest::addColumn<bool>("isListed");
-    QTest::newRow("one that can be opened") << FakePorts::WithNode << PORT_16550A << true;
-    QTest::newRow("one that can't") << FakePorts::WithoutNode << PORT_16550A << false;
-    QTest::newRow("none") << FakePorts::WithNode << PORT_UNKNOWN << false;
+    QTest::newRow("controller, can be opened") << FakePorts::WithNode << PORT_16550A << true;
+    QTest::newRow("controller, cannot be opened") << FakePorts::WithoutNode << PORT_16550A << false;
+    QTest::newRow("no controller") << FakePorts::WithNode << PORT_UNKNOWN << false;
 }
 
 void TestQextSerialEnumerator::aPortOfAnOldKernelIsListedIfItHasAController()
@@ -189,9 +189,9 @@ void TestQextSerialEnumerator::aPortIsListedByTheTypeThatTheSystemShows_data()
     QTest::addColumn<QByteArray>("driver");
     QTest::addColumn<int>("type");
     QTest::addColumn<bool>("isListed");
-    QTest::newRow("nothing is behind it") << QByteArray("port") << PORT_UNKNOWN << false;
-    QTest::newRow("a controller is behind it") << QByteArray("port") << PORT_16550A << true;
-    QTest::newRow("the type matters for some drivers only") << QByteArray("other") << PORT_UNKNOWN << true;
+    QTest::newRow("no controller") << QByteArray("port") << PORT_UNKNOWN << false;
+    QTest::newRow("controller") << QByteArray("port") << PORT_16550A << true;
+    QTest::newRow("driver without a controller type") << QByteArray("other") << PORT_UNKNOWN << true;
 }
 
 void TestQextSerialEnumerator::aPortIsListedByTheTypeThatTheSystemShows()
@@ -252,10 +252,10 @@ void TestQextSerialEnumerator::idsAreUsbIdsIfTheBusIsUsbOrUnknown_data()
     const auto row = [](const char *name, const QByteArray &bus, const QByteArray &product, bool isUsb) {
         QTest::newRow(name) << bus << product << isUsb;
     };
-    row("the bus of a bridge's driver", "usb-serial", "6001", true);
+    row("usb-serial bus", "usb-serial", "6001", true);
     row("another bus", "pnp", "6001", false);
-    row("no known bus", "", "6001", true);
-    row("USB, without a product id", "usb", "", false);
+    row("unknown bus", "", "6001", true);
+    row("USB without a product id", "usb", "", false);
 }
 
 void TestQextSerialEnumerator::idsAreUsbIdsIfTheBusIsUsbOrUnknown()

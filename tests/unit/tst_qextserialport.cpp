@@ -97,7 +97,7 @@ void TestQextSerialPort::linesAreReadOneByOne()
     QVERIFY(port->canReadLine());
     QCOMPARE(port->readLine(), QByteArray("one\r\n"));
     QCOMPARE(port->peek(100), QByteArray("two\r\n>"));
-    QVERIFY2(port->canReadLine(), "bytes that were peeked at can still be read");
+    QVERIFY2(port->canReadLine(), "the peeked line cannot be read");
     QCOMPARE(port->readLine(), QByteArray("two\r\n"));
     QVERIFY(!port->canReadLine());
     QCOMPARE(port->readAll(), QByteArray(">"));
@@ -136,24 +136,23 @@ void TestQextSerialPort::aPortHasOneLineUnderBothItsNames()
     QCOMPARE(terminal.openDescriptors(), 1);
 }
 
-using Deed = void (*)(std::vector<PortPointer> &ports);
+using Action = void (*)(std::vector<PortPointer> &ports);
 
 void TestQextSerialPort::aSlotMayCloseAndDestroyObjects_data()
 {
     // What the slot of the first of three objects does, and which of the three objects survive.
-    QTest::addColumn<Deed>("deed");
+    QTest::addColumn<Action>("action");
     QTest::addColumn<QList<int>>("survivors");
-    QTest::newRow("destroys its own object")
-        << Deed([](auto &ports) { ports[0].reset(); }) << QList<int>{1, 2};
-    QTest::newRow("closes the next") << Deed([](auto &ports) { ports[1]->close(); }) << QList<int>{0, 2};
-    QTest::newRow("destroys the next") << Deed([](auto &ports) { ports[1].reset(); }) << QList<int>{0, 2};
-    QTest::newRow("destroys all") << Deed([](auto &ports) { ports = std::vector<PortPointer>(3); })
+    QTest::newRow("destroys the sender") << Action([](auto &ports) { ports[0].reset(); }) << QList<int>{1, 2};
+    QTest::newRow("closes the next") << Action([](auto &ports) { ports[1]->close(); }) << QList<int>{0, 2};
+    QTest::newRow("destroys the next") << Action([](auto &ports) { ports[1].reset(); }) << QList<int>{0, 2};
+    QTest::newRow("destroys all") << Action([](auto &ports) { ports = std::vector<PortPointer>(3); })
                                   << QList<int>{};
-    QTest::newRow("closes the next and opens it again") << Deed([](auto &ports) {
+    QTest::newRow("closes the next and opens it again") << Action([](auto &ports) {
         ports[1]->close();
         ports[1]->open(QIODevice::ReadWrite);
     }) << QList<int>{0, 1, 2};
-    QTest::newRow("closes all and opens them again") << Deed([](auto &ports) {
+    QTest::newRow("closes all and opens them again") << Action([](auto &ports) {
         for (PortPointer &port : ports)
             port->close();
         for (PortPointer &port : ports)
@@ -163,7 +162,7 @@ void TestQextSerialPort::aSlotMayCloseAndDestroyObjects_data()
 
 void TestQextSerialPort::aSlotMayCloseAndDestroyObjects()
 {
-    QFETCH(Deed, deed);
+    QFETCH(Action, action);
     QFETCH(QList<int>, survivors);
     Pty terminal;
     std::vector<PortPointer> ports = threePorts(terminal);
@@ -177,7 +176,7 @@ void TestQextSerialPort::aSlotMayCloseAndDestroyObjects()
     bool done = false;
     connect(ports[0].get(), &QIODevice::readyRead, this, [&] {
         if (!std::exchange(done, true))
-            deed(ports);
+            action(ports);
     });
     terminal.send("a");
     QTRY_VERIFY(done);
@@ -329,7 +328,7 @@ void TestQextSerialPort::settingsTakeEffect_data()
     row("7 data bits", &QextSerialPort::setDataBits, DATA_7, dataBits, CS7);
     row("8 data bits", &QextSerialPort::setDataBits, DATA_8, dataBits, CS8);
     row("1 stop bit", &QextSerialPort::setStopBits, STOP_1, stopBits, 0);
-    row("1.5 stop bits, which Linux does not support", &QextSerialPort::setStopBits, STOP_1_5, stopBits, 0);
+    row("1.5 stop bits, unsupported on Linux", &QextSerialPort::setStopBits, STOP_1_5, stopBits, 0);
     row("2 stop bits", &QextSerialPort::setStopBits, STOP_2, stopBits, CSTOPB);
     const auto modemRow = [](const char *name, auto setter, bool setting, int line) {
         QTest::newRow(name) << Setter([=](QextSerialPort &port) { (port.*setter)(setting); })
@@ -422,8 +421,8 @@ static constexpr int writeTimeoutMs = 500;
 void TestQextSerialPort::writers()
 {
     QTest::addColumn<Writer>("writer");
-    QTest::newRow("with the system's functions") << &writeThrough;
-    QTest::newRow("with Qt's port only") << &writeByPort;
+    QTest::newRow("with system calls") << &writeThrough;
+    QTest::newRow("with QIODevice::write()") << &writeByPort;
 }
 
 void TestQextSerialPort::everyByteOfALargeWriteArrives()

@@ -51,7 +51,7 @@ void TestQextSerialPortEnds::afterAHangUpEveryOperationFails()
     QTRY_COMPARE(terminal.openDescriptors(), 0);
     const QString reason = QStringLiteral("the device hung up");
     for (QextSerialPort *port : {first.get(), second.get()}) {
-        QVERIFY2(port->isOpen(), "it stays open for its user");
+        QVERIFY2(port->isOpen(), "the port was closed by the hang-up");
         QVERIFY(port->isDead());
         QCOMPARE(port->errorString(), reason);
         QCOMPARE(port->bytesAvailable(), 0);
@@ -69,10 +69,10 @@ void TestQextSerialPortEnds::aPortThatHangsUpWhileItIsSetUpDoesNotOpen_data()
     QTest::addColumn<bool>("inQtsOpen"); // counted from the notifiers that Qt creates when it opens the port
     QTest::addColumn<QString>("message");
     QTest::addColumn<QString>("error");
-    QTest::newRow("inside Qt's open") << true << "C:Opening the port %1 failed: Input/output error"
-                                      << "Input/output error";
-    QTest::newRow("at the first setting") << false << "C:The port %1 was closed: the device hung up"
-                                          << "the device hung up";
+    QTest::newRow("during QSerialPort::open()") << true << "C:Opening the port %1 failed: Input/output error"
+                                                << "Input/output error";
+    QTest::newRow("during the first setting") << false << "C:The port %1 was closed: the device hung up"
+                                              << "the device hung up";
 }
 
 void TestQextSerialPortEnds::aPortThatHangsUpWhileItIsSetUpDoesNotOpen()
@@ -115,7 +115,7 @@ void TestQextSerialPortEnds::aPortReplacedUnderTheSameNameIsANewLine()
     QTRY_COMPARE(terminal.openDescriptors(), 0);
     QVERIFY(QFile::remove(name));
     QVERIFY(!reopened.open(QIODevice::ReadWrite));
-    QVERIFY2(!reopened.isOpen(), "it was open and dead before");
+    QVERIFY2(!reopened.isOpen(), "the port is open after a failed reopening");
 
     Pty replug;
     QVERIFY(QFile::link(replug.name(), name));
@@ -136,12 +136,12 @@ void TestQextSerialPortEnds::aFailedReadIsRepeatedAtABoundedRate_data()
 {
     QTest::addColumn<int>("failure");
     QTest::addColumn<bool>("systemReplies"); // when it is asked whether the line has hung up
-    QTest::newRow("another program took the byte") << EAGAIN << true;
-    QTest::newRow("it is not known whether the line has hung up") << EAGAIN << false;
+    QTest::newRow("byte read by another process") << EAGAIN << true;
+    QTest::newRow("unknown line state") << EAGAIN << false;
 #if QT_VERSION < QT_VERSION_CHECK(6, 8, 0)
-    QTest::newRow("the end of the file without a hang-up") << 0 << true; // later versions do not report it
+    QTest::newRow("end of file without a hang-up") << 0 << true; // later versions do not report it
 #endif
-    QTest::newRow("an error that Qt does not know") << ENOMEM << true;
+    QTest::newRow("error unknown to Qt") << ENOMEM << true;
 }
 
 void TestQextSerialPortEnds::aFailedReadIsRepeatedAtABoundedRate()

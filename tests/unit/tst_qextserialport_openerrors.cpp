@@ -39,7 +39,7 @@ public:
     {
         QFile file(path);
         if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-            qFatal("the lock file can't be made");
+            qFatal("cannot create the lock file");
         file.close();
         utimbuf times;
         times.actime = times.modtime = ::time(nullptr) - age;
@@ -122,11 +122,12 @@ void TestQextSerialPortOpenErrors::theLockFileOfARunningProgramIsRespected_data(
 {
     QTest::addColumn<QByteArray>("format"); // with %1 for the process id as text, %b for its bytes
     QTest::addColumn<int>("age");
-    QTest::newRow("Qt's, new") << "%1\nother\n" + QSysInfo::machineHostName().toLatin1() + '\n' << 0;
-    QTest::newRow("a number followed by a name, a day old") << QByteArray("%1 minicom root\n") << day;
-    QTest::newRow("a number without a line end") << QByteArray("%1") << day;
-    QTest::newRow("the number's bytes") << QByteArray("%b") << day;
-    QTest::newRow("text as long as the number's bytes, of the first process") << QByteArray("  1\n") << day;
+    QTest::newRow("QLockFile format, new") << "%1\nother\n" + QSysInfo::machineHostName().toLatin1() + '\n'
+                                           << 0;
+    QTest::newRow("process id and names, one day old") << QByteArray("%1 minicom root\n") << day;
+    QTest::newRow("process id without a line end, one day old") << QByteArray("%1") << day;
+    QTest::newRow("binary process id, one day old") << QByteArray("%b") << day;
+    QTest::newRow("process id 1 as text of four bytes, one day old") << QByteArray("  1\n") << day;
 }
 
 void TestQextSerialPortOpenErrors::theLockFileOfARunningProgramIsRespected()
@@ -191,10 +192,9 @@ void TestQextSerialPortOpenErrors::aStaleLockFileIsTakenOver_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<int>("age");
-    QTest::newRow("of a program that has ended, new") << QByteArray::number(endedProcess()) + "\nother\n"
-                                                      << 0;
-    QTest::newRow("without a number, a day old") << QByteArray("minicom\n") << day;
-    QTest::newRow("with a number too large for a process, a day old") << QByteArray("4294967297\n") << day;
+    QTest::newRow("ended process, new") << QByteArray::number(endedProcess()) + "\nother\n" << 0;
+    QTest::newRow("no process id, one day old") << QByteArray("minicom\n") << day;
+    QTest::newRow("process id out of range, one day old") << QByteArray("4294967297\n") << day;
 }
 
 void TestQextSerialPortOpenErrors::aStaleLockFileIsTakenOver()
@@ -319,13 +319,13 @@ void TestQextSerialPortOpenErrors::anErrorOfAnOrdinaryUserGivesTheReason_data()
     QTest::addColumn<bool>("isHeld");
     QTest::addColumn<int>("lockMode");
     QTest::addColumn<QString>("reason");
-    QTest::newRow("the port is not the user's")
+    QTest::newRow("no permission for the port")
         << 0660 << true << 0644 << "Permission denied; the port belongs to the group \"dialout\"";
-    QTest::newRow("somebody has it open") << 0666 << true << 0644 << "";
-    QTest::newRow("another user's program left its lock file behind")
+    QTest::newRow("port locked by another process") << 0666 << true << 0644 << "";
+    QTest::newRow("stale lock file of another user")
         << 0666 << false << 0644
         << "Operation not permitted; the lock file %1 was left behind and belongs to the user \"root\"";
-    QTest::newRow("another user's lock file can't be read")
+    QTest::newRow("unreadable lock file of another user")
         << 0666 << false << 0600 << "Permission denied; the lock file %1 belongs to the user \"root\"";
 }
 
@@ -336,10 +336,10 @@ void TestQextSerialPortOpenErrors::anErrorOfAnOrdinaryUserGivesTheReason()
     QFETCH(int, lockMode);
     QFETCH(QString, reason);
     if (::geteuid() != 0)
-        QSKIP("only root can try it as another user");
+        QSKIP("switching to another user requires root");
     const group *dialout = ::getgrnam("dialout");
     if (!dialout)
-        QSKIP("this system has no group named dialout");
+        QSKIP("the group dialout does not exist");
 
     // Uses the device node itself, since no other user may access the test's folder.
     const Pty terminal;
@@ -356,7 +356,7 @@ void TestQextSerialPortOpenErrors::anErrorOfAnOrdinaryUserGivesTheReason()
 void TestQextSerialPortOpenErrors::theGroupOfAForbiddenPortIsNamedIfKnown()
 {
     if (::geteuid() != 0)
-        QSKIP("only root can try it as another user");
+        QSKIP("switching to another user requires root");
     constexpr gid_t unnamed = 2000054321; // no system assigns such a number
     const Pty terminal;
     QCOMPARE(::chown(terminal.name().toLatin1().constData(), 0, unnamed), 0);

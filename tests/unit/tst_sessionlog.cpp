@@ -28,9 +28,9 @@ QByteArray outputOf(QtMsgType type, const QByteArray &message)
     std::fflush(stdout);
     const int earlier = ::dup(STDOUT_FILENO);
     if (!std::freopen(QFile::encodeName(path).constData(), "w", stdout))
-        qFatal("standard output can't be captured");
+        qFatal("cannot capture standard output");
     zvMessageOutput(type, message.constData());
-    QByteArray output = contents(path); // the test does not flush: only what the handler flushed is here
+    QByteArray output = contents(path); // only what the handler has flushed: the test does not flush
     std::fflush(stdout);
     ::dup2(earlier, STDOUT_FILENO);
     ::close(earlier);
@@ -69,9 +69,9 @@ private:
 
 void TestSessionLog::initTestCase()
 {
-    QVERIFY2(!theConsoleWindow, "there is no console at first");
-    QVERIFY2(!theTraceDebugFlag, "the trace flag starts false");
-    QVERIFY2(!theSessionLog.device(), "the log goes nowhere at first");
+    QVERIFY2(!theConsoleWindow, "a console exists at the start");
+    QVERIFY2(!theTraceDebugFlag, "the trace flag is set at the start");
+    QVERIFY2(!theSessionLog.device(), "the log has a device at the start");
 }
 
 void TestSessionLog::init()
@@ -166,13 +166,13 @@ void TestSessionLog::theConsoleFollowsItsCursor()
     for (int i = 0; i < 100; ++i)
         zvMessageOutput(QtWarningMsg, "line\n");
     QScrollBar *scroll = _console->verticalScrollBar();
-    QVERIFY2(scroll->value() > 0 && cursorIsInView(), "the newest line is in view");
+    QVERIFY2(scroll->value() > 0 && cursorIsInView(), "the newest line is not visible");
 
     _console->moveCursor(QTextCursor::Start);
     scroll->setValue(scroll->maximum());
     QVERIFY(!cursorIsInView());
     zvMessageOutput(QtWarningMsg, "first line\n");
-    QVERIFY2(cursorIsInView(), "the view goes to where the text is inserted");
+    QVERIFY2(cursorIsInView(), "the inserted text is not visible");
 }
 
 void TestSessionLog::messagesWithoutALogReachTheConsole()
@@ -185,7 +185,7 @@ void TestSessionLog::messagesWithoutALogReachTheConsole()
     QCOMPARE(outputOf(QtWarningMsg, " and without one"), QByteArray(" and without one\n"));
     QCOMPARE(_console->toPlainText(), QStringLiteral("before the log is opened, and without one"));
     QCOMPARE(messagesOfQt.messages(), QStringList());
-    QVERIFY2(!QFile::exists(_home->filePath("no")), "no folder is made for the log");
+    QVERIFY2(!QFile::exists(_home->filePath("no")), "a folder was created for the log");
 }
 
 void TestSessionLog::bytesBeyondAscii()
@@ -239,7 +239,7 @@ void TestSessionLog::aFatalMessageIsRecordedBeforeTheProgramEnds()
     }
     int status = 0;
     QCOMPARE(::waitpid(program, &status, 0), program);
-    QVERIFY2(WIFSIGNALED(status), "Qt was expected to end the program");
+    QVERIFY2(WIFSIGNALED(status), "the fatal message did not abort the program");
     QCOMPARE(contents(logPath()), QByteArray("F:no way on\n"));
 }
 

@@ -200,14 +200,14 @@ void TestSessionLogFile::cleanup()
 void TestSessionLogFile::onlyTheOwnerCanReadTheLog_data()
 {
     QTest::addColumn<uint>("mask");
-    QTest::addColumn<int>("earlier"); // mode of an earlier log, -1 for none
-    QTest::newRow("a new file that the system would give to all") << 0U << -1;
-    QTest::newRow("a new file that the system would give to none") << 0777U << -1;
-    QTest::newRow("an earlier one that the group could read") << 022U << 0640;
-    QTest::newRow("an earlier one that the group could write") << 022U << 0620;
-    QTest::newRow("an earlier one that others could read") << 022U << 0604;
-    QTest::newRow("an earlier one that others could write") << 022U << 0602;
-    QTest::newRow("an earlier one that all could run") << 022U << 0711;
+    QTest::addColumn<int>("earlier"); // mode of an existing log, -1 for none
+    QTest::newRow("new file, umask 000") << 0U << -1;
+    QTest::newRow("new file, umask 777") << 0777U << -1;
+    QTest::newRow("existing file, readable by the group") << 022U << 0640;
+    QTest::newRow("existing file, writable by the group") << 022U << 0620;
+    QTest::newRow("existing file, readable by others") << 022U << 0604;
+    QTest::newRow("existing file, writable by others") << 022U << 0602;
+    QTest::newRow("existing file, executable by all") << 022U << 0711;
 }
 
 void TestSessionLogFile::onlyTheOwnerCanReadTheLog()
@@ -295,7 +295,8 @@ void TestSessionLogFile::aFullDiskCostsNoMemory()
     const std::size_t before = allocatedBytes();
     logNumbered(0, 200'000); // 20 MB
     const std::size_t after = allocatedBytes();
-    QVERIFY2(after < before + 100'000, qPrintable(QString("%1 bytes more").arg(after - before)));
+    QVERIFY2(after < before + 100'000,
+             qPrintable(QString("the process allocated %1 more bytes").arg(after - before)));
 }
 
 void TestSessionLogFile::loggingContinuesWhenThereIsSpace_data()
@@ -303,8 +304,8 @@ void TestSessionLogFile::loggingContinuesWhenThereIsSpace_data()
     QTest::addColumn<int>("lost");
     QTest::addColumn<int>("partOfALine"); // the bytes that still fit on the disk after the last whole line
     for (const int lost : {0, 1, 1000}) {
-        QTest::addRow("%d lines lost, after a whole line", lost) << lost << 0;
-        QTest::addRow("%d lines lost, after a part of a line", lost) << lost << 50;
+        QTest::addRow("%d lines lost after a complete line", lost) << lost << 0;
+        QTest::addRow("%d lines lost after a partial line", lost) << lost << 50;
     }
 }
 
@@ -348,7 +349,7 @@ void TestSessionLogFile::loggingContinuesOnASmallDisk()
         return contents(logPath()).endsWith('\n' + numberedLines(1000, 1003)) ? Continued : Stopped;
     });
     if (result == NotMounted)
-        QSKIP("this system does not let the process mount a small disk");
+        QSKIP("mounting a file system is not permitted");
     QCOMPARE(result, int(Continued));
 }
 
@@ -356,8 +357,8 @@ void TestSessionLogFile::aLineAfterALostOneStartsOnItsOwnLine_data()
 {
     QTest::addColumn<int>("space");
     QTest::addColumn<QByteArray>("lineEnd");
-    QTest::newRow("of which a part is on the disk") << 8192 << QByteArray("\n");
-    QTest::newRow("of which nothing is on the disk") << 0 << QByteArray();
+    QTest::newRow("partly on the disk") << 8192 << QByteArray("\n");
+    QTest::newRow("not on the disk") << 0 << QByteArray();
 }
 
 void TestSessionLogFile::aLineAfterALostOneStartsOnItsOwnLine()

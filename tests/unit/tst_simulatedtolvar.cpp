@@ -16,14 +16,14 @@ public:
         : tolvar(setup)
     {
         QObject::connect(&tolvar, &SimulatedTolvar::transmit, &tolvar,
-                         [this](const QByteArray &bytes) { said += bytes; });
+                         [this](const QByteArray &bytes) { output += bytes; });
     }
 
     QByteArray send(const QByteArray &bytes)
     {
-        said.clear();
+        output.clear();
         tolvar.receive(bytes);
-        return said;
+        return output;
     }
 
     // Returns the document in the reply to a line. The test fails if the host could not read it.
@@ -41,7 +41,7 @@ public:
     }
 
     SimulatedTolvar tolvar;
-    QByteArray said;
+    QByteArray output;
 };
 
 QByteArray everyByteOfAName()
@@ -91,70 +91,67 @@ void TestSimulatedTolvar::answers_data()
 {
     QTest::addColumn<TolvarFaults>("faults");
     QTest::addColumn<QByteArray>("input");
-    QTest::addColumn<QByteArray>("said");
-    const auto asleep = [](const char *name, const QByteArray &input, const QByteArray &said) {
-        QTest::newRow(name) << TolvarFaults() << input << said;
+    QTest::addColumn<QByteArray>("output");
+    const auto asleep = [](const char *name, const QByteArray &input, const QByteArray &output) {
+        QTest::newRow(name) << TolvarFaults() << input << output;
     };
-    const auto awake = [asleep](const char *name, const QByteArray &input, const QByteArray &said) {
-        asleep(name, "C\r\n" + input, "\r\n>" + said);
+    const auto awake = [asleep](const char *name, const QByteArray &input, const QByteArray &output) {
+        asleep(name, "C\r\n" + input, "\r\n>" + output);
     };
-    const auto withFault = [](const char *name, const TolvarFaults &faults, const QByteArray &said) {
-        QTest::newRow(name) << faults << QByteArray("C\r\nget_log_file\r\n") << said;
+    const auto withFault = [](const char *name, const TolvarFaults &faults, const QByteArray &output) {
+        QTest::newRow(name) << faults << QByteArray("C\r\nget_log_file\r\n") << output;
     };
 
-    asleep("a C wakes it", "C\r\n", "\r\n>");
-    asleep("an empty line wakes it", "\r\n", "\r\n>");
-    asleep("a C without its line end does not", "C", "");
-    asleep("a command does not", "get\r\n", "");
-    asleep("a lower-case c does not", "c\r\n", "");
+    asleep("wake-up by C", "C\r\n", "\r\n>");
+    asleep("wake-up by an empty line", "\r\n", "\r\n>");
+    asleep("no wake-up by C without a line end", "C", "");
+    asleep("no wake-up by a command", "get\r\n", "");
+    asleep("no wake-up by lower-case c", "c\r\n", "");
 
-    awake("a second C is an unknown line", "C\r\n", "C\r\n\r\n>");
-    awake("bytes are echoed as they come", "sav", "sav");
-    awake("an empty line gets a prompt", "\r\n", "\r\n\r\n>");
-    awake("a lone CR ends a line", "save\r", "save\r\n\r\n>");
-    awake("a lone LF ends a line", "save\n", "save\r\n\r\n>");
+    awake("second C is unknown", "C\r\n", "C\r\n\r\n>");
+    awake("incomplete line is echoed", "sav", "sav");
+    awake("prompt after an empty line", "\r\n", "\r\n\r\n>");
+    awake("CR ends a line", "save\r", "save\r\n\r\n>");
+    awake("LF ends a line", "save\n", "save\r\n\r\n>");
     awake("LF CR ends two lines", "save\n\r", "save\r\n\r\n>\r\n\r\n>");
-    awake("two CR end two lines", "\r\r", "\r\n\r\n>\r\n\r\n>");
-    awake("a reply stands between its marks, the prompt after it", "get_log_file\r\n",
+    awake("CR CR ends two lines", "\r\r", "\r\n\r\n>\r\n\r\n>");
+    awake("reply between STX and ETX, then a prompt", "get_log_file\r\n",
           "get_log_file\r\n\x02<log_file>log</log_file>\x03\r\n>");
-    awake("an empty air is an empty document", "scan\r\n", "scan\r\n\x02<scan_results/>\x03\r\n>");
-    awake("each setting gets its own prompt",
+    awake("empty scan document without networks", "scan\r\n", "scan\r\n\x02<scan_results/>\x03\r\n>");
+    awake("one prompt per setting",
           "setuarttrace n\r\nsetssid x\r\nsetpass x\r\nant_select 1\r\nsetstaticip N\r\nsave\r\n",
           "setuarttrace n\r\n\r\n>setssid x\r\n\r\n>setpass x\r\n\r\n>ant_select 1\r\n\r\n>"
           "setstaticip N\r\n\r\n>save\r\n\r\n>");
-    awake("exit gets no prompt", "exit\r\n", "exit\r\n");
-    awake("a command in capitals is unknown", "GET_LOG_FILE\r\n", "GET_LOG_FILE\r\n\r\n>");
-    awake("a command with a blank after it is unknown", "get_log_file \r\n", "get_log_file \r\n\r\n>");
-    awake("a command with a blank before it is unknown", " get_log_file\r\n", " get_log_file\r\n\r\n>");
+    awake("no prompt after exit", "exit\r\n", "exit\r\n");
+    awake("upper-case command is unknown", "GET_LOG_FILE\r\n", "GET_LOG_FILE\r\n\r\n>");
+    awake("command with a trailing space is unknown", "get_log_file \r\n", "get_log_file \r\n\r\n>");
+    awake("command with a leading space is unknown", " get_log_file\r\n", " get_log_file\r\n\r\n>");
 
     TolvarFaults faults;
     faults.neverPrompts = true;
-    withFault("it never prompts", faults, "get_log_file\r\n\x02<log_file>log</log_file>\x03");
+    withFault("no prompt", faults, "get_log_file\r\n\x02<log_file>log</log_file>\x03");
     faults = {};
     faults.promptsTwice = true;
-    withFault("it prompts twice", faults,
-              "\r\n>\r\n>get_log_file\r\n\x02<log_file>log</log_file>\x03\r\n>\r\n>");
+    withFault("two prompts", faults, "\r\n>\r\n>get_log_file\r\n\x02<log_file>log</log_file>\x03\r\n>\r\n>");
     faults = {};
     faults.garbageBeforeReplies = "# \xFF>";
     withFault("garbage before a reply", faults,
               "\r\n>get_log_file\r\n# \xFF>\r\n\x02<log_file>log</log_file>\x03\r\n>");
     faults = {};
     faults.cutRepliesAfter = 9;
-    withFault("a reply that breaks off", faults, "\r\n>get_log_file\r\n\x02<log_file");
+    withFault("truncated reply", faults, "\r\n>get_log_file\r\n\x02<log_file");
     faults.cutRepliesAfter = 0;
-    withFault("a reply that breaks off at once", faults, "\r\n>get_log_file\r\n\x02");
+    withFault("reply truncated after STX", faults, "\r\n>get_log_file\r\n\x02");
     faults.cutRepliesAfter = 1000;
-    withFault("a reply shorter than the cut", faults,
+    withFault("reply shorter than the truncation", faults,
               "\r\n>get_log_file\r\n\x02<log_file>log</log_file>\x03\r\n>");
     faults = {};
     faults.malformedDocuments = true;
-    withFault("a malformed document", faults,
-              "\r\n>get_log_file\r\n\x02<log_file>log</not_its_name>\x03\r\n>");
+    withFault("malformed document", faults, "\r\n>get_log_file\r\n\x02<log_file>log</not_its_name>\x03\r\n>");
     faults = {};
     faults.deafTo = {"setssid", "get_log_file"};
-    QTest::newRow("deaf to some commands")
-        << faults << QByteArray("C\r\nsetssid a b\r\nget_log_file\r\nsave\r\n")
-        << QByteArray("\r\n>setssid a b\r\nget_log_file\r\nsave\r\n\r\n>");
+    QTest::newRow("ignored commands") << faults << QByteArray("C\r\nsetssid a b\r\nget_log_file\r\nsave\r\n")
+                                      << QByteArray("\r\n>setssid a b\r\nget_log_file\r\nsave\r\n\r\n>");
 }
 
 void TestSimulatedTolvar::answers()
@@ -166,8 +163,8 @@ void TestSimulatedTolvar::answers()
     setup.air.clear();
     setup.logText = "log";
     Console console(setup);
-    QTEST(console.send(input), "said");
-    QVERIFY(console.tolvar.state().pending.network != "a b"); // it is deaf to that command
+    QTEST(console.send(input), "output");
+    QVERIFY(console.tolvar.state().pending.network != "a b"); // the fault ignores that command
 }
 
 void TestSimulatedTolvar::keepsTheConfiguration_data()
@@ -177,18 +174,19 @@ void TestSimulatedTolvar::keepsTheConfiguration_data()
     const auto row = [](const char *name, const QByteArray &line, const QByteArray &expected) {
         QTest::newRow(name) << line << expected;
     };
-    row("a name with blanks at every place", "setssid  a  b ", " a  b |p|0|N|10.0.0.1|N");
-    row("an empty name", "setssid ", "|p|0|N|10.0.0.1|N");
-    row("a name of every byte", "setssid " + everyByteOfAName(), everyByteOfAName() + "|p|0|N|10.0.0.1|N");
-    row("the word alone sets nothing", "setssid", "n|p|0|N|10.0.0.1|N");
-    row("a passphrase of blanks", "setpass   ", "n|  |0|N|10.0.0.1|N");
-    row("the other antenna", "ant_select 1", "n|p|1|N|10.0.0.1|N");
-    row("a static address", "setstaticip Y 10.0.0.2", "n|p|0|Y|10.0.0.2|N");
-    row("a static address that is empty", "setstaticip Y ", "n|p|0|Y||N");
-    row("no static address keeps the last one", "setstaticip N", "n|p|0|N|10.0.0.1|N");
-    row("a static address needs its blank", "setstaticip Y", "n|p|0|N|10.0.0.1|N");
+    row("network name with spaces", "setssid  a  b ", " a  b |p|0|N|10.0.0.1|N");
+    row("empty network name", "setssid ", "|p|0|N|10.0.0.1|N");
+    row("network name with every byte", "setssid " + everyByteOfAName(),
+        everyByteOfAName() + "|p|0|N|10.0.0.1|N");
+    row("setssid without an argument is ignored", "setssid", "n|p|0|N|10.0.0.1|N");
+    row("passphrase of spaces", "setpass   ", "n|  |0|N|10.0.0.1|N");
+    row("external antenna", "ant_select 1", "n|p|1|N|10.0.0.1|N");
+    row("static address", "setstaticip Y 10.0.0.2", "n|p|0|Y|10.0.0.2|N");
+    row("empty static address", "setstaticip Y ", "n|p|0|Y||N");
+    row("DHCP keeps the last address", "setstaticip N", "n|p|0|N|10.0.0.1|N");
+    row("static address without a space is ignored", "setstaticip Y", "n|p|0|N|10.0.0.1|N");
     row("trace on", "setuarttrace y", "n|p|0|N|10.0.0.1|Y");
-    row("trace with a capital sets nothing", "setuarttrace Y", "n|p|0|N|10.0.0.1|N");
+    row("trace with an upper-case Y is ignored", "setuarttrace Y", "n|p|0|N|10.0.0.1|N");
 }
 
 void TestSimulatedTolvar::keepsTheConfiguration()
@@ -326,13 +324,13 @@ void TestSimulatedTolvar::testsJoining_data()
     const auto row = [](const char *name, const char *network, const char *passphrase, const char *result) {
         QTest::newRow(name) << QByteArray(network) << QByteArray(passphrase) << QByteArray(result);
     };
-    row("the right passphrase joins", "Home", " right ", "0");
-    row("a wrong passphrase does not", "Home", "right", "1");
-    row("an unknown network is not found", "home", " right ", "2");
-    row("a name with a blank too many is unknown", "Home ", " right ", "2");
-    row("an open network takes any passphrase", "Open", "x", "0");
-    row("a hidden network can be joined", "Hidden", "h", "0");
-    row("the second network of a name may take it", "Home", "other", "0");
+    row("correct passphrase", "Home", " right ", "0");
+    row("wrong passphrase", "Home", "right", "1");
+    row("unknown network", "home", " right ", "2");
+    row("network name with a trailing space", "Home ", " right ", "2");
+    row("open network with a passphrase", "Open", "x", "0");
+    row("hidden network", "Hidden", "h", "0");
+    row("second network with the same name", "Home", "other", "0");
 }
 
 void TestSimulatedTolvar::testsJoining()
@@ -373,8 +371,8 @@ void TestSimulatedTolvar::scanIsTracedOnDemand()
 void TestSimulatedTolvar::linesWaitWhileItWorks_data()
 {
     QTest::addColumn<QByteArray>("work");
-    QTest::newRow("while it scans") << QByteArray("scan\r\n");
-    QTest::newRow("while it tests") << QByteArray("test\r\n");
+    QTest::newRow("during a scan") << QByteArray("scan\r\n");
+    QTest::newRow("during a test") << QByteArray("test\r\n");
 }
 
 void TestSimulatedTolvar::linesWaitWhileItWorks()
@@ -400,12 +398,12 @@ void TestSimulatedTolvar::linesWaitWhileItWorks()
 
     QTRY_VERIFY(!console.tolvar.state().isWorking);
     QVERIFY(clock.elapsed() >= 150);
-    QVERIFY(console.said.startsWith('\x02'));
-    QVERIFY(console.said.endsWith("\x03\r\n>"
-                                  "setssid Home\r\n\r\n>"
-                                  "get_log_file\r\n\x02<log_file>log</log_file>\x03\r\n>"
-                                  "save\r\n\r\n>"));
-    QCOMPARE(console.said.count('\x02'), 2);
+    QVERIFY(console.output.startsWith('\x02'));
+    QVERIFY(console.output.endsWith("\x03\r\n>"
+                                    "setssid Home\r\n\r\n>"
+                                    "get_log_file\r\n\x02<log_file>log</log_file>\x03\r\n>"
+                                    "save\r\n\r\n>"));
+    QCOMPARE(console.output.count('\x02'), 2);
     QCOMPARE(console.tolvar.state().saved.network, QByteArray("Home"));
 }
 
@@ -417,7 +415,7 @@ void TestSimulatedTolvar::promptTakesItsTime()
     QElapsedTimer clock;
     clock.start();
     QCOMPARE(console.send("C\r\nsave\r\nhelp\r\n"), QByteArray());
-    QTRY_COMPARE(console.said, QByteArray("\r\n>save\r\n\r\n>help\r\n\r\n>"));
+    QTRY_COMPARE(console.output, QByteArray("\r\n>save\r\n\r\n>help\r\n\r\n>"));
     QVERIFY(clock.elapsed() >= qint64{3} * 40);
 }
 
@@ -449,7 +447,7 @@ void TestSimulatedTolvar::anUnpluggingEndsScansAndTests()
     console.tolvar.reconfigure([](DeviceConfig &changed) { changed.delays.scan = 60; });
     QCOMPARE(console.send("scan\r\n"), QByteArray("scan\r\n"));
     QTRY_VERIFY(!console.tolvar.state().isWorking);
-    QCOMPARE(console.said.count('\x02'), 1);
+    QCOMPARE(console.output.count('\x02'), 1);
     QVERIFY(console.tolvar.state().pending.network != "lost");
 }
 
@@ -500,15 +498,15 @@ void TestSimulatedTolvar::answersThatMakeTheHostSpeak()
 {
     // A host on the same thread that answers each prompt at once must not overtake the console.
     SimulatedTolvar tolvar;
-    QByteArray said;
+    QByteArray output;
     QList<QByteArray> queue = {"setssid a\r\n", "save\r\n", "exit\r\n"};
     connect(&tolvar, &SimulatedTolvar::transmit, &tolvar, [&](const QByteArray &bytes) {
-        said += bytes;
+        output += bytes;
         if (bytes.endsWith('>') && !queue.isEmpty())
             tolvar.receive(queue.takeFirst());
     });
     tolvar.receive("C\r\n");
-    QCOMPARE(said, QByteArray("\r\n>setssid a\r\n\r\n>save\r\n\r\n>exit\r\n"));
+    QCOMPARE(output, QByteArray("\r\n>setssid a\r\n\r\n>save\r\n\r\n>exit\r\n"));
 }
 
 QTEST_GUILESS_MAIN(TestSimulatedTolvar)

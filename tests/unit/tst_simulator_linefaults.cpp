@@ -47,10 +47,10 @@ void TestSimulatorLineFaults::pulledOutAfterSoManyBytes_data()
     QTest::addColumn<QByteArray>("reachTheDevice");
     QTest::addColumn<QByteArray>("reachTheComputer");
 
-    QTest::newRow("the first one to the device") << 1 << QByteArray("C") << QByteArray();
-    QTest::newRow("the last one to the device") << 3 << QByteArray("C\r\n") << QByteArray();
-    QTest::newRow("the first one to the computer") << 4 << QByteArray("C\r\n") << QByteArray("\r");
-    QTest::newRow("the last one to the computer") << 6 << QByteArray("C\r\n") << QByteArray("\r\n>");
+    QTest::newRow("first byte to the device") << 1 << QByteArray("C") << QByteArray();
+    QTest::newRow("last byte to the device") << 3 << QByteArray("C\r\n") << QByteArray();
+    QTest::newRow("first byte to the computer") << 4 << QByteArray("C\r\n") << QByteArray("\r");
+    QTest::newRow("last byte to the computer") << 6 << QByteArray("C\r\n") << QByteArray("\r\n>");
 }
 
 void TestSimulatorLineFaults::pulledOutAfterSoManyBytes()
@@ -114,9 +114,9 @@ void TestSimulatorLineFaults::bytesComeInBetween_data()
     QTest::addColumn<int>("place");
     QTest::addColumn<QByteArray>("expected");
 
-    QTest::newRow("before the first") << 0 << QByteArray("??\r\n>save\r\n\r\n>");
-    QTest::newRow("inside an answer") << 1 << QByteArray("\r??\n>save\r\n\r\n>");
-    QTest::newRow("between two answers") << 3 << QByteArray("\r\n>??save\r\n\r\n>");
+    QTest::newRow("before the first reply") << 0 << QByteArray("??\r\n>save\r\n\r\n>");
+    QTest::newRow("inside a reply") << 1 << QByteArray("\r??\n>save\r\n\r\n>");
+    QTest::newRow("between two replies") << 3 << QByteArray("\r\n>??save\r\n\r\n>");
 }
 
 void TestSimulatorLineFaults::bytesComeInBetween()

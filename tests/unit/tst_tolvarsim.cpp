@@ -62,7 +62,7 @@ public:
     }
 
     // Waits until standard output contains \a text.
-    bool hasSaid(const QByteArray &text)
+    bool waitForOutput(const QByteArray &text)
     {
         return QTest::qWaitFor([&] {
             out += process.readAllStandardOutput();
@@ -77,7 +77,7 @@ public:
 };
 
 // Returns a script that sends these lines, in printf's syntax, to the device, and ends.
-QString tells(const QString &lines)
+QString sendScript(const QString &lines)
 {
     return QStringLiteral("exec 3<>$TTY; printf '%1' >&3").arg(lines);
 }
@@ -131,36 +131,35 @@ void TestTolvarSim::expects_data()
 {
     QTest::addColumn<QStringList>("options");
     QTest::addColumn<QString>("lines");
-    QTest::addColumn<QByteArray>("complaint"); // empty: it ends well
+    QTest::addColumn<QByteArray>("error"); // empty: the simulator succeeds
     const auto row = [](const char *name, const QStringList &options, const char *lines,
-                        const char *complaint = "") {
-        QTest::newRow(name) << options << QString(lines) << QByteArray(complaint);
+                        const char *error = "") {
+        QTest::newRow(name) << options << QString(lines) << QByteArray(error);
     };
     const char *all = "C\\r\\nsetssid a b \\r\\nsetpass  \\303\\251\\r\\nsave\\r\\nexit\\r\\n";
-    row("all it asks for", {"--expect-ssid", "a b ", "--expect-pass", " \u00E9", "--expect-exit"}, all);
-    row("a blank is missing", {"--expect-ssid", "a b"}, all, "the saved network is \"a b \", not \"a b\"\n");
-    row("another passphrase", {"--expect-pass", "x"}, all,
+    row("all expectations met", {"--expect-ssid", "a b ", "--expect-pass", " \u00E9", "--expect-exit"}, all);
+    row("trailing space missing", {"--expect-ssid", "a b"}, all,
+        "the saved network is \"a b \", not \"a b\"\n");
+    row("different passphrase", {"--expect-pass", "x"}, all,
         "the saved passphrase is \" \u00E9\", not \"x\"\n");
     row("not saved", {"--expect-ssid", "x"}, "C\\r\\nsetssid x\\r\\n",
         "the saved network is \"Workshop\", not \"x\"\n");
-    row("a new session after the exit", {"--expect-exit"}, "C\\r\\nexit\\r\\nC\\r\\n",
-        "\"exit\" has not come\n");
-    row("an empty passphrase", {"--expect-pass", ""}, "C\\r\\nsetpass \\r\\nsave\\r\\n");
-    row("exit after a scan that still goes on", {"--expect-exit", "--scan-delay", "700"},
-        "C\\r\\nscan\\r\\nexit\\r\\n");
+    row("new session after exit", {"--expect-exit"}, "C\\r\\nexit\\r\\nC\\r\\n", "\"exit\" has not come\n");
+    row("empty passphrase", {"--expect-pass", ""}, "C\\r\\nsetpass \\r\\nsave\\r\\n");
+    row("exit during a scan", {"--expect-exit", "--scan-delay", "700"}, "C\\r\\nscan\\r\\nexit\\r\\n");
 }
 
 void TestTolvarSim::expects()
 {
     QFETCH(QStringList, options);
     QFETCH(QString, lines);
-    QFETCH(QByteArray, complaint);
+    QFETCH(QByteArray, error);
     Simulator simulator;
-    simulator.run(options, tells(lines));
-    if (!complaint.isEmpty())
-        complaint.prepend("tolvarsim: the device does not end as expected: ");
-    QCOMPARE(simulator.err, complaint);
-    QCOMPARE(simulator.process.exitCode(), complaint.isEmpty() ? 0 : 1);
+    simulator.run(options, sendScript(lines));
+    if (!error.isEmpty())
+        error.prepend("tolvarsim: the device does not end as expected: ");
+    QCOMPARE(simulator.err, error);
+    QCOMPARE(simulator.process.exitCode(), error.isEmpty() ? 0 : 1);
 }
 
 void TestTolvarSim::reportsInvalidArguments_data()
@@ -171,16 +170,16 @@ void TestTolvarSim::reportsInvalidArguments_data()
         QTest::newRow(name) << arguments << QByteArray(word);
     };
     row("no program", {"--foreign", "--"}, "No program");
-    row("an unknown option", {"--colour", "true"}, "colour");
-    row("a delay that is no number", {"--scan-delay", "soon", "true"}, "soon");
-    row("a negative delay", {"--plug-after", "-1", "true"}, "-1");
-    row("an unknown bridge", {"--bridge", "rs232", "true"}, "rs232");
-    row("a vendor that is no number", {"--vid", "ftdi", "true"}, "ftdi");
-    row("a product too large", {"--pid", "12345", "true"}, "12345");
-    row("another kind of tty", {"--tty", "ttyS0", "true"}, "ttyS0");
-    row("a network without a passphrase", {"--network", "Home", "true"}, "Home");
-    row("a log file that is not there", {"--log-file", "/nowhere/log", "true"}, "/nowhere/log");
-    row("a program that is not there", {"--", "/nowhere/program"}, "/nowhere/program");
+    row("unknown option", {"--colour", "true"}, "colour");
+    row("delay is not a number", {"--scan-delay", "soon", "true"}, "soon");
+    row("negative delay", {"--plug-after", "-1", "true"}, "-1");
+    row("unknown bridge", {"--bridge", "rs232", "true"}, "rs232");
+    row("vendor id is not a number", {"--vid", "ftdi", "true"}, "ftdi");
+    row("product id out of range", {"--pid", "12345", "true"}, "12345");
+    row("unsupported tty name", {"--tty", "ttyS0", "true"}, "ttyS0");
+    row("network without a passphrase", {"--network", "Home", "true"}, "Home");
+    row("missing log file", {"--log-file", "/nowhere/log", "true"}, "/nowhere/log");
+    row("missing program", {"--", "/nowhere/program"}, "/nowhere/program");
 }
 
 void TestTolvarSim::reportsInvalidArguments()
@@ -230,7 +229,7 @@ void TestTolvarSim::helps()
 
 void TestTolvarSim::showsTheConversation()
 {
-    const QString script = tells("C\\r\\nget_log_file\\r\\nsetssid \\351\\001\\r\\nexit\\r\\n");
+    const QString script = sendScript("C\\r\\nget_log_file\\r\\nsetssid \\351\\001\\r\\nexit\\r\\n");
     Simulator brief;
     brief.run({}, script);
     QVERIFY(brief.out.contains("] > C\n"));
@@ -250,8 +249,8 @@ void TestTolvarSim::showsTheConversation()
 void TestTolvarSim::printsTheConfiguration()
 {
     Simulator simulator;
-    simulator.run({}, tells("C\\r\\nsetssid a  b \\r\\nsetpass p\\r\\nant_select 1\\r\\n"
-                            "setstaticip Y 10.0.0.7\\r\\nsave\\r\\nsetssid unsaved\\r\\nexit\\r\\n"));
+    simulator.run({}, sendScript("C\\r\\nsetssid a  b \\r\\nsetpass p\\r\\nant_select 1\\r\\n"
+                                 "setstaticip Y 10.0.0.7\\r\\nsave\\r\\nsetssid unsaved\\r\\nexit\\r\\n"));
     const QByteArray holds = simulator.out.mid(simulator.out.indexOf("the device holds"));
     QVERIFY2(holds.contains("network     \"a  b \"\n"), holds);
     QVERIFY2(holds.contains("passphrase  \"p\"\n"), holds);
@@ -270,16 +269,16 @@ void TestTolvarSim::makesTheDevice_data()
     };
     const char *scan = "scan\\r\\n";
     row("firmware", {"--firmware", "A058"}, "get\\r\\n", "<firmware_version>A058</firmware_version>");
-    row("usual networks", {}, scan, "SSID=\"Workshop\"");
-    row("a second network", {"--network", "Home=secret", "--network", "B=x:WEP"}, scan,
+    row("default networks", {}, scan, "SSID=\"Workshop\"");
+    row("two networks", {"--network", "Home=secret", "--network", "B=x:WEP"}, scan,
         "SSID=\"B\" channel=\"6\" adhoc=\"N\" sec=\"WEP\"");
-    row("an open network", {"--network", " Caf\u00E9 ="}, scan,
+    row("open network", {"--network", " Caf\u00E9 ="}, scan,
         "<scan SSID=\" Caf\u00E9 \" channel=\"6\" adhoc=\"N\" sec=\"OPEN\"");
-    row("a passphrase with '=' and ':'", {"--network", "H=a=b:c:WPA"},
+    row("passphrase with '=' and ':'", {"--network", "H=a=b:c:WPA"},
         "setssid H\\r\\nsetpass a=b:c\\r\\ntest\\r\\n", "result=\"0\"");
-    row("a passphrase that ends like no security", {"--network", "H=a:B"},
+    row("passphrase with an unknown security suffix", {"--network", "H=a:B"},
         "setssid H\\r\\nsetpass a:B\\r\\ntest\\r\\n", "result=\"0\"");
-    row("a system error", {"--system-error"}, "test\\r\\n", "result=\"3\"");
+    row("system error", {"--system-error"}, "test\\r\\n", "result=\"3\"");
 }
 
 void TestTolvarSim::makesTheDevice()
@@ -288,7 +287,7 @@ void TestTolvarSim::makesTheDevice()
     QFETCH(QString, lines);
     QFETCH(QByteArray, shown);
     Simulator simulator;
-    simulator.run(options + QStringList{"--no-scan-delay", "--verbose"}, tells("C\\r\\n" + lines));
+    simulator.run(options + QStringList{"--no-scan-delay", "--verbose"}, sendScript("C\\r\\n" + lines));
     QVERIFY2(simulator.out.contains(shown), simulator.out);
     if (options.contains("--network"))
         QVERIFY(!simulator.out.contains("SSID=\"Workshop\""));
@@ -302,7 +301,7 @@ void TestTolvarSim::sendsTheLogFile()
     file.write("first line\nsecond line\n");
     file.close();
     Simulator simulator;
-    simulator.run({"--log-file", file.fileName(), "--verbose"}, tells("C\\r\\nget_log_file\\r\\n"));
+    simulator.run({"--log-file", file.fileName(), "--verbose"}, sendScript("C\\r\\nget_log_file\\r\\n"));
     QVERIFY2(simulator.out.contains("<log_file>first line\n"), simulator.out);
     QVERIFY2(simulator.out.contains("    second line\n"), simulator.out);
 }
@@ -342,7 +341,7 @@ void TestTolvarSim::scansTakeTheirTime()
         Simulator simulator;
         QElapsedTimer clock;
         clock.start();
-        simulator.run(options, tells("C\\r\\nscan\\r\\n"));
+        simulator.run(options, sendScript("C\\r\\nscan\\r\\n"));
         return simulator.out.contains("< <scan_results>") ? clock.elapsed() : -1;
     };
     QVERIFY(timeOfScan({"--scan-delay", "600"}) >= 600);
@@ -376,11 +375,11 @@ void TestTolvarSim::signalReplugs()
                              "echo saved; while ! test -e /dev/%2; do sleep 0.05; done;"
                              "exec 4<>/dev/%2; printf 'C\\r\\nexit\\r\\n' >&4")
                          .arg(tty, next)});
-    QVERIFY(simulator.hasSaid("> save\n"));
+    QVERIFY(simulator.waitForOutput("> save\n"));
     kill(static_cast<pid_t>(simulator.process.processId()), SIGUSR1);
-    QVERIFY(simulator.hasSaid("* lost power\n"));
+    QVERIFY(simulator.waitForOutput("* lost power\n"));
     kill(static_cast<pid_t>(simulator.process.processId()), SIGUSR1);
-    QVERIFY(simulator.hasSaid("* plugged in as " + next.toLatin1()));
+    QVERIFY(simulator.waitForOutput("* plugged in as " + next.toLatin1()));
     simulator.finish();
     QCOMPARE(simulator.process.exitCode(), 0);
     QVERIFY2(simulator.out.contains("network     \"kept\"\n"), simulator.out);

@@ -155,14 +155,15 @@ void TestZVTolvar::membersAndPropertiesKeepTheirOrder()
     for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
         const QMetaMethod method = meta.method(i);
         QCOMPARE(method.access(), QMetaMethod::Public);
-        QVERIFY2(method.methodType() == QMetaMethod::Slot || members[1].isEmpty(), "signals come first");
+        QVERIFY2(method.methodType() == QMetaMethod::Slot || members[1].isEmpty(),
+                 "a signal follows a slot in the meta-object");
         members[method.methodType() == QMetaMethod::Slot] += method.methodSignature();
     }
     QByteArrayList properties;
     for (int i = meta.propertyOffset(); i < meta.propertyCount(); ++i) {
         const QMetaProperty property = meta.property(i);
         properties += QByteArray(property.typeName()) + ' ' + property.name();
-        QVERIFY2(!property.hasNotifySignal(), "the change signals are ordinary signals");
+        QVERIFY2(!property.hasNotifySignal(), "the property has a NOTIFY signal");
     }
 
     const QByteArray tableChanged = "scannedNetworkListChanged(QHash<QString,ZVScanResult>*)";

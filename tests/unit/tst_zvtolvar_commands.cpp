@@ -29,15 +29,15 @@ private Q_SLOTS:
 
 private:
     ZVTolvarTestPeer inside() const { return {*_tolvar}; }
-    /// Makes the controller record its state at this signal, in _whenTold.
+    /// Makes the controller record its state at this signal, in _atSignal.
     void recordAt(void (ZVTolvar::*signal)());
 
     struct {
-        QStringList queue = {"not reported of"};
+        QStringList queue = {"not recorded"};
         bool scanning = false;
         bool testing = false;
         QFile *logFile = nullptr;
-    } _whenTold;
+    } _atSignal;
     std::unique_ptr<ZVTolvar> _tolvar;
     std::unique_ptr<SignalRecorder> _recorder;
 };
@@ -46,13 +46,13 @@ void TestCommands::init()
 {
     _tolvar = std::make_unique<ZVTolvar>();
     _recorder = std::make_unique<SignalRecorder>(_tolvar.get());
-    _whenTold = {};
+    _atSignal = {};
 }
 
 void TestCommands::recordAt(void (ZVTolvar::*signal)())
 {
     connect(_tolvar.get(), signal, this, [this] {
-        _whenTold = {inside().queue(), inside().scanning(), inside().testing(), inside().logFile()};
+        _atSignal = {inside().queue(), inside().scanning(), inside().testing(), inside().logFile()};
     });
 }
 
@@ -61,8 +61,8 @@ void TestCommands::aScanQueuesThreeLinesAndIsReportedAfterTheSecond()
     recordAt(&ZVTolvar::scanStarted);
     _tolvar->startScan();
     QCOMPARE(inside().queue(), QStringList({"setuarttrace y\r\n", "save\r\n", "scan\r\n"}));
-    QCOMPARE(_whenTold.queue, QStringList({"setuarttrace y\r\n", "save\r\n"}));
-    QVERIFY(_whenTold.scanning);
+    QCOMPARE(_atSignal.queue, QStringList({"setuarttrace y\r\n", "save\r\n"}));
+    QVERIFY(_atSignal.scanning);
     QVERIFY(!inside().testing());
     QCOMPARE(_recorder->take(), QStringList{"scanStarted"});
 }
@@ -71,7 +71,7 @@ void TestCommands::aNetworkTestSendsNameAndPassphraseUnchanged_data()
 {
     QTest::addColumn<QString>("network");
     QTest::addColumn<QString>("password");
-    QTest::newRow("with blanks and quotes") << QString(" My  \"Home ") << QString(" open sesame ");
+    QTest::newRow("spaces and quotes") << QString(" My  \"Home ") << QString(" open sesame ");
     QTest::newRow("both empty") << QString() << QString();
 }
 
@@ -87,8 +87,8 @@ void TestCommands::aNetworkTestSendsNameAndPassphraseUnchanged()
     QCOMPARE(inside().queue(),
              QStringList({"setssid " + network + "\r\n", "setpass " + password + "\r\n", "test\r\n"}));
     QCOMPARE(_recorder->take(), QStringList{"networkTestStarted"});
-    QCOMPARE(_whenTold.queue, QStringList());
-    QVERIFY(_whenTold.testing);
+    QCOMPARE(_atSignal.queue, QStringList());
+    QVERIFY(_atSignal.testing);
     QVERIFY(!_tolvar->scanning());
 }
 
@@ -100,10 +100,10 @@ void TestCommands::savingTheConfigurationQueuesFiveLines_data()
     const auto row = [](const char *name, const char *useStaticIP, const char *ipAddress, const char *line) {
         QTest::newRow(name) << QString(useStaticIP) << QString(ipAddress) << QString(line);
     };
-    row("a lower-case y is a static address", "y", "10.0.0.7", "setstaticip Y 10.0.0.7\r\n");
-    row("Y without an address keeps its blank", "Y", "", "setstaticip Y \r\n");
-    row("empty sends no address", "", "10.0.0.7", "setstaticip N\r\n");
-    row("a word counts as N", "Yes", "10.0.0.7", "setstaticip N\r\n");
+    row("lower-case y -> static address", "y", "10.0.0.7", "setstaticip Y 10.0.0.7\r\n");
+    row("Y without an address -> trailing space", "Y", "", "setstaticip Y \r\n");
+    row("empty -> no address", "", "10.0.0.7", "setstaticip N\r\n");
+    row("Yes -> same as N", "Yes", "10.0.0.7", "setstaticip N\r\n");
 }
 
 void TestCommands::savingTheConfigurationQueuesFiveLines()
@@ -133,8 +133,8 @@ void TestCommands::aLogDownloadIsReportedBeforeItsCommandIsQueued()
     _tolvar->getLogFileTo(&file);
     QCOMPARE(inside().queue(), QStringList({"get_log_file\r\n"}));
     QCOMPARE(_recorder->take(), QStringList{"startingToWriteLog"});
-    QCOMPARE(_whenTold.queue, QStringList());
-    QCOMPARE(_whenTold.logFile, &file);
+    QCOMPARE(_atSignal.queue, QStringList());
+    QCOMPARE(_atSignal.logFile, &file);
 }
 
 void TestCommands::aLaterLogFileReplacesTheEarlierOne()
@@ -145,17 +145,17 @@ void TestCommands::aLaterLogFileReplacesTheEarlierOne()
     _tolvar->getLogFileTo(&first);
     _tolvar->getLogFileTo(&second);
     QCOMPARE(inside().logFile(), &second);
-    QVERIFY2(first.isOpen(), "the earlier file is left as it is");
+    QVERIFY2(first.isOpen(), "the previous log file was closed");
 }
 
 void TestCommands::theFirmwareVersionAsANumber_data()
 {
     QTest::addColumn<QString>("version");
     QTest::addColumn<int>("number");
-    QTest::newRow("A060 is 60") << "A060" << 60;
-    QTest::newRow("any first character is dropped") << "7123" << 123;
-    QTest::newRow("not all digits is 0") << "A06b" << 0;
-    QTest::newRow("empty is 0") << "" << 0;
+    QTest::newRow("A060 -> 60") << "A060" << 60;
+    QTest::newRow("7123 -> first character ignored") << "7123" << 123;
+    QTest::newRow("not a number -> 0") << "A06b" << 0;
+    QTest::newRow("empty -> 0") << "" << 0;
 }
 
 void TestCommands::theFirmwareVersionAsANumber()

@@ -13,7 +13,7 @@
 
 namespace
 {
-/// The log lines for a port of the bed, with its ids as they are displayed.
+/// The log lines for a port of the test bed, with its ids in their displayed form.
 QStringList described(const QextPortInfo &info, const QString &vendor, const QString &product)
 {
     return {"D:port name: \"" + info.portName + "\" ",
@@ -84,12 +84,12 @@ void TestDiscovery::onlyTheTwoBridgesAreRecognised_data()
                         const char *shownProduct, bool device = false) {
         QTest::newRow(name) << vendor << product << QString(shownVendor) << QString(shownProduct) << device;
     };
-    row("an FT232 is", 0x0403, 0x6001, "403", "6001", true);
-    row("a PL2303 is", 0x067B, 0x2303, "67b", "2303", true);
-    row("another product of the vendor is none", 0x0403, 0x6015, "403", "6015");
-    row("the product of the other vendor is none", 0x0403, 0x2303, "403", "2303");
-    row("the product of another vendor is none", 0x1A86, 0x6001, "1a86", "6001");
-    row("a port that is not on USB is none", 0, 0, "0", "0");
+    row("FT232", 0x0403, 0x6001, "403", "6001", true);
+    row("PL2303", 0x067B, 0x2303, "67b", "2303", true);
+    row("another FTDI product", 0x0403, 0x6015, "403", "6015");
+    row("FTDI vendor with the PL2303 product id", 0x0403, 0x2303, "403", "2303");
+    row("another vendor with the FT232 product id", 0x1A86, 0x6001, "1a86", "6001");
+    row("not a USB port", 0, 0, "0", "0");
 }
 
 void TestDiscovery::onlyTheTwoBridgesAreRecognised()
@@ -113,18 +113,18 @@ void TestDiscovery::onlyTheTwoBridgesAreRecognised()
 void TestDiscovery::aRecognisedDeviceIsReportedBeforeItIsOpened()
 {
     const PendingTimers timers;
-    QString nameWhenTold;
-    QList<int> timersWhenTold = {-1};
-    qsizetype loggedWhenTold = 0;
+    QString nameAtSignal;
+    QList<int> timersAtSignal = {-1};
+    qsizetype loggedAtSignal = 0;
     const ScopedConnection listener(_tolvar.get(), &ZVTolvar::candidateDeviceFound, [&] {
-        nameWhenTold = inside().portName();
-        timersWhenTold = timers.underWay();
-        loggedWhenTold = _log->messages().size();
+        nameAtSignal = inside().portName();
+        timersAtSignal = timers.underWay();
+        loggedAtSignal = _log->messages().size();
     });
     _tolvar->onDeviceDiscovered(PortInfos::bridge("ttyX"));
-    QCOMPARE(nameWhenTold, QStringLiteral("ttyX"));
-    QCOMPARE(timersWhenTold, QList<int>());
-    QCOMPARE(loggedWhenTold, 8);
+    QCOMPARE(nameAtSignal, QStringLiteral("ttyX"));
+    QCOMPARE(timersAtSignal, QList<int>());
+    QCOMPARE(loggedAtSignal, 8);
     QCOMPARE(timers.underWay(), QList<int>{1000});
 }
 

@@ -142,7 +142,7 @@ void TestOpening::aFailedOpeningIsTriedAgainASecondLater()
     QTRY_VERIFY(timing.isOver());
     QCOMPARE(timing.verdict(), "in time");
     QCOMPARE(inside().state(), CANDIDATE_DEVICE_FOUND);
-    QVERIFY2(firstAttempt, "the earlier port object is dropped, not destroyed");
+    QVERIFY2(firstAttempt, "the previous port object was destroyed");
     QVERIFY(inside().port()->isOpen());
     QCOMPARE(recorder.take(), QStringList());
 }
@@ -182,8 +182,8 @@ void TestOpening::aDeviceUnpluggedBeforeItsOpeningIsNotOpened()
 void TestOpening::theConsoleIsWokenAndAskedForItsStatus_data()
 {
     QTest::addColumn<CommState>("state");
-    QTest::newRow("for the first time") << CANDIDATE_DEVICE_FOUND;
-    QTest::newRow("again") << INITIAL_WAITING_FOR_CONSOLE_PROMPT;
+    QTest::newRow("first wake-up") << CANDIDATE_DEVICE_FOUND;
+    QTest::newRow("repeated wake-up") << INITIAL_WAITING_FOR_CONSOLE_PROMPT;
 }
 
 void TestOpening::theConsoleIsWokenAndAskedForItsStatus()

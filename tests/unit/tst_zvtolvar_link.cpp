@@ -58,14 +58,14 @@ void TestLink::aReplyIsParsedBeforeItIsReported_data()
     QTest::addColumn<QString>("document");
     QTest::addColumn<QStringList>("read");
     QTest::addColumn<QString>("end");
-    QTest::newRow("a status") << Normal << "<puckdata><name>T</name></puckdata>"
-                              << QStringList{"systemIDChanged:T"} << "readyForCommand";
-    QTest::newRow("the reply to a scan")
-        << Scanning << "<scan_results><scan SSID=\"A\"/></scan_results>"
-        << QStringList({"scannedNetworkListChanged:0", "scannedNetworkListChanged:1"}) << "scanFinished";
-    QTest::newRow("the reply to a test")
-        << Testing << "<networktest_results><status result=\"1\"/></networktest_results>"
-        << QStringList{"networkTestPassphraseInvalid"} << "networkTestFinished";
+    QTest::newRow("status") << Normal << "<puckdata><name>T</name></puckdata>"
+                            << QStringList{"systemIDChanged:T"} << "readyForCommand";
+    QTest::newRow("scan reply") << Scanning << "<scan_results><scan SSID=\"A\"/></scan_results>"
+                                << QStringList({"scannedNetworkListChanged:0", "scannedNetworkListChanged:1"})
+                                << "scanFinished";
+    QTest::newRow("test reply") << Testing
+                                << "<networktest_results><status result=\"1\"/></networktest_results>"
+                                << QStringList{"networkTestPassphraseInvalid"} << "networkTestFinished";
 }
 
 void TestLink::aReplyIsParsedBeforeItIsReported()
@@ -85,10 +85,10 @@ void TestLink::theSizeOfReadsDoesNotMatter_data()
 {
     QTest::addColumn<CommState>("state");
     QTest::addColumn<Mode>("mode");
-    QTest::newRow("waiting for the first prompt") << INITIAL_WAITING_FOR_CONSOLE_PROMPT << Normal;
-    QTest::newRow("waiting for the handshake") << INITIAL_WAITING_FOR_CONSOLE_PROMPT << Handshake;
+    QTest::newRow("initial prompt") << INITIAL_WAITING_FOR_CONSOLE_PROMPT << Normal;
+    QTest::newRow("handshake") << INITIAL_WAITING_FOR_CONSOLE_PROMPT << Handshake;
     QTest::newRow("at the prompt") << IN_PROMPT << Normal;
-    QTest::newRow("inside a reply") << IN_RESPONSE_RECEIVE << Normal;
+    QTest::newRow("in a reply") << IN_RESPONSE_RECEIVE << Normal;
     QTest::newRow("scanning") << IN_PROMPT << Scanning;
     QTest::newRow("testing") << IN_PROMPT << Testing;
 }
@@ -111,10 +111,11 @@ void TestLink::receivedBytesAreLoggedRaw_data()
 {
     QTest::addColumn<QByteArray>("sent");
     QTest::addColumn<QString>("message");
-    QTest::newRow("control bytes, line ends and quotes stay")
+    QTest::newRow("control bytes, line ends and quotes")
         << QByteArray("\"get\"\r\n\x02<a>\x03\r\n>") << "W:\"get\"\r\n\x02<a>\x03\r\n> ";
-    QTest::newRow("a zero byte ends the text") << QByteArray("ab\0cd", 5) << "W:ab ";
-    QTest::newRow("a byte is a character") << QByteArray("caf\xc3\xa9") << QString("W:caf\u00c3\u00a9 ");
+    QTest::newRow("zero byte ends the text") << QByteArray("ab\0cd", 5) << "W:ab ";
+    QTest::newRow("UTF-8 bytes, read as Latin-1")
+        << QByteArray("caf\xc3\xa9") << QString("W:caf\u00c3\u00a9 ");
 }
 
 void TestLink::receivedBytesAreLoggedRaw()

@@ -13,7 +13,7 @@ constexpr qint64 Endless = 1000000;
 constexpr const char *Passphrase = "setpass secret words\r\n";
 
 /// A port that accepts a given number of bytes and rejects the next. Then it accepts any number, or none
-/// until it is given room again.
+/// until it has space again.
 class JammedPort : public QextSerialPort
 {
 public:
@@ -73,7 +73,7 @@ private Q_SLOTS:
 
 private:
     ZVTolvarTestPeer inside() const { return _fixture->inside; }
-    QStringList complaints() const { return _fixture->log->messages("C:"); }
+    QStringList criticalMessages() const { return _fixture->log->messages("C:"); }
     /// Gives the controller this port, at the prompt.
     void usePort(QextSerialPort &port) const
     {
@@ -163,17 +163,17 @@ void TestLinkQueue::aPauseOfTenMillisecondsFollowsEachByte()
     QElapsedTimer clock;
     clock.start();
     _tolvar->submitCommand("setuarttrace y\r\n"); // the call itself takes that long
-    QVERIFY2(clock.elapsed() >= 160, "each byte is given 10 ms");
+    QVERIFY2(clock.elapsed() >= 160, "the pause after a byte is shorter than 10 ms");
 
-    constexpr int tries = 500; // a computer that is too busy for all of them is faulty
+    constexpr int tries = 500; // on a busy computer, only some are undisturbed
     auto shortest = std::chrono::nanoseconds::max();
     for (int i = 0; i < tries && shortest >= 11ms; ++i) {
         _tolvar->submitCommand("x");
         const std::chrono::nanoseconds time = port.sinceLastByte();
-        QVERIFY2(time >= 10ms, "the last byte is given 10 ms too");
+        QVERIFY2(time >= 10ms, "the pause after the last byte is shorter than 10 ms");
         shortest = std::min(shortest, time);
     }
-    QVERIFY2(shortest < 11ms, "a byte is given 10 ms and no more");
+    QVERIFY2(shortest < 11ms, "the pause after a byte is longer than 10 ms");
 }
 
 void TestLinkQueue::aCommandIsCutWhereTheLineAcceptsNoMore_data()
@@ -184,10 +184,11 @@ void TestLinkQueue::aCommandIsCutWhereTheLineAcceptsNoMore_data()
     const auto cutAfter = [](int count) {
         return QStringList{QStringLiteral("C:The command was cut: the port took %1 of 22 bytes ").arg(count)};
     };
-    QTest::newRow("nothing is taken") << 0 << QByteArray() << cutAfter(0);
-    QTest::newRow("half of it is taken") << 8 << QByteArray("setpass ") << cutAfter(8);
-    QTest::newRow("the line feed is not taken") << 21 << QByteArray("setpass secret words\r") << cutAfter(21);
-    QTest::newRow("all is taken") << 22 << QByteArray(Passphrase) << QStringList();
+    QTest::newRow("0 bytes accepted") << 0 << QByteArray() << cutAfter(0);
+    QTest::newRow("8 bytes accepted") << 8 << QByteArray("setpass ") << cutAfter(8);
+    QTest::newRow("all but the line feed accepted")
+        << 21 << QByteArray("setpass secret words\r") << cutAfter(21);
+    QTest::newRow("all bytes accepted") << 22 << QByteArray(Passphrase) << QStringList();
 }
 
 void TestLinkQueue::aCommandIsCutWhereTheLineAcceptsNoMore()
@@ -197,16 +198,16 @@ void TestLinkQueue::aCommandIsCutWhereTheLineAcceptsNoMore()
     usePort(port);
     _tolvar->submitCommand(Passphrase);
     QTEST(port.taken(), "taken"); // and not the rest of a command, though the port accepts bytes again
-    QTEST(complaints(), "logged");
+    QTEST(criticalMessages(), "logged");
 }
 
 void TestLinkQueue::theNextCommandBeginsOnALineOfItsOwn_data()
 {
     QTest::addColumn<int>("room");
     QTest::addColumn<QByteArray>("taken");
-    QTest::newRow("nothing was taken") << 0 << QByteArray("save\r\nexit\r\n");
-    QTest::newRow("a part was taken") << 11 << QByteArray("setpass sec\r\nsave\r\nexit\r\n");
-    QTest::newRow("all was taken") << 22 << QByteArray("setpass secret words\r\nsave\r\nexit\r\n");
+    QTest::newRow("0 bytes accepted") << 0 << QByteArray("save\r\nexit\r\n");
+    QTest::newRow("11 bytes accepted") << 11 << QByteArray("setpass sec\r\nsave\r\nexit\r\n");
+    QTest::newRow("all bytes accepted") << 22 << QByteArray("setpass secret words\r\nsave\r\nexit\r\n");
 }
 
 void TestLinkQueue::theNextCommandBeginsOnALineOfItsOwn()
@@ -224,7 +225,7 @@ void TestLinkQueue::theNextCommandBeginsOnALineOfItsOwn()
     QTEST(port.taken(), "taken");
     // The line end is not part of the command, and is not logged with it.
     QVERIFY(_fixture->log->messages().contains("D:--> \"save\r\n\" "));
-    QCOMPARE(complaints(), QStringList());
+    QCOMPARE(criticalMessages(), QStringList());
 }
 
 void TestLinkQueue::aLineEndThatIsCutItselfIsSentAgain()
@@ -235,7 +236,7 @@ void TestLinkQueue::aLineEndThatIsCutItselfIsSentAgain()
     port.setRoom(1);
     _fixture->log->take();
     _tolvar->submitCommand("test\r\n");
-    QCOMPARE(complaints(), QStringList{"C:The command was cut: the port took 0 of 6 bytes "});
+    QCOMPARE(criticalMessages(), QStringList{"C:The command was cut: the port took 0 of 6 bytes "});
     port.setRoom(Endless);
     _tolvar->submitCommand("save\r\n");
     QCOMPARE(port.taken(), QByteArray("e\r\r\nsave\r\n"));

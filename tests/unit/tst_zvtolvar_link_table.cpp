@@ -7,14 +7,13 @@
 namespace
 {
 enum Mode { Scanning, ScanningAndTesting, Testing, Normal, Handshake };
-constexpr const char *modeNames[] = {"scanning", "scanning and testing", "testing", "no mode",
-                                     "the handshake"};
+constexpr const char *modeNames[] = {"scanning", "scanning and testing", "testing", "no mode", "handshake"};
 
 constexpr struct {
     const char *name;
     char byte;
-} bytes[] = {{"STX", 0x02}, {"ETX", 0x03}, {"EOT", 0x04},     {"the prompt", '>'}, {"CR", '\r'},
-             {"LF", '\n'},  {"NUL", '\0'}, {"a letter", 'x'}, {"a blank", ' '},    {"byte E9", '\xE9'}};
+} bytes[] = {{"STX", 0x02}, {"ETX", 0x03}, {"EOT", 0x04}, {"prompt", '>'}, {"CR", '\r'},
+             {"LF", '\n'},  {"NUL", '\0'}, {"x", 'x'},    {"space", ' '},  {"byte E9", '\xE9'}};
 
 constexpr auto BeyondTheLast = static_cast<CommState>(7);
 
@@ -23,7 +22,7 @@ constexpr auto BeyondTheLast = static_cast<CommState>(7);
 struct Outcome {
     char sign;
     int next;           // the state afterwards, -1 for unchanged
-    const char *reply;  // the collected reply afterwards; '+' stands for the byte
+    const char *reply;  // the collected reply afterwards; '+' is the byte
     const char *events; // messages and signals in their order, each with the state and the modes at that time
     const char *current; // the command sent
     const char *queue;   // the commands still queued
@@ -118,7 +117,7 @@ const Outcome &outcomeOf(char sign)
         if (outcome.sign == sign)
             return outcome;
     }
-    qFatal("the table has no outcome '%c'", sign);
+    qFatal("unknown outcome '%c' in the table", sign);
 }
 } // namespace
 

@@ -97,9 +97,10 @@ void TestReplies::theStatusIsAppliedInTheOrderOfTheDocument()
 void TestReplies::anUnknownElementIsSkippedWithItsContents_data()
 {
     QTest::addColumn<QString>("unknown");
-    QTest::newRow("nothing") << "<uptime/>";
-    QTest::newRow("children, also with known names") << "<radio><a><b>1</b></a><name>no</name>text</radio>";
-    QTest::newRow("a comment and an instruction") << "<!-- name --><?name no?>";
+    QTest::newRow("empty element") << "<uptime/>";
+    QTest::newRow("child elements, one with a known name")
+        << "<radio><a><b>1</b></a><name>no</name>text</radio>";
+    QTest::newRow("comment and processing instruction") << "<!-- name --><?name no?>";
 }
 
 void TestReplies::anUnknownElementIsSkippedWithItsContents()
@@ -121,10 +122,10 @@ void TestReplies::deepNestingIsSkipped_data()
     constexpr int levels = 100000;
     const auto times = [](const char *text, int count) { return QString(text).repeated(count); };
     const QStringList name = {"systemIDChanged:T1"};
-    QTest::newRow("with something on each level")
+    QTest::newRow("content on each level")
         << times("<a><name>no</name>x", levels) + times("<b/></a><!-- -->", levels) << name;
-    QTest::newRow("one end missing") << times("<a>", levels) + times("</a>", levels - 1) << QStringList();
-    QTest::newRow("an end of another name") << times("<a>", levels) + "</a></b>" << QStringList();
+    QTest::newRow("end tag missing") << times("<a>", levels) + times("</a>", levels - 1) << QStringList();
+    QTest::newRow("end tag with a different name") << times("<a>", levels) + "</a></b>" << QStringList();
 }
 
 void TestReplies::deepNestingIsSkipped()
@@ -156,29 +157,29 @@ void TestReplies::malformedRepliesKeepEarlierValues_data()
     const auto row = [](const char *what, const QString &document, const QStringList &reported) {
         QTest::newRow(what) << document << reported;
     };
-    row("nothing", "", {});
+    row("empty reply", "", {});
     row("no markup", "status ok", {});
-    row("cut off between two", "<puckdata><name>T1</name>", name);
-    row("cut off in a name", "<puckdata><name>T1</name><mo", name);
-    row("ends crossed", "<puckdata><name>T1</name><mode>S</name></puckdata>", nameAndMode);
-    row("a child inside a value", "<puckdata><name>T1</name><mode>S<b/></mode><dns>4</dns></puckdata>",
+    row("truncated between two elements", "<puckdata><name>T1</name>", name);
+    row("truncated in a tag name", "<puckdata><name>T1</name><mo", name);
+    row("mismatched end tag", "<puckdata><name>T1</name><mode>S</name></puckdata>", nameAndMode);
+    row("child element in a value", "<puckdata><name>T1</name><mode>S<b/></mode><dns>4</dns></puckdata>",
         nameAndMode);
-    row("a child inside what is ignored",
+    row("child element in an ignored element",
         "<puckdata><name>T1</name><firmware_date>S<b/></firmware_date><dns>4</dns></puckdata>", name);
-    row("cut off in an unknown child", "<puckdata><name>T1</name><radio><a>1</a>", name);
-    row("a scan cut off in a network", "<scan_results><scan SSID=\"A\"/><scan SSID=\"B/>", network);
-    row("a test cut off after its verdict", "<networktest_results><status result=\"1\"/>",
+    row("truncated in an unknown element", "<puckdata><name>T1</name><radio><a>1</a>", name);
+    row("scan truncated in a network", "<scan_results><scan SSID=\"A\"/><scan SSID=\"B/>", network);
+    row("test truncated after its result", "<networktest_results><status result=\"1\"/>",
         {"networkTestPassphraseInvalid"});
 
     // Each entity is ten times the one before: the last would be ten thousand million characters long.
     QString bomb = "<!DOCTYPE x [<!ENTITY a0 \"0123456789\">";
     for (int i = 1; i < 10; ++i)
         bomb += QString("<!ENTITY a%1 \"%2\">").arg(i).arg(QString("&a%1;").arg(i - 1).repeated(10));
-    row("an entity bomb in a value", bomb + "]>" + puckdata("<name>T1</name><mode>&a9;</mode><dns>4</dns>"),
+    row("entity expansion in a value", bomb + "]>" + puckdata("<name>T1</name><mode>&a9;</mode><dns>4</dns>"),
         name);
-    row("an entity bomb in an attribute",
+    row("entity expansion in an attribute",
         bomb + "]><scan_results><scan SSID='A'/><scan SSID='&a9;'/><scan SSID='B'/></scan_results>", network);
-    row("a file as an entity, which is not read",
+    row("external entity is not read",
         "<!DOCTYPE x [<!ENTITY a SYSTEM \"file:///proc/self/cmdline\">]>" +
             puckdata("<name>T1&a;</name><mode>S</mode>"),
         nameAndMode);
@@ -206,10 +207,10 @@ void TestReplies::eachReaderStopsPastTheEndOfItsElement_data()
     const auto row = [](const char *name, Parse parse, const char *document) {
         QTest::newRow(name) << parse << QString(document);
     };
-    row("a status", &ZVTolvarTestPeer::parseStatus, "<puckdata><name>T1</name> </puckdata>");
-    row("a log", &ZVTolvarTestPeer::parseLog, "<log_file>one</log_file>");
-    row("an unknown element", &ZVTolvarTestPeer::skipUnknown, "<a>1<b><c/></b>2<d/></a>");
-    row("an unknown element with nothing in it", &ZVTolvarTestPeer::skipUnknown, "<a/>");
+    row("status", &ZVTolvarTestPeer::parseStatus, "<puckdata><name>T1</name> </puckdata>");
+    row("log", &ZVTolvarTestPeer::parseLog, "<log_file>one</log_file>");
+    row("unknown element", &ZVTolvarTestPeer::skipUnknown, "<a>1<b><c/></b>2<d/></a>");
+    row("empty unknown element", &ZVTolvarTestPeer::skipUnknown, "<a/>");
 }
 
 void TestReplies::eachReaderStopsPastTheEndOfItsElement()
@@ -227,9 +228,9 @@ void TestReplies::anUnknownRootMakesTheDispatcherLoopForever_data()
 {
     QTest::addColumn<QString>("document");
     QTest::addColumn<bool>("returns");
-    QTest::newRow("a known root is read and left") << "<puckdata/>" << true;
-    QTest::newRow("an unknown root of four bytes") << "<ab>" << false;
-    QTest::newRow("fewer than four bytes are no document") << "<a>" << true;
+    QTest::newRow("known root element") << "<puckdata/>" << true;
+    QTest::newRow("unknown root element of four bytes") << "<ab>" << false;
+    QTest::newRow("fewer than four bytes") << "<a>" << true;
 }
 
 void TestReplies::anUnknownRootMakesTheDispatcherLoopForever()

@@ -64,13 +64,13 @@ void TestControlBytes::everyControlByteInAnAttributeIsAccepted_data()
     QTest::addColumn<QString>("attribute");
     QTest::addColumn<QString>("ssid");
     for (char byte = 1; byte < 0x20; ++byte) {
-        const bool isBlank = byte == '\t' || byte == '\n' || byte == '\r';
+        const bool isSpace = byte == '\t' || byte == '\n' || byte == '\r';
         const QString value = QString("x%1y").arg(QLatin1Char(byte));
-        QTest::addRow("0x%02x", byte) << "SSID=\"" + value + "\"" << (isBlank ? "x y" : value);
+        QTest::addRow("0x%02x", byte) << "SSID=\"" + value + "\"" << (isSpace ? "x y" : value);
     }
-    QTest::newRow("one alone") << "SSID=\"\x01\"" << QString("\x01");
-    QTest::newRow("CR LF is one blank") << "SSID=\"x\r\ny\"" << QString("x y");
-    QTest::newRow("several between single quotes, line ends and markup among them")
+    QTest::newRow("control byte only") << "SSID=\"\x01\"" << QString("\x01");
+    QTest::newRow("CR LF is one space") << "SSID=\"x\r\ny\"" << QString("x y");
+    QTest::newRow("several in single quotes, with line ends and markup")
         << "SSID = '\x01\x02>\x1b\"\x1b\n/>&lt;&#x41;\x1f'"
         << QString("\x01\x02>\x1b\"\x1b />%1").arg("<A\x1f");
 }
@@ -88,18 +88,18 @@ void TestControlBytes::everyControlByteInAnAttributeIsAccepted()
 void TestControlBytes::attributesAreFoundAfterAnyContent_data()
 {
     QTest::addColumn<QString>("ahead");
-    QTest::newRow("a comment with a quotation mark") << "<!-- it's -->";
-    QTest::newRow("a comment with a tag") << "<!-- <a b=' -->";
-    QTest::newRow("an instruction") << "<?a b=' > ?>";
-    QTest::newRow("a document type") << "<!DOCTYPE a SYSTEM \"'>\">";
-    QTest::newRow("a document type with a comment in it") << "<!DOCTYPE a [<!-- ' ]> -->]>";
-    QTest::newRow("a document type with an instruction in it") << "<!DOCTYPE a [ <?a ' ]> ?> ]>";
-    QTest::newRow("an entity with a tag") << "<!DOCTYPE a [<!ENTITY e \"><a b='\">]>";
-    QTest::newRow("an entity with a bracket") << "<!DOCTYPE a [<!ENTITY e \"[<!-- ' \"> ]>";
-    QTest::newRow("a text") << "<scan_results>it's \"";
-    QTest::newRow("character data") << "<scan_results><![CDATA[<a b=']]>";
-    QTest::newRow("an attribute with the other quotation mark") << "<scan_results b=\"it's\">";
-    QTest::newRow("an attribute with brackets") << "<scan_results b=\"[>' />\">";
+    QTest::newRow("comment with a quotation mark") << "<!-- it's -->";
+    QTest::newRow("comment with a tag") << "<!-- <a b=' -->";
+    QTest::newRow("processing instruction") << "<?a b=' > ?>";
+    QTest::newRow("DOCTYPE") << "<!DOCTYPE a SYSTEM \"'>\">";
+    QTest::newRow("DOCTYPE with a comment") << "<!DOCTYPE a [<!-- ' ]> -->]>";
+    QTest::newRow("DOCTYPE with a processing instruction") << "<!DOCTYPE a [ <?a ' ]> ?> ]>";
+    QTest::newRow("entity with a tag") << "<!DOCTYPE a [<!ENTITY e \"><a b='\">]>";
+    QTest::newRow("entity with a bracket") << "<!DOCTYPE a [<!ENTITY e \"[<!-- ' \"> ]>";
+    QTest::newRow("text") << "<scan_results>it's \"";
+    QTest::newRow("CDATA section") << "<scan_results><![CDATA[<a b=']]>";
+    QTest::newRow("attribute with the other quotation mark") << "<scan_results b=\"it's\">";
+    QTest::newRow("attribute with brackets") << "<scan_results b=\"[>' />\">";
 }
 
 void TestControlBytes::attributesAreFoundAfterAnyContent()
@@ -140,30 +140,29 @@ void TestControlBytes::controlBytesElsewhereEndTheDocument_data()
         row(where, QString("<puckdata a=\"\x01\"><name>T1</name>%1<dns>4</dns></puckdata>").arg(child),
             reported);
     };
-    status("in a value: it ends there", "<mode>a\x01z</mode>", upToTheByte);
-    status("in a value, at its beginning", "<mode>\x01z</mode>", name);
-    status("in the name of an end", "<mode>a</mo\001de>", upToTheByte);
-    status("in a comment, where an attribute could be", "<!-- <a b=\"\x01\"> -->", name);
-    status("in an instruction", "<?a b=\"\x01\"?>", name);
-    status("in character data, where an attribute could be", "<radio><![CDATA[<a b=\"\x01\">]]></radio>",
-           name);
-    status("behind a quotation mark in a text", "<radio>b=\"\x01\"</radio>", name);
+    status("in a value, which is truncated", "<mode>a\x01z</mode>", upToTheByte);
+    status("at the start of a value", "<mode>\x01z</mode>", name);
+    status("in an end tag", "<mode>a</mo\001de>", upToTheByte);
+    status("in a comment that resembles a tag", "<!-- <a b=\"\x01\"> -->", name);
+    status("in a processing instruction", "<?a b=\"\x01\"?>", name);
+    status("in a CDATA section that resembles a tag", "<radio><![CDATA[<a b=\"\x01\">]]></radio>", name);
+    status("after a quotation mark in text", "<radio>b=\"\x01\"</radio>", name);
     row("between attributes", amid("<scan SSID=\"A\" \x01 RSSI=\"1\"/>"), network);
-    row("before a quotation mark", amid("<scan SSID=\x01\"A\"/>"), network);
-    row("behind a quotation mark", amid("<scan SSID=\"A\"\x01/>"), network);
-    row("behind one that it may be in", amid("<scan SSID='\x01'/>\x02<scan SSID='\x03'/>"),
+    row("before the opening quotation mark", amid("<scan SSID=\x01\"A\"/>"), network);
+    row("after the closing quotation mark", amid("<scan SSID=\"A\"\x01/>"), network);
+    row("after an attribute with a control byte", amid("<scan SSID='\x01'/>\x02<scan SSID='\x03'/>"),
         network + QStringList{"scannedNetworkListChanged:2"});
-    row("before the root", "\x01<puckdata><name>T1</name></puckdata>", {});
-    row("in a document type", "<!DOCTYPE a SYSTEM \"\x01\"><puckdata><name>T1</name></puckdata>", {});
+    row("before the root element", "\x01<puckdata><name>T1</name></puckdata>", {});
+    row("in a DOCTYPE", "<!DOCTYPE a SYSTEM \"\x01\"><puckdata><name>T1</name></puckdata>", {});
     row("in an entity", "<!DOCTYPE a [<!ENTITY e \"\x01\">]><puckdata a=\"&e;\"><name>T1</name></puckdata>",
         {});
     QString everyReplacement;
     for (char16_t code = 0xE000; code < 0xF900; ++code)
         everyReplacement += QChar(code);
-    row("in an attribute, if there is no character to replace it by",
+    row("in an attribute, with no replacement character left",
         amid("<scan SSID='A'/><scan SSID='\x01'/><!-- " + everyReplacement + " -->"),
         network + QStringList{"scannedNetworkListChanged:2"});
-    row("behind the root", "<puckdata><name>T1</name></puckdata>\x01", name);
+    row("after the root element", "<puckdata><name>T1</name></puckdata>\x01", name);
 }
 
 void TestControlBytes::controlBytesElsewhereEndTheDocument()
@@ -186,12 +185,12 @@ void TestControlBytes::otherCharactersAreUnchanged_data()
         all += QChar(code);
         references += QString("&#x%1;").arg(code, 0, 16);
     }
-    QTest::newRow("references") << QString() << "&#xE000;&#57376;&#xFDD0;&#xFFFD;&#x1F600;"
-                                << QString::fromUtf8("\uE000\uE020\uFDD0\uFFFD\U0001F600");
-    QTest::newRow("an entity") << "<!DOCTYPE a [<!ENTITY e \"&#xE000;\uE001\">]>" << QString("&e;")
-                               << QString("\uE000\uE001");
+    QTest::newRow("character references") << QString() << "&#xE000;&#57376;&#xFDD0;&#xFFFD;&#x1F600;"
+                                          << QString::fromUtf8("\uE000\uE020\uFDD0\uFFFD\U0001F600");
+    QTest::newRow("entity") << "<!DOCTYPE a [<!ENTITY e \"&#xE000;\uE001\">]>" << QString("&e;")
+                            << QString("\uE000\uE001");
     QTest::newRow("nearly all characters") << QString() << all << all;
-    QTest::newRow("nearly all characters, by references") << QString() << references << all;
+    QTest::newRow("nearly all characters, as references") << QString() << references << all;
 }
 
 void TestControlBytes::otherCharactersAreUnchanged()
@@ -210,8 +209,8 @@ void TestControlBytes::zeroBytesAreDropped_data()
 {
     QTest::addColumn<QString>("document"); // %1 is the position of the byte
     QTest::newRow("in an attribute") << amid("<scan SSID=\"%1be%1low%1\"/>");
-    QTest::newRow("in a name") << amid("<sc%1an SSID=\"below\"/>");
-    QTest::newRow("around the document") << "%1%1" + amid("<scan SSID=\"below\"/>") + "%1";
+    QTest::newRow("in an element name") << amid("<sc%1an SSID=\"below\"/>");
+    QTest::newRow("before and after the document") << "%1%1" + amid("<scan SSID=\"below\"/>") + "%1";
 }
 
 void TestControlBytes::zeroBytesAreDropped()

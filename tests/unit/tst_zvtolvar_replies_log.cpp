@@ -77,12 +77,12 @@ void TestLog::theLogIsWritten_data()
         QTest::newRow(name) << text << log;
     };
     row("line by line", "one\r\ntwo &lt;x&gt;\n</log_file>", "one\ntwo <x>\n");
-    row("as many bytes as characters, whatever they take", "caf\u00e9!\n</log_file>", "caf\u00c3\u00a9!");
-    row("nothing", "</log_file>", "");
-    row("cut off in the text: nothing of it can be read", "one\ntwo", "");
-    row("cut off in the text, behind a comment: what was before it", "one<!-- -->two", "one");
-    row("cut off in the end tag: the whole text", "one\ntwo</log_f", "one\ntwo");
-    row("a control byte: what was before it", "one\x01two</log_file>", "one");
+    row("UTF-8 bytes, read as Latin-1", "caf\u00e9!\n</log_file>", "caf\u00c3\u00a9!");
+    row("empty log", "</log_file>", "");
+    row("truncated in the text, the text is lost", "one\ntwo", "");
+    row("truncated after a comment, the text before it is kept", "one<!-- -->two", "one");
+    row("truncated in the end tag, the text is kept", "one\ntwo</log_f", "one\ntwo");
+    row("control byte, the text before it is kept", "one\x01two</log_file>", "one");
 }
 
 void TestLog::theLogIsWritten()

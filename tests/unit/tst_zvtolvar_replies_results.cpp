@@ -95,16 +95,16 @@ void TestResults::eachTestResult_data()
     const auto row = [](const char *name, const char *status, const QStringList &reported) {
         QTest::newRow(name) << QString(status) << reported;
     };
-    row("0 is found", R"(<status SSID="A" desc="1" result="0">2</status>)", {"networkTestFound"});
-    row("1 is a wrong passphrase", R"(<status result="1"/>)", {"networkTestPassphraseInvalid"});
-    row("2 is an unknown SSID", R"(<status result="2"/>)", {"networkTestSsidNotFound"});
-    row("3 is a system error", R"(<status result="3"/>)", {"networkTestSystemError"});
-    row("4 is nothing", R"(<status result="4"/>)", {});
-    row("-1 is nothing", R"(<status result="-1"/>)", {});
-    row("0x1 is no decimal number and found", R"(<status result="0x1"/>)", {"networkTestFound"});
-    row("a result with a control byte is found", "<status result=\"2\x01\"/>", {"networkTestFound"});
-    row("none is found", "<status/>", {"networkTestFound"});
-    row("one verdict a status", R"(<status result="2"/><status result="0"/>)",
+    row("0 -> found", R"(<status SSID="A" desc="1" result="0">2</status>)", {"networkTestFound"});
+    row("1 -> wrong passphrase", R"(<status result="1"/>)", {"networkTestPassphraseInvalid"});
+    row("2 -> unknown SSID", R"(<status result="2"/>)", {"networkTestSsidNotFound"});
+    row("3 -> system error", R"(<status result="3"/>)", {"networkTestSystemError"});
+    row("4 -> ignored", R"(<status result="4"/>)", {});
+    row("-1 -> ignored", R"(<status result="-1"/>)", {});
+    row("0x1, not a decimal number -> found", R"(<status result="0x1"/>)", {"networkTestFound"});
+    row("control byte in the result -> found", "<status result=\"2\x01\"/>", {"networkTestFound"});
+    row("no result -> found", "<status/>", {"networkTestFound"});
+    row("one result per status element", R"(<status result="2"/><status result="0"/>)",
         {"networkTestSsidNotFound", "networkTestFound"});
 }
 

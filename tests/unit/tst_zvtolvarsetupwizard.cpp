@@ -136,12 +136,12 @@ void TestFrame::exactlyTheseOptionsAreSet()
 
 void TestFrame::theImageIsSetForThreeRoles()
 {
-    const QPixmap picture(":/images/plus_small.png");
-    QCOMPARE(picture.size(), QSize(400, 382));
+    const QPixmap image(":/images/plus_small.png");
+    QCOMPARE(image.size(), QSize(400, 382));
     for (const auto role : {QWizard::BannerPixmap, QWizard::BackgroundPixmap, QWizard::WatermarkPixmap})
-        QCOMPARE(_wizard->pixmap(role).toImage(), picture.toImage());
+        QCOMPARE(_wizard->pixmap(role).toImage(), image.toImage());
     QVERIFY(_wizard->pixmap(QWizard::LogoPixmap).isNull());
-    QVERIFY2(_wizard->windowIcon().isNull(), "the icon's path leads nowhere, on purpose");
+    QVERIFY2(_wizard->windowIcon().isNull(), "the window icon is not empty");
 }
 
 void TestFrame::theIconIsLookedForAmongTheImages()
@@ -156,7 +156,7 @@ void TestFrame::nameAndSize()
 {
     QCOMPARE(_wizard->objectName(), QStringLiteral("ZVTolvarMainWindow"));
     QCOMPARE(_wizard->minimumSize(), QSize(750, 580));
-    QVERIFY2(_wizard->testAttribute(Qt::WA_Resized), "the size is settled before the window is shown");
+    QVERIFY2(_wizard->testAttribute(Qt::WA_Resized), "the window has no explicit size before it is shown");
     const QSize before = _wizard->size();
     _wizard->adjustSize();
     QCOMPARE(before, _wizard->size());
@@ -167,9 +167,9 @@ void TestFrame::theWindowGrowsWithTheTextOfItsPage_data()
     QTest::addColumn<int>("lines");
     QTest::addColumn<bool>("isHigher");
     QTest::addColumn<bool>("isAll");
-    QTest::newRow("what fits changes nothing") << 3 << false << true;
-    QTest::newRow("more than the page has room for") << 20 << true << true;
-    QTest::newRow("more than the screen has room for") << 100 << true << false;
+    QTest::newRow("text fits") << 3 << false << true;
+    QTest::newRow("text larger than the page") << 20 << true << true;
+    QTest::newRow("text larger than the screen") << 100 << true << false;
 }
 
 void TestFrame::theWindowGrowsWithTheTextOfItsPage()
@@ -181,8 +181,9 @@ void TestFrame::theWindowGrowsWithTheTextOfItsPage()
     QCOMPARE(_wizard->size(), QSize(750, 580));
     const QLabel *label = addText(lines);
     if (isAll) {
-        QTRY_VERIFY2(label->height() >= label->heightForWidth(label->width()), "all lines are seen");
-        QVERIFY2(_wizard->height() < screenful().height(), "it grows as far as it has to");
+        QTRY_VERIFY2(label->height() >= label->heightForWidth(label->width()),
+                     "the text is not completely visible");
+        QVERIFY2(_wizard->height() < screenful().height(), "the window is as high as the screen");
         QCOMPARE(_wizard->width(), 750);
     } else {
         QTRY_COMPARE(_wizard->size(), screenful());
@@ -195,8 +196,9 @@ void TestFrame::theWindowGrowsWithALineThatIsNotWrapped()
     _wizard->show();
     const QLabel *line = addLine();
     layOut();
-    QVERIFY2(_wizard->width() > 750, "the window grows before anything is painted in it");
-    QTRY_VERIFY2(_wizard->currentPage()->rect().contains(line->geometry()), "the whole line is seen");
+    QVERIFY2(_wizard->width() > 750, "the window is not wider before the first paint event");
+    QTRY_VERIFY2(_wizard->currentPage()->rect().contains(line->geometry()),
+                 "the line is not completely visible");
     QCOMPARE(_wizard->height(), 580);
 }
 
@@ -209,11 +211,11 @@ void TestFrame::theWindowGetsWiderOnceItIsAsHighAsTheScreen()
         text->setText(text->text() + QString("word ").repeated(14)); // most of a line
         layOut();
     }
-    QVERIFY2(_wizard->width() > 750, "the window gets wider");
+    QVERIFY2(_wizard->width() > 750, "the window is not wider");
     QVERIFY2(_wizard->height() > screenful().height() - 2 * text->fontMetrics().height(),
-             "it is as high as the screen");
-    QVERIFY2(_wizard->height() <= screenful().height(), "it stays on the screen");
-    QTRY_VERIFY2(text->height() >= text->heightForWidth(text->width()), "all lines are seen");
+             "the window is not as high as the screen");
+    QVERIFY2(_wizard->height() <= screenful().height(), "the window is higher than the screen");
+    QTRY_VERIFY2(text->height() >= text->heightForWidth(text->width()), "the text is not completely visible");
 }
 
 void TestFrame::theWindowIsAsHighAsItsTextNeedsAtItsWidth()
@@ -221,11 +223,11 @@ void TestFrame::theWindowIsAsHighAsItsTextNeedsAtItsWidth()
     _wizard->show();
     addLine();
     layOut();
-    QVERIFY2(_wizard->width() > 750, "the line makes it wider");
+    QVERIFY2(_wizard->width() > 750, "the line does not make the window wider");
     addText(30);
     layOut();
     const QSize oneAfterTheOther = _wizard->size();
-    QVERIFY2(oneAfterTheOther.height() > 580, "the text makes it higher");
+    QVERIFY2(oneAfterTheOther.height() > 580, "the text does not make the window higher");
 
     _wizard = std::make_unique<ZVTolvarSetupWizard>();
     _wizard->show();
@@ -238,8 +240,8 @@ void TestFrame::theWindowIsAsHighAsItsTextNeedsAtItsWidth()
 void TestFrame::theImageIsAtTheLeadingEdge_data()
 {
     QTest::addColumn<Qt::LayoutDirection>("direction");
-    QTest::newRow("from the left") << Qt::LeftToRight;
-    QTest::newRow("from the right") << Qt::RightToLeft;
+    QTest::newRow("left to right") << Qt::LeftToRight;
+    QTest::newRow("right to left") << Qt::RightToLeft;
 }
 
 void TestFrame::theImageIsAtTheLeadingEdge()
@@ -311,13 +313,13 @@ void TestFrame::theConsoleButtonOpensOneConsole()
     QVERIFY(!console->isVisible());
     _wizard->button(QWizard::CustomButton1)->click();
     QVERIFY(console->isVisible());
-    QVERIFY2(!console->isModal() && _wizard->isEnabled(), "the wizard stays usable");
+    QVERIFY2(!console->isModal() && _wizard->isEnabled(), "the console blocks the wizard");
     _wizard->button(QWizard::CustomButton1)->click();
     QCOMPARE(_wizard->findChildren<console_dialog *>().size(), 1);
     QVERIFY(console->isVisible());
     console->close();
     Q_EMIT _wizard->customButtonClicked(QWizard::CustomButton3);
-    QVERIFY2(console->isVisible(), "any custom button opens it again");
+    QVERIFY2(console->isVisible(), "the custom button does not reopen the console");
 }
 
 void TestFrame::theConsoleCollectsWhileHidden()
@@ -332,8 +334,8 @@ void TestFrame::theConsoleCollectsWhileHidden()
 void TestFrame::finishingQueuesExitOnTheSecondController_data()
 {
     QTest::addColumn<bool>("cancel");
-    QTest::newRow("by Finish") << false;
-    QTest::newRow("by Cancel") << true;
+    QTest::newRow("Finish") << false;
+    QTest::newRow("Cancel") << true;
 }
 
 void TestFrame::finishingQueuesExitOnTheSecondController()
@@ -350,9 +352,8 @@ void TestFrame::finishingQueuesExitOnTheSecondController()
     QCOMPARE(finished.count(), 1);
     QCOMPARE(queue(controllers().at(0)), QStringList());
     QCOMPARE(queue(controllers().at(1)), QStringList{"exit\r\n"});
-    QVERIFY2(!log.messages().contains("D:Exiting setup mode "),
-             "the slot that says so is connected to nothing");
-    QVERIFY2(theConsoleWindow, "nor is the console let go");
+    QVERIFY2(!log.messages().contains("D:Exiting setup mode "), "the exit was logged by an unconnected slot");
+    QVERIFY2(theConsoleWindow, "the console was released");
 }
 
 void TestFrame::onFinishedLeavesSetupModeAndReleasesTheConsole()
