@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QPainter>
+#include <QWidget>
 
 #include "simulator/fakeusbbus.h"
 #include "tests/layout/appearance.h"
