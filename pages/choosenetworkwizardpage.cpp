@@ -199,7 +199,7 @@ void ChooseNetworkWizardPage::OnRefreshButtonClicked()
 
 void ChooseNetworkWizardPage::OnScannedNetworkListChanged(QHash<QString, ZVScanResult> *networks)
 {
-    QStringList names;
+    QStringList names; // in the order of the hash table, which differs in each run
     for (auto network = networks->cbegin(); network != networks->cend(); ++network) {
         zvDebug() << network.key();
         names.append(network.key());
