@@ -107,6 +107,23 @@ struct Reports {
     QObject here;
 };
 
+/// A plugged port that is open, while the shared watcher reports ports.
+struct OpenPort {
+    /// Makes the port hang up, and waits until it has closed.
+    void hangUp()
+    {
+        computer.hangUp(name);
+        QTRY_COMPARE(port.errorString(), QStringLiteral("the device hung up"));
+    }
+
+    FakePorts computer;
+    const QString name = computer.plugUsb();
+    const Reports reports{PortWatcher::shared()};
+    QextSerialPort port{name};
+    const bool isOpen = port.open(QIODevice::ReadWrite);
+    const PendingTimers timers;
+};
+
 /// Like Reports, with an armed watcher.
 struct ArmedReports : Reports {
     explicit ArmedReports(std::shared_ptr<PortWatcher> reporter = std::make_shared<UdevPortWatcher>())
@@ -294,52 +311,38 @@ void TestPortWatcher::aPortThatHangsUpIsReportedAgain()
 void TestPortWatcher::aPortThatHangsUpAndGoesIsReportedGoneOnce()
 {
     QFETCH(int, failure);
-    FakePorts computer;
     UdevFaultInjector::fail(static_cast<UdevFaultInjector::Failure>(failure));
-    const QString name = computer.plugUsb();
-    const Reports reports(PortWatcher::shared());
-    QextSerialPort port(name);
-    QVERIFY(port.open(QIODevice::ReadWrite));
-    const PendingTimers timers;
-    computer.hangUp(name);
-    QTRY_COMPARE(port.errorString(), QStringLiteral("the device hung up"));
-    QCOMPARE(reports.lines, QStringList());
-    computer.unplug(name);
-    QTRY_COMPARE(reports.lines, QStringList{"removed " + name});
-    QTRY_COMPARE(timers.underWay(), QList<int>());
-    QCOMPARE(reports.lines, QStringList{"removed " + name});
+    OpenPort open;
+    QVERIFY(open.isOpen);
+    open.hangUp();
+    QCOMPARE(open.reports.lines, QStringList());
+    open.computer.unplug(open.name);
+    QTRY_COMPARE(open.reports.lines, QStringList{"removed " + open.name});
+    QTRY_COMPARE(open.timers.underWay(), QList<int>());
+    QCOMPARE(open.reports.lines, QStringList{"removed " + open.name});
 }
 
 void TestPortWatcher::aPortThatHangsUpAndIsReplacedIsReportedOnce()
 {
-    FakePorts computer;
-    const QString name = computer.plugUsb();
-    const Reports reports(PortWatcher::shared());
-    QextSerialPort port(name);
-    QVERIFY(port.open(QIODevice::ReadWrite));
-    const PendingTimers timers;
-    computer.hangUp(name);
-    QTRY_COMPARE(port.errorString(), QStringLiteral("the device hung up"));
-    computer.announce(name, "add"); // another device with the same description
-    const QStringList replacement{"removed " + name, "arrived " + name};
-    QTRY_COMPARE(reports.lines, replacement);
-    QCOMPARE(timers.underWay().size(), 1); // reported at once, not a second after the hang-up
-    QTRY_COMPARE(timers.underWay(), QList<int>());
-    QCOMPARE(reports.lines, replacement);
+    OpenPort open;
+    QVERIFY(open.isOpen);
+    open.hangUp();
+    open.computer.announce(open.name, "add"); // another device with the same description
+    const QStringList replacement{"removed " + open.name, "arrived " + open.name};
+    QTRY_COMPARE(open.reports.lines, replacement);
+    QCOMPARE(open.timers.underWay().size(), 1); // reported at once, not a second after the hang-up
+    QTRY_COMPARE(open.timers.underWay(), QList<int>());
+    QCOMPARE(open.reports.lines, replacement);
 }
 
 void TestPortWatcher::aPortThatIsClosedByItsUserIsNotReported()
 {
-    FakePorts computer;
-    const QString name = computer.plugUsb();
-    const Reports reports(PortWatcher::shared());
-    QextSerialPort port(name);
-    QVERIFY(port.open(QIODevice::ReadWrite));
-    const PendingTimers timers;
-    port.close();
-    QCOMPARE(timers.underWay(), QList<int>());
-    const QString next = computer.plugUsb(UsbBridge::prolific());
-    QTRY_COMPARE(reports.lines, QStringList{"arrived " + next});
+    OpenPort open;
+    QVERIFY(open.isOpen);
+    open.port.close();
+    QCOMPARE(open.timers.underWay(), QList<int>());
+    const QString next = open.computer.plugUsb(UsbBridge::prolific());
+    QTRY_COMPARE(open.reports.lines, QStringList{"arrived " + next});
 }
 
 void TestPortWatcher::theWatcherIsSharedWhileItIsInUse()
