@@ -24,7 +24,7 @@
 #include "tests/support/zvtolvartestpeer.h"
 
 /// Tests the wizard window: its pages, its two controllers and its console view.
-class TestFrame : public QObject
+class TestZVTolvarSetupWizard : public QObject
 {
     Q_OBJECT
 
@@ -74,12 +74,12 @@ private:
     std::unique_ptr<ZVTolvarSetupWizard> _wizard;
 };
 
-QSize TestFrame::screenful() const
+QSize TestZVTolvarSetupWizard::screenful() const
 {
     return _wizard->screen()->availableSize() - (_wizard->frameSize() - _wizard->size());
 }
 
-QLabel *TestFrame::addLine() const
+QLabel *TestZVTolvarSetupWizard::addLine() const
 {
     auto *line = new QLabel;
     line->setFixedWidth(_wizard->currentPage()->width() + 20);
@@ -88,7 +88,7 @@ QLabel *TestFrame::addLine() const
     return line;
 }
 
-QLabel *TestFrame::addText(int lines) const
+QLabel *TestZVTolvarSetupWizard::addText(int lines) const
 {
     auto *text =
         new QLabel(QString("word ").repeated(qsizetype{14} * lines)); // about 520 of the page's 530 pixels
@@ -98,13 +98,13 @@ QLabel *TestFrame::addText(int lines) const
     return text;
 }
 
-void TestFrame::layOut()
+void TestZVTolvarSetupWizard::layOut()
 {
     for (int frames = 0; frames < 10; ++frames) // the page is in nested layouts, and each notifies the next
         QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
 }
 
-void TestFrame::thePagesHaveTheirIdsAndOrder()
+void TestZVTolvarSetupWizard::thePagesHaveTheirIdsAndOrder()
 {
     QCOMPARE(_wizard->pageIds(), QList<int>({0, 1, 2, 3, 4, 6}));
     QVERIFY(qobject_cast<ConnectTlovarWizardPage *>(_wizard->page(0)));
@@ -119,13 +119,13 @@ void TestFrame::thePagesHaveTheirIdsAndOrder()
     QCOMPARE(_wizard->findChildren<QWizardPage *>(), inOrder); // the order in which they were registered
 }
 
-void TestFrame::theConnectPageStaysFirstWhenAPageIsAdded()
+void TestZVTolvarSetupWizard::theConnectPageStaysFirstWhenAPageIsAdded()
 {
     _wizard->setPage(-2, new QWizardPage);
     QCOMPARE(_wizard->startId(), 0);
 }
 
-void TestFrame::exactlyTheseOptionsAreSet()
+void TestZVTolvarSetupWizard::exactlyTheseOptionsAreSet()
 {
     QCOMPARE(_wizard->options(), QWizard::IgnoreSubTitles | QWizard::ExtendedWatermarkPixmap |
                                      QWizard::NoDefaultButton | QWizard::NoBackButtonOnStartPage |
@@ -134,7 +134,7 @@ void TestFrame::exactlyTheseOptionsAreSet()
     QCOMPARE(_wizard->buttonText(QWizard::CustomButton1), QStringLiteral("&Console"));
 }
 
-void TestFrame::theImageIsSetForThreeRoles()
+void TestZVTolvarSetupWizard::theImageIsSetForThreeRoles()
 {
     const QPixmap image(":/images/plus_small.png");
     QCOMPARE(image.size(), QSize(400, 382));
@@ -144,7 +144,7 @@ void TestFrame::theImageIsSetForThreeRoles()
     QVERIFY2(_wizard->windowIcon().isNull(), "the window icon is not empty");
 }
 
-void TestFrame::theIconIsLookedForAmongTheImages()
+void TestZVTolvarSetupWizard::theIconIsLookedForAmongTheImages()
 {
     QVERIFY(QResource::registerResource(ZV_ICON)); // contains ":/images/zv_setup.png"
     const ZVTolvarSetupWizard wizard;
@@ -152,7 +152,7 @@ void TestFrame::theIconIsLookedForAmongTheImages()
     QVERIFY(!wizard.windowIcon().isNull());
 }
 
-void TestFrame::nameAndSize()
+void TestZVTolvarSetupWizard::nameAndSize()
 {
     QCOMPARE(_wizard->objectName(), QStringLiteral("ZVTolvarMainWindow"));
     QCOMPARE(_wizard->minimumSize(), QSize(750, 580));
@@ -162,7 +162,7 @@ void TestFrame::nameAndSize()
     QCOMPARE(before, _wizard->size());
 }
 
-void TestFrame::theWindowGrowsWithTheTextOfItsPage_data()
+void TestZVTolvarSetupWizard::theWindowGrowsWithTheTextOfItsPage_data()
 {
     QTest::addColumn<int>("lines");
     QTest::addColumn<bool>("isHigher");
@@ -172,7 +172,7 @@ void TestFrame::theWindowGrowsWithTheTextOfItsPage_data()
     QTest::newRow("text larger than the screen") << 100 << true << false;
 }
 
-void TestFrame::theWindowGrowsWithTheTextOfItsPage()
+void TestZVTolvarSetupWizard::theWindowGrowsWithTheTextOfItsPage()
 {
     QFETCH(int, lines);
     QFETCH(bool, isHigher);
@@ -191,7 +191,7 @@ void TestFrame::theWindowGrowsWithTheTextOfItsPage()
     QCOMPARE(_wizard->height() > 580, isHigher);
 }
 
-void TestFrame::theWindowGrowsWithALineThatIsNotWrapped()
+void TestZVTolvarSetupWizard::theWindowGrowsWithALineThatIsNotWrapped()
 {
     _wizard->show();
     const QLabel *line = addLine();
@@ -202,7 +202,7 @@ void TestFrame::theWindowGrowsWithALineThatIsNotWrapped()
     QCOMPARE(_wizard->height(), 580);
 }
 
-void TestFrame::theWindowGetsWiderOnceItIsAsHighAsTheScreen()
+void TestZVTolvarSetupWizard::theWindowGetsWiderOnceItIsAsHighAsTheScreen()
 {
     _wizard->show();
     QLabel *text = addText(1);
@@ -218,7 +218,7 @@ void TestFrame::theWindowGetsWiderOnceItIsAsHighAsTheScreen()
     QTRY_VERIFY2(text->height() >= text->heightForWidth(text->width()), "the text is not completely visible");
 }
 
-void TestFrame::theWindowIsAsHighAsItsTextNeedsAtItsWidth()
+void TestZVTolvarSetupWizard::theWindowIsAsHighAsItsTextNeedsAtItsWidth()
 {
     _wizard->show();
     addLine();
@@ -237,14 +237,14 @@ void TestFrame::theWindowIsAsHighAsItsTextNeedsAtItsWidth()
     QCOMPARE(_wizard->size(), oneAfterTheOther);
 }
 
-void TestFrame::theImageIsAtTheLeadingEdge_data()
+void TestZVTolvarSetupWizard::theImageIsAtTheLeadingEdge_data()
 {
     QTest::addColumn<Qt::LayoutDirection>("direction");
     QTest::newRow("left to right") << Qt::LeftToRight;
     QTest::newRow("right to left") << Qt::RightToLeft;
 }
 
-void TestFrame::theImageIsAtTheLeadingEdge()
+void TestZVTolvarSetupWizard::theImageIsAtTheLeadingEdge()
 {
     QFETCH(Qt::LayoutDirection, direction);
     _wizard->setLayoutDirection(direction);
@@ -271,7 +271,7 @@ void TestFrame::theImageIsAtTheLeadingEdge()
     QCOMPARE(white, QRect(fromLeft ? 2 : 896, 348, 2, 4));
 }
 
-void TestFrame::aNameGivenByAParentIsKept()
+void TestZVTolvarSetupWizard::aNameGivenByAParentIsKept()
 {
     class NamingParent : public QWidget
     {
@@ -288,7 +288,7 @@ void TestFrame::aNameGivenByAParentIsKept()
     QCOMPARE(wizard.parentWidget(), &parent);
 }
 
-void TestFrame::theTextsAreTranslatedInTheWizardsContext()
+void TestZVTolvarSetupWizard::theTextsAreTranslatedInTheWizardsContext()
 {
     const PseudoTranslator translator;
     const ZVTolvarSetupWizard wizard;
@@ -298,7 +298,7 @@ void TestFrame::theTextsAreTranslatedInTheWizardsContext()
              QStringLiteral("console_dialog||Console Log"));
 }
 
-void TestFrame::thePagesUseTheSecondOfTwoControllers()
+void TestZVTolvarSetupWizard::thePagesUseTheSecondOfTwoControllers()
 {
     QCOMPARE(controllers().size(), 2);
     QCOMPARE(_wizard->_tolvar, controllers().at(1));
@@ -306,7 +306,7 @@ void TestFrame::thePagesUseTheSecondOfTwoControllers()
         QCOMPARE(wizardController(_wizard->page(id)), controllers().at(1));
 }
 
-void TestFrame::theConsoleButtonOpensOneConsole()
+void TestZVTolvarSetupWizard::theConsoleButtonOpensOneConsole()
 {
     auto *console = _wizard->findChild<console_dialog *>();
     _wizard->show();
@@ -322,7 +322,7 @@ void TestFrame::theConsoleButtonOpensOneConsole()
     QVERIFY2(console->isVisible(), "the custom button does not reopen the console");
 }
 
-void TestFrame::theConsoleCollectsWhileHidden()
+void TestZVTolvarSetupWizard::theConsoleCollectsWhileHidden()
 {
     auto *console = _wizard->findChild<console_dialog *>();
     QCOMPARE(theConsoleWindow, console->console_textBrowser());
@@ -331,14 +331,14 @@ void TestFrame::theConsoleCollectsWhileHidden()
     QCOMPARE(console->console_textBrowser()->toPlainText(), QStringLiteral("abc"));
 }
 
-void TestFrame::finishingQueuesExitOnTheSecondController_data()
+void TestZVTolvarSetupWizard::finishingQueuesExitOnTheSecondController_data()
 {
     QTest::addColumn<bool>("cancel");
     QTest::newRow("Finish") << false;
     QTest::newRow("Cancel") << true;
 }
 
-void TestFrame::finishingQueuesExitOnTheSecondController()
+void TestZVTolvarSetupWizard::finishingQueuesExitOnTheSecondController()
 {
     QFETCH(bool, cancel);
     MessageSpy log;
@@ -356,7 +356,7 @@ void TestFrame::finishingQueuesExitOnTheSecondController()
     QVERIFY2(theConsoleWindow, "the console was released");
 }
 
-void TestFrame::onFinishedLeavesSetupModeAndReleasesTheConsole()
+void TestZVTolvarSetupWizard::onFinishedLeavesSetupModeAndReleasesTheConsole()
 {
     MessageSpy log;
     QVERIFY(QMetaObject::invokeMethod(_wizard.get(), "OnFinished", Q_ARG(int, 1)));
@@ -365,7 +365,7 @@ void TestFrame::onFinishedLeavesSetupModeAndReleasesTheConsole()
     QCOMPARE(theConsoleWindow, nullptr);
 }
 
-void TestFrame::theSlotsKeepTheirOrder()
+void TestZVTolvarSetupWizard::theSlotsKeepTheirOrder()
 {
     const QMetaObject &meta = ZVTolvarSetupWizard::staticMetaObject;
     QCOMPARE(meta.methodCount() - meta.methodOffset(), 2);
@@ -375,11 +375,11 @@ void TestFrame::theSlotsKeepTheirOrder()
     QCOMPARE(meta.method(meta.methodOffset() + 1).methodSignature(), QByteArray("consoleButtonClicked()"));
 }
 
-void TestFrame::theConsoleIsReleasedWithTheWizard()
+void TestZVTolvarSetupWizard::theConsoleIsReleasedWithTheWizard()
 {
     _wizard.reset();
     QCOMPARE(theConsoleWindow, nullptr);
 }
 
-QTEST_MAIN(TestFrame)
+QTEST_MAIN(TestZVTolvarSetupWizard)
 #include "tst_zvtolvarsetupwizard.moc"

@@ -3,13 +3,13 @@
 #include <QTest>
 
 #include "simulator/fakeusbbus.h"
+#include "tests/layout/allviews.h"
 #include "tests/layout/appearance.h"
 #include "tests/layout/fitting.h"
-#include "tests/layout/tour.h"
 #include "tests/support/messagespy.h"
 
 /// Tests that users can read all texts of the wizard.
-class TestLooks : public QObject
+class TestLayout : public QObject
 {
     Q_OBJECT
 
@@ -18,7 +18,7 @@ private Q_SLOTS:
     void everyTextCanBeRead();
 };
 
-void TestLooks::everyTextCanBeRead_data()
+void TestLayout::everyTextCanBeRead_data()
 {
     QTest::addColumn<QString>("theme");
     QTest::addColumn<QString>("language");
@@ -39,7 +39,7 @@ void TestLooks::everyTextCanBeRead_data()
     add("contrast", "en", 9);
 }
 
-void TestLooks::everyTextCanBeRead()
+void TestLayout::everyTextCanBeRead()
 {
     QFETCH(QString, theme);
     QFETCH(QString, language);
@@ -51,7 +51,7 @@ void TestLooks::everyTextCanBeRead()
     QStringList issues;
     QSet<QString> seen;
     const MessageSpy unprinted;
-    tour([&](const QString &view, QWidget *window) {
+    showAllViews([&](const QString &view, QWidget *window) {
         seen += view;
         const QStringList found = layoutIssues(window, window->grab().toImage());
         for (const QString &issue : found)
@@ -65,8 +65,8 @@ int main(int argc, char *argv[])
 {
     const QApplication app(argc, argv);
     const FakeUsbBus nothingPluggedIn;
-    TestLooks test;
+    TestLayout test;
     return QTest::qExec(&test, argc, argv);
 }
 
-#include "tst_looks.moc"
+#include "tst_layout.moc"

@@ -1,4 +1,4 @@
-#include "tests/layout/tour.h"
+#include "tests/layout/allviews.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -18,15 +18,15 @@ namespace
 {
 constexpr QLatin1String longestName("The name with thirty-two letters");
 
-class Tour
+class AllViews
 {
 public:
-    explicit Tour(const ViewCallback &callback)
+    explicit AllViews(const ViewCallback &callback)
         : _callback(callback)
     {
     }
 
-    void goThrough()
+    void showInOrder()
     {
         connectPage();
         foundPage();
@@ -46,7 +46,7 @@ public:
     }
 
 private:
-    Q_DISABLE_COPY_MOVE(Tour)
+    Q_DISABLE_COPY_MOVE(AllViews)
 
     void connectPage()
     {
@@ -71,7 +71,7 @@ private:
             dialog->accept();
         }});
         see("found-log-writing");
-        _f.reply(QString::fromLatin1(TolvarDocuments::logFile(_setup.logText)));
+        _f.reply(QString::fromLatin1(TolvarDocuments::logFile(_config.logText)));
         see("found-log-written");
         const auto chooseFileThatCannotBeCreated = [this](QDialog *dialog) {
             WizardRobot::enterFile(dialog, _folder.filePath("zvtolvar_log_15Mar12.txt"));
@@ -85,7 +85,7 @@ private:
     {
         _robot.clickContinue();
         see("choose-scanning");
-        finish(TolvarDocuments::scanResults(_setup.air));
+        finish(TolvarDocuments::scanResults(_config.air));
         see("choose-networks");
 
         select(longestName);
@@ -138,7 +138,7 @@ private:
     void console()
     {
         _f.wizard.consoleButtonClicked();
-        const QByteArray status = TolvarDocuments::status(_setup, _setup.configuration, _setup.testResult);
+        const QByteArray status = TolvarDocuments::status(_config, _config.configuration, _config.testResult);
         for (const QByteArray &output : {QByteArray("get\r\n"), status, QByteArray("\r\n>\r\n")})
             zvMessageOutput(QtWarningMsg, output);
         see("console", theConsoleWindow->window());
@@ -172,22 +172,22 @@ private:
 
     void sendStatus(const char *firmware)
     {
-        _setup.firmwareVersion = firmware;
+        _config.firmwareVersion = firmware;
         _f.reply(
-            QString::fromLatin1(TolvarDocuments::status(_setup, _setup.configuration, _setup.testResult)));
+            QString::fromLatin1(TolvarDocuments::status(_config, _config.configuration, _config.testResult)));
     }
     void finish(const QByteArray &document) { _f.finish(QString::fromLatin1(document)); }
 
     const ViewCallback &_callback;
     const QTemporaryDir _folder{QDir::tempPath() + QStringLiteral("/Documents-XXXXXX")};
-    DeviceConfig _setup;
+    DeviceConfig _config;
     WizardFixture _f;
     WizardRobot &_robot = _f.robot;
 };
 } // namespace
 
-void tour(const ViewCallback &callback)
+void showAllViews(const ViewCallback &callback)
 {
-    Tour(callback).goThrough();
-    Tour(callback).notFoundPage();
+    AllViews(callback).showInOrder();
+    AllViews(callback).notFoundPage();
 }

@@ -1,7 +1,7 @@
-// looks take FOLDER THEME LANGUAGE POINTS
+// layout_screenshots take FOLDER THEME LANGUAGE POINTS
 //     Saves an image of each view of the wizard in FOLDER, and reports each text that does not fit. The exit
 //     status is 1 when there is one.
-// looks sheet IMAGE FOLDER...
+// layout_screenshots sheet IMAGE FOLDER...
 //     Puts the images of several folders side by side.
 
 #include <cstdio>
@@ -12,9 +12,9 @@
 #include <QWidget>
 
 #include "simulator/fakeusbbus.h"
+#include "tests/layout/allviews.h"
 #include "tests/layout/appearance.h"
 #include "tests/layout/fitting.h"
-#include "tests/layout/tour.h"
 #include "tests/support/messagespy.h"
 
 namespace
@@ -22,11 +22,11 @@ namespace
 int take(const QDir &folder, const Appearance &appearance)
 {
     if (!folder.mkpath(QStringLiteral("."))) {
-        std::fprintf(stderr, "looks: cannot create the folder %s\n", qPrintable(folder.path()));
+        std::fprintf(stderr, "layout_screenshots: cannot create the folder %s\n", qPrintable(folder.path()));
         return 2;
     }
     if (!appearance.canBeDrawn()) {
-        std::fprintf(stderr, "looks: no installed font supports the language %s\n",
+        std::fprintf(stderr, "layout_screenshots: no installed font supports the language %s\n",
                      qPrintable(appearance.language));
         return 2;
     }
@@ -35,7 +35,7 @@ int take(const QDir &folder, const Appearance &appearance)
     const FakeUsbBus nothingPluggedIn;
     int count = 0;
     bool succeeded = true;
-    tour([&](const QString &view, QWidget *window) {
+    showAllViews([&](const QString &view, QWidget *window) {
         const QImage image = window->grab().toImage();
         const QString name = QStringLiteral("%1-%2.png").arg(++count, 2, 10, QLatin1Char('0')).arg(view);
         const QStringList issues = layoutIssues(window, image);
@@ -95,7 +95,7 @@ int main(int argc, char *argv[])
                     {arguments.at(3), arguments.at(4), arguments.at(5).toInt()});
     if (arguments.size() > 3 && arguments.at(1) == QLatin1String("sheet"))
         return contactSheet(arguments.mid(3)).save(arguments.at(2), "png", 0) ? 0 : 1;
-    std::fprintf(stderr,
-                 "usage: looks take FOLDER THEME LANGUAGE POINTS\n       looks sheet IMAGE FOLDER...\n");
+    std::fprintf(stderr, "usage: layout_screenshots take FOLDER THEME LANGUAGE POINTS\n       "
+                         "layout_screenshots sheet IMAGE FOLDER...\n");
     return 2;
 }
