@@ -85,9 +85,9 @@ void verify(const TolvarState &state)
 
 void runOnce(FakeUsbBus &bus, Measure &finding, Measure &whole)
 {
-    DeviceConfig setup;
-    setup.delays = device;
-    PluggedTolvar tolvar(bus, setup);
+    DeviceConfig config;
+    config.delays = device;
+    PluggedTolvar tolvar(bus, config);
     if (!tolvar.plug())
         qFatal("cannot plug the device in");
     {

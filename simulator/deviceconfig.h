@@ -51,7 +51,7 @@ QList<TolvarNetwork> defaultAir();
 /// A few lines in the format of the device's own log.
 QByteArray defaultLogText();
 
-/// The complete setup of one simulated device. The defaults are the factory state.
+/// The complete configuration of one simulated device. The defaults are the factory state.
 struct DeviceConfig {
     QByteArray systemId = "TOLVAR-4711";
     QByteArray mode = "Setup";

@@ -105,9 +105,9 @@ bool PluggedPort::waitUntil(const std::function<bool()> &holds, int milliseconds
     return true;
 }
 
-PluggedTolvar::PluggedTolvar(FakeUsbBus &bus, const DeviceConfig &setup, const UsbBridge &bridge)
+PluggedTolvar::PluggedTolvar(FakeUsbBus &bus, const DeviceConfig &config, const UsbBridge &bridge)
     : PluggedPort(bus, bridge)
-    , _tolvar(setup)
+    , _tolvar(config)
 {
     connect(pump(), &PtyPump::received, &_tolvar, &SimulatedTolvar::receive);
     connect(&_tolvar, &SimulatedTolvar::transmit, pump(), &PtyPump::send);

@@ -83,13 +83,13 @@ class PluggedTolvar : public PluggedPort
     Q_OBJECT
 
 public:
-    explicit PluggedTolvar(FakeUsbBus &bus, const DeviceConfig &setup = DeviceConfig(),
+    explicit PluggedTolvar(FakeUsbBus &bus, const DeviceConfig &config = DeviceConfig(),
                            const UsbBridge &bridge = UsbBridge::ftdi());
     ~PluggedTolvar() override;
 
     /// What the device has received so far and its current configuration.
     TolvarState state() const { return _tolvar.state(); }
-    /// Changes the device's setup. The change applies from the next command on.
+    /// Changes the device's configuration. The change applies from the next command on.
     void reconfigure(const std::function<void(DeviceConfig &)> &change) { _tolvar.reconfigure(change); }
     /// Returns true if no byte is in transit in either direction and the device is idle.
     bool isAtRest();

@@ -113,28 +113,28 @@ TolvarNetwork networkFrom(const QString &text, OptionReader &options)
     return network;
 }
 
-void readDevice(OptionReader &options, const QStringList &networks, DeviceConfig &setup)
+void readDevice(OptionReader &options, const QStringList &networks, DeviceConfig &config)
 {
-    setup.delays.scan = 2500;
-    setup.delays.test = 3000;
+    config.delays.scan = 2500;
+    config.delays.test = 3000;
     if (options.isSet("no-scan-delay"))
-        setup.delays = TolvarDelays();
-    options.readMilliseconds("scan-delay", setup.delays.scan);
-    options.readMilliseconds("test-delay", setup.delays.test);
-    setup.faults.systemErrorOnTest = options.isSet("system-error");
+        config.delays = TolvarDelays();
+    options.readMilliseconds("scan-delay", config.delays.scan);
+    options.readMilliseconds("test-delay", config.delays.test);
+    config.faults.systemErrorOnTest = options.isSet("system-error");
     if (options.isSet("firmware"))
-        setup.firmwareVersion = options.bytes("firmware");
+        config.firmwareVersion = options.bytes("firmware");
     if (!networks.isEmpty())
-        setup.air.clear();
+        config.air.clear();
     for (const QString &text : networks)
-        setup.air += networkFrom(text, options);
+        config.air += networkFrom(text, options);
     if (options.isSet("log-file")) {
         QFile file(options.text("log-file"));
         if (!file.open(QIODevice::ReadOnly))
             options.complain(
                 QStringLiteral("Cannot read the log file %1: %2.").arg(file.fileName(), file.errorString()));
         else
-            setup.logText = file.readAll();
+            config.logText = file.readAll();
     }
 }
 
@@ -174,7 +174,7 @@ std::optional<SimOptions> readOptions(const QStringList &arguments, QString &pro
 
     SimOptions result;
     OptionReader options(parser, problem);
-    readDevice(options, parser.values(QStringLiteral("network")), result.setup);
+    readDevice(options, parser.values(QStringLiteral("network")), result.config);
     readPort(options, result);
     options.readMilliseconds("plug-after", result.plugAfter);
     result.hasForeign = options.isSet("foreign");

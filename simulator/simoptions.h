@@ -9,7 +9,7 @@
 
 /// The options on the command line of tolvarsim.
 struct SimOptions {
-    DeviceConfig setup;
+    DeviceConfig config;
     UsbBridge bridge = UsbBridge::ftdi();
     int plugAfter = 0; ///< milliseconds; 0: plug in before the program starts
     int firstTty = 0;  ///< the number in the name of the first tty

@@ -28,14 +28,14 @@ QList<QByteArray> TolvarState::lineTexts() const
     return texts;
 }
 
-SimulatedTolvar::SimulatedTolvar(const DeviceConfig &setup, QObject *parent)
+SimulatedTolvar::SimulatedTolvar(const DeviceConfig &config, QObject *parent)
     : QObject(parent)
-    , _setup(setup)
+    , _config(config)
     , _work(this)
 {
-    _state.pending = setup.configuration;
-    _state.saved = setup.configuration;
-    _state.testResult = setup.testResult;
+    _state.pending = config.configuration;
+    _state.saved = config.configuration;
+    _state.testResult = config.testResult;
     _work.setSingleShot(true);
     _work.setTimerType(Qt::PreciseTimer);
     connect(&_work, &QTimer::timeout, this, [this] {
@@ -51,16 +51,16 @@ TolvarState SimulatedTolvar::state() const
     return _state;
 }
 
-DeviceConfig SimulatedTolvar::setup() const
+DeviceConfig SimulatedTolvar::config() const
 {
     const QMutexLocker lock(&_guard);
-    return _setup;
+    return _config;
 }
 
 void SimulatedTolvar::reconfigure(const std::function<void(DeviceConfig &)> &change)
 {
     const QMutexLocker lock(&_guard);
-    change(_setup);
+    change(_config);
 }
 
 void SimulatedTolvar::change(const std::function<void(TolvarState &)> &how)
@@ -144,7 +144,7 @@ void SimulatedTolvar::later(int milliseconds, const std::function<void()> &step)
 
 void SimulatedTolvar::prompt()
 {
-    const DeviceConfig now = setup();
+    const DeviceConfig now = config();
     if (now.faults.neverPrompts)
         return;
     later(now.delays.prompt, [this, times = now.faults.promptsTwice ? 2 : 1] {
@@ -163,7 +163,7 @@ void SimulatedTolvar::trace(const QByteArray &text)
 
 void SimulatedTolvar::reply(QByteArray document)
 {
-    const TolvarFaults faults = setup().faults;
+    const TolvarFaults faults = config().faults;
     if (faults.malformedDocuments)
         document = document.left(document.lastIndexOf("</")) + "</not_its_name>";
     if (!faults.garbageBeforeReplies.isEmpty())

@@ -31,14 +31,14 @@ public:
     };
     Q_ENUM(Speech)
 
-    explicit SimulatedTolvar(const DeviceConfig &setup = DeviceConfig(), QObject *parent = nullptr);
+    explicit SimulatedTolvar(const DeviceConfig &config = DeviceConfig(), QObject *parent = nullptr);
 
     /// What it has received so far and its current configuration. Thread-safe.
     TolvarState state() const;
-    /// Its current setup. Thread-safe.
-    DeviceConfig setup() const;
-    /// Changes the setup. The change applies from the next command on. The configuration cannot be changed
-    /// here. Thread-safe.
+    /// A copy of its current DeviceConfig. Thread-safe.
+    DeviceConfig config() const;
+    /// Changes the DeviceConfig. The change applies from the next command on. The Wi-Fi configuration in it
+    /// cannot be changed here. Thread-safe.
     void reconfigure(const std::function<void(DeviceConfig &)> &change);
 
     /// Returns true if it has processed all input and is idle. Call it from the object's own thread only.
@@ -84,8 +84,8 @@ private:
     void later(int milliseconds, const std::function<void()> &step);
     void change(const std::function<void(TolvarState &)> &how);
 
-    mutable QMutex _guard; // protects _setup and _state
-    DeviceConfig _setup;
+    mutable QMutex _guard; // protects _config and _state
+    DeviceConfig _config;
     TolvarState _state;
 
     LineSplitter _arriving; // splits the recorded bytes into lines, as they arrive

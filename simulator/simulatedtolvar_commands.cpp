@@ -54,7 +54,7 @@ void SimulatedTolvar::obey(const QByteArray &line)
             startSession();
         return;
     }
-    if (setup().faults.deafTo.contains(line.split(' ').first()))
+    if (config().faults.deafTo.contains(line.split(' ').first()))
         return;
     for (const Command &command : commands) {
         const QByteArray start = command.start;
@@ -80,12 +80,12 @@ void SimulatedTolvar::startSession()
 void SimulatedTolvar::sendStatus(const QByteArray &)
 {
     const TolvarState now = state();
-    reply(TolvarDocuments::status(setup(), now.pending, now.testResult));
+    reply(TolvarDocuments::status(config(), now.pending, now.testResult));
 }
 
 void SimulatedTolvar::sendLog(const QByteArray &)
 {
-    reply(TolvarDocuments::logFile(setup().logText));
+    reply(TolvarDocuments::logFile(config().logText));
 }
 
 void SimulatedTolvar::scan(const QByteArray &)
@@ -93,8 +93,8 @@ void SimulatedTolvar::scan(const QByteArray &)
     const bool traced = state().pending.uartTrace == "Y";
     if (traced)
         trace("wlan: scan starts");
-    later(setup().delays.scan, [this, traced] {
-        const QList<TolvarNetwork> air = setup().air;
+    later(config().delays.scan, [this, traced] {
+        const QList<TolvarNetwork> air = config().air;
         if (traced) {
             for (const TolvarNetwork &network : air)
                 trace("wlan: beacon on channel " + network.channel + ", " + network.rssi + " dB");
@@ -105,8 +105,8 @@ void SimulatedTolvar::scan(const QByteArray &)
 
 void SimulatedTolvar::test(const QByteArray &)
 {
-    later(setup().delays.test, [this] {
-        const DeviceConfig now = setup();
+    later(config().delays.test, [this] {
+        const DeviceConfig now = config();
         const TolvarConfiguration configuration = state().pending;
         const JoinResult result =
             now.faults.systemErrorOnTest ? SystemError : tryToJoin(now.air, configuration);

@@ -12,7 +12,7 @@ Simulation::Simulation(const SimOptions &options)
     : _options(options)
     , _printer(options.isVerbose)
     , _bus(options.firstTty)
-    , _tolvar(_bus, options.setup, options.bridge)
+    , _tolvar(_bus, options.config, options.bridge)
     , _foreignFtdi(_bus, UsbBridge::foreignFtdi())
     , _foreignCh340(_bus, UsbBridge::foreignCh340())
 {

@@ -57,36 +57,36 @@ QByteArray asBytes(QString document)
 }
 } // namespace
 
-QByteArray TolvarDocuments::status(const DeviceConfig &setup, const TolvarConfiguration &current,
+QByteArray TolvarDocuments::status(const DeviceConfig &config, const TolvarConfiguration &current,
                                    const QByteArray &testResult)
 {
     const std::pair<const char *, QByteArray> elements[] = {
-        {"name", setup.systemId},
-        {"mode", setup.mode},
-        {"firmware_date", setup.firmwareDate},
-        {"firmware_version", setup.firmwareVersion},
+        {"name", config.systemId},
+        {"mode", config.mode},
+        {"firmware_date", config.firmwareDate},
+        {"firmware_version", config.firmwareVersion},
         {"network_name", current.network},
-        {"mac_address", setup.macAddress},
+        {"mac_address", config.macAddress},
         {"ip_address", current.ipAddress},
         {"useStaticIP", current.useStaticIP},
-        {"mask", setup.mask},
-        {"gateway", setup.gateway},
-        {"dns", setup.dns},
+        {"mask", config.mask},
+        {"gateway", config.gateway},
+        {"dns", config.dns},
         {"test_result", testResult},
-        {"upgrade_result", setup.upgradeResult},
+        {"upgrade_result", config.upgradeResult},
         {"ant", current.antenna},
         {"trc", current.uartTrace},
-        {"sl_on", setup.sysLogOn},
-        {"sl_ip", setup.sysLogServer},
+        {"sl_on", config.sysLogOn},
+        {"sl_ip", config.sysLogServer},
     };
 
     QString document;
     QXmlStreamWriter xml(&document);
     xml.setAutoFormatting(true);
     xml.writeStartElement(QStringLiteral("puckdata"));
-    QByteArray extra = setup.extraStatusXml;
+    QByteArray extra = config.extraStatusXml;
     for (const auto &[name, value] : elements) {
-        if (!setup.missingFromStatus.contains(name))
+        if (!config.missingFromStatus.contains(name))
             xml.writeTextElement(QString::fromLatin1(name), asText(withoutControls(value)));
         else
             xml.writeCharacters(QString()); // closes the root's start tag, if it is still open

@@ -9,7 +9,7 @@
 namespace TolvarDocuments
 {
 /// The reply to "get".
-QByteArray status(const DeviceConfig &setup, const TolvarConfiguration &current,
+QByteArray status(const DeviceConfig &config, const TolvarConfiguration &current,
                   const QByteArray &testResult);
 /// The reply to "scan": the networks that are not hidden, in the order of \a air.
 QByteArray scanResults(const QList<TolvarNetwork> &air);

@@ -4,8 +4,8 @@
 #include <QFile>
 #include <QTest>
 
-Scenario::Scenario(const DeviceConfig &setup, const UsbBridge &bridge)
-    : tolvar(bed, setup, bridge)
+Scenario::Scenario(const DeviceConfig &config, const UsbBridge &bridge)
+    : tolvar(bus, config, bridge)
     , robot(screen)
 {
     QObject::connect(&tolvar, &PluggedTolvar::conversation, &tolvar,
@@ -105,9 +105,9 @@ QList<QByteArray> typicalLines(const QByteArray &ssid, const QByteArray &passphr
 
 DeviceConfig openNetwork()
 {
-    DeviceConfig setup;
-    setup.configuration.network = "Library";
-    return setup;
+    DeviceConfig config;
+    config.configuration.network = "Library";
+    return config;
 }
 
 QList<LogMessage> messagesOf(const QByteArray &log)

@@ -21,7 +21,7 @@
 class Scenario
 {
 public:
-    explicit Scenario(const DeviceConfig &setup = DeviceConfig(),
+    explicit Scenario(const DeviceConfig &config = DeviceConfig(),
                       const UsbBridge &bridge = UsbBridge::ftdi());
     ~Scenario();
 
@@ -53,7 +53,7 @@ private:
     QStringList _conversation;
 
 public:
-    FakeUsbBus bed;
+    FakeUsbBus bus;
     PluggedTolvar tolvar;
     ProgramDriver screen;
     ProgramRobot robot;

@@ -29,9 +29,9 @@ private Q_SLOTS:
 
 void TestNetworkChoice::keysChooseANetwork()
 {
-    DeviceConfig setup; // no names that begin with a space: the list would continue to one of them
-    setup.air.removeIf([](const TolvarNetwork &network) { return network.ssid.startsWith(' '); });
-    Scenario s(setup);
+    DeviceConfig config; // no names that begin with a space: the list would continue to one of them
+    config.air.removeIf([](const TolvarNetwork &network) { return network.ssid.startsWith(' '); });
+    Scenario s(config);
     ZV_STEP(s, s.findNetworks());
     const QStringList networks = s.screen.names(row());
     ZV_STEP(s, s.robot.tabTo(field().beside("Passphrase")));
@@ -95,9 +95,9 @@ void TestNetworkChoice::anSsidIsSentAsItWasReceived()
     odd.security = "WPA2";
     TolvarNetwork other;
     other.ssid = "Other";
-    DeviceConfig setup;
-    setup.air = {other, odd};
-    Scenario s(setup);
+    DeviceConfig config;
+    config.air = {other, odd};
+    Scenario s(config);
     ZV_STEP(s, s.findNetworks());
     ZV_STEP(s, s.robot.tabTo(list()));
     ZV_STEP(s, s.screen.typeText("c"));
@@ -121,9 +121,9 @@ void TestNetworkChoice::lookingForNetworksAgainReplacesTheListAndSavesWhatWasTes
     ZV_STEP(s, s.robot.pressFocused("Go Back"));
     ZV_STEP(s, s.screen.waitFor(field().beside("Passphrase").withText("wrong  one")));
     QCOMPARE(s.deviceState().saved.passphrase, QByteArray("correct horse battery"));
-    s.tolvar.reconfigure([](DeviceConfig &setup) {
-        setup.air = {setup.air.constFirst()};
-        setup.air.first().ssid = "Just switched on";
+    s.tolvar.reconfigure([](DeviceConfig &config) {
+        config.air = {config.air.constFirst()};
+        config.air.first().ssid = "Just switched on";
     });
     ZV_STEP(s, s.screen.click(button("Look for Networks...")));
     ZV_STEP(s, s.screen.waitFor(row("Just switched on")));

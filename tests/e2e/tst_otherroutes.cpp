@@ -75,9 +75,9 @@ void TestOtherRoutes::aNetworkThatFailsTheTestCanBeSaved()
 
 void TestOtherRoutes::aSystemErrorLeavesOnlyCancel()
 {
-    DeviceConfig setup;
-    setup.faults.systemErrorOnTest = true;
-    Scenario s(setup);
+    DeviceConfig config;
+    config.faults.systemErrorOnTest = true;
+    Scenario s(config);
     ZV_STEP(s, s.findNetworks());
     ZV_STEP(s, s.robot.typePassphrase("x"));
     ZV_STEP(s, s.robot.continueToNext());
@@ -94,10 +94,10 @@ void TestOtherRoutes::aSystemErrorLeavesOnlyCancel()
 // The device is plugged in after the start, so both controllers receive its replies.
 void TestOtherRoutes::theLogIsSavedByteForByte()
 {
-    DeviceConfig setup;
-    setup.logText =
+    DeviceConfig config;
+    config.logText =
         "first line\n\n  \"quoted\" & <marked up> > done\n\ttab\n" + QByteArray(5000, 'x') + "\nlast";
-    Scenario s(setup);
+    Scenario s(config);
     ZV_STEP(s, s.start());
     ZV_STEP(s, s.robot.waitForSearch());
     QVERIFY(s.tolvar.plug());
@@ -108,7 +108,7 @@ void TestOtherRoutes::theLogIsSavedByteForByte()
     ZV_STEP(s, s.screen.saveAs(path));
     ZV_STEP(s, s.robot.waitForText("Log file written to: " + path));
     ZV_STEP(s, s.screen.waitFor(button("Get Tolvar Log File").enabled().focused()));
-    QCOMPARE(contents(path), setup.logText);
+    QCOMPARE(contents(path), config.logText);
     QVERIFY(s.sessionLog().contains("D:Opening file: \"" + path.toUtf8() + "\" \n"));
     ZV_STEP(s, s.robot.continueToNext());
     ZV_STEP(s, s.robot.waitForNetworks());

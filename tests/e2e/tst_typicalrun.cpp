@@ -52,8 +52,8 @@ private Q_SLOTS:
 void TestTypicalRun::presentAtTheStartBesideForeignPorts()
 {
     Scenario s(DeviceConfig(), UsbBridge::prolific());
-    ForeignPort ftdi(s.bed);
-    ForeignPort ch340(s.bed, UsbBridge::foreignCh340());
+    ForeignPort ftdi(s.bus);
+    ForeignPort ch340(s.bus, UsbBridge::foreignCh340());
     QVERIFY(ftdi.plug());
     QVERIFY(ch340.plug());
     QVERIFY(s.tolvar.plug());

@@ -13,7 +13,7 @@ bool isFound(Scenario &s)
 
 bool sendsItsLog(Scenario &s)
 {
-    s.tolvar.reconfigure([](DeviceConfig &setup) { setup.faults.deafTo = {"get_log_file"}; });
+    s.tolvar.reconfigure([](DeviceConfig &config) { config.faults.deafTo = {"get_log_file"}; });
     const QString path = s.inHome("log.txt");
     return isFound(s) && s.robot.continueToNext() && s.screen.click(button("Get Tolvar Log File")) &&
            s.screen.saveAs(path) && s.robot.waitForText("Writing log file to: " + path) &&
@@ -23,7 +23,7 @@ bool sendsItsLog(Scenario &s)
 bool scans(Scenario &s)
 {
     s.tolvar.reconfigure(
-        [](DeviceConfig &setup) { setup.delays.scan = 60000; }); // longer than the test takes
+        [](DeviceConfig &config) { config.delays.scan = 60000; }); // longer than the test takes
     return isFound(s) && s.robot.continueToNetworks() &&
            s.screen.waitFor(progressBar("Look for Networks...")) && s.deviceGets("scan");
 }
@@ -31,7 +31,7 @@ bool scans(Scenario &s)
 bool tests(Scenario &s)
 {
     s.tolvar.reconfigure(
-        [](DeviceConfig &setup) { setup.delays.test = 60000; }); // longer than the test takes
+        [](DeviceConfig &config) { config.delays.test = 60000; }); // longer than the test takes
     return s.findNetworks() && s.robot.continueToNext() &&
            s.screen.waitFor(progressBar("Testing Network Settings")) && s.deviceGets("test");
 }

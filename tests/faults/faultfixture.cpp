@@ -28,18 +28,18 @@ bool hasOpenTtys()
 
 DeviceConfig tersestTolvar()
 {
-    DeviceConfig setup;
-    setup.systemId = "T";
-    setup.configuration = {"A", "a"};
-    setup.air = {TolvarNetwork{"B", "b", "WPA2"}};
-    setup.missingFromStatus = {"firmware_date",  "mask", "gateway", "dns",   "test_result",
-                               "upgrade_result", "ant",  "trc",     "sl_on", "sl_ip"};
-    return setup;
+    DeviceConfig config;
+    config.systemId = "T";
+    config.configuration = {"A", "a"};
+    config.air = {TolvarNetwork{"B", "b", "WPA2"}};
+    config.missingFromStatus = {"firmware_date",  "mask", "gateway", "dns",   "test_result",
+                                "upgrade_result", "ant",  "trc",     "sl_on", "sl_ip"};
+    return config;
 }
 
-FaultFixture::FaultFixture(const DeviceConfig &setup, const WizardWishes &ourWishes)
+FaultFixture::FaultFixture(const DeviceConfig &config, const WizardWishes &ourWishes)
     : wishes(ourWishes)
-    , tolvar(bus, setup)
+    , tolvar(bus, config)
     , robot(wizard)
 {
     // Anything that the user does after that would change the state that the unplugging leaves.

@@ -15,7 +15,7 @@ DeviceConfig tersestTolvar();
 class FaultFixture
 {
 public:
-    explicit FaultFixture(const DeviceConfig &setup = tersestTolvar(),
+    explicit FaultFixture(const DeviceConfig &config = tersestTolvar(),
                           const WizardWishes &wishes = {QStringLiteral("B"), QStringLiteral("b"), QString()});
     ~FaultFixture();
 

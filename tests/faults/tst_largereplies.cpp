@@ -22,12 +22,12 @@ private Q_SLOTS:
 
 void TestLargeReplies::fiveHundredNetworks()
 {
-    DeviceConfig setup = tersestTolvar();
+    DeviceConfig config = tersestTolvar();
     constexpr int number = 500;
     for (int i = 1; i < number; ++i)
-        setup.air += TolvarNetwork{"network " + QByteArray::number(i), "", "OPEN"};
+        config.air += TolvarNetwork{"network " + QByteArray::number(i), "", "OPEN"};
     int listed = 0;
-    FaultFixture fixture(setup);
+    FaultFixture fixture(config);
     // Checked when the page has been updated, not when the scan is reported as finished: on a slow computer a
     // second "get" is in progress, and its reply ends a scan early.
     QObject::connect(
@@ -51,11 +51,11 @@ void TestLargeReplies::aNameOutsideAscii_data()
 void TestLargeReplies::aNameOutsideAscii()
 {
     const QByteArray ssid = "Caf\xE9 \xC4\xDF <&> \"!\"";
-    DeviceConfig setup = tersestTolvar();
-    setup.air = {TolvarNetwork{ssid, "b", "WPA2"}};
+    DeviceConfig config = tersestTolvar();
+    config.air = {TolvarNetwork{ssid, "b", "WPA2"}};
     QFETCH(bool, hidden);
-    setup.air.first().hidden = hidden; // then no scan lists it
-    FaultFixture fixture(setup, {QString::fromLatin1(ssid), QStringLiteral("b"), QString()});
+    config.air.first().hidden = hidden; // then no scan lists it
+    FaultFixture fixture(config, {QString::fromLatin1(ssid), QStringLiteral("b"), QString()});
     QCOMPARE(fixture.walkAgain(), QString());
 }
 
@@ -63,14 +63,14 @@ void TestLargeReplies::aLogOfFourMegabytesIsKeptWhole()
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("log.txt"));
-    DeviceConfig setup = tersestTolvar();
-    setup.logText.clear();
+    DeviceConfig config = tersestTolvar();
+    config.logText.clear();
     constexpr qsizetype length = 4L * 1024 * 1024;
-    for (int number = 0; setup.logText.size() < length; ++number)
-        setup.logText += "line " + QByteArray::number(number) + " of a <long> & dull story\n";
-    FaultFixture fixture(setup, {QStringLiteral("B"), QStringLiteral("b"), path});
+    for (int number = 0; config.logText.size() < length; ++number)
+        config.logText += "line " + QByteArray::number(number) + " of a <long> & dull story\n";
+    FaultFixture fixture(config, {QStringLiteral("B"), QStringLiteral("b"), path});
     QCOMPARE(fixture.walkAgain(), QString());
-    QVERIFY(contents(path) == setup.logText);
+    QVERIFY(contents(path) == config.logText);
 }
 
 void TestLargeReplies::aLogThatDoesNotFitOnTheDiskDoesNotBlockTheUser()

@@ -46,13 +46,13 @@ void TestPlugCycles::anIdleWizardIsNotBusy_data()
 void TestPlugCycles::anIdleWizardIsNotBusy()
 {
     QFETCH(QString, what);
-    DeviceConfig setup = tersestTolvar();
-    setup.faults.neverPrompts = what.contains(QLatin1String("silent"));
-    FaultFixture fixture(setup);
+    DeviceConfig config = tersestTolvar();
+    config.faults.neverPrompts = what.contains(QLatin1String("silent"));
+    FaultFixture fixture(config);
     if (what != QLatin1String("no device")) {
         QVERIFY(fixture.tolvar.plug());
         QVERIFY(fixture.waitFor([&] {
-            return setup.faults.neverPrompts
+            return config.faults.neverPrompts
                        ? fixture.tolvar.state().awake
                        : !fixture.wizard._tolvar->systemID().isEmpty() && !fixture.isTalking();
         }));

@@ -32,11 +32,11 @@ void TestReplug::aReplyOfTheFormerDeviceIsNotAwaited()
     QFETCH(UdevFaultInjector::Failure, failure);
     QFETCH(bool, isScan);
     UdevFaultInjector::fail(failure);
-    DeviceConfig setup = tersestTolvar();
-    setup.faults.neverPrompts = !isScan;
-    setup.delays.scan = 3600000; // the device is unplugged long before
-    bool isForgotten = !isScan;  // only for a moment: the arrival is reported right after the removal
-    FaultFixture fixture(setup);
+    DeviceConfig config = tersestTolvar();
+    config.faults.neverPrompts = !isScan;
+    config.delays.scan = 3600000; // the device is unplugged long before
+    bool isForgotten = !isScan;   // only for a moment: the arrival is reported right after the removal
+    FaultFixture fixture(config);
     QVERIFY(fixture.tolvar.plug());
     fixture.robot.start(fixture.wishes);
     QVERIFY(fixture.waitFor([&] {

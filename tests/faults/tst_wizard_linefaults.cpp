@@ -92,10 +92,10 @@ void TestWizardLineFaults::theTypicalRunSucceeds()
     QFETCH(LineFaults::Reads, reads);
     QFETCH(TolvarDelays, delays);
     QFETCH(TolvarFaults, deviceFaults);
-    DeviceConfig setup = tersestTolvar();
-    setup.delays = delays;
-    setup.faults = deviceFaults;
-    FaultFixture fixture(setup);
+    DeviceConfig config = tersestTolvar();
+    config.delays = delays;
+    config.faults = deviceFaults;
+    FaultFixture fixture(config);
     LineFaults faults;
     faults.reads = reads;
     walkInto(fixture, faults);
@@ -116,12 +116,12 @@ void TestWizardLineFaults::afterSeveralFaultsAtOnce()
     QFETCH(int, seed);
     QRandomGenerator random(static_cast<quint32>(seed));
     const auto isSo = [&random] { return random.bounded(2) == 1; };
-    DeviceConfig setup = tersestTolvar();
-    setup.faults.promptsTwice = isSo();
+    DeviceConfig config = tersestTolvar();
+    config.faults.promptsTwice = isSo();
     if (isSo())
-        setup.faults.garbageBeforeReplies = "\x01 <garbage> \xFF";
+        config.faults.garbageBeforeReplies = "\x01 <garbage> \xFF";
     if (isSo())
-        setup.delays = {random.bounded(1500), random.bounded(500), random.bounded(500)};
+        config.delays = {random.bounded(1500), random.bounded(500), random.bounded(500)};
     LineFaults faults;
     faults.reads = static_cast<LineFaults::Reads>(random.bounded(3));
     faults.insertAt = random.bounded(1000);
@@ -130,7 +130,7 @@ void TestWizardLineFaults::afterSeveralFaultsAtOnce()
     if (isSo())
         faults.pulledOutAfter = 1 + random.bounded(1500);
 
-    FaultFixture fixture(setup);
+    FaultFixture fixture(config);
     walkInto(fixture, faults);
     // Waits until the run ends or a reply is lost: no data has been sent for longer than the wizard ever
     // waits. It need not be exact: any moment is suitable for unplugging.

@@ -180,10 +180,10 @@ QByteArray TestReportPassphrases::report(const Scenario &s)
 void TestReportPassphrases::noPassphraseIsInTheReport()
 {
     QFETCH(Run, run);
-    DeviceConfig setup;
-    setup.air = {run.network};
-    setup.delays = TolvarDelays();
-    Scenario s(setup);
+    DeviceConfig config;
+    config.air = {run.network};
+    config.delays = TolvarDelays();
+    Scenario s(config);
     LineFaults faults;
     faults.reads = run.reads;
     s.tolvar.setFaults(faults);

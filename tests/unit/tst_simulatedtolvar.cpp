@@ -12,8 +12,8 @@ namespace
 class Console
 {
 public:
-    explicit Console(const DeviceConfig &setup = DeviceConfig())
-        : tolvar(setup)
+    explicit Console(const DeviceConfig &config = DeviceConfig())
+        : tolvar(config)
     {
         QObject::connect(&tolvar, &SimulatedTolvar::transmit, &tolvar,
                          [this](const QByteArray &bytes) { output += bytes; });
@@ -158,11 +158,11 @@ void TestSimulatedTolvar::answers()
 {
     QFETCH(TolvarFaults, faults);
     QFETCH(QByteArray, input);
-    DeviceConfig setup;
-    setup.faults = faults;
-    setup.air.clear();
-    setup.logText = "log";
-    Console console(setup);
+    DeviceConfig config;
+    config.faults = faults;
+    config.air.clear();
+    config.logText = "log";
+    Console console(config);
     QTEST(console.send(input), "output");
     QVERIFY(console.tolvar.state().pending.network != "a b"); // the fault ignores that command
 }
@@ -192,9 +192,9 @@ void TestSimulatedTolvar::keepsTheConfiguration_data()
 void TestSimulatedTolvar::keepsTheConfiguration()
 {
     QFETCH(QByteArray, line);
-    DeviceConfig setup;
-    setup.configuration = {"n", "p", "0", "N", "10.0.0.1", "N"};
-    Console console(setup);
+    DeviceConfig config;
+    config.configuration = {"n", "p", "0", "N", "10.0.0.1", "N"};
+    Console console(config);
     console.send("C\r\n" + line + "\r\n");
     QTEST(shown(console.tolvar.state().pending), "expected");
     QCOMPARE(shown(console.tolvar.state().saved), QByteArray("n|p|0|N|10.0.0.1|N"));
@@ -204,21 +204,21 @@ void TestSimulatedTolvar::keepsTheConfiguration()
 
 void TestSimulatedTolvar::statusDocument()
 {
-    DeviceConfig setup;
-    setup.systemId = "T1";
-    setup.mode = "M";
-    setup.firmwareDate = "D";
-    setup.firmwareVersion = "A059";
-    setup.macAddress = "MAC";
-    setup.mask = "K";
-    setup.gateway = "G";
-    setup.dns = "DN";
-    setup.testResult = "2";
-    setup.upgradeResult = "4";
-    setup.sysLogOn = "Y";
-    setup.sysLogServer = "SL";
-    setup.configuration = {"N<&>\"", "secret", "1", "Y", "IP", "Y"};
-    Console console(setup);
+    DeviceConfig config;
+    config.systemId = "T1";
+    config.mode = "M";
+    config.firmwareDate = "D";
+    config.firmwareVersion = "A059";
+    config.macAddress = "MAC";
+    config.mask = "K";
+    config.gateway = "G";
+    config.dns = "DN";
+    config.testResult = "2";
+    config.upgradeResult = "4";
+    config.sysLogOn = "Y";
+    config.sysLogServer = "SL";
+    config.configuration = {"N<&>\"", "secret", "1", "Y", "IP", "Y"};
+    Console console(config);
     console.send("C\r\n");
     QCOMPARE(console.ask("get"), QByteArray("<puckdata>\n"
                                             "    <name>T1</name>\n"
@@ -243,9 +243,9 @@ void TestSimulatedTolvar::statusDocument()
 
 void TestSimulatedTolvar::statusFollowsTheConfiguration()
 {
-    DeviceConfig setup;
-    setup.air = {{"Home", "right", "WPA2"}};
-    Console console(setup);
+    DeviceConfig config;
+    config.air = {{"Home", "right", "WPA2"}};
+    Console console(config);
     console.send("C\r\n");
     QVERIFY(console.ask("get").contains("<test_result>0</test_result>"));
     console.send("setssid Home\r\nsetpass wrong\r\nant_select 1\r\nsetuarttrace y\r\ntest\r\n");
@@ -257,30 +257,30 @@ void TestSimulatedTolvar::statusFollowsTheConfiguration()
 
 void TestSimulatedTolvar::statusWithExtraAndMissingElements()
 {
-    DeviceConfig setup;
-    setup.extraStatusXml = "<radio><band>2.4</band>text<name>not this one</name></radio>";
-    setup.missingFromStatus = {"network_name", "dns"};
-    Console console(setup);
+    DeviceConfig config;
+    config.extraStatusXml = "<radio><band>2.4</band>text<name>not this one</name></radio>";
+    config.missingFromStatus = {"network_name", "dns"};
+    Console console(config);
     console.send("C\r\n");
     const QByteArray document = console.ask("get");
-    QVERIFY2(document.startsWith("<puckdata>\n    <name>TOLVAR-4711</name>" + setup.extraStatusXml),
+    QVERIFY2(document.startsWith("<puckdata>\n    <name>TOLVAR-4711</name>" + config.extraStatusXml),
              document);
     QVERIFY2(!document.contains("network_name") && !document.contains("dns"), document);
     QCOMPARE(document.count("</"), 1 + 17 - 2 + 3);
 
     console.tolvar.reconfigure([](DeviceConfig &changed) { changed.missingFromStatus = {"name"}; });
-    QVERIFY(console.ask("get").startsWith("<puckdata>" + setup.extraStatusXml));
+    QVERIFY(console.ask("get").startsWith("<puckdata>" + config.extraStatusXml));
 }
 
 void TestSimulatedTolvar::scanDocument()
 {
     TolvarNetwork hidden{"H", "x", "WPA2"};
     hidden.hidden = true;
-    DeviceConfig setup;
-    setup.air = {{"A \"<&>\x01\x02\x1F", "x", "WPA2", "11", "-42", "CCMP", "Y", "N"},
-                 hidden,
-                 {"", "", "OPEN", "1", "-90", "", "", "Y"}};
-    Console console(setup);
+    DeviceConfig config;
+    config.air = {{"A \"<&>\x01\x02\x1F", "x", "WPA2", "11", "-42", "CCMP", "Y", "N"},
+                  hidden,
+                  {"", "", "OPEN", "1", "-90", "", "", "Y"}};
+    Console console(config);
     const QByteArray answer = console.send("C\r\nscan\r\n");
     QCOMPARE(answer.mid(answer.indexOf('\x02')),
              QByteArray("\x02<scan_results>\n"
@@ -293,9 +293,9 @@ void TestSimulatedTolvar::scanDocument()
 
 void TestSimulatedTolvar::logDocument()
 {
-    DeviceConfig setup;
-    setup.logText = "1: a < b\n2: \x02marks\x03 & \tcontrols \x7F\x80\xFF\n";
-    Console console(setup);
+    DeviceConfig config;
+    config.logText = "1: a < b\n2: \x02marks\x03 & \tcontrols \x7F\x80\xFF\n";
+    Console console(config);
     console.send("C\r\n");
     QCOMPARE(console.ask("get_log_file"),
              QByteArray("<log_file>1: a &lt; b\n2: ?marks? &amp; \tcontrols \x7F\x80\xFF\n</log_file>"));
@@ -303,10 +303,10 @@ void TestSimulatedTolvar::logDocument()
 
 void TestSimulatedTolvar::documentsAreByteTransparent()
 {
-    DeviceConfig setup;
-    setup.configuration.network = everyByteOfAName();
-    setup.air = {{everyByteOfAName(), "x", "WPA2"}};
-    Console console(setup);
+    DeviceConfig config;
+    config.configuration.network = everyByteOfAName();
+    config.air = {{everyByteOfAName(), "x", "WPA2"}};
+    Console console(config);
     console.send("C\r\n");
     QByteArray escaped = everyByteOfAName().replace("&", "&amp;").replace("\"", "&quot;");
     escaped.replace("<", "&lt;").replace(">", "&gt;");
@@ -340,9 +340,9 @@ void TestSimulatedTolvar::testsJoining()
     QFETCH(QByteArray, result);
     TolvarNetwork hidden{"Hidden", "h", "WPA2"};
     hidden.hidden = true;
-    DeviceConfig setup;
-    setup.air = {{"Home", " right ", "WPA2"}, {"Open", "", "OPEN"}, hidden, {"Home", "other", "WEP"}};
-    Console console(setup);
+    DeviceConfig config;
+    config.air = {{"Home", " right ", "WPA2"}, {"Open", "", "OPEN"}, hidden, {"Home", "other", "WEP"}};
+    Console console(config);
     console.send("C\r\nsetssid " + network + "\r\nsetpass " + passphrase + "\r\n");
     const QByteArray document = console.ask("test");
     QVERIFY2(document.startsWith("<networktest_results>\n    <status SSID=\"" + network + "\" desc=\""),
@@ -378,12 +378,12 @@ void TestSimulatedTolvar::linesWaitWhileItWorks_data()
 void TestSimulatedTolvar::linesWaitWhileItWorks()
 {
     QFETCH(QByteArray, work);
-    DeviceConfig setup;
-    setup.air.clear();
-    setup.delays.scan = 150;
-    setup.delays.test = 150;
-    setup.logText = "log";
-    Console console(setup);
+    DeviceConfig config;
+    config.air.clear();
+    config.delays.scan = 150;
+    config.delays.test = 150;
+    config.logText = "log";
+    Console console(config);
     console.send("C\r\n");
 
     QElapsedTimer clock;
@@ -409,9 +409,9 @@ void TestSimulatedTolvar::linesWaitWhileItWorks()
 
 void TestSimulatedTolvar::promptTakesItsTime()
 {
-    DeviceConfig setup;
-    setup.delays.prompt = 40;
-    Console console(setup);
+    DeviceConfig config;
+    config.delays.prompt = 40;
+    Console console(config);
     QElapsedTimer clock;
     clock.start();
     QCOMPARE(console.send("C\r\nsave\r\nhelp\r\n"), QByteArray());
@@ -436,9 +436,9 @@ void TestSimulatedTolvar::forgetsWhatIsNotSaved()
 
 void TestSimulatedTolvar::anUnpluggingEndsScansAndTests()
 {
-    DeviceConfig setup;
-    setup.delays.scan = 30;
-    Console console(setup);
+    DeviceConfig config;
+    config.delays.scan = 30;
+    Console console(config);
     console.send("C\r\nscan\r\nsetssid lost\r\n");
     console.tolvar.losePower();
     QVERIFY(!console.tolvar.state().isWorking);

@@ -34,9 +34,9 @@ private:
 
 void TestSimulatorLineFaults::init()
 {
-    DeviceConfig setup;
-    setup.delays.prompt = 1;
-    _tolvar = std::make_unique<PluggedTolvar>(_bed, setup);
+    DeviceConfig config;
+    config.delays.prompt = 1;
+    _tolvar = std::make_unique<PluggedTolvar>(_bed, config);
     QVERIFY(_tolvar->plug());
     _faults = {};
 }
