@@ -30,7 +30,6 @@ ChooseNetworkWizardPage::ChooseNetworkWizardPage(QWidget *parent)
 ChooseNetworkWizardPage::~ChooseNetworkWizardPage()
 {
     theConsoleWindow = nullptr;
-    _ui.reset();
 }
 
 void ChooseNetworkWizardPage::initializePage()

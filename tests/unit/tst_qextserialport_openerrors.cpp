@@ -8,6 +8,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <fcntl.h>
 #include <grp.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -107,9 +108,11 @@ private Q_SLOTS:
     void theLockFileOfARunningProgramIsRespected();
     void aLockFileThatNamesNoProcessIsRespectedWhileItIsFresh();
     void aLinkInPlaceOfALockFileIsNotFollowed();
+    void aPipeInPlaceOfALockFileIsNotWaitedFor();
     void aStaleLockFileIsTakenOver_data();
     void aStaleLockFileIsTakenOver();
     void aPortThatAnotherProgramHasLockedIsBusy();
+    void aRecordLockOnThePortIsIgnored();
     void anOpenPortIsLockedForOtherPrograms();
     void aPortIsOpenedOncePerAttempt();
     void anErrorIsReportedOnce();
@@ -188,6 +191,18 @@ void TestQextSerialPortOpenErrors::aLinkInPlaceOfALockFileIsNotFollowed()
              qPrintable(port.errorString()));
 }
 
+void TestQextSerialPortOpenErrors::aPipeInPlaceOfALockFileIsNotWaitedFor()
+{
+    const Pty terminal;
+    const QString pipe = lockPath(terminal.portName());
+    QCOMPARE(::mkfifo(pipe.toLatin1().constData(), 0644), 0);
+    const auto noPipe = qScopeGuard([&] { QFile::remove(pipe); });
+    QextSerialPort port(terminal.portName());
+    QVERIFY(!port.open(QIODevice::ReadWrite));
+    QCOMPARE(port.errorString(),
+             QStringLiteral("Device or resource busy; the lock file %1 has just been made").arg(pipe));
+}
+
 void TestQextSerialPortOpenErrors::aStaleLockFileIsTakenOver_data()
 {
     QTest::addColumn<QByteArray>("content");
@@ -235,6 +250,17 @@ void TestQextSerialPortOpenErrors::aPortThatAnotherProgramHasLockedIsBusy()
     program.closeWriteChannel();
     QVERIFY(program.waitForFinished());
     QVERIFY(port.open(QIODevice::ReadWrite));
+}
+
+// A program that locks a port for others does it with flock(), as the system's own programs do.
+void TestQextSerialPortOpenErrors::aRecordLockOnThePortIsIgnored()
+{
+    const Pty terminal;
+    const PlainTty other(terminal.portName().toLatin1());
+    struct flock record = {};
+    record.l_type = F_WRLCK;
+    QCOMPARE(::fcntl(other.descriptor, F_OFD_SETLK, &record), 0);
+    QVERIFY(QextSerialPort(terminal.portName()).open(QIODevice::ReadWrite));
 }
 
 void TestQextSerialPortOpenErrors::anOpenPortIsLockedForOtherPrograms()
