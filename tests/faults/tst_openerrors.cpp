@@ -51,11 +51,11 @@ void TestOpenErrors::aPortThatCanBeOpenedLater()
     auto other = otherProgram(fixture);
     if (error == "Permission denied") {
         other.reset();
-        LibcInterposer::failOpening(true);
+        LibcInterposer::failOpening("/dev/ttyUSB");
     }
     QVERIFY(reportsError(fixture, error));
     QCOMPARE(fixture.tolvar.state().bytes.size(), 0);
-    LibcInterposer::failOpening(false);
+    LibcInterposer::failOpening({});
     other.reset();
     QCOMPARE(fixture.walk(), QString());
     QCOMPARE(fixture.messages.messages("C:").size(), 1); // reported once, however often the wizard tries

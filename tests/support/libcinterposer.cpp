@@ -63,7 +63,8 @@ bool isUnreadable(int descriptor)
 
 int openBy(const char *function, const char *path, int flags, mode_t mode)
 {
-    if (record().failsOpening && QByteArray(path).startsWith("/dev/ttyUSB")) {
+    const QByteArray forbidden = record().forbiddenPath;
+    if (!forbidden.isEmpty() && QByteArray(path).startsWith(forbidden)) {
         errno = EACCES;
         return -1;
     }

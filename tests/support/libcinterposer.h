@@ -34,9 +34,9 @@ public:
 
     /// The number of times that \a node has been opened since clear().
     static int openings(const QByteArray &node) { return static_cast<int>(record().opened.count(node)); }
-    /// Denies or restores permission to open the ttys of the bridges. The system itself never denies it to
-    /// root.
-    static void failOpening(bool fail) { record().failsOpening = fail; }
+    /// From now on, denies permission to open the files whose paths start with \a path. The system itself
+    /// never denies it to root.
+    static void failOpening(const QByteArray &path) { record().forbiddenPath = path; }
     /// From now on, the ttys keep the requested data bits, parity and stop bits, as every line except a
     /// pseudo-terminal does.
     static void keepFrame() { record().keepsFrame = true; }
@@ -65,7 +65,7 @@ public:
         QList<int> modemLines;
         QStringList order;
         QList<QByteArray> opened;
-        bool failsOpening = false;
+        QByteArray forbiddenPath;
         bool keepsFrame = false;
         int unreadPretences = 0;
         int unreadQuestions = 0;

@@ -112,6 +112,7 @@ private Q_SLOTS:
     void aStaleLockFileIsTakenOver_data();
     void aStaleLockFileIsTakenOver();
     void aPortThatAnotherProgramHasLockedIsBusy();
+    void aPortIsBusyEvenIfTheListOfLocksIsHidden();
     void aRecordLockOnThePortIsIgnored();
     void anOpenPortIsLockedForOtherPrograms();
     void aPortIsOpenedOncePerAttempt();
@@ -250,6 +251,19 @@ void TestQextSerialPortOpenErrors::aPortThatAnotherProgramHasLockedIsBusy()
     program.closeWriteChannel();
     QVERIFY(program.waitForFinished());
     QVERIFY(port.open(QIODevice::ReadWrite));
+}
+
+// The list of locks is hidden from a program in a sandbox.
+void TestQextSerialPortOpenErrors::aPortIsBusyEvenIfTheListOfLocksIsHidden()
+{
+    const Pty terminal;
+    const PlainTty other(terminal.portName().toLatin1());
+    QCOMPARE(::flock(other.descriptor, LOCK_EX | LOCK_NB), 0);
+    LibcInterposer::failOpening("/proc/locks");
+    QextSerialPort port(terminal.portName());
+    QVERIFY(!port.open(QIODevice::ReadWrite));
+    QCOMPARE(port.errorString(),
+             QStringLiteral("Device or resource busy; the port is locked by another program"));
 }
 
 // A program that locks a port for others does it with flock(), as the system's own programs do.
