@@ -2,10 +2,13 @@
 
 #include <cerrno>
 #include <cstdarg>
+#include <utility>
+
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <linux/serial.h>
 #include <poll.h>
+#include <sys/file.h>
 #include <sys/ioctl.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -119,6 +122,14 @@ extern "C" int ioctl(int descriptor, unsigned long request, ...)
         return 0;
     }
     return static_cast<int>(::syscall(SYS_ioctl, descriptor, request, argument));
+}
+
+extern "C" int flock(int descriptor, int operation)
+{
+    static auto *const real = original<decltype(flock)>("flock");
+    if (const auto call = std::exchange(record().lockingCall, {}))
+        call();
+    return real(descriptor, operation);
 }
 
 extern "C" ssize_t read(int descriptor, void *buffer, size_t size)

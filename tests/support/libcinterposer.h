@@ -28,6 +28,8 @@ public:
         record().settingsUntilCall = number;
         record().call = std::move(call);
     }
+    /// Calls \a call once, at the next flock(), before the system receives it.
+    static void beforeLocking(std::function<void()> call) { record().lockingCall = std::move(call); }
     /// The settings that requests have changed so far, in order: "baud rate", "flow control", "parity", "data
     /// bits", "stop bits", "DTR", "RTS".
     static QStringList order() { return record().order; }
@@ -62,6 +64,7 @@ public:
         int timesSet = 0;
         int settingsUntilCall = 0;
         std::function<void()> call;
+        std::function<void()> lockingCall;
         QList<int> modemLines;
         QStringList order;
         QList<QByteArray> opened;

@@ -1,4 +1,5 @@
 #include <cctype>
+#include <cstdio>
 
 #include <QFile>
 #include <QProcess>
@@ -111,6 +112,8 @@ private Q_SLOTS:
     void aPipeInPlaceOfALockFileIsNotWaitedFor();
     void aStaleLockFileIsTakenOver_data();
     void aStaleLockFileIsTakenOver();
+    void aStaleLockFileThatIsRemovedInTheMeantimeIsNoObstacle();
+    void aStaleLockFileThatIsReplacedInTheMeantimeIsRespected();
     void aPortThatAnotherProgramHasLockedIsBusy();
     void aPortIsBusyEvenIfTheListOfLocksIsHidden();
     void aRecordLockOnThePortIsIgnored();
@@ -182,7 +185,7 @@ void TestQextSerialPortOpenErrors::aLockFileThatNamesNoProcessIsRespectedWhileIt
 void TestQextSerialPortOpenErrors::aLinkInPlaceOfALockFileIsNotFollowed()
 {
     const Pty terminal;
-    const LockFile target("target", QByteArray(), day); // it would be taken over
+    const LockFile target(terminal.portName() + ".target", QByteArray(), day); // it would be taken over
     const QString link = lockPath(terminal.portName());
     QVERIFY(QFile::link(target.path, link));
     const auto noLink = qScopeGuard([&] { QFile::remove(link); });
@@ -226,6 +229,29 @@ void TestQextSerialPortOpenErrors::aStaleLockFileIsTakenOver()
     QVERIFY(contents(lock.path).trimmed().startsWith(QByteArray::number(::getpid()) + '\n'));
     port.close();
     QVERIFY(!QFile::exists(lock.path));
+}
+
+void TestQextSerialPortOpenErrors::aStaleLockFileThatIsRemovedInTheMeantimeIsNoObstacle()
+{
+    const Pty terminal;
+    const LockFile lock(terminal.portName(), QByteArray(), day);
+    LibcInterposer::beforeLocking([&lock] { QFile::remove(lock.path); });
+    QextSerialPort port(terminal.portName());
+    QVERIFY2(port.open(QIODevice::ReadWrite), qPrintable(port.errorString()));
+}
+
+void TestQextSerialPortOpenErrors::aStaleLockFileThatIsReplacedInTheMeantimeIsRespected()
+{
+    const Pty terminal;
+    const LockFile lock(terminal.portName(), QByteArray(), day);
+    const QByteArray content = QByteArray::number(::getpid()) + '\n';
+    const LockFile replacement(terminal.portName() + ".new", content, 0);
+    LibcInterposer::beforeLocking([&] { std::rename(qPrintable(replacement.path), qPrintable(lock.path)); });
+    QextSerialPort port(terminal.portName());
+    QVERIFY(!port.open(QIODevice::ReadWrite));
+    QVERIFY2(port.errorString().startsWith("Device or resource busy; the lock file " + lock.path),
+             qPrintable(port.errorString()));
+    QCOMPARE(contents(lock.path), content);
 }
 
 void TestQextSerialPortOpenErrors::aPortThatAnotherProgramHasLockedIsBusy()
