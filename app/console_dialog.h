@@ -7,7 +7,8 @@
 class QTextBrowser;
 class Ui_console_dialog;
 
-/// The console view: a window with the device's raw output.
+/// The console view: a window with the program's warnings and errors. The device's raw output is logged as
+/// warnings.
 class console_dialog : public QDialog
 {
     Q_OBJECT

@@ -73,7 +73,7 @@ ZVTolvarSetupWizard::ZVTolvarSetupWizard(QWidget *parent)
         connect(page(id), &QWizardPage::completeChanged, this, &ZVTolvarSetupWizard::keepFocusOnPage);
 }
 
-// In visual order, as this style arranges the buttons; Qt would begin in the middle.
+// Tab visits the buttons from left to right, as Mac style arranges them. Qt would begin in the middle.
 void ZVTolvarSetupWizard::setVisualTabOrder()
 {
     QWidget *previous = button(CustomButton1);
@@ -84,8 +84,8 @@ void ZVTolvarSetupWizard::setVisualTabOrder()
 }
 
 // When Qt disables or hides a focused button, it finds no other widget for the focus, because the wizard
-// hides its contents during the update. When the window is activated later, Qt would focus Console, and Enter
-// would then open it.
+// hides its contents during the update. When the window is activated later, Qt would focus the Console
+// button, and Enter would open the console view.
 void ZVTolvarSetupWizard::keepFocusOnPage()
 {
     const QWidget *focused = focusWidget();
@@ -95,10 +95,10 @@ void ZVTolvarSetupWizard::keepFocusOnPage()
 
 bool ZVTolvarSetupWizard::event(QEvent *event)
 {
-    const bool taken = QWizard::event(event);
+    const bool isHandled = QWizard::event(event);
     if (event->type() == QEvent::LayoutRequest)
         growToFitPage();
-    return taken;
+    return isHandled;
 }
 
 // QWizard does not take the height of wrapped text into account.
@@ -122,8 +122,8 @@ void ZVTolvarSetupWizard::paintEvent(QPaintEvent *event)
     if (!isRightToLeft())
         return QWizard::paintEvent(event);
     const QPixmap background = pixmap(BackgroundPixmap).transformed(QTransform::fromScale(-1, 1));
-    const QSize left = size() - background.deviceIndependentSize().toSize();
-    QPainter(this).drawPixmap(left.width(), left.height() / 2, background);
+    const QSize unused = size() - background.deviceIndependentSize().toSize();
+    QPainter(this).drawPixmap(unused.width(), unused.height() / 2, background);
 }
 
 void ZVTolvarSetupWizard::consoleButtonClicked()

@@ -21,27 +21,27 @@ bool isControl(QChar c)
 }
 
 /// The position after the next \a mark, or the end of \a document.
-qsizetype behind(const QString &document, QLatin1String mark, qsizetype from)
+qsizetype positionAfter(const QString &document, QLatin1String mark, qsizetype from)
 {
     const qsizetype found = document.indexOf(mark, from);
     return found < 0 ? document.size() : found + mark.size();
 }
 
 /// Returns \a document with the control characters in attribute values replaced by those of \a block. Text
-/// that is not well-formed need not be parsed: reading ends there.
+/// that is not well-formed need not be replaced: the reader stops there.
 QString replacedInAttributes(QString document, char16_t block)
 {
     qsizetype at = 0;
     while ((at = document.indexOf(QLatin1Char('<'), at)) >= 0) {
         const QStringView rest = QStringView(document).mid(at);
         if (rest.startsWith(QLatin1String("<!--"))) {
-            at = behind(document, QLatin1String("-->"), at + 4);
+            at = positionAfter(document, QLatin1String("-->"), at + 4);
         } else if (rest.startsWith(QLatin1String("<![CDATA["))) {
-            at = behind(document, QLatin1String("]]>"), at + 9);
+            at = positionAfter(document, QLatin1String("]]>"), at + 9);
         } else if (rest.startsWith(QLatin1String("<?"))) {
-            at = behind(document, QLatin1String("?>"), at + 2);
+            at = positionAfter(document, QLatin1String("?>"), at + 2);
         } else {
-            // A tag or a declaration. Those in a document type begin after its bracket.
+            // A tag or a declaration. The declarations inside a document type follow its '['.
             const bool isTag = !rest.startsWith(QLatin1String("<!"));
             QChar quote; // the quote that ends the value
             for (; at < document.size(); ++at) {
@@ -90,7 +90,7 @@ char16_t unusedBlock(const QString &document)
 QCoreXmlStreamReader::QCoreXmlStreamReader(const QString &document)
 {
     if (document.size() < 4)
-        return; // no document is shorter, and Qt 4 did not read it; "<a>" would begin one
+        return; // the shortest document, "<a/>", has four; Qt 6 would read "<a>" as the start of one
     if (std::none_of(document.cbegin(), document.cend(), isControl)) {
         addData(document);
         return;

@@ -75,8 +75,8 @@ public:
     int firmwareVersionAsInt() const;
     /// The antenna as shown to the user, translated.
     QString antennaDescription() const;
-    /// Whether no device is known, or the known one was unplugged: its port is dead, although its removal may
-    /// not have been reported yet.
+    /// Whether no device has reported its system ID, or the port of the device is dead. A port can be dead
+    /// before its removal is reported.
     bool isGone() const;
     /// A copy of the record stored for \a ssid; if there is none, a record that is named "Not Found" and
     /// otherwise empty.
@@ -130,10 +130,13 @@ Q_SIGNALS:
     void finishedWriteLog();
 
 public Q_SLOTS:
+    /// Logs the bytes that the port has received as a warning, and passes them to the link.
     void onReadyRead();
     /// Sends the oldest queued command; blocks for 10 ms per byte. If the port does not take a byte, the rest
     /// of the command is not sent, and the next command begins with a line end.
     void onReadyForCommand();
+    /// Reads one reply document: stores its values and emits their signals. Does not return if the root
+    /// element is unknown (docs/compatibility.md).
     void onResponseReceived(const QString &aResponse);
     void setSystemID(const QString &);
     void setStatus(const QString &);
@@ -159,16 +162,22 @@ public Q_SLOTS:
     void clearScannedNetworks();
     /// Makes the device scan for networks.
     void startScan();
-    /// Makes the device try network() with password(); one of the four verdict signals follows.
+    /// Makes the device try network() with password(). The reply emits one of the four verdict signals (none
+    /// if its result code is not 0 to 3), and then networkTestFinished().
     void startNetworkTest();
     /// Makes the device save network, passphrase, antenna and static address.
     void saveNetworkConfig();
     /// Requests the device's log and writes it to \a pFile, which is open for writing. The controller takes
     /// ownership of the file.
     void getLogFileTo(QFile *pFile);
+    /// Sends antenna() to the device.
     void commitAntennaSetting();
+    /// Makes the device use the static address ipAddress() if useStaticIP() is "Y", otherwise DHCP.
     void commitStaticIPSetting();
+    /// Starts to open the port a second later if it has the device's ids and no port is open.
     void onDeviceDiscovered(const QextPortInfo &info);
+    /// If it is the device's port: forgets the port, the queued commands, the scanned networks, the system
+    /// ID, status, firmware version, network and passphrase. The other values remain.
     void onDeviceRemoved(const QextPortInfo &info);
     /// Wakes the console, once a second until a prompt is seen.
     void onTimerKickOffTlovarConsole();

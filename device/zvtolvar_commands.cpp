@@ -1,7 +1,7 @@
 #include "device/zvtolvar.h"
 
-// The commands of the device. A command is a line; it contains values as they are, unquoted, including
-// spaces.
+// The commands to the device. A command is a line. Values are inserted unchanged and unquoted, even if they
+// contain spaces.
 
 namespace
 {
@@ -12,7 +12,7 @@ void ZVTolvar::startScan()
 {
     _scanning = true;
     submitCommand(QStringLiteral("setuarttrace y\r\n"));
-    submitCommand(QStringLiteral("save\r\n")); // kept: part of the sequence, although it saves everything
+    submitCommand(QStringLiteral("save\r\n")); // kept: makes the device save all its settings
     Q_EMIT scanStarted();
     submitCommand(QStringLiteral("scan\r\n"));
 }

@@ -9,8 +9,8 @@
 #include "messages/diagnostics.h"
 #include "serial/qextserialport.h"
 
-// The device's console, byte by byte: wakes it, recognizes its prompt, sends one line at a time, and extracts
-// its framed replies from the output.
+// The link to the device's console: wakes the console, recognizes its prompt, sends one line at a time, and
+// extracts the framed replies from its output.
 
 namespace
 {
@@ -19,7 +19,7 @@ using namespace std::chrono_literals;
 constexpr auto BytePause = 10ms;        // the time that the device's console needs for each byte
 constexpr auto WakeUpInterval = 1000ms; // until the first prompt
 
-// Bytes with a meaning. Any other byte is part of a reply, or is ignored.
+// The bytes that rows of the table name. Any other byte is part of a reply, or is ignored.
 constexpr int STX = 0x02; // a reply begins
 constexpr int ETX = 0x03; // a reply ends
 constexpr int EOT = 0x04; // the device is ready, in the handshake that is not used
@@ -103,7 +103,7 @@ struct ZVTolvarLink {
 
     static const Rule rules[];
 
-    static qsizetype takeFrom(QLatin1String received);
+    static qsizetype runLength(QLatin1String received);
     static void handle(ZVTolvar &t, QLatin1String received);
 };
 
@@ -129,12 +129,12 @@ constexpr ZVTolvarLink::Rule ZVTolvarLink::rules[] = { // the first matching row
 };
 // clang-format on
 
-// How many of these bytes the table can process at once: one that has a row, or all bytes up to the next one
-// that has a row.
-qsizetype ZVTolvarLink::takeFrom(QLatin1String received)
+// How many of the received bytes the table can process at once: one byte that a row names, or all bytes up to
+// the next byte that a row names.
+qsizetype ZVTolvarLink::runLength(QLatin1String received)
 {
-    const auto hasMeaning = [](char c) { return c == STX || c == ETX || c == EOT || c == Prompt; };
-    const auto *const next = std::find_if(received.cbegin(), received.cend(), hasMeaning);
+    const auto isNamed = [](char c) { return c == STX || c == ETX || c == EOT || c == Prompt; };
+    const auto *const next = std::find_if(received.cbegin(), received.cend(), isNamed);
     return next == received.cbegin() ? 1 : next - received.cbegin();
 }
 
@@ -169,9 +169,9 @@ void ZVTolvar::onReadyRead()
     QByteArray received(static_cast<int>(available), '\0');
     _port->read(received.data(), available);
     zvWarning() << received.constData(); // kept: a warning, so that the console view shows it
-    // Text comes in long runs. Processing them byte by byte would take twice as long.
+    // Text arrives in long runs. Processing a run byte by byte would take twice as long.
     for (QLatin1String rest(received); !rest.isEmpty();) {
-        const qsizetype size = ZVTolvarLink::takeFrom(rest);
+        const qsizetype size = ZVTolvarLink::runLength(rest);
         ZVTolvarLink::handle(*this, rest.first(size));
         rest = rest.sliced(size);
     }

@@ -69,10 +69,10 @@ QString readElement(QCoreXmlStreamReader &reader)
     return text;
 }
 
-/// Iterates over the children of the reader's current root element, and moves past its end. \a take is called
-/// for each child; if it returns false, the child is unknown and is passed to \a skip.
-template <typename Take, typename Skip>
-void forEachChild(QCoreXmlStreamReader &reader, Take take, Skip skip)
+/// Iterates over the children of the reader's current root element, and moves past its end. For each
+/// child, calls \a readChild, and \a skipChild if that returned false because the child is unknown.
+template <typename Read, typename Skip>
+void forEachChild(QCoreXmlStreamReader &reader, Read readChild, Skip skipChild)
 {
     reader.readNext();
     while (!reader.atEnd()) {
@@ -82,8 +82,8 @@ void forEachChild(QCoreXmlStreamReader &reader, Take take, Skip skip)
         }
         if (!reader.isStartElement())
             reader.readNext();
-        else if (!take())
-            skip();
+        else if (!readChild())
+            skipChild();
     }
 }
 } // namespace
@@ -115,7 +115,7 @@ void ZVTolvar::onResponseReceived(const QString &aResponse)
 
 void ZVTolvar::parseResponsePuckData(QCoreXmlStreamReader &reader)
 {
-    const auto take = [this, &reader] {
+    const auto readChild = [this, &reader] {
         const auto *const known =
             std::find_if(std::begin(statusElements), std::end(statusElements),
                          [&](const auto &entry) { return reader.name() == QLatin1String(entry.element); });
@@ -126,12 +126,12 @@ void ZVTolvar::parseResponsePuckData(QCoreXmlStreamReader &reader)
             (this->*known->store)(text);
         return true;
     };
-    forEachChild(reader, take, [this, &reader] { skipUnknownElement(reader); });
+    forEachChild(reader, readChild, [this, &reader] { skipUnknownElement(reader); });
 }
 
 void ZVTolvar::parseResponseScanResults(QCoreXmlStreamReader &reader)
 {
-    const auto take = [this, &reader] {
+    const auto readChild = [this, &reader] {
         if (reader.name() != QLatin1String("scan"))
             return false;
         const QXmlStreamAttributes attributes = reader.attributes();
@@ -146,12 +146,12 @@ void ZVTolvar::parseResponseScanResults(QCoreXmlStreamReader &reader)
         addScannedNetwork(network);
         return true;
     };
-    forEachChild(reader, take, [this, &reader] { skipUnknownElement(reader); });
+    forEachChild(reader, readChild, [this, &reader] { skipUnknownElement(reader); });
 }
 
 void ZVTolvar::parseNetworkTestResults(QCoreXmlStreamReader &reader)
 {
-    const auto take = [this, &reader] {
+    const auto readChild = [this, &reader] {
         if (reader.name() != QLatin1String("status"))
             return false;
         const QXmlStreamAttributes attributes = reader.attributes();
@@ -163,7 +163,7 @@ void ZVTolvar::parseNetworkTestResults(QCoreXmlStreamReader &reader)
             Q_EMIT(this->*verdicts[result])();
         return true;
     };
-    forEachChild(reader, take, [this, &reader] { skipUnknownElement(reader); });
+    forEachChild(reader, readChild, [this, &reader] { skipUnknownElement(reader); });
 }
 
 void ZVTolvar::parseLogFile(QCoreXmlStreamReader &reader)
@@ -190,7 +190,7 @@ void ZVTolvar::parseLogFile(QCoreXmlStreamReader &reader)
 
 void ZVTolvar::skipUnknownElement(QCoreXmlStreamReader &reader)
 {
-    int depth = 1; // counted instead of recursive, so that a deeply nested reply cannot exhaust the stack
+    int depth = 1; // counted, not recursive: a deeply nested reply cannot exhaust the stack
     reader.readNext();
     while (depth > 0 && !reader.atEnd()) {
         if (reader.isStartElement())

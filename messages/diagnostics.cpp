@@ -33,8 +33,8 @@ void enableAllMessages()
 
 ZVMessage::~ZVMessage()
 {
-    // Not qDebug(), which would format the finished text again. The checks that qDebug() makes are made here:
-    // categories, and whether warnings are fatal.
+    // Not qDebug(), which would format the finished text again. This function makes the same checks as
+    // qDebug(): whether the category is enabled, and whether warnings are fatal.
     qt_message_output(_level, QMessageLogContext(), _text);
 }
 

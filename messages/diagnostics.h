@@ -33,7 +33,7 @@ public:
 private:
     Q_DISABLE_COPY_MOVE(ZVMessage)
 
-    static constexpr qsizetype typicalMessageLength = 120; // only few are longer
+    static constexpr qsizetype typicalMessageLength = 120; // characters; few messages are longer
 
     QtMsgType _level;
     QString _text;

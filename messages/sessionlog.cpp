@@ -90,8 +90,9 @@ void writeLine(const char *level, QByteArrayView text)
     if (writeFailed && !flush(device))
         return;
 
-    // Bypasses the text stream: its buffer would take a quarter of a line's time, and it writes nothing more
-    // after a failed write. The line is written in one piece: the file's buffer takes all of it or nothing.
+    // Bypasses the text stream: its buffer would take a quarter of the time that a line needs, and the stream
+    // writes nothing more after a failed write. The line is written in one piece: the file's buffer takes all
+    // of it or nothing.
     QVarLengthArray<char, typicalLineLength> line;
     if (lastLineIsCut)
         line += '\n';

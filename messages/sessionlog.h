@@ -21,11 +21,11 @@ extern bool theTraceDebugFlag;
 /// cannot be opened, nothing is written to the log and no error is reported.
 void openSessionLog();
 
-/// Installs zvMessageOutput() as the handler of every message of the program, whatever Qt's logging rules
-/// say.
+/// Installs a handler that treats every message of the program as zvMessageOutput() does, whatever Qt's
+/// logging rules say.
 void installMessageHandler();
 
 /// Writes one message to the session log with its level's prefix, to standard output, and to the console
-/// view. \a msg is in the local 8-bit encoding. A line for which the disk has no space is dropped, except the
-/// first one; logging continues when there is space again.
+/// view. \a msg is in the local 8-bit encoding. While the disk is full, lines are dropped, except the first
+/// one, which is written when there is space again.
 void zvMessageOutput(QtMsgType type, const char *msg);

@@ -26,7 +26,7 @@ void showOptionalAddress(const QString &flag, const QString &address, QCheckBox 
 }
 
 /// How many pixels \a field is too narrow for its placeholder text; 0 if it is wide enough.
-int lackOfWidth(const QLineEdit *field)
+int missingWidth(const QLineEdit *field)
 {
     const QFontMetrics font = field->fontMetrics();
     const int margins = font.height(); // the margins of the frame and the field are smaller
@@ -42,8 +42,9 @@ AdvancedDialog::AdvancedDialog(ZVTolvar *controller, QWidget *parent)
     _ui->setupUi(this);
     showValues();
     resize(size().expandedTo(layout()->totalMinimumSize())); // the size at which it would be shown
-    layout()->setGeometry(rect());                           // with larger fonts, its fields are too narrow
-    resize(width() + std::max(lackOfWidth(_ui->lineEdit_ipAddress), lackOfWidth(_ui->lineEdit_syslogServer)),
+    layout()->setGeometry(rect()); // gives the fields their width, which is too small with larger fonts
+    resize(width() +
+               std::max(missingWidth(_ui->lineEdit_ipAddress), missingWidth(_ui->lineEdit_syslogServer)),
            height());
     fitToScreen(*this, *_ui->buttonBox);
     connect(this, &QDialog::accepted, this, &AdvancedDialog::OnAccepted);

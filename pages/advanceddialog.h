@@ -7,7 +7,8 @@
 class Ui_AdvancedDialog;
 class ZVTolvar;
 
-/// Edits the less common settings. OK passes them to the controller; the device gets them with the next save.
+/// Edits the less common settings. OK passes them to the controller. The next save sends them to the device,
+/// except the syslog settings, for which no command is known.
 class AdvancedDialog : public QDialog
 {
     Q_OBJECT

@@ -27,7 +27,7 @@ void ConnectTlovarWizardPage::initializePage()
     connect(tolvar, &ZVTolvar::systemIDChanged, this, &ConnectTlovarWizardPage::onSystemIDChanged);
     connect(tolvar, &ZVTolvar::candidateDeviceFound, this, &ConnectTlovarWizardPage::onCandidateDeviceFound);
 
-    // A device that is already present is reported before this returns, so the connections come first.
+    // findTolvar() reports a device that is already present before it returns, so the connections come first.
     tolvar->findTolvar();
 }
 

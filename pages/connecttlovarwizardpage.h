@@ -17,7 +17,7 @@ public:
 
     /// Starts the search for the device.
     void initializePage() override;
-    /// Whether the device has reported its system ID. Also updates the page's label and bar.
+    /// Whether the device has reported its system ID. Also updates the page's label and progress bar.
     bool isComplete() const override;
     /// kept: always the device-found page, never the device-not-found page.
     int nextId() const override;

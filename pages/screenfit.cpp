@@ -17,7 +17,7 @@ int heightFor(const QLayout &layout, int width)
     return std::max(layout.totalMinimumSize().height(), layout.totalMinimumHeightForWidth(width));
 }
 
-/// Moves all of \a dialog above \a buttons into a scroll area.
+/// Moves everything above \a buttons in \a dialog into a scroll area.
 void scrollContents(QDialog &dialog, QDialogButtonBox &buttons)
 {
     auto *layout = static_cast<QBoxLayout *>(dialog.layout());
@@ -46,9 +46,9 @@ void scrollContents(QDialog &dialog, QDialogButtonBox &buttons)
 
 QSize largestSize(const QWidget &window)
 {
-    const QWidget *like =
+    const QWidget *reference =
         !window.isVisible() && window.parentWidget() ? window.parentWidget()->window() : &window;
-    return like->screen()->availableSize() - (like->frameSize() - like->size());
+    return reference->screen()->availableSize() - (reference->frameSize() - reference->size());
 }
 
 QSize fittingSize(const QLayout &layout, QSize size, QSize largest)

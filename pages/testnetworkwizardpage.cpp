@@ -30,7 +30,7 @@ TestNetworkWizardPage::TestNetworkWizardPage(QWidget *parent)
     setPlainText({_ui->label}); // it contains the network's name
     _afterSave.setSingleShot(true);
     _afterSave.setInterval(InputDelay);
-    connect(&_afterSave, &QTimer::timeout, this, &TestNetworkWizardPage::leadOnAfterSave);
+    connect(&_afterSave, &QTimer::timeout, this, &TestNetworkWizardPage::announceSave);
 }
 
 TestNetworkWizardPage::~TestNetworkWizardPage() = default;
@@ -117,8 +117,9 @@ void TestNetworkWizardPage::onSaveNetworkConfig()
     _afterSave.start();
 }
 
-// Not for a device that was unplugged in the meantime, perhaps during the save.
-void TestNetworkWizardPage::leadOnAfterSave()
+// Moves the focus to Done and announces the save. Does nothing if the device was unplugged in the meantime,
+// perhaps during the save.
+void TestNetworkWizardPage::announceSave()
 {
     if (wizardController(this)->isGone())
         return;

@@ -32,11 +32,11 @@ public Q_SLOTS:
 
 private:
     void offerSaveAnyway(const QString &verdict);
-    void leadOnAfterSave();
+    void announceSave();
     void moveFocus(QWidget *next);
 
     std::unique_ptr<Ui_TestNetworkWizardPage> _ui;
     bool testInProgress = false;           // until a save; the verdicts do not change it
-    QTimer _afterSave;                     // moves the focus when it ends
+    QTimer _afterSave;                     // calls announceSave()
     const QWidget *_focusAtSave = nullptr; // never dereferenced
 };

@@ -128,7 +128,7 @@ void TolvarFoundWizardPage::onViewLogClicked()
         saveLog();
 }
 
-// In the meantime, the page keeps the focus for the button. Qt would move it to the Console button.
+// Until the button is enabled again, the page has the focus. Qt would move it to the Console button.
 void TolvarFoundWizardPage::disableLogButton()
 {
     if (wizard()->focusWidget() == _ui->pushButton_viewLog)
