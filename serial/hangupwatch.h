@@ -23,16 +23,17 @@ public:
     void stop();
 
 Q_SIGNALS:
-    /// The other end is gone, and all that it sent before has been read.
+    /// The other end is gone, and everything that it sent has been read. If unread bytes are still reported
+    /// after 100 checks, the signal is emitted nevertheless.
     void hungUp();
 
 private:
     Q_DISABLE_COPY_MOVE(HangUpWatch)
 
-    void look();
+    void checkForHangUp();
 
     int _port = -1;
-    int _watch = -1; // readable only after the port has hung up
-    int _looks = 0;
+    int _watch = -1;      // readable only after the port has hung up
+    int _drainChecks = 0; // how often unread bytes were reported after the hang-up
     std::unique_ptr<QSocketNotifier> _notifier;
 };

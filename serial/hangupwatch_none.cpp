@@ -8,4 +8,4 @@ HangUpWatch::HangUpWatch() = default;
 HangUpWatch::~HangUpWatch() = default;
 void HangUpWatch::start(int) {}
 void HangUpWatch::stop() {}
-void HangUpWatch::look() {}
+void HangUpWatch::checkForHangUp() {}

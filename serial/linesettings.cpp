@@ -47,7 +47,8 @@ static QSerialPort::StopBits stopBitsOf(StopBitsType bits)
 
 void LineSettings::applyTo(QSerialPort &port) const
 {
-    // The device is set up in this order. Flow control comes before RTS because it may take control of RTS.
+    // In the order in which the controller sets them. Flow control comes before RTS because it may take
+    // control of RTS.
     if (baudRate)
         port.setBaudRate(*baudRate);
     if (flowControl)

@@ -41,10 +41,9 @@ QString lockFilePath(const QString &portName)
     return {};
 }
 
-/// The process that a lock file names, 0 if it names none. Either the file begins with the number as text,
-/// possibly after spaces, and a line end, the program or the user may follow. Or the file contains the
-/// number's bytes and nothing else; process ids end at 2^22, so the highest byte is 0, which text does not
-/// contain.
+/// The process that a lock file names, 0 if it names none. There are two formats. Text: the number, possibly
+/// after spaces; a line end, the program or the user may follow. Binary: the bytes of the number and nothing
+/// else. Process ids end at 2^22, so the highest byte of a binary number is 0, which text does not contain.
 qint64 processIn(const QByteArray &content)
 {
     qint64 process = 0;
@@ -56,7 +55,7 @@ qint64 processIn(const QByteArray &content)
         qsizetype digits = 0;
         while (digits < text.size() && text.at(digits) >= '0' && text.at(digits) <= '9')
             ++digits;
-        // strchr() also finds a NUL, which ends a text too.
+        // strchr() also finds a NUL, which ends the number too.
         if (digits == text.size() || std::strchr(" \t\r\n", text.at(digits)))
             process = text.left(digits).toLongLong();
     }

@@ -6,5 +6,5 @@
 /// logged again until forgetOpenError().
 void logOpenError(const QString &portName, const QString &reason);
 
-/// The port has opened or was removed: its next open error is logged again.
+/// Call this when the port has opened or was removed: its next open error is logged, even if it is the same.
 void forgetOpenError(const QString &portName);

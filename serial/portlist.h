@@ -17,5 +17,6 @@ struct ListedPort {
 /// The serial ports that are present now, in the system's order: Qt's list.
 QList<ListedPort> listedByQt();
 
-/// The same list in a tenth of the time; nothing if udev is not available.
+/// The same list in a tenth of the time, with two differences (docs/architecture.md, "Listing and watching
+/// ports"); nothing if udev is not available.
 std::optional<QList<ListedPort>> listedByUdev();

@@ -16,10 +16,10 @@
 
 #include "serial/udevunref.h"
 
-// Qt makes udev read all properties of every tty before it drops most of them, and each Linux has 64 virtual
-// consoles. That took ten milliseconds each time, longer than anything else between the program's start and
-// its window. Here the consoles are skipped by name. The remaining ports follow the same rules as in Qt, in
-// the same order.
+// Qt makes udev read all properties of every tty before it drops most ttys, and a Linux system has 64 virtual
+// consoles. Reading them took ten milliseconds each time, longer than anything else between the program's
+// start and its window. Here the consoles are skipped by name. The remaining ports follow the same rules as
+// in Qt, in the same order, except in isPhantom() and valueOf().
 
 namespace
 {
@@ -44,7 +44,7 @@ bool isPhantom(udev_device *port, udev_device *parent)
         return false;
     if (const char *type = udev_device_get_sysattr_value(port, "type"))
         return std::atoi(type) == PORT_UNKNOWN;
-    // An old kernel reports it only for the open port.
+    // Old kernels do not have this attribute. They report the type only for an open port.
     const char *location = udev_device_get_devnode(port);
     const int descriptor = ::open(location, O_RDWR | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     if (descriptor < 0)
@@ -126,7 +126,7 @@ std::optional<QList<ListedPort>> listedByUdev()
     }
 
     QList<ListedPort> ports;
-    for (const auto &[place, device] : ttys) {
+    for (const auto &[sysfsPath, device] : ttys) {
         if (const auto port = portOf(device.get()))
             ports.append(*port);
     }

@@ -39,8 +39,8 @@ std::shared_ptr<PortWatcher> PortWatcher::shared()
 {
     std::shared_ptr<PortWatcher> watcher = currentWatcher().lock();
     if (!watcher) {
-        // The last holder may release it inside one of its signals, or after the application has destroyed
-        // it.
+        // The last holder may release the watcher in a slot of its signals, or after the application has
+        // destroyed it.
         PortWatcher *fresh = makeWatcher().release();
         watcher.reset(fresh, [alive = QPointer<PortWatcher>(fresh)](PortWatcher *) {
             if (alive)
@@ -80,8 +80,8 @@ void PortWatcher::rememberPresent()
 
 void PortWatcher::onPortAdded(const QString &portName)
 {
-    // The list is authoritative: it excludes ports with no device behind them, and every caller gets its
-    // description of a port.
+    // The list is authoritative: it excludes ports with no device behind them, and all reports describe a
+    // port as the list does.
     const QList<QextPortInfo> ports = QextSerialEnumerator::getPorts();
     for (const QextPortInfo &info : ports) {
         if (info.portName != portName)

@@ -19,9 +19,9 @@ public:
     /// once for each removal, and not again when the next port uses the name.
     static std::shared_ptr<PortWatcher> shared();
 
-    /// Call this when the line of a port has closed and none of its users requested it. The port was removed,
-    /// or another one has taken its name, or it was never away. A second later the port is reported removed,
-    /// and added if it is listed, unless that was already reported.
+    /// Call this when the line of a port has closed and none of its users requested it: the port was removed,
+    /// another port has taken its name, or the port hung up without being removed. A second later the port is
+    /// reported as removed, and as added if it is listed, unless its removal was reported in the meantime.
     static void lineClosed(const QString &portName);
 
     /// Starts to watch; false if the system cannot notify.

@@ -10,8 +10,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-// Whether anything sends to the monitor. A udev monitor can be created even where udev does not run, such as
-// in a container, but no event ever reaches it.
+// Whether any process sends events to the monitor. A udev monitor can be created even where udev does not
+// run, such as in a container, but no event ever reaches it.
 static bool hasSender(udev_monitor *monitor)
 {
     sockaddr address{};
@@ -47,9 +47,9 @@ bool UdevPortWatcher::arm()
 
 void UdevPortWatcher::onUdevEvent()
 {
-    // After more events than the socket holds, the events still in the socket are older than the list of
-    // ports: a removal among them may be followed by an arrival that is lost. They are read and dropped
-    // before the list is compared.
+    // ENOBUFS: there were more events than the socket holds, and the later ones are lost. The events still in
+    // the socket are outdated: the arrival that followed a removal may be lost. They are read and dropped,
+    // and then the list of ports is compared.
     bool areEventsLost = false;
     for (;;) {
         errno = 0;

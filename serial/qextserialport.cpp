@@ -8,8 +8,8 @@
 #include "serial/linesettings.h"
 #include "serial/serialline.h"
 
-// Every port object of the process. Callers drop port objects without destroying them. Here the objects stay
-// reachable until the process ends, for leak checkers and for analysing core dumps.
+// Every port object of the process. Callers drop port objects without destroying them. This set keeps the
+// objects reachable until the process ends, for leak checkers and for analysing core dumps.
 static QSet<QextSerialPort *> &allPorts()
 {
     static auto *const ports = new QSet<QextSerialPort *>;
@@ -138,7 +138,8 @@ void QextSerialPort::appendReceived(const QByteArray &bytes)
 
 void QextSerialPort::notifyReadyRead()
 {
-    // A user that has just joined, or that has already read everything, has nothing to read.
+    // A user that acquired the line after the bytes arrived, or that has read them already, has nothing to
+    // read.
     if (!_received.isEmpty())
         Q_EMIT readyRead();
 }

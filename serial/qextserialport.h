@@ -24,9 +24,9 @@ enum FlowType { FLOW_OFF, FLOW_HARDWARE, FLOW_XONXOFF };
 /// one line, each receives every byte into its own buffer, and any of them may write. The buffer holds 1 MiB:
 /// an object that is no longer read loses what comes after that.
 ///
-/// When the port is removed, the objects that had it open remain valid and open, but every operation fails:
-/// nothing more is received or notified, there is nothing to read, and a write fails. errorString() gives the
-/// reason, which is also logged in one critical message.
+/// When the port is removed or hangs up, the objects that had it open remain valid and open, but every
+/// operation fails: nothing more is received or notified, there is nothing to read, and a write fails.
+/// errorString() gives the reason, which is also logged in one critical message.
 class QextSerialPort : public QIODevice
 {
     Q_OBJECT
@@ -39,8 +39,8 @@ public:
     explicit QextSerialPort(const QString &name, QueryMode mode = EventDriven, QObject *parent = nullptr);
     ~QextSerialPort() override;
 
-    /// The line's settings. If made before open(), they take effect there; on an open port they take effect
-    /// at once. A setting that the port does not support is skipped silently.
+    /// The line's settings. Settings that are made before open() are applied by open(); on an open port they
+    /// are applied at once. A setting that the port does not support is skipped silently.
     void setBaudRate(BaudRateType rate);
     void setFlowControl(FlowType flow);
     void setParity(ParityType parity);
@@ -49,8 +49,9 @@ public:
     void setDtr(bool set = true);
     void setRts(bool set = true);
 
-    /// Opens the port; false if the system refuses. One critical message and errorString() give the reason.
-    /// The same error is not logged again until the port has opened or was removed.
+    /// Opens the port. Returns false if this object has it open already, or if the system refuses; then one
+    /// critical message and errorString() give the reason. The same error is not logged again until the port
+    /// has opened or was removed.
     bool open(OpenMode mode) override;
     /// Releases the line; the last user closes it. Received bytes that were not read are lost.
     void close() override;
@@ -60,7 +61,7 @@ public:
     qint64 bytesAvailable() const override;
     /// Whether the received bytes contain a line end.
     bool canReadLine() const override;
-    /// Whether the port was removed while this object had it open.
+    /// Whether the port was removed or hung up while this object had it open.
     bool isDead() const { return isOpen() && !_line; }
 
 protected:
@@ -77,7 +78,8 @@ private:
     template <typename Setting, typename Value>
     void change(Setting LineSettings::*setting, Value value);
 
-    // Called by the line: bytes were received, their users are to be notified, the line was closed.
+    // The line calls these functions: bytes were received, users are to be notified of them, the line was
+    // closed.
     void appendReceived(const QByteArray &bytes);
     void notifyReadyRead();
     void lineClosed(const QString &reason);

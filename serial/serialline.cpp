@@ -84,7 +84,7 @@ void SerialLine::portGone(const QString &portName)
     const QString name = lineName(portName);
     forgetOpenError(name);
     if (SerialLine *line = openLines().value(name))
-        line->closeBy(QStringLiteral("the port was removed"));
+        line->closeUnrequested(QStringLiteral("the port was removed"));
 }
 
 // The application's destructor closes lines that are still in use, which removes the port's lock file.
@@ -131,10 +131,10 @@ void SerialLine::onReceived()
         user->appendReceived(bytes);
     // The event loop notifies the users, not the port's own signal: a slot may run a nested event loop (a
     // message box), and the port would emit nothing more until that loop ends.
-    QMetaObject::invokeMethod(this, &SerialLine::tellUsers, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, &SerialLine::notifyUsers, Qt::QueuedConnection);
 }
 
-void SerialLine::tellUsers()
+void SerialLine::notifyUsers()
 {
     // Any slot may close or destroy any of the users, or this line's port.
     const QList<QPointer<QextSerialPort>> users(_users.cbegin(), _users.cend());
@@ -174,7 +174,7 @@ void SerialLine::resumeReading()
 
 void SerialLine::setReading(bool on)
 {
-    // Qt has no function for this. If a port is not a descriptor, nothing is found here.
+    // Qt has no function for this. Where ports are not file descriptors, there is no notifier.
     const auto notifiers = _port.findChildren<QSocketNotifier *>();
     for (QSocketNotifier *notifier : notifiers) {
         if (notifier->type() == QSocketNotifier::Read)
@@ -184,10 +184,10 @@ void SerialLine::setReading(bool on)
 
 void SerialLine::onHungUp()
 {
-    closeBy(QStringLiteral("the device hung up"));
+    closeUnrequested(QStringLiteral("the device hung up"));
 }
 
-void SerialLine::closeBy(const QString &reason)
+void SerialLine::closeUnrequested(const QString &reason)
 {
     qCritical("%s",
               qUtf8Printable(QStringLiteral("The port %1 was closed: %2").arg(_port.portName(), reason)));

@@ -27,8 +27,10 @@ public:
 
     /// Removes \a user from the line; the last one closes it.
     void release(QextSerialPort *user);
+    /// Applies \a settings to the open line, for all its users.
     void apply(const LineSettings &settings);
-    /// Passes the bytes to the system before it returns; -1 if the line is gone.
+    /// Passes the bytes to the system before it returns. Returns how many the system took: fewer than \a size
+    /// if it takes none for a second, -1 if the line is gone.
     qint64 write(const char *data, qint64 size);
 
 private:
@@ -37,13 +39,14 @@ private:
     explicit SerialLine(const QString &portName);
     void onReceived();
     void onError(QSerialPort::SerialPortError error);
-    void tellUsers();
+    void notifyUsers();
     void pauseReading();
     void resumeReading();
     void setReading(bool on);
     void onHungUp();
-    /// Closes the line although none of its users requested it, and logs one critical message.
-    void closeBy(const QString &reason);
+    /// Closes the line although none of its users requested it. Logs one critical message and notifies the
+    /// port watcher.
+    void closeUnrequested(const QString &reason);
     void close(const QString &reason = QString());
     void closePort(const QString &reason = QString());
 
