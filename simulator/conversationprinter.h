@@ -9,7 +9,8 @@
 /// characters as \xNN.
 QString readable(const QByteArray &bytes);
 
-/// Prints the device's side of a conversation to standard output, one line for each item.
+/// Prints a device's conversation with its host to standard output: '>' marks what the device receives, '<'
+/// what it sends, '*' a note.
 class ConversationPrinter
 {
 public:

@@ -15,7 +15,7 @@
 
 namespace
 {
-/// The folder in which programs under the mock find the node of the tty.
+/// The path at which umockdev finds the device node of the tty.
 QByteArray nodeOf(const QByteArray &ttyName)
 {
     return qgetenv("UMOCKDEV_DIR") + "/dev/" + ttyName;
@@ -42,11 +42,11 @@ int makeTty(const QByteArray &ttyName)
 } // namespace
 
 FakeUsbBus::FakeUsbBus(int firstTty)
-    : _bed(umockdev_testbed_new())
+    : _testbed(umockdev_testbed_new())
     , _nextTty(firstTty)
 {
     if (!umockdev_in_mock_environment())
-        qFatal("this program has to run under umockdev-wrapper");
+        qFatal("this program must run under umockdev-wrapper");
     // Every computer has a console. Without any tty, Qt assumes that udev is broken and lists the ports of
     // the real computer.
     const QByteArray console = "/devices/virtual/tty/tty1";
@@ -64,7 +64,7 @@ FakeUsbBus::~FakeUsbBus()
 {
     while (!_plugged.empty())
         unplug(QByteArray(_plugged.begin()->first));
-    g_object_unref(_bed);
+    g_object_unref(_testbed);
 }
 
 bool FakeUsbBus::isPossible()
@@ -96,7 +96,8 @@ QByteArray FakeUsbBus::plug(const UsbBridge &bridge, const QByteArray &ttyName)
         name = "ttyUSB" + QByteArray::number(_nextTty < 0 ? takeTtyNumber() : _nextTty++);
     const int number = name.mid(static_cast<int>(strlen("ttyUSB"))).toInt();
     const int socket = freeSocket();
-    const int descriptor = makeTty(name); // the device is complete when it is announced
+    // Before add(), which announces the tty: programs may open it at once.
+    const int descriptor = makeTty(name);
     add(name, recordOf(bridge, {socket, _nextAddress++, name, number % ttyMinors}));
     _plugged[name].socket = socket;
     _plugged[name].descriptor = descriptor;
@@ -106,7 +107,7 @@ QByteArray FakeUsbBus::plug(const UsbBridge &bridge, const QByteArray &ttyName)
 void FakeUsbBus::add(const QByteArray &ttyName, const UsbRecord &record)
 {
     GError *error = nullptr;
-    if (!umockdev_testbed_add_from_string(_bed, record.devices.constData(), &error))
+    if (!umockdev_testbed_add_from_string(_testbed, record.devices.constData(), &error))
         qFatal("umockdev rejects %s: %s", ttyName.constData(), error->message);
     _plugged[ttyName].record = record;
 }
@@ -135,14 +136,14 @@ void FakeUsbBus::unplug(const QByteArray &ttyName)
         unlink(nodeOf(ttyName).constData());
     }
     for (const QByteArray &path : plugged.record.sysfsPaths) {
-        umockdev_testbed_uevent(_bed, path.constData(), "remove");
-        umockdev_testbed_remove_device(_bed, path.constData());
+        umockdev_testbed_uevent(_testbed, path.constData(), "remove");
+        umockdev_testbed_remove_device(_testbed, path.constData());
     }
 }
 
 void FakeUsbBus::hangUp(int descriptor)
 {
-    // The number stays reserved until unplug() releases it.
+    // Replaces the open file. The descriptor's number stays in use until unplug() closes it.
     const int nothing = open("/dev/null", O_RDWR | O_CLOEXEC);
     dup3(nothing, descriptor, O_CLOEXEC);
     close(nothing);

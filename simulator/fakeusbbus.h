@@ -45,7 +45,7 @@ protected:
     void add(const QByteArray &ttyName, const UsbRecord &record);
     /// The path of the tty's device in sysfs.
     QByteArray sysfsPath(const QByteArray &ttyName) const;
-    _UMockdevTestbed *testbed() const { return _bed; }
+    _UMockdevTestbed *testbed() const { return _testbed; }
 
 private:
     Q_DISABLE_COPY_MOVE(FakeUsbBus)
@@ -57,7 +57,7 @@ private:
     };
     int freeSocket() const;
 
-    _UMockdevTestbed *_bed;
+    _UMockdevTestbed *_testbed;
     std::map<QByteArray, Plugged> _plugged;
     int _nextTty;         // negative: use takeTtyNumber()
     int _nextAddress = 2; // the root hub has address 1

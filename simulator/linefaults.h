@@ -12,7 +12,7 @@ struct LineFaults {
         Merged  ///< all bytes of a tenth of a second at once
     };
 
-    qsizetype pulledOutAfter = -1; ///< number of bytes in both directions together, applied once; -1: never
+    qsizetype pulledOutAfter = -1; ///< unplugs, once, after this many bytes in both directions; -1: never
     qsizetype insertAt = -1; ///< number of bytes that the device sends before the insertion; -1: no insertion
     QByteArray insertion;    ///< arrives at the computer as if the device had sent it
     Reads reads = AsTheyCome;

@@ -12,12 +12,12 @@
 
 namespace
 {
-constexpr int badUse = 2;
+constexpr int usageError = 2;
 
 int fail(const QString &sentence)
 {
     fprintf(stderr, "tolvarsim: %s\n", qPrintable(sentence));
-    return badUse;
+    return usageError;
 }
 
 // umockdev works by preloading a library, which must happen when the process starts. The process therefore
@@ -52,8 +52,7 @@ int main(int argc, char **argv)
     if (!FakeUsbBus::isPossible()) {
         startOverUnderWrapper(argv);
         return fail(
-            QStringLiteral("It needs umockdev-wrapper, of the package umockdev, which is not found or does "
-                           "not work."));
+            QStringLiteral("umockdev-wrapper, from the package umockdev, is missing or does not work."));
     }
     return Simulation(*options).run();
 }

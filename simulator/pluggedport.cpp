@@ -14,10 +14,10 @@ PluggedPort::PluggedPort(FakeUsbBus &bus, const UsbBridge &bridge)
 {
     _thread.setObjectName(QStringLiteral("far end"));
     _pump->moveToThread(&_thread);
-    // The line goes down at once, whatever this thread is doing; the removal of the port is reported
-    // afterwards.
-    connect(_pump.get(), &PtyPump::brokeOff, _pump.get(), &FakeUsbBus::hangUp);
-    connect(_pump.get(), &PtyPump::brokeOff, this, [this] {
+    // The tty hangs up at once, even while this object's thread is busy. That thread reports the removal of
+    // the port afterwards.
+    connect(_pump.get(), &PtyPump::lineBroken, _pump.get(), &FakeUsbBus::hangUp);
+    connect(_pump.get(), &PtyPump::lineBroken, this, [this] {
         unplug();
         Q_EMIT pulledOut();
     });
@@ -144,10 +144,10 @@ bool PluggedTolvar::waitFor(const std::function<bool(const TolvarState &)> &hold
 ForeignPort::ForeignPort(FakeUsbBus &bus, const UsbBridge &bridge)
     : PluggedPort(bus, bridge)
 {
-    connect(pump(), &PtyPump::received, this, &ForeignPort::take, Qt::DirectConnection);
+    connect(pump(), &PtyPump::received, this, &ForeignPort::record, Qt::DirectConnection);
 }
 
-void ForeignPort::take(const QByteArray &bytes)
+void ForeignPort::record(const QByteArray &bytes)
 {
     {
         const QMutexLocker lock(&_guard);

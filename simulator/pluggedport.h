@@ -119,7 +119,7 @@ public:
     QByteArray received() const;
 
 private:
-    void take(const QByteArray &bytes);
+    void record(const QByteArray &bytes);
 
     mutable QMutex _guard;
     QByteArray _received;

@@ -11,8 +11,8 @@
 namespace
 {
 constexpr int pollInterval = 1;      // milliseconds between two checks
-constexpr int mergePause = 100;      // milliseconds
-constexpr int maxDrainChecks = 1000; // checks whether the last byte has been read
+constexpr int mergePause = 100;      // milliseconds in which bytes are collected, for LineFaults::Merged
+constexpr int maxDrainChecks = 1000; // then the line breaks even if its last byte has not been read
 } // namespace
 
 PtyPump::PtyPump()
@@ -22,7 +22,7 @@ PtyPump::PtyPump()
     _pause.setSingleShot(true);
     connect(&_pause, &QTimer::timeout, this, &PtyPump::write);
     _drainPoll.setSingleShot(true);
-    connect(&_drainPoll, &QTimer::timeout, this, &PtyPump::breakOff);
+    connect(&_drainPoll, &QTimer::timeout, this, &PtyPump::breakLine);
 }
 
 PtyPump::~PtyPump()
@@ -80,10 +80,10 @@ void PtyPump::count(qsizetype bytes)
     _readable->setEnabled(false);
     _unsent.clear();
     _drainChecksLeft = maxDrainChecks;
-    breakOff();
+    breakLine();
 }
 
-void PtyPump::breakOff()
+void PtyPump::breakLine()
 {
     // A hang-up discards unread data. The last byte must be read before it.
     if (isUnread() && --_drainChecksLeft > 0) {
@@ -93,7 +93,7 @@ void PtyPump::breakOff()
     const int descriptor = _descriptor;
     _faults.pulledOutAfter = -1;
     detach();
-    Q_EMIT brokeOff(descriptor);
+    Q_EMIT lineBroken(descriptor);
 }
 
 void PtyPump::pump()
@@ -113,13 +113,13 @@ void PtyPump::send(const QByteArray &bytes)
 {
     if (_descriptor < 0 || allowed(1) == 0)
         return;
-    QByteArray spoilt = bytes;
+    QByteArray arriving = bytes;
     if (_faults.insertAt >= _sent && _faults.insertAt < _sent + bytes.size())
-        spoilt.insert(_faults.insertAt - _sent, _faults.insertion);
+        arriving.insert(_faults.insertAt - _sent, _faults.insertion);
     _sent += bytes.size();
-    _unsent += spoilt;
+    _unsent += arriving;
     if (_pause.isActive())
-        return; // these bytes go with those that are already waiting
+        return; // these bytes are sent together with those that are already waiting
     if (_faults.reads == LineFaults::Merged)
         _pause.start(mergePause);
     else

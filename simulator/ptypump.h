@@ -42,7 +42,7 @@ Q_SIGNALS:
     void received(const QByteArray &bytes);
     /// Emitted when the number of bytes that the faults allow has been moved. The pump is detached from \a
     /// descriptor.
-    void brokeOff(int descriptor);
+    void lineBroken(int descriptor);
 
 private:
     Q_DISABLE_COPY_MOVE(PtyPump)
@@ -50,12 +50,12 @@ private:
     /// Returns how many of \a wanted bytes may still pass.
     qsizetype allowed(qsizetype wanted) const;
     void count(qsizetype bytes);
-    void breakOff();
+    void breakLine();
     void write();
     bool isUnread() const;
 
     int _descriptor = -1;
-    int _heldOpen = -1;
+    int _heldOpen = -1; // the near end of the pty
     LineFaults _faults;
     std::atomic<qsizetype> _passed = 0;
     qsizetype _sent = 0; // passed to send() since attach()

@@ -69,11 +69,11 @@ void declareOptions(QCommandLineParser &parser)
     const auto add = [&parser](const char *name, const char *help, const char *value = "") {
         parser.addOption({QLatin1String(name), QLatin1String(help), QLatin1String(value)});
     };
-    add("plug-after",     "Plug the device in that long after the program's start, instead of before it.", "ms");
+    add("plug-after",     "Plug the device in this long after the program's start, instead of before it.", "ms");
     add("bridge",         "Its USB bridge: ftdi (0403:6001, by default) or prolific (067b:2303).", "name");
     add("vid",            "Another USB vendor id.", "hex");
     add("pid",            "Another USB product id.", "hex");
-    add("tty",            "The first tty, by default ttyUSB0. Each plugging takes the next number.", "ttyUSBn");
+    add("tty",            "The first tty, by default ttyUSB0. Each plug-in takes the next number.", "ttyUSBn");
     add("foreign",        "Plug in two ports of other devices before it.");
     add("firmware",       "Its firmware version, by default A060.", "version");
     add("network",        "A network in range, instead of the default six. Repeatable. An empty PASS makes "

@@ -15,7 +15,7 @@ struct SimOptions {
     int firstTty = 0;  ///< the number in the name of the first tty
     bool hasForeign = false;
     bool isVerbose = false;
-    std::optional<QByteArray> expectedSsid; ///< the SSID that the device must hold at the end
+    std::optional<QByteArray> expectedSsid; ///< the SSID that the device must have saved at the end
     std::optional<QByteArray> expectedPassphrase;
     bool mustExit = false; ///< the device must have received "exit"
     QStringList program;   ///< with its arguments

@@ -89,12 +89,12 @@ void SimulatedTolvar::losePower()
 
 void SimulatedTolvar::receive(const QByteArray &bytes)
 {
-    noteArrival(bytes);
+    recordArrival(bytes);
     _input += bytes;
     readInput();
 }
 
-void SimulatedTolvar::noteArrival(const QByteArray &bytes)
+void SimulatedTolvar::recordArrival(const QByteArray &bytes)
 {
     const qint64 now = monotonicNow();
     QList<QByteArray> lines;
@@ -115,7 +115,7 @@ void SimulatedTolvar::noteArrival(const QByteArray &bytes)
 void SimulatedTolvar::readInput()
 {
     if (_isReading)
-        return; // a reply made the host send again; the loop below processes what it sent
+        return; // a reply made the host send again; the outer call's loop processes what it sent
     const QScopedValueRollback<bool> reading(_isReading, true);
 
     while (!_work.isActive() && !_input.isEmpty()) {
@@ -127,11 +127,11 @@ void SimulatedTolvar::readInput()
         if (state().awake)
             Q_EMIT transmit(outcome == LineSplitter::LineEnd ? QByteArray("\r\n") : QByteArray(1, byte));
         if (outcome == LineSplitter::LineEnd)
-            obey(_reading.take());
+            execute(_reading.take());
     }
 }
 
-void SimulatedTolvar::later(int milliseconds, const std::function<void()> &step)
+void SimulatedTolvar::runAfter(int milliseconds, const std::function<void()> &step)
 {
     if (milliseconds <= 0) {
         step();
@@ -147,7 +147,7 @@ void SimulatedTolvar::prompt()
     const DeviceConfig now = config();
     if (now.faults.neverPrompts)
         return;
-    later(now.delays.prompt, [this, times = now.faults.promptsTwice ? 2 : 1] {
+    runAfter(now.delays.prompt, [this, times = now.faults.promptsTwice ? 2 : 1] {
         for (int time = 0; time < times; ++time) {
             Q_EMIT conversation(Prompt, "\r\n>");
             Q_EMIT transmit("\r\n>");

@@ -12,7 +12,7 @@
 
 /// The console of the device: it receives bytes and sends bytes. It sleeps until a "C" or an empty line wakes
 /// it. It echoes its input, sends '>' after each command, and puts its documents between 0x02 and 0x03. Lines
-/// that arrive while it works wait.
+/// that arrive during the work on a command are processed afterwards.
 ///
 /// It lives in one thread, which needs an event loop if the console has delays. Functions that are marked as
 /// thread-safe may be called from any other thread.
@@ -37,8 +37,8 @@ public:
     TolvarState state() const;
     /// A copy of its current DeviceConfig. Thread-safe.
     DeviceConfig config() const;
-    /// Changes the DeviceConfig. The change applies from the next command on. The Wi-Fi configuration in it
-    /// cannot be changed here. Thread-safe.
+    /// Changes the DeviceConfig. The change applies from the next command on. A change of
+    /// DeviceConfig::configuration has no effect. Thread-safe.
     void reconfigure(const std::function<void(DeviceConfig &)> &change);
 
     /// Returns true if it has processed all input and is idle. Call it from the object's own thread only.
@@ -61,9 +61,9 @@ Q_SIGNALS:
 private:
     Q_DISABLE_COPY_MOVE(SimulatedTolvar)
 
-    void noteArrival(const QByteArray &bytes);
+    void recordArrival(const QByteArray &bytes);
     void readInput();
-    void obey(const QByteArray &line);
+    void execute(const QByteArray &line);
     void startSession();
 
     void sendStatus(const QByteArray &);
@@ -81,7 +81,7 @@ private:
     void reply(QByteArray document);
     void prompt();
     void trace(const QByteArray &text);
-    void later(int milliseconds, const std::function<void()> &step);
+    void runAfter(int milliseconds, const std::function<void()> &step);
     void change(const std::function<void(TolvarState &)> &how);
 
     mutable QMutex _guard; // protects _config and _state

@@ -26,12 +26,12 @@ JoinResult tryToJoin(const QList<TolvarNetwork> &air, const TolvarConfiguration 
 }
 } // namespace
 
-void SimulatedTolvar::obey(const QByteArray &line)
+void SimulatedTolvar::execute(const QByteArray &line)
 {
     using Tolvar = SimulatedTolvar;
     struct Command {
         const char *start; // the whole line, or, if it ends in a space, the part before the value
-        void (Tolvar::*carryOut)(const QByteArray &value);
+        void (Tolvar::*handler)(const QByteArray &value);
     };
     // clang-format off
     static constexpr Command commands[] = {
@@ -59,7 +59,7 @@ void SimulatedTolvar::obey(const QByteArray &line)
     for (const Command &command : commands) {
         const QByteArray start = command.start;
         if (start.endsWith(' ') ? line.startsWith(start) : line == start) {
-            (this->*command.carryOut)(line.mid(start.size()));
+            (this->*command.handler)(line.mid(start.size()));
             return;
         }
     }
@@ -93,7 +93,7 @@ void SimulatedTolvar::scan(const QByteArray &)
     const bool traced = state().pending.uartTrace == "Y";
     if (traced)
         trace("wlan: scan starts");
-    later(config().delays.scan, [this, traced] {
+    runAfter(config().delays.scan, [this, traced] {
         const QList<TolvarNetwork> air = config().air;
         if (traced) {
             for (const TolvarNetwork &network : air)
@@ -105,7 +105,7 @@ void SimulatedTolvar::scan(const QByteArray &)
 
 void SimulatedTolvar::test(const QByteArray &)
 {
-    later(config().delays.test, [this] {
+    runAfter(config().delays.test, [this] {
         const DeviceConfig now = config();
         const TolvarConfiguration configuration = state().pending;
         const JoinResult result =

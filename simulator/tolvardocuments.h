@@ -4,8 +4,9 @@
 
 #include "simulator/deviceconfig.h"
 
-/// The documents that the device replies with. The bytes of a value are written unchanged, except markup
-/// characters, which become entities. No document declares an encoding.
+/// The documents that the device replies with. The bytes of a value are written unchanged, except that markup
+/// characters become entities, and that these bytes become '?': in attributes 0x00, 0x02 and 0x03; in
+/// elements all control characters but tab and line ends. No document declares an encoding.
 namespace TolvarDocuments
 {
 /// The reply to "get".

@@ -27,7 +27,7 @@ struct TolvarState {
     QByteArray testResult;
     int sessions = 0;       ///< how many times the console has been woken
     bool awake = false;     ///< a console session is active
-    bool isWorking = false; ///< a command or its prompt is delayed; lines wait
+    bool isWorking = false; ///< a command or its prompt is delayed; lines are not processed
     bool exited = false;    ///< "exit" ended the last session
 
     /// The text of the received lines.

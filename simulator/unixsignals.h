@@ -16,7 +16,7 @@ class UnixSignals : public QObject
 
 public:
     explicit UnixSignals(std::initializer_list<int> numbers);
-    /// Restores the previous signal handlers.
+    /// Restores the default action of each signal.
     ~UnixSignals() override;
 
 Q_SIGNALS:

@@ -13,6 +13,7 @@ QByteArray underscored(QByteArray text)
     return text.trimmed().replace(' ', '_');
 }
 
+// Escapes a string as udev does for an ID_..._ENC property.
 QByteArray escaped(QByteArray text)
 {
     return text.replace(' ', "\\x20");
@@ -42,7 +43,7 @@ private:
     QByteArray _text;
 };
 
-// The properties that udev's built-in rules set on each device between the bus and the tty.
+// The properties that udev's built-in rules set on the USB device and on its tty.
 Block &describe(Block &block, const UsbBridge &bridge)
 {
     const QByteArray serial = underscored(bridge.vendorText) + '_' + underscored(bridge.productText) +

@@ -36,4 +36,6 @@ struct UsbRecord {
     QByteArray devices; ///< the whole chain of devices, bus device first, in umockdev's description format
     QList<QByteArray> sysfsPaths; ///< the same devices, in the order in which they are removed
 };
+
+/// Describes \a bridge, plugged in at \a place.
 UsbRecord recordOf(const UsbBridge &bridge, const UsbPlace &place);
