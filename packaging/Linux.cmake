@@ -13,18 +13,18 @@ endfunction()
 # -- System installation --
 
 set(program ${CMAKE_INSTALL_LIBEXECDIR}/zvinstall)
-set(texts ${CMAKE_INSTALL_DATADIR}/zvinstall/translations)
+set(translations_folder ${CMAKE_INSTALL_DATADIR}/zvinstall/translations)
 file(RELATIVE_PATH program_from_launcher /${CMAKE_INSTALL_BINDIR} /${program}/zvinstall)
-file(RELATIVE_PATH texts_from_launcher /${CMAKE_INSTALL_BINDIR} /${texts})
+file(RELATIVE_PATH translations_from_launcher /${CMAKE_INSTALL_BINDIR} /${translations_folder})
 set(data ${CMAKE_INSTALL_DATADIR}/zvinstall)
 file(RELATIVE_PATH data_from_launcher /${CMAKE_INSTALL_BINDIR} /${data})
-zv_scripts(${CMAKE_CURRENT_BINARY_DIR} ${program_from_launcher} ${data_from_launcher} ${texts_from_launcher})
+zv_scripts(${CMAKE_CURRENT_BINARY_DIR} ${program_from_launcher} ${data_from_launcher} ${translations_from_launcher})
 
 install(PROGRAMS ${CMAKE_CURRENT_BINARY_DIR}/zvinstall ${CMAKE_CURRENT_BINARY_DIR}/zvinstall-report
     DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(FILES messages.sh report/redact.awk DESTINATION ${data})
 install(TARGETS zvinstall RUNTIME DESTINATION ${program})
-install(FILES ${translations} DESTINATION ${texts})
+install(FILES ${translations} DESTINATION ${translations_folder})
 
 install(FILES example.zvtolvar.zvinstall.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 configure_file(example.zvtolvar.zvinstall.metainfo.xml.in example.zvtolvar.zvinstall.metainfo.xml @ONLY)
@@ -49,8 +49,8 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/zvinstall.1 ${CMAKE_CURRENT_BINARY_DIR
 
 # -- Archive --
 
-# The program needs the versions of Qt and the C library that it was built with, or later ones, so name and README
-# state them.
+# The program needs the versions of Qt and the C library that it was built with, or later ones. The archive's name and
+# its README.txt therefore state the release and the Qt version.
 cmake_host_system_information(RESULT system QUERY DISTRIB_INFO)
 set(qt_release ${Qt6_VERSION_MAJOR}.${Qt6_VERSION_MINOR})
 set(ZV_ARCHIVE_NAME
@@ -65,6 +65,7 @@ install(FILES messages.sh report/redact.awk DESTINATION support COMPONENT portab
 install(PROGRAMS $<TARGET_FILE:zvinstall> DESTINATION . RENAME zvinstall.bin COMPONENT portable EXCLUDE_FROM_ALL)
 install(FILES ${translations} 70-zvinstall.rules ${CMAKE_CURRENT_BINARY_DIR}/portable/README.txt ${PROJECT_SOURCE_DIR}/LICENSE
     DESTINATION . COMPONENT portable EXCLUDE_FROM_ALL)
+
 # -- System and archive: the documents for users --
 
 find_program(ZV_CMARK cmark-gfm)

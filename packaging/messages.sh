@@ -10,7 +10,7 @@ load_messages() # load_messages LOCALE, such as de_DE.UTF-8
     report_written='Read the report before you send it to anyone. It holds no passphrases, but names of networks and users.'
     report_failed='The report cannot be written:'
 
-    # The texts are in UTF-8, which other encodings cannot show.
+    # The messages below are in UTF-8. A terminal with another encoding cannot show them.
     case $1 in
     *[Uu][Tt][Ff]8* | *[Uu][Tt][Ff]-8*) ;;
     *) return ;;

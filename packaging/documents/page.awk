@@ -41,7 +41,7 @@ function withLinks(line,   out, href, end, label)
         line = substr(line, RSTART + RLENGTH)
         end = index(line, "</a>")
         if (!end) {
-            print "page.awk: a link goes on in the next line: " line >"/dev/stderr"
+            print "page.awk: a link continues on the next line: " line >"/dev/stderr"
             failed = 1
             exit 1
         }
