@@ -31,8 +31,8 @@ endif()
 
 # Released programs are hardened: checked buffer sizes in library calls, protected stacks and branches, address space
 # randomization, and relocation tables that are read-only before the program starts. scripts/package checks the result.
-# Sanitizers detect more than the first two, and are not compatible with them. Debian's package is built as type None:
-# Debian sets most flags then, and only those that not every release sets are added.
+# Sanitizers detect more than the first two, and are not compatible with them. The Debian package has the build type
+# None, for which Debian sets most flags. Only the flags that some releases of Debian do not set are added here.
 include(CheckPIESupported)
 check_pie_supported(LANGUAGES CXX)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
@@ -52,7 +52,8 @@ if(CMAKE_SYSTEM_NAME STREQUAL "Linux" AND CMAKE_CXX_COMPILER_ID MATCHES "GNU|Cla
 endif()
 
 # Headers that most sources include, compiled once for all targets; a source still includes what it uses. gcc would
-# compile them once for each set of definitions. Qt6::Test would define the folder of each test.
+# compile them once for each set of definitions. Qt6::Test is not linked, because it defines a macro with the folder of
+# each test.
 if(ZV_PRECOMPILED_HEADERS)
     find_package(Qt6 6.4 REQUIRED COMPONENTS Test)
     add_library(zv_precompiled OBJECT ${PROJECT_SOURCE_DIR}/cmake/precompiled.cpp)
@@ -77,7 +78,7 @@ function(zv_library name)
     zv_options(${name})
 endfunction()
 
-# zv_program(<name> <source>...)
+# zv_program(<name> <source>...): an executable.
 function(zv_program name)
     add_executable(${name} ${ARGN})
     zv_options(${name})
