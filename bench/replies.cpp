@@ -26,12 +26,12 @@ struct Receiver {
     Receiver() { inside.port() = &port; }
 
     /// Receives one reply, from its start mark to its end mark, \a chunk bytes per read.
-    void hear(const QByteArray &document, qint64 chunk)
+    void receive(const QByteArray &document, qint64 chunk)
     {
         inside.state() = IN_PROMPT;
         const QByteArray framed = '\x02' + document + '\x03';
         for (qint64 at = 0; at < framed.size(); at += chunk) {
-            port.bring(framed.constData() + at, std::min(chunk, framed.size() - at));
+            port.setUnread(framed.constData() + at, std::min(chunk, framed.size() - at));
             tolvar.onReadyRead();
         }
     }
@@ -63,7 +63,7 @@ QList<QByteArray> statuses()
             TolvarDocuments::status(other, other.configuration, other.testResult)};
 }
 
-QByteArray scanned(int networks)
+QByteArray scanReply(int networks)
 {
     QList<TolvarNetwork> air;
     for (int i = 0; i < networks; ++i) {
@@ -86,7 +86,7 @@ void timeReplies(const char *name, const QList<QByteArray> &documents, qint64 ch
         [&] {
             for (int i = 0; i < times; ++i) {
                 for (const QByteArray &document : documents)
-                    receiver.hear(document, chunk);
+                    receiver.receive(document, chunk);
             }
         },
         [&] {
@@ -120,7 +120,7 @@ void timeLog(const char *name, qint64 chunk, double limit)
             receiver.inside.logFile() = new QFile(path); // the controller deletes it
             if (!receiver.inside.logFile()->open(QIODevice::WriteOnly))
                 qFatal("cannot write %s", qPrintable(path));
-            receiver.hear(document, chunk);
+            receiver.receive(document, chunk);
         },
         [&] {
             QXmlStreamReader reader;
@@ -144,8 +144,8 @@ int main(int argc, char *argv[])
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
     timeReplies("status reply, one read", statuses(), maxTtyRead, 2.0);
     timeReplies("status reply, a read each USB packet", statuses(), usbPacket, 2.0);
-    timeReplies("scan reply of 20 networks, one read", {scanned(20)}, maxTtyRead, 2.0);
-    timeReplies("scan reply of 20 networks, a read each USB packet", {scanned(20)}, usbPacket, 2.0);
+    timeReplies("scan reply of 20 networks, one read", {scanReply(20)}, maxTtyRead, 2.0);
+    timeReplies("scan reply of 20 networks, a read each USB packet", {scanReply(20)}, usbPacket, 2.0);
     timeLog("4 MB log, the longest reads", maxTtyRead, 2.0);
     timeLog("4 MB log, a read each USB packet", usbPacket, 2.0);
 

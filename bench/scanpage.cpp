@@ -44,7 +44,7 @@ public:
     }
 
     /// Processes a reply until the list is on the screen.
-    void take(const QString &reply)
+    void receive(const QString &reply)
     {
         _wizard._tolvar->onResponseReceived(reply);
         QApplication::processEvents();
@@ -64,9 +64,9 @@ void timeRebuilds(ScanPage &page, int networks, double limit)
         measure.name += QString(", against %1 s").arg(limit / 1000);
         measure.limit = 1;
     }
-    page.take(reply);
+    page.receive(reply);
     for (int turn = 0; turn < turns; ++turn) {
-        measure.ours += processorMilliseconds([&] { page.take(reply); });
+        measure.ours += processorMilliseconds([&] { page.receive(reply); });
         if (limit > 0)
             measure.against += limit;
     }
@@ -79,16 +79,16 @@ void timeRebuilds(ScanPage &page, int networks, double limit)
 void timeLines(ScanPage &page, int networks)
 {
     const QString reply = scanReply(networks);
-    const qsizetype linesOfBefore = sessionLogLines().size();
-    page.take(reply);
-    const QList<QByteArray> lines = sessionLogLines().mid(linesOfBefore);
+    const qsizetype linesBefore = sessionLogLines().size();
+    page.receive(reply);
+    const QList<QByteArray> lines = sessionLogLines().mid(linesBefore);
     if (lines.size() < networks * (networks + 1) / 2)
         qFatal("the session log has only %d lines", int(lines.size()));
 
     Measure measure{QString("%1 networks: rebuilds with their %2 log lines").arg(networks).arg(lines.size()),
                     "ms", 1.5};
     measure.timeByTurns(
-        turns, [&] { page.take(reply); }, [&] { writePlainLines(lines); });
+        turns, [&] { page.receive(reply); }, [&] { writePlainLines(lines); });
     measure.report();
 }
 } // namespace

@@ -12,7 +12,7 @@ namespace
 constexpr int turns = 31;
 constexpr int lineCount = 5000;
 
-void say(int number)
+void logLine(int number)
 {
     switch (number % 4) {
     case 0:
@@ -37,7 +37,7 @@ int main(int argc, char *argv[])
     installMessageHandler();
 
     for (int line = 0; line < lineCount; ++line)
-        say(line);
+        logLine(line);
     const QList<QByteArray> lines = sessionLogLines();
     if (lines.size() != lineCount)
         qFatal("the session log has %d lines", int(lines.size()));
@@ -47,7 +47,7 @@ int main(int argc, char *argv[])
         turns,
         [] {
             for (int line = 0; line < lineCount; ++line)
-                say(line);
+                logLine(line);
         },
         [&] { writePlainLines(lines); });
     measure.report();

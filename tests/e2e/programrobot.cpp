@@ -81,8 +81,8 @@ bool ProgramRobot::complete(const QString &network, const QString &passphrase)
 
 bool ProgramRobot::tabTo(const WidgetQuery &widget)
 {
-    constexpr int mostStops = 12; // more than any page has
-    for (int presses = 0; presses < mostStops && !_driver.find(widget.focused()); ++presses) {
+    constexpr int maxStops = 12; // more than any page has
+    for (int presses = 0; presses < maxStops && !_driver.find(widget.focused()); ++presses) {
         if (!_driver.pressKey("Tab"))
             return false;
     }

@@ -23,7 +23,7 @@ Scenario::~Scenario()
                                    .arg(QLatin1String(QTest::currentTestFunction()),
                                         QLatin1String(QTest::currentDataTag()).toString().replace('/', '_'));
         QDir().mkpath(folder);
-        screen.leaveEvidence(folder);
+        screen.saveDiagnostics(folder);
         const auto leave = [&folder](const QString &name, const QByteArray &contents) {
             QFile file(folder + "/" + name);
             if (file.open(QIODevice::WriteOnly))

@@ -79,7 +79,7 @@ int main(int argc, char *argv[])
     if (!folder.mkpath(".") || !screen.start(arguments.at(1)) ||
         !walkThrough(screen, folder, arguments.at(3), arguments.at(4))) {
         std::fprintf(stderr, "[walk] %s\n", qPrintable(screen.failure()));
-        screen.leaveEvidence(folder.filePath("failure"));
+        screen.saveDiagnostics(folder.filePath("failure"));
         return 1;
     }
     return screen.exitCode();

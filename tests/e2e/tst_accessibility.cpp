@@ -17,7 +17,7 @@ constexpr QLatin1String wepWarning("Warning - Selected Network is configured for
 
 /// Presses Enter and the space bar, as an impatient user does. Returns whether the keys opened no console and
 /// did not end the program.
-bool pressInVain(Scenario &s)
+bool enterAndSpaceAreHarmless(Scenario &s)
 {
     return s.screen.pressKey("Return") && s.screen.pressKey("space") &&
            !s.screen.find(window("Console Log")).has_value() && s.screen.isRunning();
@@ -121,7 +121,7 @@ void TestAccessibility::theTypicalRunWithEnterSpaceAndTab()
     Scenario s;
     ZV_STEP(s, s.start());
     ZV_STEP(s, s.robot.waitForSearch());
-    ZV_STEP(s, pressInVain(s));
+    ZV_STEP(s, enterAndSpaceAreHarmless(s));
     QVERIFY(s.tolvar.plug());
     ZV_STEP(s, enterNetworks(s));
     ZV_STEP(s, s.screen.waitFor(list().focused()));
@@ -132,7 +132,7 @@ void TestAccessibility::theTypicalRunWithEnterSpaceAndTab()
     ZV_STEP(s, s.robot.tabTo(button("Console")));
     ZV_STEP(s, s.screen.pressKey("shift+Tab"));
     ZV_STEP(s, s.screen.waitFor(field().beside("Passphrase").focused()));
-    ZV_STEP(s, pressInVain(s));
+    ZV_STEP(s, enterAndSpaceAreHarmless(s));
     ZV_STEP(s, type(s, "Passphrase", "correct horse battery"));
     ZV_STEP(s, s.screen.pressKey("Return"));
     QVERIFY(!s.screen.find(window("Console Log")));

@@ -22,7 +22,7 @@ class TestNetworkChoice : public QObject
 private Q_SLOTS:
     void keysChooseANetwork();
     void aPressThatSlipsToAnotherRowChoosesThatRow();
-    void theDetailsOfANetwork();
+    void theDetailsAreOfTheChosenOrTypedNetwork();
     void anSsidIsSentAsItWasReceived();
     void lookingForNetworksAgainReplacesTheListAndSavesWhatWasTested();
 };
@@ -60,7 +60,7 @@ void TestNetworkChoice::aPressThatSlipsToAnotherRowChoosesThatRow()
     ZV_STEP(s, s.robot.waitForText("Warning - Selected Network is configured for WEP security"));
 }
 
-void TestNetworkChoice::theDetailsOfANetwork()
+void TestNetworkChoice::theDetailsAreOfTheChosenOrTypedNetwork()
 {
     const QString details = "Network Details";
     Scenario s;

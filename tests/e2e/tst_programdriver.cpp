@@ -26,7 +26,7 @@ void TestProgramDriver::aStepThatCannotBeCarriedOutFails()
     ProgramDriver app;
     ZV_DRIVE(app, start(qEnvironmentVariable("ZV_PROGRAM")));
     ZV_DRIVE(app, waitFor(label("Looking for ZV Tolvar")));
-    app.setPatience(std::chrono::milliseconds(300));
+    app.setTimeout(std::chrono::milliseconds(300));
 
     QVERIFY(!app.click(button("Continue")));
     QVERIFY2(app.failure().startsWith("It is disabled"), qPrintable(app.failure()));
@@ -43,12 +43,12 @@ void TestProgramDriver::aStepThatCannotBeCarriedOutFails()
         QVERIFY2(app.failure().contains(text), qPrintable(app.failure()));
 
     const QTemporaryDir folder;
-    app.leaveEvidence(folder.path());
+    app.saveDiagnostics(folder.path());
     QCOMPARE(QImage(folder.filePath("screen.png")).size(), QSize(1280, 1024));
     QVERIFY(contents(folder.filePath("screen.txt")).contains("button \"Continue\" (disabled)\n"));
     QVERIFY(contents(folder.filePath("stdout.txt")).contains("List of ports:"));
 
-    app.setPatience(std::chrono::seconds(20));
+    app.setTimeout(std::chrono::seconds(20));
     ZV_DRIVE(app, click(button("Console")));
     ZV_DRIVE(app, waitFor(window(console).active()));
     ZV_DRIVE(app, closeWindow(console));

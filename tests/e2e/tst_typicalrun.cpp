@@ -44,12 +44,12 @@ class TestTypicalRun : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void presentAtTheStartBesideForeignPorts();
-    void pluggedInLaterAndReplugged();
-    void theSessionLogLineByLine();
+    void aDevicePresentAtTheStartIsSetUp();
+    void aDevicePluggedInLaterAndRepluggedIsSetUp();
+    void theSessionLogHasEveryMessage();
 };
 
-void TestTypicalRun::presentAtTheStartBesideForeignPorts()
+void TestTypicalRun::aDevicePresentAtTheStartIsSetUp()
 {
     Scenario s(DeviceConfig(), UsbBridge::prolific());
     ForeignPort ftdi(s.bus);
@@ -69,7 +69,7 @@ void TestTypicalRun::presentAtTheStartBesideForeignPorts()
     QCOMPARE(ch340.received(), QByteArray());
 }
 
-void TestTypicalRun::pluggedInLaterAndReplugged()
+void TestTypicalRun::aDevicePluggedInLaterAndRepluggedIsSetUp()
 {
     Scenario s;
     ZV_STEP(s, s.start());
@@ -83,7 +83,7 @@ void TestTypicalRun::pluggedInLaterAndReplugged()
     verifySaved(s);
 }
 
-void TestTypicalRun::theSessionLogLineByLine()
+void TestTypicalRun::theSessionLogHasEveryMessage()
 {
     Scenario s;
     QVERIFY(s.tolvar.plug());

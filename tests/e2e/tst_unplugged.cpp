@@ -6,29 +6,29 @@ using namespace onscreen;
 
 namespace
 {
-bool isFound(Scenario &s)
+bool findDevice(Scenario &s)
 {
     return s.findDevice() && s.screen.waitFor(button("Continue").focused());
 }
 
-bool sendsItsLog(Scenario &s)
+bool startLogDownload(Scenario &s)
 {
     s.tolvar.reconfigure([](DeviceConfig &config) { config.faults.deafTo = {"get_log_file"}; });
     const QString path = s.inHome("log.txt");
-    return isFound(s) && s.robot.continueToNext() && s.screen.click(button("Get Tolvar Log File")) &&
+    return findDevice(s) && s.robot.continueToNext() && s.screen.click(button("Get Tolvar Log File")) &&
            s.screen.saveAs(path) && s.robot.waitForText("Writing log file to: " + path) &&
            s.deviceGets("get_log_file");
 }
 
-bool scans(Scenario &s)
+bool startScan(Scenario &s)
 {
     s.tolvar.reconfigure(
         [](DeviceConfig &config) { config.delays.scan = 60000; }); // longer than the test takes
-    return isFound(s) && s.robot.continueToNetworks() &&
+    return findDevice(s) && s.robot.continueToNetworks() &&
            s.screen.waitFor(progressBar("Look for Networks...")) && s.deviceGets("scan");
 }
 
-bool tests(Scenario &s)
+bool startTest(Scenario &s)
 {
     s.tolvar.reconfigure(
         [](DeviceConfig &config) { config.delays.test = 60000; }); // longer than the test takes
@@ -36,7 +36,7 @@ bool tests(Scenario &s)
            s.screen.waitFor(progressBar("Testing Network Settings")) && s.deviceGets("test");
 }
 
-bool isSaving(Scenario &s)
+bool startSave(Scenario &s)
 {
     // Waits for the first line of a save. The window does not respond meanwhile, so the test does not wait
     // for it after the key.
@@ -74,23 +74,23 @@ private Q_SLOTS:
 
 void TestUnplugged::theProgramRemainsUsable_data()
 {
-    QTest::addColumn<Step>("isReached");
+    QTest::addColumn<Step>("reachState");
     QTest::addColumn<QString>("focused"); // after the unplugging
     QTest::addColumn<int>("pagesBack");   // to the connect page
-    QTest::newRow("when the device is found") << Step(isFound) << "nothing" << 0;
-    QTest::newRow("while the device sends its log") << Step(sendsItsLog) << "nothing" << 1;
-    QTest::newRow("during a scan") << Step(scans) << "Found Networks:" << 2;
-    QTest::newRow("during a test") << Step(tests) << "nothing" << 3;
-    QTest::newRow("during a save") << Step(isSaving) << "Save network configuration" << 3;
+    QTest::newRow("when the device is found") << Step(findDevice) << "nothing" << 0;
+    QTest::newRow("while the device sends its log") << Step(startLogDownload) << "nothing" << 1;
+    QTest::newRow("during a scan") << Step(startScan) << "Found Networks:" << 2;
+    QTest::newRow("during a test") << Step(startTest) << "nothing" << 3;
+    QTest::newRow("during a save") << Step(startSave) << "Save network configuration" << 3;
 }
 
 void TestUnplugged::theProgramRemainsUsable()
 {
-    QFETCH(Step, isReached);
+    QFETCH(Step, reachState);
     QFETCH(QString, focused);
     QFETCH(int, pagesBack);
     Scenario s(openNetwork());
-    ZV_STEP(s, isReached(s));
+    ZV_STEP(s, reachState(s));
     ZV_STEP(s, s.unplug());
     QCOMPARE(focus(s), focused);
     if (focused == "nothing") {

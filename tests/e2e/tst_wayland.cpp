@@ -10,10 +10,10 @@ class TestWayland : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void theTypicalRun();
+    void theTypicalRunSucceeds();
 };
 
-void TestWayland::theTypicalRun()
+void TestWayland::theTypicalRunSucceeds()
 {
     const QByteArray ssid = "The name with thirty-two letters";
     const QByteArray passphrase = "as long as it may be";

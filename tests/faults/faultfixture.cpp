@@ -37,14 +37,14 @@ DeviceConfig tersestTolvar()
     return config;
 }
 
-FaultFixture::FaultFixture(const DeviceConfig &config, const WizardWishes &ourWishes)
-    : wishes(ourWishes)
+FaultFixture::FaultFixture(const DeviceConfig &config, const UserInput &input)
+    : userInput(input)
     , tolvar(bus, config)
     , robot(wizard)
 {
     // Anything that the user does after that would change the state that the unplugging leaves.
     QObject::connect(&tolvar, &PluggedPort::pulledOut, &robot, &WizardRobot::stop);
-    robot.waitWhile([this] { return isTalking(); });
+    robot.waitWhile([this] { return isBusy(); });
     wizard.show();
     wizard.activateWindow();
 }
@@ -53,7 +53,7 @@ FaultFixture::~FaultFixture()
 {
     robot.stop();
     tolvar.unplug();
-    if (!waitFor([this] { return isForgotten() && !hasOpenTtys(); }))
+    if (!waitFor([this] { return isPortReleased() && !hasOpenTtys(); }))
         QTest::qFail("the port is expected to be closed after unplugging", __FILE__, __LINE__);
     wizard.hide();
 }
@@ -73,7 +73,7 @@ bool FaultFixture::waitFor(const std::function<bool()> &holds) const
     return holds() || loop.exec() == 1;
 }
 
-bool FaultFixture::isTalking(const ZVTolvarSetupWizard &wizard)
+bool FaultFixture::isBusy(const ZVTolvarSetupWizard &wizard)
 {
     const auto controllers = wizard.findChildren<ZVTolvar *>();
     return std::any_of(controllers.cbegin(), controllers.cend(), [](ZVTolvar *controller) {
@@ -82,15 +82,15 @@ bool FaultFixture::isTalking(const ZVTolvarSetupWizard &wizard)
     });
 }
 
-bool FaultFixture::isTalking()
+bool FaultFixture::isBusy()
 {
     const qsizetype passed = tolvar.isAtRest() ? tolvar.passed() : -1;
     // At rest twice in a row: data that was just read reaches the controllers through the event loop.
     const bool isQuiet = std::exchange(_passedAtRest, passed) == passed && passed >= 0;
-    return !isQuiet || isTalking(wizard);
+    return !isQuiet || isBusy(wizard);
 }
 
-bool FaultFixture::isForgotten() const
+bool FaultFixture::isPortReleased() const
 {
     const auto controllers = wizard.findChildren<ZVTolvar *>();
     return std::all_of(controllers.cbegin(), controllers.cend(), [](ZVTolvar *controller) {
@@ -101,7 +101,7 @@ bool FaultFixture::isForgotten() const
 
 QString FaultFixture::walk()
 {
-    robot.start(wishes);
+    robot.start(userInput);
     if (!waitFor([this] { return robot.isDone(); }))
         return problem("the user is expected to reach the end, but is on " +
                        wizard.currentPage()->objectName());
@@ -109,8 +109,8 @@ QString FaultFixture::walk()
     if (!waitFor([this] { return tolvar.state().exited; }))
         return problem(QStringLiteral("the device is expected to leave setup mode"));
     const TolvarState state = tolvar.state();
-    if (state.saved.network != wishes.ssid.toLatin1() ||
-        state.saved.passphrase != wishes.passphrase.toLatin1())
+    if (state.saved.network != userInput.ssid.toLatin1() ||
+        state.saved.passphrase != userInput.passphrase.toLatin1())
         return problem(QStringLiteral("the device is expected to have the user's settings"));
     return {};
 }
@@ -119,7 +119,7 @@ QString FaultFixture::unplug()
 {
     robot.stop();
     tolvar.unplug();
-    if (!waitFor([this] { return isForgotten(); }))
+    if (!waitFor([this] { return isPortReleased(); }))
         return problem(QStringLiteral("the controllers are expected to release the port"));
     QStringList left = ZVTolvarTestPeer{*wizard._tolvar}.queue() + wizard._tolvar->scannedNetworks()->keys();
     left += wizard._tolvar->systemID();

@@ -16,19 +16,19 @@ class FaultFixture
 {
 public:
     explicit FaultFixture(const DeviceConfig &config = tersestTolvar(),
-                          const WizardWishes &wishes = {QStringLiteral("B"), QStringLiteral("b"), QString()});
+                          const UserInput &userInput = {QStringLiteral("B"), QStringLiteral("b"), QString()});
     ~FaultFixture();
 
     /// Processes events until \a holds returns true; returns false after two minutes.
     bool waitFor(const std::function<bool()> &holds) const;
     /// Returns whether a controller of \a wizard still has something to send or to receive.
-    static bool isTalking(const ZVTolvarSetupWizard &wizard);
+    static bool isBusy(const ZVTolvarSetupWizard &wizard);
     /// Does the same for this wizard, or returns whether the line has carried data since the last call. A
     /// status reply that is still due does not show in any controller, and it would end a scan that is
     /// started meanwhile.
-    bool isTalking();
+    bool isBusy();
     /// Returns whether both of the wizard's controllers have released the port.
-    bool isForgotten() const;
+    bool isPortReleased() const;
 
     // These return what went wrong, with the last messages, or nothing.
     /// Walks through the wizard, from its first page to its end. The device must then have the settings.
@@ -38,7 +38,7 @@ public:
     /// Plugs the device in again on a line without faults, as \a ttyName or under the next name, and walks.
     QString walkAgain(const QByteArray &ttyName = QByteArray());
 
-    const WizardWishes wishes;
+    const UserInput userInput;
     FakeUsbBus bus;
     PluggedTolvar tolvar;
     MessageSpy messages;
@@ -48,5 +48,5 @@ public:
 private:
     QString problem(const QString &what) const;
 
-    qsizetype _passedAtRest = -1; // bytes, at the last call of isTalking(); -1 when the line was not at rest
+    qsizetype _passedAtRest = -1; // bytes, at the last call of isBusy(); -1 when the line was not at rest
 };

@@ -27,7 +27,7 @@ constexpr const char *mark = "soak: "; // before each report
 
 /// Runs the program, except that each round begins with a new wizard. Between two rounds it reports on
 /// standard error and waits for a line.
-int sitAtTheWizard(const WizardWishes &wishes)
+int runWizardProcess(const UserInput &userInput)
 {
     openSessionLog();
     installMessageHandler();
@@ -44,10 +44,10 @@ int sitAtTheWizard(const WizardWishes &wishes)
         robot = std::make_unique<WizardRobot>(*wizard);
         QObject::connect(robot.get(), &WizardRobot::done, robot.get(),
                          [] { std::fprintf(stderr, "%sdone\n", mark); });
-        robot->waitWhile([&wizard] { return FaultFixture::isTalking(*wizard); });
+        robot->waitWhile([&wizard] { return FaultFixture::isBusy(*wizard); });
         wizard->show();
         wizard->activateWindow();
-        robot->start(wishes);
+        robot->start(userInput);
     };
     QSocketNotifier input(0, QSocketNotifier::Read);
     QObject::connect(&input, &QSocketNotifier::activated, &input, [&] {
@@ -97,7 +97,7 @@ int soak(int rounds)
     program.setProcessEnvironment(environment);
     program.setStandardOutputFile(QProcess::nullDevice());
     program.start(QCoreApplication::applicationFilePath(),
-                  {QStringLiteral("--at-the-wizard"), home.filePath(QStringLiteral("log.txt"))});
+                  {QStringLiteral("--wizard-process"), home.filePath(QStringLiteral("log.txt"))});
 
     std::printf("%6s %13s %13s %12s %13s %9s\n", "round", "resident KiB", "heap KiB", "descriptors",
                 "bytes handled", "failures");
@@ -133,8 +133,8 @@ int main(int argc, char **argv)
 {
     const QApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.value(1) == QLatin1String("--at-the-wizard"))
-        return sitAtTheWizard({QStringLiteral("Library"), QStringLiteral("two words"), arguments.value(2)});
+    if (arguments.value(1) == QLatin1String("--wizard-process"))
+        return runWizardProcess({QStringLiteral("Library"), QStringLiteral("two words"), arguments.value(2)});
     const int rounds = arguments.value(1).toInt();
     if (rounds <= 0 || !FakeUsbBus::isPossible()) {
         std::fprintf(stderr, "usage: umockdev-wrapper soak ROUNDS\n");

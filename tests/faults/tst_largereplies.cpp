@@ -16,7 +16,7 @@ private Q_SLOTS:
     void fiveHundredNetworks();
     void aNameOutsideAscii_data();
     void aNameOutsideAscii();
-    void aLogOfFourMegabytesIsKeptWhole();
+    void aLogOfFourMegabytesIsWrittenCompletely();
     void aLogThatDoesNotFitOnTheDiskDoesNotBlockTheUser();
 };
 
@@ -59,7 +59,7 @@ void TestLargeReplies::aNameOutsideAscii()
     QCOMPARE(fixture.walkAgain(), QString());
 }
 
-void TestLargeReplies::aLogOfFourMegabytesIsKeptWhole()
+void TestLargeReplies::aLogOfFourMegabytesIsWrittenCompletely()
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("log.txt"));

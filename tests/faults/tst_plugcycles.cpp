@@ -23,15 +23,15 @@ private Q_SLOTS:
 void TestPlugCycles::theWizardLeavesNoDescriptor()
 {
     FaultFixture fixture;
-    const auto comesAndGoes = [&fixture] {
+    const auto plugAndUnplug = [&fixture] {
         return fixture.tolvar.plug() &&
                fixture.waitFor([&] { return !fixture.wizard._tolvar->systemID().isEmpty(); }) &&
                fixture.unplug().isEmpty();
     };
-    QVERIFY(comesAndGoes());
+    QVERIFY(plugAndUnplug());
     const QStringList before = openDescriptors();
     for (int cycle = 0; cycle < 5; ++cycle)
-        QVERIFY(comesAndGoes());
+        QVERIFY(plugAndUnplug());
     QCOMPARE(openDescriptors(), before);
 }
 
@@ -54,7 +54,7 @@ void TestPlugCycles::anIdleWizardIsNotBusy()
         QVERIFY(fixture.waitFor([&] {
             return config.faults.neverPrompts
                        ? fixture.tolvar.state().awake
-                       : !fixture.wizard._tolvar->systemID().isEmpty() && !fixture.isTalking();
+                       : !fixture.wizard._tolvar->systemID().isEmpty() && !fixture.isBusy();
         }));
     }
     if (what.contains(QLatin1String("gone")))

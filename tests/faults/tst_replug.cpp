@@ -35,10 +35,10 @@ void TestReplug::aReplyOfTheFormerDeviceIsNotAwaited()
     DeviceConfig config = tersestTolvar();
     config.faults.neverPrompts = !isScan;
     config.delays.scan = 3600000; // the device is unplugged long before
-    bool isForgotten = !isScan;   // only for a moment: the arrival is reported right after the removal
+    bool isCleared = !isScan;     // only for a moment: the arrival is reported right after the removal
     FaultFixture fixture(config);
     QVERIFY(fixture.tolvar.plug());
-    fixture.robot.start(fixture.wishes);
+    fixture.robot.start(fixture.userInput);
     QVERIFY(fixture.waitFor([&] {
         return isScan ? fixture.tolvar.state().lineTexts().contains("scan") : fixture.tolvar.state().awake;
     }));
@@ -46,12 +46,12 @@ void TestReplug::aReplyOfTheFormerDeviceIsNotAwaited()
     QCOMPARE(fixture.wizard._tolvar->scanning(), isScan);
 
     QObject::connect(fixture.wizard._tolvar, &ZVTolvar::systemIDChanged, &fixture.wizard,
-                     [&isForgotten](const QString &id) { isForgotten = isForgotten || id.isEmpty(); });
+                     [&isCleared](const QString &id) { isCleared = isCleared || id.isEmpty(); });
     fixture.tolvar.reconfigure([](DeviceConfig &device) { device = tersestTolvar(); });
     const QByteArray name = fixture.tolvar.ttyName();
     fixture.tolvar.unplug();
     QVERIFY(fixture.tolvar.plug(name));
-    QVERIFY(fixture.waitFor([&] { return isForgotten; }));
+    QVERIFY(fixture.waitFor([&] { return isCleared; }));
     QVERIFY(!fixture.wizard._tolvar->scanning());
     while (fixture.wizard.currentId() != 0)
         fixture.wizard.back();

@@ -15,9 +15,9 @@ class TestWizardLineFaults : public QObject
 private Q_SLOTS:
     void theTypicalRunSucceeds_data();
     void theTypicalRunSucceeds();
-    void afterSeveralFaultsAtOnce_data();
-    void afterSeveralFaultsAtOnce();
-    void afterUnpluggingAtAnyByte();
+    void aRunSucceedsAfterSeveralFaultsAtOnce_data();
+    void aRunSucceedsAfterSeveralFaultsAtOnce();
+    void aRunSucceedsAfterUnpluggingAtAnyByte();
 };
 
 namespace
@@ -29,10 +29,10 @@ namespace
 // alone.
 constexpr char startMark[] = "\x02\x01";
 
-/// Returns which of \a cases, numbered from 0, this run tries. Normally these are \a some cases that a seed
-/// selects; the seed is printed, and ZV_FAULTS_SEED repeats it. With ZV_FAULTS_SHARD, such as "2/8", it
+/// Returns which of \a cases, numbered from 0, this run tries. Normally these are \a sampleSize cases that a
+/// seed selects; the seed is printed, and ZV_FAULTS_SEED repeats it. With ZV_FAULTS_SHARD, such as "2/8", it
 /// returns all of the second of eight equal shares.
-QList<qsizetype> sampleCases(qsizetype cases, qsizetype some)
+QList<qsizetype> sampleCases(qsizetype cases, qsizetype sampleSize)
 {
     QList<qsizetype> chosen;
     const QStringList share = qEnvironmentVariable("ZV_FAULTS_SHARD").split('/');
@@ -45,7 +45,7 @@ QList<qsizetype> sampleCases(qsizetype cases, qsizetype some)
     const quint32 seed = qEnvironmentVariable("ZV_FAULTS_SEED", QStringLiteral("1")).toUInt();
     qInfo("ZV_FAULTS_SEED=%u", seed);
     QRandomGenerator random(seed);
-    for (qsizetype i = 0; i < some; ++i)
+    for (qsizetype i = 0; i < sampleSize; ++i)
         chosen += random.bounded(static_cast<int>(cases));
     return chosen;
 }
@@ -55,7 +55,7 @@ void walkInto(FaultFixture &fixture, const LineFaults &faults)
 {
     fixture.tolvar.setFaults(faults);
     QVERIFY(fixture.tolvar.plug());
-    fixture.robot.start(fixture.wishes);
+    fixture.robot.start(fixture.userInput);
 }
 
 /// After a run that was not completed, the user unplugs the device, and tries again without faults.
@@ -102,7 +102,7 @@ void TestWizardLineFaults::theTypicalRunSucceeds()
     QCOMPARE(fixture.walk(), QString());
 }
 
-void TestWizardLineFaults::afterSeveralFaultsAtOnce_data()
+void TestWizardLineFaults::aRunSucceedsAfterSeveralFaultsAtOnce_data()
 {
     QTest::addColumn<int>("seed");
     constexpr int combinations = 4800;
@@ -111,23 +111,23 @@ void TestWizardLineFaults::afterSeveralFaultsAtOnce_data()
         QTest::addRow("combination %d", static_cast<int>(seed)) << static_cast<int>(seed);
 }
 
-void TestWizardLineFaults::afterSeveralFaultsAtOnce()
+void TestWizardLineFaults::aRunSucceedsAfterSeveralFaultsAtOnce()
 {
     QFETCH(int, seed);
     QRandomGenerator random(static_cast<quint32>(seed));
-    const auto isSo = [&random] { return random.bounded(2) == 1; };
+    const auto flipCoin = [&random] { return random.bounded(2) == 1; };
     DeviceConfig config = tersestTolvar();
-    config.faults.promptsTwice = isSo();
-    if (isSo())
+    config.faults.promptsTwice = flipCoin();
+    if (flipCoin())
         config.faults.garbageBeforeReplies = "\x01 <garbage> \xFF";
-    if (isSo())
+    if (flipCoin())
         config.delays = {random.bounded(1500), random.bounded(500), random.bounded(500)};
     LineFaults faults;
     faults.reads = static_cast<LineFaults::Reads>(random.bounded(3));
     faults.insertAt = random.bounded(1000);
-    const QList<QByteArray> intruders = {"", startMark, "\x03", "\x01>", "\x01\xFF<&]]>\r\n>"};
-    faults.insertion = intruders.at(random.bounded(static_cast<int>(intruders.size())));
-    if (isSo())
+    const QList<QByteArray> insertions = {"", startMark, "\x03", "\x01>", "\x01\xFF<&]]>\r\n>"};
+    faults.insertion = insertions.at(random.bounded(static_cast<int>(insertions.size())));
+    if (flipCoin())
         faults.pulledOutAfter = 1 + random.bounded(1500);
 
     FaultFixture fixture(config);
@@ -146,7 +146,7 @@ void TestWizardLineFaults::afterSeveralFaultsAtOnce()
     unplugAndWalkAgain(fixture);
 }
 
-void TestWizardLineFaults::afterUnpluggingAtAnyByte()
+void TestWizardLineFaults::aRunSucceedsAfterUnpluggingAtAnyByte()
 {
     qsizetype bytesInAll = 0;
     {

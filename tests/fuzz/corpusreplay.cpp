@@ -14,7 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
 
 namespace
 {
-constexpr qsizetype notLarge = 700;
+constexpr qsizetype maxCutSize = 700;
 
 bool test(const QByteArray &input)
 {
@@ -36,7 +36,7 @@ bool replay(const QString &path)
         std::fprintf(stderr, "%s: left out by the target, so it is no part of a corpus\n", qPrintable(path));
         return false;
     }
-    for (qsizetype at = 0; input.size() < notLarge && at < input.size(); ++at) {
+    for (qsizetype at = 0; input.size() < maxCutSize && at < input.size(); ++at) {
         test(input.left(at));
         test(QByteArray(input).remove(at, 1));
     }

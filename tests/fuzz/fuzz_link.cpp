@@ -21,28 +21,28 @@ bool QWaitCondition::wait(QMutex *, QDeadlineTimer)
 
 namespace
 {
-enum Circumstance : unsigned { Scanning = 1, Testing = 2, Handshake = 4, LogAwaited = 8 };
+enum InputFlag : unsigned { Scanning = 1, Testing = 2, Handshake = 4, LogAwaited = 8 };
 
 /// A controller with a port, and the expected results. One object serves all inputs, because creating one
 /// takes longer than most inputs.
-class Trial
+class LinkTrial
 {
 public:
-    Trial();
+    LinkTrial();
 
     /// Resets everything; the link is in \a state from here on.
-    void begin(unsigned circumstances, unsigned state);
+    void begin(unsigned flags, unsigned state);
     /// Feeds the bytes to the controller; returns false when the controller would hang at one of the replies.
     bool feed(QByteArrayView bytes);
     void compare() const;
     void replug();
 
 private:
-    Q_DISABLE_COPY_MOVE(Trial)
+    Q_DISABLE_COPY_MOVE(LinkTrial)
 
     void receive(QByteArrayView bytes)
     {
-        _port.bring(bytes.data(), bytes.size());
+        _port.setUnread(bytes.data(), bytes.size());
         _tolvar.onReadyRead();
         require(_port.bytesAvailable() == 0, "all received bytes are read");
     }
@@ -54,19 +54,19 @@ private:
     QStringList _replies;
 };
 
-Trial::Trial()
+LinkTrial::LinkTrial()
 {
     QObject::connect(&_tolvar, &ZVTolvar::responseReceived, &_tolvar,
                      [this](const QString &reply) { _replies += reply; });
 }
 
-void Trial::begin(unsigned circumstances, unsigned state)
+void LinkTrial::begin(unsigned flags, unsigned state)
 {
     _model = LinkModel();
     _model.state = static_cast<int>(state);
-    _model.scanning = circumstances & Scanning;
-    _model.testing = circumstances & Testing;
-    _model.handshake = circumstances & Handshake;
+    _model.scanning = flags & Scanning;
+    _model.testing = flags & Testing;
+    _model.handshake = flags & Handshake;
     _model.queue = QStringList{QStringLiteral("one\r\n"), QStringLiteral("two\r\n")};
 
     _inside.state() = static_cast<CommState>(state);
@@ -79,7 +79,7 @@ void Trial::begin(unsigned circumstances, unsigned state)
     _inside.portName() = QStringLiteral("memory");
     delete _inside.logFile();
     _inside.logFile() = nullptr;
-    if (circumstances & LogAwaited) {
+    if (flags & LogAwaited) {
         _inside.logFile() = new QFile(QStringLiteral("/dev/null"));
         require(_inside.logFile()->open(QIODevice::WriteOnly | QIODevice::Text), "/dev/null can be opened");
     }
@@ -87,7 +87,7 @@ void Trial::begin(unsigned circumstances, unsigned state)
     _replies.clear();
 }
 
-bool Trial::feed(QByteArrayView bytes)
+bool LinkTrial::feed(QByteArrayView bytes)
 {
     // The model runs first, so that each reply can be checked before the controller gets it. A line may split
     // its data anywhere. Here it is split before each mark that ends a reply.
@@ -95,12 +95,12 @@ bool Trial::feed(QByteArrayView bytes)
     qsizetype begin = 0;
     for (qsizetype at = 0; at < bytes.size(); ++at) {
         if (bytes[at] == LinkModel::ETX && _model.state == IN_RESPONSE_RECEIVE) {
-            if (!Fuzzing::comesBack(_model.replyText()))
+            if (!Fuzzing::controllerReturns(_model.replyText()))
                 return false;
             reads += bytes.sliced(begin, at - begin);
             begin = at;
         }
-        _model.take(bytes[at]);
+        _model.process(bytes[at]);
     }
     reads += bytes.sliced(begin);
     for (const QByteArrayView &read : std::as_const(reads))
@@ -108,7 +108,7 @@ bool Trial::feed(QByteArrayView bytes)
     return true;
 }
 
-void Trial::compare() const
+void LinkTrial::compare() const
 {
     require(_inside.state() == _model.state, "the link is in the expected state");
     require(_inside.scanning() == _model.scanning && _inside.testing() == _model.testing,
@@ -119,7 +119,7 @@ void Trial::compare() const
     require(_port.written == _model.sent, "commands are sent in order and completely");
 }
 
-void Trial::replug()
+void LinkTrial::replug()
 {
     QextPortInfo info;
     info.portName = QStringLiteral("memory");
@@ -144,7 +144,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
 {
     if (size < 2)
         return -1;
-    static Trial trial;
+    static LinkTrial trial;
     trial.begin(data[0] & 15U, data[1] & 7U);
     if (!trial.feed({reinterpret_cast<const char *>(data) + 2, static_cast<qsizetype>(size) - 2}))
         return -1;

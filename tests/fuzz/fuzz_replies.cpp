@@ -88,7 +88,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const QString document =
         QString::fromLatin1(reinterpret_cast<const char *>(data) + 1, static_cast<qsizetype>(size) - 1);
     const ReferenceReader expected(document);
-    if (!expected.comesBack())
+    if (!expected.controllerReturns())
         return -1;
 
     static Subject subject;

@@ -22,7 +22,7 @@ bool Fuzzing::isKnownRoot(QStringView name)
            name == QLatin1String("networktest_results") || name == QLatin1String("log_file");
 }
 
-bool Fuzzing::comesBack(const QString &document)
+bool Fuzzing::controllerReturns(const QString &document)
 {
     // Most replies have no root at all, or a root as the device sends it; creating a reader takes long.
     if (!document.contains(QLatin1Char('<')) || document.startsWith(QLatin1String("<puckdata>")) ||

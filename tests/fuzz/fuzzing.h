@@ -15,5 +15,5 @@ bool isKnownRoot(QStringView name);
 /// forever, which is kept. Such documents are excluded from fuzzing, and nothing else is. A target returns -1
 /// for an input with such a document, which keeps the input out of the corpus; libFuzzer before clang 16
 /// ignores the return value.
-bool comesBack(const QString &document);
+bool controllerReturns(const QString &document);
 } // namespace Fuzzing

@@ -12,12 +12,12 @@ struct LinkModel {
     static constexpr char ETX = 0x03;
     static constexpr char EOT = 0x04;
 
-    void take(char byte)
+    void process(char byte)
     {
         if (scanning || testing)
-            takeWhileItWorks(byte);
+            processDuringScanOrTest(byte);
         else
-            takeAtTheConsole(byte);
+            processAtTheConsole(byte);
     }
 
     int state = NOT_CONNECTED;
@@ -36,16 +36,16 @@ struct LinkModel {
     }
 
 private:
-    void takeWhileItWorks(char byte)
+    void processDuringScanOrTest(char byte)
     {
         if (byte == STX)
             begin();
         else if (state == IN_RESPONSE_RECEIVE && byte == ETX)
-            endOfWork();
+            endScanOrTest();
         else if (state == IN_RESPONSE_RECEIVE)
             reply += byte;
     }
-    void takeAtTheConsole(char byte)
+    void processAtTheConsole(char byte)
     {
         if (state == INITIAL_WAITING_FOR_CONSOLE_PROMPT && handshake) {
             if (byte == EOT)
@@ -73,7 +73,7 @@ private:
         state = next;
         replies += replyText();
     }
-    void endOfWork()
+    void endScanOrTest()
     {
         end(IN_PROMPT);
         if (scanning) {

@@ -4,7 +4,7 @@
 
 #include "tests/fuzz/fuzzing.h"
 
-static constexpr int Deepest = 1000;
+static constexpr int maxDepth = 1000;
 
 ReferenceReader::ReferenceReader(const QString &document)
     : _reader(document)
@@ -15,7 +15,7 @@ ReferenceReader::ReferenceReader(const QString &document)
         if (!_reader.isStartElement()) {
             _reader.readNext();
         } else if (!Fuzzing::isKnownRoot(name)) {
-            _comesBack = false;
+            _controllerReturns = false;
             return;
         } else if (name == QLatin1String("puckdata")) {
             children(&ReferenceReader::statusChild);
@@ -134,7 +134,7 @@ QString ReferenceReader::text()
 
 void ReferenceReader::skip(int depth)
 {
-    _tooDeep = _tooDeep || depth > Deepest;
+    _tooDeep = _tooDeep || depth > maxDepth;
     _reader.readNext();
     while (!_reader.atEnd() && !_tooDeep) {
         if (_reader.isEndElement()) {

@@ -14,8 +14,8 @@ public:
     explicit ReferenceReader(const QString &document);
 
     /// Returns whether the controller returns from the document; the other results are valid only if it does.
-    /// For this result alone, use Fuzzing::comesBack().
-    bool comesBack() const { return _comesBack; }
+    /// For this result alone, use Fuzzing::controllerReturns().
+    bool controllerReturns() const { return _controllerReturns; }
     /// Returns whether the document is nested too deeply to descend into it; the other results are then
     /// invalid.
     bool isTooDeep() const { return _tooDeep; }
@@ -38,7 +38,7 @@ private:
     void skip(int depth);
 
     QCoreXmlStreamReader _reader;
-    bool _comesBack = true;
+    bool _controllerReturns = true;
     bool _tooDeep = false;
     QStringList _reported;
     QHash<QString, QString> _values;

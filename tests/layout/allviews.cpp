@@ -42,7 +42,7 @@ public:
     {
         _f.wizard.setStartId(TolvarNotFoundPageId);
         _f.wizard.restart();
-        see("not-found");
+        showView("not-found");
     }
 
 private:
@@ -50,57 +50,58 @@ private:
 
     void connectPage()
     {
-        see("connect-looking");
+        showView("connect-looking");
         Q_EMIT _f.tolvar.candidateDeviceFound();
-        see("connect-getting-status");
+        showView("connect-getting-status");
         sendStatus("A060");
-        see("connect-found");
+        showView("connect-found");
     }
 
     void foundPage()
     {
         _robot.clickContinue();
-        see("found");
+        showView("found");
         sendStatus("A059");
-        downloadLog({closing("found-firmware-too-old")});
+        downloadLog({showAndReject("found-firmware-too-old")});
         sendStatus("A060");
 
         downloadLog({[this](QDialog *dialog) {
             WizardRobot::enterFile(dialog, _folder.filePath("zvtolvar_log_14Mar12.txt"));
-            see("found-save-log", dialog);
+            showView("found-save-log", dialog);
             dialog->accept();
         }});
-        see("found-log-writing");
+        showView("found-log-writing");
         _f.reply(QString::fromLatin1(TolvarDocuments::logFile(_config.logText)));
-        see("found-log-written");
+        showView("found-log-written");
         const auto chooseFileThatCannotBeCreated = [this](QDialog *dialog) {
             WizardRobot::enterFile(dialog, _folder.filePath("zvtolvar_log_15Mar12.txt"));
             dialog->accept();
             QDir(_folder.path()).removeRecursively();
         };
-        downloadLog({chooseFileThatCannotBeCreated, closing("found-log-not-opened")});
+        downloadLog({chooseFileThatCannotBeCreated, showAndReject("found-log-not-opened")});
     }
 
     void choosePage()
     {
         _robot.clickContinue();
-        see("choose-scanning");
+        showView("choose-scanning");
         finish(TolvarDocuments::scanResults(_config.air));
-        see("choose-networks");
+        showView("choose-networks");
 
         select(longestName);
         _robot.typePassphrase(QStringLiteral("as long as it may be"));
-        see("choose-picked");
+        showView("choose-picked");
     }
 
     void dialogs()
     {
         {
-            const ModalDialogResponder dialog({closing("details")});
+            const ModalDialogResponder dialog({showAndReject("details")});
             _robot.widget<QAbstractButton>("viewDetailsButton")->click();
         }
         auto *page = _f.wizard.findChild<ChooseNetworkWizardPage *>();
-        const ModalDialogResponder boxes({closing("advanced"), closing("advanced-firmware-too-old")});
+        const ModalDialogResponder boxes(
+            {showAndReject("advanced"), showAndReject("advanced-firmware-too-old")});
         page->OnAdvancedButtonClicked();
         sendStatus("A058");
         page->OnAdvancedButtonClicked();
@@ -111,7 +112,7 @@ private:
     {
         select(QStringLiteral("Old Barn"));
         _robot.clickContinue();
-        see("wep-warning");
+        showView("wep-warning");
         _robot.clickGoBack();
         select(longestName);
     }
@@ -125,14 +126,14 @@ private:
         for (const auto &[result, view] : verdicts) {
             _robot.clickContinue();
             if (result == 1)
-                see("test-testing");
+                showView("test-testing");
             finish(TolvarDocuments::testResults(QByteArray(longestName.data()), "", result));
-            see(view);
+            showView(view);
             if (result != 0)
                 _robot.clickGoBack();
         }
         _robot.clickSave();
-        see("test-saved");
+        showView("test-saved");
     }
 
     void console()
@@ -141,21 +142,21 @@ private:
         const QByteArray status = TolvarDocuments::status(_config, _config.configuration, _config.testResult);
         for (const QByteArray &output : {QByteArray("get\r\n"), status, QByteArray("\r\n>\r\n")})
             zvMessageOutput(QtWarningMsg, output);
-        see("console", theConsoleWindow->window());
+        showView("console", theConsoleWindow->window());
         theConsoleWindow->window()->hide();
     }
 
-    void see(const char *view) { see(view, &_f.wizard); }
-    void see(const char *view, QWidget *window)
+    void showView(const char *view) { showView(view, &_f.wizard); }
+    void showView(const char *view, QWidget *window)
     {
         for (int i = 0; i < 10; ++i)
             QApplication::processEvents(); // one layout may invalidate another
         _callback(QString::fromLatin1(view), window);
     }
-    ModalDialogResponder::Answer closing(const char *view)
+    ModalDialogResponder::Answer showAndReject(const char *view)
     {
         return [this, view](QDialog *dialog) {
-            see(view, dialog);
+            showView(view, dialog);
             dialog->reject();
         };
     }

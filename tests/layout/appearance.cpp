@@ -59,7 +59,7 @@ QPalette paletteOf(const QString &theme)
     return QApplication::style()->standardPalette();
 }
 
-void translateBy(const QString &translation, const QString &folder)
+void installTranslation(const QString &translation, const QString &folder)
 {
     static std::vector<std::unique_ptr<QTranslator>> installed;
     if (translation.isEmpty()) {
@@ -74,7 +74,7 @@ void translateBy(const QString &translation, const QString &folder)
 }
 } // namespace
 
-QString Appearance::inWords() const
+QString Appearance::description() const
 {
     return QStringLiteral("%1 %2 %3 pt x%4")
         .arg(theme, language)
@@ -97,12 +97,12 @@ void apply(const Appearance &appearance)
     QApplication::setPalette(paletteOf(appearance.theme));
     QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), appearance.points));
 
-    translateBy({}, {});
+    installTranslation({}, {});
     QLocale::setDefault(QLocale(appearance.language));
     if (appearance.language == QLatin1String("en"))
         return;
     // As main() does it. Without Qt's translation files, Qt's own buttons stay English, as they do for users.
-    translateBy(QLatin1String("qt_") + appearance.language,
-                QLibraryInfo::path(QLibraryInfo::TranslationsPath));
-    translateBy(QLatin1String("zvinstall_") + appearance.language, QStringLiteral(ZV_TRANSLATIONS));
+    installTranslation(QLatin1String("qt_") + appearance.language,
+                       QLibraryInfo::path(QLibraryInfo::TranslationsPath));
+    installTranslation(QLatin1String("zvinstall_") + appearance.language, QStringLiteral(ZV_TRANSLATIONS));
 }

@@ -10,7 +10,7 @@ struct Appearance {
     int points;       ///< the size of the desktop's font
 
     /// Such as "dark ar 11 pt x1.5".
-    QString inWords() const;
+    QString description() const;
     /// Returns whether a font is installed that can draw the language.
     bool canBeDrawn() const;
 };

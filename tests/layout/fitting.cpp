@@ -20,7 +20,7 @@ namespace
 // The smallest screen of current computers.
 constexpr QSize smallScreen{1366, 768};
 // The required contrast of text for people with low vision, as a ratio of luminance.
-constexpr double leastContrast = 4.5;
+constexpr double minContrast = 4.5;
 constexpr int maximumHeight = 1000;
 
 QString nameOf(const QWidget *widget)
@@ -174,14 +174,14 @@ private:
         const double one = brightness(widget->palette().color(role).rgb());
         const double other = brightness(backgroundOf(widget));
         const double contrast = (std::max(one, other) + 0.05) / (std::min(one, other) + 0.05);
-        require(contrast >= leastContrast, widget,
+        require(contrast >= minContrast, widget,
                 QStringLiteral("contrast with the background too low: %1").arg(contrast, 0, 'f', 1), text);
     }
 
     const QImage &_image;
 };
 
-bool isShown(const QWidget *widget)
+bool isContentWidget(const QWidget *widget)
 {
     return qobject_cast<const QLabel *>(widget) || qobject_cast<const QAbstractButton *>(widget) ||
            qobject_cast<const QLineEdit *>(widget) || qobject_cast<const QListView *>(widget) ||
@@ -205,7 +205,7 @@ QStringList layoutIssues(const QWidget *window, const QImage &image)
             continue;
         inspection.require(child->parentWidget()->rect().contains(child->geometry()), child,
                            QStringLiteral("outside of its parent"));
-        if (!isShown(child))
+        if (!isContentWidget(child))
             continue;
         inspection.inspect(child);
         for (const QWidget *other : std::as_const(shown))

@@ -40,7 +40,7 @@ int take(const QDir &folder, const Appearance &appearance)
         const QString name = QStringLiteral("%1-%2.png").arg(++count, 2, 10, QLatin1Char('0')).arg(view);
         const QStringList issues = layoutIssues(window, image);
         for (const QString &issue : issues)
-            std::fprintf(stderr, "%s: %s: %s\n", qPrintable(appearance.inWords()), qPrintable(view),
+            std::fprintf(stderr, "%s: %s: %s\n", qPrintable(appearance.description()), qPrintable(view),
                          qPrintable(issue));
         succeeded = image.save(folder.filePath(name), "png", 0) && issues.isEmpty() && succeeded;
     });

@@ -58,7 +58,7 @@ void TestLayout::everyTextCanBeRead()
             issues += view + ": " + issue;
     });
     QCOMPARE(seen.size(), 24);
-    QVERIFY2(issues.isEmpty(), qPrintable(appearance.inWords() + '\n' + issues.join('\n')));
+    QVERIFY2(issues.isEmpty(), qPrintable(appearance.description() + '\n' + issues.join('\n')));
 }
 
 int main(int argc, char *argv[])

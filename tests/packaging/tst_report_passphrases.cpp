@@ -55,13 +55,13 @@ QByteArrayList readings(const QByteArray &log)
 }
 
 /// Returns the ways in which a passphrase may be written.
-QByteArrayList writings(const QString &passphrase)
+QByteArrayList encodings(const QString &passphrase)
 {
-    QByteArrayList writings = {passphrase.toUtf8(), passphrase.toLatin1(), passphrase.trimmed().toUtf8()};
-    writings += QString::fromLatin1(passphrase.toUtf8()).toUtf8(); // UTF-8 read as Latin-1
-    for (const QByteArray &writing : QByteArrayList(writings))
-        writings += withoutWhiteSpace(writing);
-    return writings;
+    QByteArrayList encodings = {passphrase.toUtf8(), passphrase.toLatin1(), passphrase.trimmed().toUtf8()};
+    encodings += QString::fromLatin1(passphrase.toUtf8()).toUtf8(); // UTF-8 read as Latin-1
+    for (const QByteArray &encoding : QByteArrayList(encodings))
+        encodings += withoutWhiteSpace(encoding);
+    return encodings;
 }
 
 /// Returns the pieces of a passphrase that are five characters long.
@@ -200,7 +200,7 @@ void TestReportPassphrases::noPassphraseIsInTheReport()
     const QByteArray report = TestReportPassphrases::report(s);
     const QByteArrayList shown = readings(report);
     for (const QString &passphrase : run.passphrases) {
-        const QByteArrayList texts = writings(passphrase);
+        const QByteArrayList texts = encodings(passphrase);
         QVERIFY2(!findAny(texts, logged).isEmpty(), "the passphrase is expected in the session log");
         const QByteArray found = findAny(texts + piecesOf(passphrase), shown);
         QVERIFY2(found.isEmpty(), found.constData());

@@ -77,7 +77,7 @@ private:
     }
 
     template <typename... Classes>
-    static std::unique_ptr<QWidget> newOne(const QMetaObject *meta)
+    static std::unique_ptr<QWidget> makeDefault(const QMetaObject *meta)
     {
         std::unique_ptr<QWidget> made;
         ((meta == &Classes::staticMetaObject ? void(made = std::make_unique<Classes>()) : void()), ...);
@@ -110,8 +110,8 @@ private:
         static const QByteArrayList omitted = {
             "objectName",   "visible",       "geometry",       "pos",          "size", "frameRect",
             "minimumWidth", "minimumHeight", "windowModality", "mouseTracking"};
-        const auto plain = newOne<QCheckBox, QDialog, QDialogButtonBox, QLabel, QLineEdit, QListView,
-                                  QProgressBar, QPushButton, QTextBrowser, QWizardPage>(meta);
+        const auto plain = makeDefault<QCheckBox, QDialog, QDialogButtonBox, QLabel, QLineEdit, QListView,
+                                       QProgressBar, QPushButton, QTextBrowser, QWizardPage>(meta);
         QString line = start + QLatin1String(meta->className()) + ' ' + widget.objectName();
         for (int i = 0; i < meta->propertyCount(); ++i) {
             const QMetaProperty property = meta->property(i);

@@ -22,8 +22,8 @@ private Q_SLOTS:
     void theFieldsFollowTheController();
     void aNameEnablesContinue_data();
     void aNameEnablesContinue();
-    void theWayOn_data();
-    void theWayOn();
+    void onlyWepLeadsToTheWarningPage_data();
+    void onlyWepLeadsToTheWarningPage();
     void aNameThatIsNotInTheListLeadsToTheTestPage();
     void continueSetsNetworkAndPassphrase();
     void theConsoleIsReleasedWithThePage();
@@ -47,7 +47,7 @@ void TestChoosePage::aScanStartsOnEntry()
     QVERIFY(_f->widget<QProgressBar>("progressBar")->isVisible());
     QVERIFY(!_f->widget<QPushButton>("refreshButton")->isEnabled());
     QVERIFY(!_f->widget<QPushButton>("viewDetailsButton")->isEnabled());
-    QVERIFY2(!_f->canGoOn(), "Continue is enabled during the scan");
+    QVERIFY2(!_f->canContinue(), "Continue is enabled during the scan");
 }
 
 void TestChoosePage::theFieldsAreFilledOnEntry()
@@ -122,7 +122,7 @@ void TestChoosePage::aNameEnablesContinue()
     QCOMPARE(_f->log.messages(), QStringList{"D:\"" + text + "\" "});
 }
 
-void TestChoosePage::theWayOn_data()
+void TestChoosePage::onlyWepLeadsToTheWarningPage_data()
 {
     QTest::addColumn<QString>("security");
     QTest::addColumn<int>("page");
@@ -132,7 +132,7 @@ void TestChoosePage::theWayOn_data()
     QTest::newRow("WPA2") << "WPA2 (PSK)" << 4;
 }
 
-void TestChoosePage::theWayOn()
+void TestChoosePage::onlyWepLeadsToTheWarningPage()
 {
     QFETCH(QString, security);
     QFETCH(int, page);

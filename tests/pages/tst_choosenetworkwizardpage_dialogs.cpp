@@ -20,8 +20,8 @@ private Q_SLOTS:
 
     void aDoubleClickPicksTheNetworkAndOpensTheDetails();
     void theDetailsAreOfTheNameInTheField();
-    void theAdvancedSlot_data();
-    void theAdvancedSlot();
+    void theAdvancedSlotOpensTheDialog_data();
+    void theAdvancedSlotOpensTheDialog();
     void theAdvancedSlotRejectsOldFirmware_data();
     void theAdvancedSlotRejectsOldFirmware();
     void acceptedAdvancedSettingsReachTheFields();
@@ -70,7 +70,7 @@ void TestChoosePageDialogs::theDetailsAreOfTheNameInTheField()
     QCOMPARE(_f->log.messages(), QStringList{"D:View Details Button Clicked "});
 }
 
-void TestChoosePageDialogs::theAdvancedSlot_data()
+void TestChoosePageDialogs::theAdvancedSlotOpensTheDialog_data()
 {
     QTest::addColumn<int>("version");
     QTest::addColumn<bool>("accept");
@@ -78,7 +78,7 @@ void TestChoosePageDialogs::theAdvancedSlot_data()
     QTest::newRow("A060, rejected") << 60 << false;
 }
 
-void TestChoosePageDialogs::theAdvancedSlot()
+void TestChoosePageDialogs::theAdvancedSlotOpensTheDialog()
 {
     QFETCH(int, version);
     QFETCH(bool, accept);

@@ -15,7 +15,7 @@ private Q_SLOTS:
     void init() { _f = std::make_unique<ChoosePageFixture>(); }
     void cleanup() { _f.reset(); }
 
-    void theEndOfAScan();
+    void theEndOfAScanEnablesThePage();
     void aScanWithoutNetworksEmptiesTheList();
     void theListIsRebuiltFromTheTable();
     void theListIsOfTheTableThatTheSignalCarries();
@@ -24,7 +24,7 @@ private Q_SLOTS:
     void aClickPicksTheNetworkOnce();
     void aClickOnNothingPicksNothing();
     void aHighlightedRowIsTheNetwork();
-    void aRowHighlightedDuringAScanIsNot();
+    void aRowHighlightedDuringAScanIsNotTheNetwork();
     void aPlaceholderIsNotHighlightedAsTheNetwork();
     void aScanThatEndsWithoutAListLeavesNoOtherRowHighlighted();
     void aTypedNameLeavesNoOtherRowHighlighted();
@@ -48,7 +48,7 @@ private:
     std::unique_ptr<ChoosePageFixture> _f;
 };
 
-void TestNetworkList::theEndOfAScan()
+void TestNetworkList::theEndOfAScanEnablesThePage()
 {
     const QSignalSpy complete(_f->page(), &QWizardPage::completeChanged);
     _f->finishScan(threeNetworks);
@@ -56,7 +56,7 @@ void TestNetworkList::theEndOfAScan()
     QVERIFY(_f->widget<QPushButton>("refreshButton")->isEnabled());
     QVERIFY(_f->widget<QPushButton>("viewDetailsButton")->isEnabled());
     QCOMPARE(complete.count(), 1);
-    QVERIFY(_f->canGoOn());
+    QVERIFY(_f->canContinue());
 }
 
 void TestNetworkList::aScanWithoutNetworksEmptiesTheList()
@@ -64,11 +64,11 @@ void TestNetworkList::aScanWithoutNetworksEmptiesTheList()
     _f->name()->clear();
     _f->finishScan();
     QCOMPARE(_f->rows(), QStringList());
-    QVERIFY(!_f->canGoOn());
+    QVERIFY(!_f->canContinue());
     _f->name()->setFocus();
     QTest::keyClicks(_f->name(), "Typed");
     QTest::keyClick(_f->name(), Qt::Key_Tab);
-    QVERIFY2(_f->canGoOn(), "Continue is disabled with a typed name");
+    QVERIFY2(_f->canContinue(), "Continue is disabled with a typed name");
 }
 
 void TestNetworkList::theListIsRebuiltFromTheTable()
@@ -111,7 +111,7 @@ void TestNetworkList::aPlaceholderRowCanBePicked()
         _f->click(row);
         QCOMPARE(_f->tolvar.network(), row);
         QCOMPARE(_f->name()->text(), row);
-        QVERIFY2(!_f->canGoOn(), "Continue is enabled during the scan");
+        QVERIFY2(!_f->canContinue(), "Continue is enabled during the scan");
     }
 }
 
@@ -141,7 +141,7 @@ void TestNetworkList::aHighlightedRowIsTheNetwork()
     QCOMPARE(_f->name()->text(), QStringLiteral("Open"));
 }
 
-void TestNetworkList::aRowHighlightedDuringAScanIsNot()
+void TestNetworkList::aRowHighlightedDuringAScanIsNotTheNetwork()
 {
     highlight("Please Wait....");
     QCOMPARE(_f->tolvar.network(), QStringLiteral("Home"));
@@ -212,7 +212,7 @@ void TestNetworkList::theRefreshButtonScans()
     QTest::mouseClick(_f->widget<QPushButton>("refreshButton"), Qt::LeftButton);
     QCOMPARE(started.count(), 1);
     QCOMPARE(_f->rows(), before); // the old rows stay until the reply
-    QVERIFY(!_f->canGoOn());
+    QVERIFY(!_f->canContinue());
     _f->finishScan("<scan SSID=\"New\"/>");
     QCOMPARE(_f->rows(), QStringList{"New"});
 }

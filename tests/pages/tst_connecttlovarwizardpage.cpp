@@ -24,7 +24,7 @@ private Q_SLOTS:
         _log.reset();
     }
 
-    void searchingAtFirst();
+    void itSearchesAtFirst();
     void aCandidateWithoutASystemIDStaysAtGettingStatus();
     void aSystemIDIdentifiesTheDevice();
     void theSearchReturnsWhenTheSystemIDIsGone();
@@ -45,12 +45,12 @@ private:
     std::unique_ptr<WizardFixture> _f;
 };
 
-void TestConnectPage::searchingAtFirst()
+void TestConnectPage::itSearchesAtFirst()
 {
     QCOMPARE(_f->wizard.currentId(), 0);
     QCOMPARE(label(), QStringLiteral("Looking for ZV Tolvar"));
     QVERIFY(barVisible());
-    QVERIFY(!_f->canGoOn());
+    QVERIFY(!_f->canContinue());
     QVERIFY(_log->messages().contains("D:List of ports: "));
 }
 
@@ -60,7 +60,7 @@ void TestConnectPage::aCandidateWithoutASystemIDStaysAtGettingStatus()
     _f->status("<mode>SETUP</mode>");
     QCOMPARE(label(), QStringLiteral("Getting status"));
     QVERIFY(barVisible());
-    QVERIFY(!_f->canGoOn());
+    QVERIFY(!_f->canContinue());
 }
 
 void TestConnectPage::aSystemIDIdentifiesTheDevice()
@@ -69,7 +69,7 @@ void TestConnectPage::aSystemIDIdentifiesTheDevice()
         _f->tolvar.setSystemID(name);
         QCOMPARE(label(), QStringLiteral("***** A Tolvar has been found *****"));
         QVERIFY(!barVisible());
-        QVERIFY(_f->canGoOn());
+        QVERIFY(_f->canContinue());
         QCOMPARE(_f->wizard.currentId(), 0); // the wizard does not continue by itself
         QCOMPARE(_log->messages().constLast(), "D:Sysid: \"" + QLatin1String(name) + "\" ");
     }
@@ -81,7 +81,7 @@ void TestConnectPage::theSearchReturnsWhenTheSystemIDIsGone()
     _f->tolvar.setSystemID(QString());
     QCOMPARE(label(), QStringLiteral("Looking for ZV Tolvar"));
     QVERIFY(barVisible());
-    QVERIFY(!_f->canGoOn());
+    QVERIFY(!_f->canContinue());
 }
 
 void TestConnectPage::aCandidateAfterIdentificationIsIdentifiedAtOnce()
@@ -90,7 +90,7 @@ void TestConnectPage::aCandidateAfterIdentificationIsIdentifiedAtOnce()
     Q_EMIT _f->tolvar.candidateDeviceFound();
     QCOMPARE(label(), QStringLiteral("***** A Tolvar has been found *****"));
     QVERIFY(!barVisible());
-    QVERIFY(_f->canGoOn());
+    QVERIFY(_f->canContinue());
 }
 
 void TestConnectPage::theLabelStaysWhileTheBarIsVisible()
@@ -153,7 +153,7 @@ void TestConnectPage::goingBackDoesNotSearchAgain()
     QCOMPARE(_f->wizard.currentId(), 0);
     QVERIFY(!_log->messages().contains("D:List of ports: "));
     QCOMPARE(label(), QStringLiteral("***** A Tolvar has been found *****"));
-    QVERIFY(_f->canGoOn());
+    QVERIFY(_f->canContinue());
 }
 
 void TestConnectPage::theTextsAreTranslated()

@@ -48,12 +48,12 @@ void TestDialogSizes::theDialogFitsOnTheScreen()
     ZVTolvar tolvar;
     AdvancedDialog advanced(&tolvar, &window);
     advanced.show();
-    QCOMPARE(outOfReachIn(advanced).join(", "), QString());
+    QCOMPARE(unreachableWidgets(advanced).join(", "), QString());
     for (const QString &name : {QString("Home"), QString(32, 'W')}) {
         ZVScanResult network = networkNamed(name);
         ViewDetailsDialog details(&network, &window);
         details.show();
-        QCOMPARE(outOfReachIn(details).join(", "), QString());
+        QCOMPARE(unreachableWidgets(details).join(", "), QString());
     }
 }
 

@@ -81,7 +81,7 @@ void TestForeignText::valuesAreAlignedToTheLeadingEdge()
     QFETCH(QString, language);
     QFETCH(Qt::LayoutDirection, direction);
     QFETCH(QString, value);
-    const LanguageOf program(language, direction);
+    const ScopedLanguage program(language, direction);
     const ShownValues values(value);
     constexpr int sideBearing = 3; // of a glyph, in pixels
     for (QLabel *label : values.labels) {

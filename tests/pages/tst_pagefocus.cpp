@@ -81,7 +81,10 @@ private:
         return button ? button->text() : widget->objectName();
     }
     void moveFocusTo(QWizard::WizardButton button) const { _f->wizard.button(button)->setFocus(); }
-    void finds() const { _f->status("<name>TOLVAR-1</name><firmware_version>A060</firmware_version>"); }
+    void reportDevice() const
+    {
+        _f->status("<name>TOLVAR-1</name><firmware_version>A060</firmware_version>");
+    }
     void call(const char *slot) const { QVERIFY(QMetaObject::invokeMethod(_f->wizard.currentPage(), slot)); }
     /// Returns whether the test page is still waiting for keys that were pressed during a save.
     bool isSaving() const
@@ -131,29 +134,29 @@ void TestPageFocus::continueHasTheFocusWhenADeviceIsFound()
 {
     moveFocusTo(QWizard::CustomButton1);
     takeRecorded();
-    finds();
+    reportDevice();
     QCOMPARE(focus(), QStringLiteral("Continue"));
     QCOMPARE(takeRecorded(), QStringList({"focus: Continue", found}));
-    finds();
+    reportDevice();
     QCOMPARE(takeRecorded(), QStringList());
 }
 
 void TestPageFocus::thePageTakesTheFocusBackWhenTheDeviceIsGone()
 {
-    finds();
+    reportDevice();
     takeRecorded();
     _f->tolvar.onDeviceRemoved({});
     Q_EMIT _f->tolvar.candidateDeviceFound();
     _f->tolvar.onDeviceRemoved({});
     QCOMPARE(focus(), QStringLiteral("the page"));
     QCOMPARE(takeRecorded().filter("Tolvar"), QStringList()); // neither the search nor a device
-    finds();
+    reportDevice();
     QCOMPARE(takeRecorded(), QStringList({"focus: Continue", found}));
 }
 
 void TestPageFocus::aButtonThatTheUserWentToKeepsTheFocusWhenTheDeviceIsGone()
 {
-    finds();
+    reportDevice();
     moveFocusTo(QWizard::CancelButton);
     _f->tolvar.onDeviceRemoved({});
     QCOMPARE(focus(), QStringLiteral("Cancel"));
@@ -165,7 +168,7 @@ void TestPageFocus::aDeviceFoundOnAnotherPageIsIgnored()
     moveFocusTo(QWizard::BackButton);
     takeRecorded();
     _f->tolvar.onDeviceRemoved({});
-    finds();
+    reportDevice();
     QCOMPARE(focus(), QStringLiteral("Go Back"));
     QCOMPARE(takeRecorded(), QStringList());
 }

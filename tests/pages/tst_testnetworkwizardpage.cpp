@@ -25,8 +25,8 @@ private Q_SLOTS:
 
     void withoutAVerdictThePageStaysBusy();
     void theNameOfTheNetworkIsShownAsItIs();
-    void eachVerdict_data();
-    void eachVerdict();
+    void eachVerdictHasItsTextAndButton_data();
+    void eachVerdictHasItsTextAndButton();
     void aSaveLetsTheUserFinish();
     void aLaterVerdictLeavesFinishAsItIs();
     void aSecondEntryStartsOver();
@@ -73,7 +73,7 @@ void TestTestPage::theNameOfTheNetworkIsShownAsItIs()
     QCOMPARE(announced(*_f->widget<QLabel>("label")), shown);
 }
 
-void TestTestPage::eachVerdict_data()
+void TestTestPage::eachVerdictHasItsTextAndButton_data()
 {
     QTest::addColumn<QString>("result");
     QTest::addColumn<QString>("text");
@@ -96,7 +96,7 @@ void TestTestPage::eachVerdict_data()
         << "Save Network Configuration" << false;
 }
 
-void TestTestPage::eachVerdict()
+void TestTestPage::eachVerdictHasItsTextAndButton()
 {
     QFETCH(QString, result);
     QFETCH(QString, text);

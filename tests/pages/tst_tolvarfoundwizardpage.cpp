@@ -17,8 +17,8 @@ private Q_SLOTS:
     void theValuesAreShownOnEntry();
     void theLabelsFollowTheDevice_data();
     void theLabelsFollowTheDevice();
-    void theAddressLine_data();
-    void theAddressLine();
+    void theAddressLineShowsStaticOrDhcp_data();
+    void theAddressLineShowsStaticOrDhcp();
     void theAddressFollowsItsOwnSignalAlone();
 
 private:
@@ -43,7 +43,7 @@ void TestFoundPage::theValuesAreShownOnEntry()
     QCOMPARE(text("label_ExternalAntenna"), QStringLiteral("External"));
     QCOMPARE(text("label_DeviceType"), QStringLiteral("Unknown"));
     QVERIFY(_f->widget<QPushButton>("pushButton_viewLog")->isEnabled());
-    QVERIFY(_f->canGoOn());
+    QVERIFY(_f->canContinue());
 }
 
 void TestFoundPage::theLabelsFollowTheDevice_data()
@@ -72,7 +72,7 @@ void TestFoundPage::theLabelsFollowTheDevice()
     QCOMPARE(text(label.constData()), shown);
 }
 
-void TestFoundPage::theAddressLine_data()
+void TestFoundPage::theAddressLineShowsStaticOrDhcp_data()
 {
     QTest::addColumn<QByteArray>("flag");
     QTest::addColumn<QString>("shown");
@@ -83,7 +83,7 @@ void TestFoundPage::theAddressLine_data()
     QTest::newRow("Yes -> DHCP") << QByteArray("Yes") << "DHCP";
 }
 
-void TestFoundPage::theAddressLine()
+void TestFoundPage::theAddressLineShowsStaticOrDhcp()
 {
     QFETCH(QByteArray, flag);
     QFETCH(QString, shown);

@@ -35,7 +35,7 @@ private Q_SLOTS:
     void oldFirmwareGivesNoLog();
     void theDefaultFileNameHasTodaysDate();
     void theChosenNameIsOfferedAgainUntilACancel();
-    void aDownload();
+    void aDownloadWritesTheLogAndShowsItsProgress();
     void anExistingFileIsEmptied();
     void aFileThatCannotBeOpenedLeavesTheButtonDisabled();
 
@@ -43,11 +43,11 @@ private:
     QPushButton *button() const { return _f->widget<QPushButton>("pushButton_viewLog"); }
     void click() const { QTest::mouseClick(button(), Qt::LeftButton); }
     /// Fails unless the page shows \a text, with its context and as it is.
-    void showsProgress(const QString &text) const;
+    void verifyProgress(const QString &text) const;
     /// Fails unless \a dialog is a message box that shows \a text, with its context and as it is; closes it.
-    static void readBox(QDialog *dialog, const QString &text);
+    static void verifyBox(QDialog *dialog, const QString &text);
     /// Fails unless a click opens the save dialog with a name that contains today's date.
-    void clickOffersTheDatedName();
+    void verifyDatedName();
     /// Returns the language, such as "ar_EG", or "C". It is fixed when a program starts, so the test runs in
     /// several processes.
     static QString systemLanguage();
@@ -99,7 +99,7 @@ QString TestLogDownload::datedName(const QDate &day)
         .arg(day.year() % 100, 2, 10, QChar('0'));
 }
 
-void TestLogDownload::clickOffersTheDatedName()
+void TestLogDownload::verifyDatedName()
 {
     const QDate before = QDate::currentDate();
     _offered.clear();
@@ -129,7 +129,7 @@ ModalDialogResponder::Answer TestLogDownload::chooseFile(const QString &path)
     };
 }
 
-void TestLogDownload::showsProgress(const QString &text) const
+void TestLogDownload::verifyProgress(const QString &text) const
 {
     auto *label = _f->widget<QLabel>("label_LogWrite_progress");
     // The height of the page depends on the text.
@@ -138,7 +138,7 @@ void TestLogDownload::showsProgress(const QString &text) const
     QCOMPARE(announced(*label), "TolvarFoundWizardPage|" + text);
 }
 
-void TestLogDownload::readBox(QDialog *dialog, const QString &text)
+void TestLogDownload::verifyBox(QDialog *dialog, const QString &text)
 {
     auto *box = qobject_cast<QMessageBox *>(dialog);
     QVERIFY2(box, "no message box was opened");
@@ -165,7 +165,7 @@ void TestLogDownload::oldFirmwareGivesNoLog()
     _f->tolvar.setFirmwareVersion(version);
     const PseudoTranslator translator;
     const ModalDialogResponder answers({[](QDialog *dialog) {
-        readBox(dialog, "Save Log Message Box|Tolvar Log file only available on Firmware A060 or later");
+        verifyBox(dialog, "Save Log Message Box|Tolvar Log file only available on Firmware A060 or later");
     }});
     click();
     QCOMPARE(answers.left(), 0);
@@ -178,7 +178,7 @@ void TestLogDownload::theDefaultFileNameHasTodaysDate()
 {
     QCOMPARE(QLocale::system().name(), systemLanguage());
     const ModalDialogResponder answers({chooseFile(QString())});
-    clickOffersTheDatedName();
+    verifyDatedName();
     QCOMPARE(answers.left(), 0);
     QVERIFY(button()->isEnabled());
     QVERIFY(_f->inside.queue().isEmpty());
@@ -196,11 +196,11 @@ void TestLogDownload::theChosenNameIsOfferedAgainUntilACancel()
     _offered.clear();
     click();
     QCOMPARE(_offered, path);
-    clickOffersTheDatedName();
+    verifyDatedName();
     QCOMPARE(answers.left(), 0);
 }
 
-void TestLogDownload::aDownload()
+void TestLogDownload::aDownloadWritesTheLogAndShowsItsProgress()
 {
     const QString path = _folder->filePath(oddName);
     const PseudoTranslator translator;
@@ -211,10 +211,10 @@ void TestLogDownload::aDownload()
     QCOMPARE(_log->messages().constFirst(), "D:Opening file: \"" + path + "\" ");
     QCOMPARE(_f->inside.queue(), QStringList{"get_log_file\r\n"});
     QVERIFY(!button()->isEnabled());
-    showsProgress("Progress String|Writing log file to: " + path);
+    verifyProgress("Progress String|Writing log file to: " + path);
     _f->reply("<log_file>one\ntwo\n</log_file>");
     QVERIFY(button()->isEnabled());
-    showsProgress("Progress String|Log file written to: " + path);
+    verifyProgress("Progress String|Log file written to: " + path);
     QFile file(path);
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), QByteArray("one\ntwo\n"));
@@ -250,14 +250,14 @@ void TestLogDownload::aFileThatCannotBeOpenedLeavesTheButtonDisabled()
          },
          [&](QDialog *dialog) {
              QVERIFY2(!button()->isEnabled(), "the button is enabled while the file is opened");
-             readBox(dialog,
-                     "Message Box. File name and error string from QT translations|Couldn't open file: " +
-                         path + ": QIODevice||No such file or directory");
+             verifyBox(dialog,
+                       "Message Box. File name and error string from QT translations|Couldn't open file: " +
+                           path + ": QIODevice||No such file or directory");
          }});
     click();
     QCOMPARE(answers.left(), 0);
     QVERIFY2(!button()->isEnabled(), "the button is enabled after the open error");
-    showsProgress("|Opening file: " + path);
+    verifyProgress("|Opening file: " + path);
     QVERIFY(_f->inside.queue().isEmpty());
     QCOMPARE(_f->inside.logFile(), nullptr);
 }

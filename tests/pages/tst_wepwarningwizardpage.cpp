@@ -33,7 +33,7 @@ void TestWarningPage::nextAlwaysLeadsToTheTestPage()
         _f->tolvar.setNetwork(network);
         QCOMPARE(_f->wizard.currentPage()->nextId(), 4);
     }
-    QVERIFY(_f->canGoOn());
+    QVERIFY(_f->canContinue());
 }
 
 void TestWarningPage::backLeadsToTheChoosePageWithTheSameNetwork()

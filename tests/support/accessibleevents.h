@@ -20,12 +20,12 @@ public:
         const QDBusReply<QString> address = QDBusConnection::sessionBus().call(
             QDBusMessage::createMethodCall("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress"));
         _bus = QDBusConnection::connectToBus(address.value(), _busName);
-        auto question = QDBusMessage::createMethodCall("org.a11y.atspi.Registry", "/org/a11y/atspi/registry",
-                                                       "org.a11y.atspi.Registry", "RegisterEvent");
-        question.setArguments({"object:"});
+        auto request = QDBusMessage::createMethodCall("org.a11y.atspi.Registry", "/org/a11y/atspi/registry",
+                                                      "org.a11y.atspi.Registry", "RegisterEvent");
+        request.setArguments({"object:"});
         const QString events = QStringLiteral("org.a11y.atspi.Event.Object");
         _isListening =
-            _bus.call(question).type() == QDBusMessage::ReplyMessage &&
+            _bus.call(request).type() == QDBusMessage::ReplyMessage &&
             _bus.connect({}, {}, events, "Announcement", this, SLOT(onAnnouncement(QDBusMessage))) &&
             _bus.connect({}, {}, events, "PropertyChange", this, SLOT(onPropertyChange(QDBusMessage)));
     }
@@ -48,10 +48,10 @@ private Q_SLOTS:
     {
         if (event.arguments().value(0) != QLatin1String("accessible-name"))
             return;
-        auto question = QDBusMessage::createMethodCall(event.service(), event.path(),
-                                                       "org.freedesktop.DBus.Properties", "Get");
-        question.setArguments({"org.a11y.atspi.Accessible", "Name"});
-        const QDBusReply<QDBusVariant> name = _bus.call(question);
+        auto request = QDBusMessage::createMethodCall(event.service(), event.path(),
+                                                      "org.freedesktop.DBus.Properties", "Get");
+        request.setArguments({"org.a11y.atspi.Accessible", "Name"});
+        const QDBusReply<QDBusVariant> name = _bus.call(request);
         _changedNames << name.value().variant().toString();
     }
 

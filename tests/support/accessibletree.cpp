@@ -9,7 +9,7 @@
 namespace
 {
 
-constexpr int answerWithin = 15000; // ms; far more than a sanitized program needs on a loaded machine
+constexpr int replyTimeoutMs = 15000; // ms; far more than a sanitized program needs on a loaded machine
 
 // Numeric constants of the accessibility protocol.
 enum Role {
@@ -51,7 +51,7 @@ const QDBusArgument &operator>>(const QDBusArgument &argument, Reference &refere
 }
 
 /// The first value of a reply; invalid if the request failed, for example because the object is gone.
-QVariant answer(QDBusPendingCall call)
+QVariant replyValue(QDBusPendingCall call)
 {
     call.waitForFinished();
     const QDBusMessage reply = call.reply();
@@ -88,7 +88,7 @@ WidgetKind kindOf(uint role, bool hasManyLines)
 }
 
 /// Returns true if the driver reads the children of widgets of this kind.
-bool mayHoldOthers(WidgetKind kind)
+bool canHaveChildren(WidgetKind kind)
 {
     return kind == WidgetKind::Window || kind == WidgetKind::List || kind == WidgetKind::Other;
 }
@@ -102,7 +102,7 @@ struct AccessibleTree::Object {
 };
 
 /// The pending requests for one widget.
-struct AccessibleTree::Questions {
+struct AccessibleTree::PendingRequests {
     QString path;
     int parent;
     std::optional<QDBusPendingCall> role; ///< of a new widget
@@ -115,10 +115,10 @@ AccessibleTree::AccessibleTree()
     : _bus(QString())
     , _busName(QUuid::createUuid().toString())
 {
-    const QDBusMessage question =
+    const QDBusMessage request =
         QDBusMessage::createMethodCall(QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"),
                                        QStringLiteral("org.a11y.Bus"), QStringLiteral("GetAddress"));
-    const QDBusMessage reply = QDBusConnection::sessionBus().call(question, QDBus::Block, answerWithin);
+    const QDBusMessage reply = QDBusConnection::sessionBus().call(request, QDBus::Block, replyTimeoutMs);
     if (reply.type() == QDBusMessage::ReplyMessage) {
         _bus = QDBusConnection::connectToBus(reply.arguments().value(0).toString(), _busName);
         _error = _bus.isConnected() ? QString() : _bus.lastError().message();
@@ -132,30 +132,31 @@ AccessibleTree::~AccessibleTree()
     QDBusConnection::disconnectFromBus(_busName);
 }
 
-QDBusPendingCall AccessibleTree::ask(const QString &path, const QString &interface, const QString &method,
-                                     const QVariantList &arguments) const
+QDBusPendingCall AccessibleTree::callAsync(const QString &path, const QString &interface,
+                                           const QString &method, const QVariantList &arguments) const
 {
-    QDBusMessage question = QDBusMessage::createMethodCall(_service, path, interface, method);
-    question.setArguments(arguments);
-    return _bus.asyncCall(question, answerWithin);
+    QDBusMessage request = QDBusMessage::createMethodCall(_service, path, interface, method);
+    request.setArguments(arguments);
+    return _bus.asyncCall(request, replyTimeoutMs);
 }
 
-AccessibleTree::Questions AccessibleTree::questionsAbout(const QString &path) const
+AccessibleTree::PendingRequests AccessibleTree::requestsFor(const QString &path) const
 {
     const auto role = _roles.constFind(path);
     const bool isNew = role == _roles.constEnd();
-    Questions questions = {path,
-                           -1,
-                           {},
-                           ask(path, accessibleInterface, QStringLiteral("GetState")),
-                           ask(path, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"),
-                               {accessibleInterface, QStringLiteral("Name")}),
-                           {}};
+    PendingRequests requests = {path,
+                                -1,
+                                {},
+                                callAsync(path, accessibleInterface, QStringLiteral("GetState")),
+                                callAsync(path, QStringLiteral("org.freedesktop.DBus.Properties"),
+                                          QStringLiteral("Get"),
+                                          {accessibleInterface, QStringLiteral("Name")}),
+                                {}};
     if (isNew)
-        questions.role = ask(path, accessibleInterface, QStringLiteral("GetRole"));
-    if (isNew || mayHoldOthers(kindOf(*role, false)))
-        questions.children = ask(path, accessibleInterface, QStringLiteral("GetChildren"));
-    return questions;
+        requests.role = callAsync(path, accessibleInterface, QStringLiteral("GetRole"));
+    if (isNew || canHaveChildren(kindOf(*role, false)))
+        requests.children = callAsync(path, accessibleInterface, QStringLiteral("GetChildren"));
+    return requests;
 }
 
 bool AccessibleTree::findProgram(qint64 pid)
@@ -165,7 +166,7 @@ bool AccessibleTree::findProgram(qint64 pid)
     _pid = pid;
     _service = QStringLiteral("org.a11y.atspi.Registry");
     const auto programs = qdbus_cast<QList<Reference>>(
-        answer(ask(rootPath, accessibleInterface, QStringLiteral("GetChildren"))));
+        replyValue(callAsync(rootPath, accessibleInterface, QStringLiteral("GetChildren"))));
     _service.clear();
     _roles.clear();
     for (const Reference &program : programs) {
@@ -179,7 +180,8 @@ std::optional<Screen> AccessibleTree::read(qint64 pid)
 {
     if (!_bus.isConnected() || !findProgram(pid))
         return {};
-    const QVariant windows = answer(ask(rootPath, accessibleInterface, QStringLiteral("GetChildren")));
+    const QVariant windows =
+        replyValue(callAsync(rootPath, accessibleInterface, QStringLiteral("GetChildren")));
     if (!windows.isValid()) {
         _service.clear(); // the program is gone; another one may get this process id
         return {};
@@ -199,39 +201,39 @@ std::optional<Screen> AccessibleTree::read(qint64 pid)
 /// Adds the children of objects[first] and all after it.
 void AccessibleTree::readLevel(Screen &screen, QList<Object> &objects, int first)
 {
-    QList<Questions> level;
+    QList<PendingRequests> level;
     for (int i = first; i < objects.size(); ++i) {
         for (const Reference &child : objects.at(i).children) {
-            level << questionsAbout(child.path.path());
+            level << requestsFor(child.path.path());
             level.last().parent = i - 1;
         }
     }
-    for (const Questions &asked : level) {
-        const auto words = qdbus_cast<QList<uint>>(answer(asked.states));
+    for (const PendingRequests &pending : level) {
+        const auto words = qdbus_cast<QList<uint>>(replyValue(pending.states));
         if (words.size() < 2)
             continue;
         const quint64 states = words.at(0) | quint64(words.at(1)) << 32;
-        if (asked.role)
-            _roles.insert(asked.path, answer(*asked.role).toUInt());
+        if (pending.role)
+            _roles.insert(pending.path, replyValue(*pending.role).toUInt());
         const auto has = [states](State state) { return (states >> state & 1) != 0; };
         if (!has(StateShowing))
             continue; // such as a hidden page, with its contents
         Widget widget;
-        widget.kind = kindOf(_roles.value(asked.path), has(StateMultiLine));
+        widget.kind = kindOf(_roles.value(pending.path), has(StateMultiLine));
         widget.enabled = has(StateEnabled);
         widget.focused = has(StateFocused);
         widget.selected = has(StateSelected);
         widget.active = has(StateActive);
-        widget.object = asked.path;
-        widget.name = widget.text = answer(asked.name).toString();
-        widget.parent = asked.parent;
-        widget.window = asked.parent < 0 ? int(screen.size()) : screen.at(asked.parent).window;
-        if (asked.parent < 0)
+        widget.object = pending.path;
+        widget.name = widget.text = replyValue(pending.name).toString();
+        widget.parent = pending.parent;
+        widget.window = pending.parent < 0 ? int(screen.size()) : screen.at(pending.parent).window;
+        if (pending.parent < 0)
             widget.kind = WidgetKind::Window;
         screen << widget;
-        objects << Object{asked.path, mayHoldOthers(widget.kind) && asked.children
-                                          ? qdbus_cast<QList<Reference>>(answer(*asked.children))
-                                          : QList<Reference>()};
+        objects << Object{pending.path, canHaveChildren(widget.kind) && pending.children
+                                            ? qdbus_cast<QList<Reference>>(replyValue(*pending.children))
+                                            : QList<Reference>()};
     }
 }
 
@@ -242,31 +244,31 @@ void AccessibleTree::readRectsAndTexts(Screen &screen, const QList<Object> &obje
     QHash<int, QDBusPendingCall> texts;
     for (int i = 0; i < screen.size(); ++i) {
         const QString &path = objects.at(i + 1).path;
-        rects << ask(path, QStringLiteral("org.a11y.atspi.Component"), QStringLiteral("GetExtents"),
-                     {screenCoordinates});
+        rects << callAsync(path, QStringLiteral("org.a11y.atspi.Component"), QStringLiteral("GetExtents"),
+                           {screenCoordinates});
         // Only widgets that are known to hold text are asked for it: with any other widget, the program logs
         // a warning.
         if (screen.at(i).kind == WidgetKind::TextField || screen.at(i).kind == WidgetKind::TextView)
-            texts.insert(
-                i, ask(path, QStringLiteral("org.a11y.atspi.Text"), QStringLiteral("GetText"), {0, -1}));
+            texts.insert(i, callAsync(path, QStringLiteral("org.a11y.atspi.Text"), QStringLiteral("GetText"),
+                                      {0, -1}));
     }
     for (int i = 0; i < screen.size(); ++i)
-        screen[i].rect = qdbus_cast<QRect>(answer(rects.at(i)));
+        screen[i].rect = qdbus_cast<QRect>(replyValue(rects.at(i)));
     for (auto text = texts.cbegin(); text != texts.cend(); ++text)
-        screen[text.key()].text = answer(text.value()).toString();
+        screen[text.key()].text = replyValue(text.value()).toString();
 }
 
 bool AccessibleTree::act(const Widget &widget) const
 {
     constexpr int first = 0; // the action of a click comes first, before actions such as setting the focus
-    return answer(ask(widget.object, QStringLiteral("org.a11y.atspi.Action"), QStringLiteral("DoAction"),
-                      {first}))
+    return replyValue(callAsync(widget.object, QStringLiteral("org.a11y.atspi.Action"),
+                                QStringLiteral("DoAction"), {first}))
         .toBool();
 }
 
 bool AccessibleTree::setText(const Widget &widget, const QString &text) const
 {
-    return answer(ask(widget.object, QStringLiteral("org.a11y.atspi.EditableText"),
-                      QStringLiteral("SetTextContents"), {text}))
+    return replyValue(callAsync(widget.object, QStringLiteral("org.a11y.atspi.EditableText"),
+                                QStringLiteral("SetTextContents"), {text}))
         .toBool();
 }

@@ -34,11 +34,11 @@ public:
 
 private:
     struct Object;
-    struct Questions;
+    struct PendingRequests;
 
-    QDBusPendingCall ask(const QString &path, const QString &interface, const QString &method,
-                         const QVariantList &arguments = {}) const;
-    Questions questionsAbout(const QString &path) const;
+    QDBusPendingCall callAsync(const QString &path, const QString &interface, const QString &method,
+                               const QVariantList &arguments = {}) const;
+    PendingRequests requestsFor(const QString &path) const;
     bool findProgram(qint64 pid);
     void readLevel(Screen &screen, QList<Object> &objects, int first);
     void readRectsAndTexts(Screen &screen, const QList<Object> &objects) const;

@@ -73,11 +73,11 @@ public:
             qWarning("cannot read the probe's bundle");
         _seen["log before"] = sessionLog();
         _seen["bundle is there"] = QFile::exists(QStringLiteral(":/zv_setup.png"));
-        QMetaObject::invokeMethod(this, &InProcessProbe::lookAround, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, &InProcessProbe::inspect, Qt::QueuedConnection);
     }
 
 private:
-    void lookAround()
+    void inspect()
     {
         qWarning("the event loop runs");
         _seen["log"] = sessionLog();

@@ -64,7 +64,7 @@ bool isUnreadable(int descriptor)
     return length > 0 && QByteArray(target, length) == record().unreadableNode;
 }
 
-int openBy(const char *function, const char *path, int flags, mode_t mode)
+int openWith(const char *function, const char *path, int flags, mode_t mode)
 {
     const QByteArray forbidden = record().forbiddenPath;
     if (!forbidden.isEmpty() && QByteArray(path).startsWith(forbidden)) {
@@ -113,7 +113,7 @@ extern "C" int ioctl(int descriptor, unsigned long request, ...)
         record().modemLines.append(request == TIOCMBIS ? line : -line);
         record().order += line == TIOCM_DTR ? QStringLiteral("DTR") : QStringLiteral("RTS");
     }
-    if (request == FIONREAD && ++record().unreadQuestions <= record().unreadPretences) {
+    if (request == FIONREAD && ++record().unreadQueryCount <= record().simulatedUnread) {
         *static_cast<int *>(argument) = 1;
         return 0;
     }
@@ -145,7 +145,7 @@ extern "C" ssize_t read(int descriptor, void *buffer, size_t size)
 extern "C" int poll(pollfd *files, nfds_t count, int timeout)
 {
     static auto *const real = original<decltype(poll)>("poll");
-    if (record().failsHangUpQuestions && count == 1 && files->events == 0) {
+    if (record().failsHangUpChecks && count == 1 && files->events == 0) {
         errno = EINTR;
         return -1;
     }
@@ -159,7 +159,7 @@ extern "C" int open(const char *path, int flags, ...)
     const auto mode =
         static_cast<mode_t>(va_arg(arguments, unsigned)); // an unused value if there is no such argument
     va_end(arguments);
-    return openBy("open", path, flags, mode);
+    return openWith("open", path, flags, mode);
 }
 
 extern "C" int open64(const char *path, int flags, ...)
@@ -168,6 +168,6 @@ extern "C" int open64(const char *path, int flags, ...)
     va_start(arguments, flags);
     const auto mode = static_cast<mode_t>(va_arg(arguments, unsigned));
     va_end(arguments);
-    return openBy("open64", path, flags, mode);
+    return openWith("open64", path, flags, mode);
 }
 // NOLINTEND(readability-inconsistent-declaration-parameter-name)

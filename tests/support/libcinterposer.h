@@ -43,9 +43,9 @@ public:
     /// pseudo-terminal does.
     static void keepFrame() { record().keepsFrame = true; }
     /// The first \a times that the ttys are asked since clear(), they report one byte to read.
-    static void pretendUnread(int times) { record().unreadPretences = times; }
+    static void simulateUnread(int times) { record().simulatedUnread = times; }
     /// The number of times that a tty has been asked for that since clear().
-    static int questionsForUnread() { return record().unreadQuestions; }
+    static int unreadQueries() { return record().unreadQueryCount; }
     /// From now on, each read of the open tty \a node fails with \a error; 0 is the end of the file.
     static void failReading(const QByteArray &node, int error)
     {
@@ -55,9 +55,9 @@ public:
     /// The number of reads that have failed in this way.
     static int failedReads() { return record().failedReads; }
     /// From now on, each check whether a tty has hung up fails: the system does not reply.
-    static void failHangUpQuestions() { record().failsHangUpQuestions = true; }
+    static void failHangUpChecks() { record().failsHangUpChecks = true; }
     /// Makes the ttys report a serial controller of this \a type, one of PORT_... in linux/serial.h.
-    static void pretendController(int type) { record().controller = type; }
+    static void simulateController(int type) { record().controller = type; }
 
     struct Record {
         termios lastSettings = {};
@@ -70,13 +70,13 @@ public:
         QList<QByteArray> opened;
         QByteArray forbiddenPath;
         bool keepsFrame = false;
-        int unreadPretences = 0;
-        int unreadQuestions = 0;
+        int simulatedUnread = 0;
+        int unreadQueryCount = 0;
         std::optional<int> controller;
         QByteArray unreadableNode;
         int readError = 0;
         int failedReads = 0;
-        bool failsHangUpQuestions = false;
+        bool failsHangUpChecks = false;
     };
     static Record &record();
 };

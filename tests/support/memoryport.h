@@ -17,7 +17,7 @@ public:
     }
 
     /// Sets the data to read from now on. The caller keeps its ownership.
-    void bring(const char *bytes, qint64 size) { _unread = QByteArrayView(bytes, size); }
+    void setUnread(const char *bytes, qint64 size) { _unread = QByteArrayView(bytes, size); }
     qint64 bytesAvailable() const override { return _unread.size(); }
 
     QByteArray written;

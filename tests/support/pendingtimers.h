@@ -13,14 +13,14 @@ public:
 
     /// The intervals in milliseconds of those that have not fired yet, in the order in which they were
     /// started.
-    QList<int> underWay() const
+    QList<int> intervals() const
     {
-        QList<int> intervals;
+        QList<int> found;
         forEachTimer([&](const TimerInfo &timer) {
             if (!_earlier.contains(timer.timerId))
-                intervals += timer.interval;
+                found += timer.interval;
         });
-        return intervals;
+        return found;
     }
 
 private:

@@ -38,12 +38,12 @@ Screen ProgramDriver::screen()
 }
 
 bool ProgramDriver::waitUntil(const std::function<bool()> &condition, const QString &expectation,
-                              std::chrono::milliseconds patience)
+                              std::chrono::milliseconds timeout)
 {
     if (!_tree)
         return fail(QStringLiteral("Expected: %1. But no program was started.").arg(expectation));
     const auto begin = std::chrono::steady_clock::now();
-    _keyboardSeen = begin;
+    _focusSeen = begin;
     while (true) {
         // The order matters: a condition that became true before the program ended or the time was over still
         // counts.
@@ -53,12 +53,12 @@ bool ProgramDriver::waitUntil(const std::function<bool()> &condition, const QStr
             return true;
         if (!wasRunning)
             return fail(QStringLiteral("Expected: %1. But the program does not run.").arg(expectation));
-        if (elapsed >= patience)
+        if (elapsed >= timeout)
             return fail(QStringLiteral("Expected: %1. After %2 ms the screen shows instead:\n%3")
                             .arg(expectation)
-                            .arg(patience.count())
+                            .arg(timeout.count())
                             .arg(describeScreen()));
-        fetchLostKeyboard();
+        restoreKeyboardFocus();
         // The program needs much time for its answers about the screen, so a long wait asks less often.
         pause(std::clamp(std::chrono::duration_cast<std::chrono::milliseconds>(elapsed / 4), 20ms, 250ms));
     }
@@ -66,7 +66,7 @@ bool ProgramDriver::waitUntil(const std::function<bool()> &condition, const QStr
 
 bool ProgramDriver::waitUntil(const std::function<bool()> &condition, const QString &expectation)
 {
-    return waitUntil(condition, expectation, _patience);
+    return waitUntil(condition, expectation, _timeout);
 }
 
 std::optional<Widget> ProgramDriver::find(const WidgetQuery &query)
@@ -95,7 +95,7 @@ bool ProgramDriver::waitUntilGone(const WidgetQuery &query)
             return true;
         // An unreadable screen does not mean that the widget is gone.
         const std::optional<Screen> now = readScreen();
-        return now && query.canTellFrom(*now) && query.allIn(*now).isEmpty();
+        return now && query.appliesTo(*now) && query.allIn(*now).isEmpty();
     };
     return waitUntil(isGone, QStringLiteral("no ") + query.description());
 }

@@ -44,7 +44,7 @@ public:
     /// Sets the environment variable \a name for the program; a null \a value removes it.
     void setEnvironment(const QString &name, const QString &value);
     /// Sets the timeout of steps; initially 20 seconds.
-    void setPatience(std::chrono::milliseconds patience) { _patience = patience; }
+    void setTimeout(std::chrono::milliseconds timeout) { _timeout = timeout; }
 
     /// Starts \a program. Returns false if it cannot be started or if there is no desktop.
     bool start(const QString &program, const QStringList &arguments = {});
@@ -106,7 +106,7 @@ public:
     QString describeScreen();
     /// Saves files that help to explain a failure in \a folder: screen.png, screen.txt, stdout.txt,
     /// stderr.txt.
-    void leaveEvidence(const QString &folder);
+    void saveDiagnostics(const QString &folder);
     /// Why the last failed step has failed.
     QString failure() const { return _failure; }
 
@@ -119,7 +119,7 @@ private:
     bool lacksInput();
     bool fail(const QString &message);
     bool waitUntil(const std::function<bool()> &condition, const QString &expectation,
-                   std::chrono::milliseconds patience);
+                   std::chrono::milliseconds timeout);
     std::optional<Widget> await(const WidgetQuery &query);
     std::optional<Screen> readScreen();
     Screen screen();
@@ -130,7 +130,7 @@ private:
                 const QString &expectation);
     bool waitForKeyboard();
     void settle();
-    void fetchLostKeyboard();
+    void restoreKeyboardFocus();
 
     bool pointAt(const WidgetQuery &query);
     QString obstacleOf(const WidgetQuery &query);
@@ -144,11 +144,11 @@ private:
     QByteArray _output;
     QByteArray _errorOutput;
     QString _failure;
-    std::chrono::milliseconds _patience{20000};
+    std::chrono::milliseconds _timeout{20000};
     std::unique_ptr<XDisplay> _display; ///< null on a Wayland desktop
     std::unique_ptr<AccessibleTree> _tree;
     std::unique_ptr<XInput> _input;
     QRect _lastRect; ///< of the widget to click: it must be the same twice
     /// When a window last had the focus, or there was no window.
-    std::chrono::steady_clock::time_point _keyboardSeen;
+    std::chrono::steady_clock::time_point _focusSeen;
 };

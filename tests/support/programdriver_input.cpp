@@ -12,14 +12,14 @@ using onscreen::window;
 /// that input.
 void ProgramDriver::settle()
 {
-    const auto end = std::chrono::steady_clock::now() + _patience;
+    const auto end = std::chrono::steady_clock::now() + _timeout;
     // If there is no answer, the next step fails with a better message than this function could give.
     const auto awaitAnswer = [&](const std::function<bool()> &answer) {
         while (isRunning() && !answer() && std::chrono::steady_clock::now() < end)
             pause(2ms);
     };
-    _display->askManager();
-    awaitAnswer([this] { return _display->hasManagerAnswered(); });
+    _display->pingManager();
+    awaitAnswer([this] { return _display->isManagerPingAnswered(); });
     const XWindow active = _display->activeWindow();
     if (active.pid != _process.processId())
         return;
@@ -30,19 +30,19 @@ void ProgramDriver::settle()
 /// If a message box and the dialog below it close together, the window manager may leave the keyboard focus
 /// with no window. A user then clicks into the program's window. This function does the same if the state
 /// persists.
-void ProgramDriver::fetchLostKeyboard()
+void ProgramDriver::restoreKeyboardFocus()
 {
     if (!_display)
         return;
     const auto now = std::chrono::steady_clock::now();
     if (_display->activeWindowId() != 0)
-        _keyboardSeen = now;
-    if (now - _keyboardSeen < 500ms)
+        _focusSeen = now;
+    if (now - _focusSeen < 500ms)
         return;
     const QList<XWindow> windows = _display->windowsOf(_process.processId());
     if (!windows.isEmpty())
         _display->activate(windows.last().id);
-    _keyboardSeen = now;
+    _focusSeen = now;
 }
 
 /// Whether a click at \a point would not reach \a window.

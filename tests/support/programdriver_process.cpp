@@ -103,7 +103,7 @@ bool ProgramDriver::start(const QString &program, const QStringList &arguments)
 bool ProgramDriver::waitForEnd()
 {
     // waitUntil() cannot be used here: it treats the end of the program as a failure.
-    for (const auto end = std::chrono::steady_clock::now() + _patience;
+    for (const auto end = std::chrono::steady_clock::now() + _timeout;
          isRunning() && std::chrono::steady_clock::now() < end;)
         pause(std::chrono::milliseconds(10));
     if (isRunning())
@@ -138,17 +138,17 @@ bool ProgramDriver::screenshot(const QString &path)
 {
     if (!connectToDesktop() || lacksInput())
         return false;
-    return _display->picture().save(path, "PNG") || fail(QStringLiteral("cannot write %1").arg(path));
+    return _display->screenshot().save(path, "PNG") || fail(QStringLiteral("cannot write %1").arg(path));
 }
 
 bool ProgramDriver::screenshot(const QString &path, const QString &title)
 {
     const auto window = awaitWindow(title);
-    return (window && _display->picture(window->frameRect).save(path, "PNG")) ||
+    return (window && _display->screenshot(window->frameRect).save(path, "PNG")) ||
            fail(QStringLiteral("cannot save a screenshot of \"%1\" as %2").arg(title, path));
 }
 
-void ProgramDriver::leaveEvidence(const QString &folder)
+void ProgramDriver::saveDiagnostics(const QString &folder)
 {
     QDir().mkpath(folder);
     const QDir target(folder);

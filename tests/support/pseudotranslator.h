@@ -16,15 +16,15 @@ public:
     QString translate(const char *context, const char *sourceText, const char *disambiguation,
                       int) const override
     {
-        _asked += QStringLiteral("%1|%2|%3").arg(context, disambiguation, sourceText);
-        return _asked.constLast();
+        _requested += QStringLiteral("%1|%2|%3").arg(context, disambiguation, sourceText);
+        return _requested.constLast();
     }
 
     /// The strings requested in \a context so far, in the marked form in which they were returned.
-    QStringList asked(const QString &context) const
+    QStringList requested(const QString &context) const
     {
         QStringList inContext;
-        for (const QString &marked : _asked) {
+        for (const QString &marked : _requested) {
             if (marked.startsWith(context + QLatin1Char('|')))
                 inContext += marked;
         }
@@ -32,5 +32,5 @@ public:
     }
 
 private:
-    mutable QStringList _asked;
+    mutable QStringList _requested;
 };

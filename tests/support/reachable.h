@@ -9,7 +9,7 @@
 #include <QScrollBar>
 
 /// Returns true if all of \a widget, on a visible dialog, is on the screen.
-inline bool isSeenWhole(const QWidget *widget)
+inline bool isFullyVisible(const QWidget *widget)
 {
     return widget->visibleRegion() == QRegion(widget->rect());
 }
@@ -26,7 +26,7 @@ inline bool canBeScrolledTo(const QWidget *widget, const QScrollArea *area)
 
 /// The visible widgets of \a dialog that the user cannot see completely, even by scrolling. Buttons must be
 /// visible without scrolling. Empty if there are none; a dialog that exceeds its screen is listed as well.
-inline QStringList outOfReachIn(const QDialog &dialog)
+inline QStringList unreachableWidgets(const QDialog &dialog)
 {
     QStringList found;
     if (!dialog.screen()->availableGeometry().contains(dialog.frameGeometry()))
@@ -39,7 +39,7 @@ inline QStringList outOfReachIn(const QDialog &dialog)
         const int needed =
             child->hasHeightForWidth() ? child->heightForWidth(child->width()) : child->sizeHint().height();
         const bool isScrolled = area && area->widget()->isAncestorOf(child);
-        const bool isReachable = isScrolled ? canBeScrolledTo(child, area) : isSeenWhole(child);
+        const bool isReachable = isScrolled ? canBeScrolledTo(child, area) : isFullyVisible(child);
         if (!isReachable || child->height() < needed ||
             (qobject_cast<const QLabel *>(child) && child->width() < child->minimumSizeHint().width()))
             found += child->objectName().isEmpty() ? QLatin1String(child->metaObject()->className())

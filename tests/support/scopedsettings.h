@@ -5,22 +5,22 @@
 
 /// Sets the program's language and layout direction while it lives. Without Qt's own translation for the
 /// language, layouts run from left to right in every language.
-class LanguageOf
+class ScopedLanguage
 {
 public:
-    LanguageOf(const QString &language, Qt::LayoutDirection direction)
+    ScopedLanguage(const QString &language, Qt::LayoutDirection direction)
     {
         QLocale::setDefault(QLocale(language));
         QApplication::setLayoutDirection(direction);
     }
-    ~LanguageOf()
+    ~ScopedLanguage()
     {
         QLocale::setDefault(QLocale::system());
         QApplication::setLayoutDirection(Qt::LayoutDirectionAuto);
     }
 
 private:
-    Q_DISABLE_COPY_MOVE(LanguageOf)
+    Q_DISABLE_COPY_MOVE(ScopedLanguage)
 };
 
 /// Sets another font size for the application while it lives.

@@ -10,7 +10,7 @@
 ///
 ///     TimingProbe timing(500, [&] { return port.isOpen(); });
 ///     begin();
-///     timing.hasBegun();
+///     timing.actionStarted();
 ///     QTRY_VERIFY(timing.isOver());
 ///     QCOMPARE(timing.verdict(), "in time");
 ///
@@ -26,7 +26,7 @@ public:
         _clock.start();
         checkAfter(milliseconds - 1, _sooner);
     }
-    void hasBegun() { checkAfter(_milliseconds + 1, _later); }
+    void actionStarted() { checkAfter(_milliseconds + 1, _later); }
 
     bool isOver() const { return _later.has_value(); }
     const char *verdict() const

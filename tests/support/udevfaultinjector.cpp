@@ -53,7 +53,7 @@ extern "C" int udev_monitor_enable_receiving(udev_monitor *monitor)
 
 extern "C" const char *udev_device_get_action(udev_device *device)
 {
-    ++UdevFaultInjector::state().reported;
+    ++UdevFaultInjector::state().actionReads;
     if (fails(UdevFaultInjector::NoAction))
         return nullptr;
     return original<decltype(udev_device_get_action)>("udev_device_get_action")(device);
@@ -62,7 +62,7 @@ extern "C" const char *udev_device_get_action(udev_device *device)
 extern "C" udev_device *udev_device_new_from_subsystem_sysname(struct udev *udev, const char *subsystem,
                                                                const char *name)
 {
-    ++UdevFaultInjector::state().asked;
+    ++UdevFaultInjector::state().deviceLookups;
     return original<decltype(udev_device_new_from_subsystem_sysname)>(
         "udev_device_new_from_subsystem_sysname")(udev, subsystem, name);
 }

@@ -16,14 +16,14 @@ public:
     /// Simulates \a failure from now on.
     static void fail(Failure failure) { state() = {failure, 0, 0}; }
     /// The number of events of which the program has read the action since the last fail().
-    static int timesReported() { return state().reported; }
+    static int actionReads() { return state().actionReads; }
     /// The number of times that the program has looked up a device by its name since the last fail().
-    static int timesAsked() { return state().asked; }
+    static int deviceLookups() { return state().deviceLookups; }
 
     struct State {
         Failure wanted;
-        int reported;
-        int asked;
+        int actionReads;
+        int deviceLookups;
     };
     static State &state();
 };

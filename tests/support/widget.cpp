@@ -12,10 +12,10 @@ QString subtree(const Screen &screen, int parent, int depth)
         if (screen.at(i).parent != parent)
             continue;
         // Widgets that only group others give the reader no information: their contents take their place.
-        const bool worthALine = screen.at(i).kind != WidgetKind::Other || !screen.at(i).name.isEmpty();
-        if (worthALine)
+        const bool isListed = screen.at(i).kind != WidgetKind::Other || !screen.at(i).name.isEmpty();
+        if (isListed)
             lines += QString(qsizetype{2} * depth, u' ') + screen.at(i).description() + u'\n';
-        lines += subtree(screen, i, worthALine ? depth + 1 : depth);
+        lines += subtree(screen, i, isListed ? depth + 1 : depth);
     }
     return lines;
 }

@@ -55,7 +55,7 @@ int WidgetQuery::windowIn(const Screen &screen) const
     return found;
 }
 
-bool WidgetQuery::canTellFrom(const Screen &screen) const
+bool WidgetQuery::appliesTo(const Screen &screen) const
 {
     return _kind == WidgetKind::Window || _window || windowIn(screen) >= 0;
 }

@@ -35,7 +35,7 @@ public:
     /// The indexes in \a screen of all matches, from top to bottom.
     QList<int> allIn(const Screen &screen) const;
     /// Returns false if \a screen cannot tell whether there is a match, because the window is not shown yet.
-    bool canTellFrom(const Screen &screen) const;
+    bool appliesTo(const Screen &screen) const;
     /// The query in words, for messages.
     QString description() const;
 

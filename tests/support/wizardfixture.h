@@ -50,7 +50,7 @@ public:
         return wizard.currentPage()->template findChild<Widget *>(QLatin1String(name));
     }
     /// Returns true if the Next button is enabled.
-    bool canGoOn() const { return robot.canContinue(); }
+    bool canContinue() const { return robot.canContinue(); }
     /// Returns true if the Finish button is enabled.
     bool canFinish() const { return robot.canFinish(); }
 };

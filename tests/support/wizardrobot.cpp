@@ -102,9 +102,9 @@ bool WizardRobot::goTo(int id, const std::function<void()> &beforeLeaving)
     return true;
 }
 
-void WizardRobot::start(const WizardWishes &wishes)
+void WizardRobot::start(const UserInput &userInput)
 {
-    _wishes = wishes;
+    _userInput = userInput;
     if (!std::exchange(_isWalking, true))
         pollLater();
 }
@@ -123,7 +123,7 @@ void WizardRobot::poll()
     if (answerDialog() || _isActing || _isBusy())
         return;
     if (std::exchange(_page, _wizard.currentId()) != _wizard.currentId())
-        _hasAsked = false;
+        _hasActed = false;
     const QScopedValueRollback<bool> acting(_isActing, true);
     takeStep();
 }
@@ -139,7 +139,7 @@ bool WizardRobot::answerDialog()
         _messages += box->text();
         box->accept();
     } else if (dialog) {
-        enterFile(dialog, _wishes.logPath);
+        enterFile(dialog, _userInput.logPath);
         dialog->accept();
     }
     return dialog;
@@ -170,9 +170,9 @@ void WizardRobot::continueIfPossible()
 
 void WizardRobot::takeStepOnFoundPage()
 {
-    if (!_wishes.logPath.isEmpty() && !std::exchange(_hasAsked, true))
+    if (!_userInput.logPath.isEmpty() && !std::exchange(_hasActed, true))
         clickDownloadLog();
-    else if (_wishes.logPath.isEmpty() || !_messages.isEmpty() ||
+    else if (_userInput.logPath.isEmpty() || !_messages.isEmpty() ||
              widget<QAbstractButton>("pushButton_viewLog")->isEnabled())
         continueIfPossible();
 }
@@ -181,15 +181,15 @@ void WizardRobot::takeStepOnChoosePage()
 {
     if (!widget<QAbstractButton>("refreshButton")->isEnabled()) // a scan is in progress
         return;
-    if (!selectNetwork(_wishes.ssid))
-        typeNetwork(_wishes.ssid);
-    typePassphrase(_wishes.passphrase);
+    if (!selectNetwork(_userInput.ssid))
+        typeNetwork(_userInput.ssid);
+    typePassphrase(_userInput.passphrase);
     continueIfPossible();
 }
 
 void WizardRobot::takeStepOnTestPage()
 {
-    if (widget<QAbstractButton>("pushButton")->isEnabled() && !std::exchange(_hasAsked, true))
+    if (widget<QAbstractButton>("pushButton")->isEnabled() && !std::exchange(_hasActed, true))
         clickSave();
     if (canFinish())
         clickDone();

@@ -10,7 +10,7 @@ class QDialog;
 class QLineEdit;
 
 /// What the user of a typical run wants.
-struct WizardWishes {
+struct UserInput {
     QString ssid;
     QString passphrase;
     QString logPath; ///< the file for the device's log; empty: no log is requested
@@ -56,8 +56,8 @@ public:
     bool goTo(
         int id, const std::function<void()> &beforeLeaving = [] {});
 
-    /// Goes through the wizard with these wishes, as soon as each step is possible.
-    void start(const WizardWishes &wishes);
+    /// Goes through the wizard with \a userInput, as soon as each step is possible.
+    void start(const UserInput &userInput);
     /// Stops at the current page.
     void stop() { _isWalking = false; }
     /// Users are slower than a device that replies: start() does nothing while \a isBusy returns true.
@@ -84,11 +84,11 @@ private:
     void takeStepOnTestPage();
 
     QWizard &_wizard;
-    WizardWishes _wishes;
+    UserInput _userInput;
     std::function<bool()> _isBusy = [] { return false; };
     QStringList _messages;
     int _page = -1;
-    bool _hasAsked = false; // on this page, the action that the page is for
+    bool _hasActed = false; // on this page, the action that the page is for
     bool _isActing = false; // a dialog opened during the action
     bool _isWalking = false;
     bool _isDone = false;

@@ -161,14 +161,14 @@ void XDisplay::close(unsigned long id) const
                 {0, fromPager});
 }
 
-void XDisplay::askManager() const
+void XDisplay::pingManager() const
 {
     XDeleteProperty(_display, _own, XInternAtom(_display, "_NET_FRAME_EXTENTS", False));
     sendMessage(_root, _own, "_NET_REQUEST_FRAME_EXTENTS", SubstructureRedirectMask | SubstructureNotifyMask,
                 {});
 }
 
-bool XDisplay::hasManagerAnswered() const
+bool XDisplay::isManagerPingAnswered() const
 {
     return !numbers(_own, "_NET_FRAME_EXTENTS").isEmpty();
 }
@@ -235,7 +235,7 @@ bool XDisplay::hasPointerChanged()
     return _hasPointerChanged;
 }
 
-QImage XDisplay::picture(const QRect &rect) const
+QImage XDisplay::screenshot(const QRect &rect) const
 {
     XWindowAttributes root;
     XGetWindowAttributes(_display, _root, &root);

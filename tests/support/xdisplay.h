@@ -46,9 +46,9 @@ public:
     void close(unsigned long id) const;
     /// Sends a request to the window manager. The reply follows all input sent before: a click reaches a
     /// window only after the window manager has processed it.
-    void askManager() const;
+    void pingManager() const;
     /// Returns true if the window manager has replied.
-    bool hasManagerAnswered() const;
+    bool isManagerPingAnswered() const;
     /// Sends a ping to the program of the window \a id. The reply follows all input sent to that window
     /// before.
     void ping(unsigned long id);
@@ -62,7 +62,7 @@ public:
     /// Returns true if the server has reported a change since then.
     bool hasPointerChanged();
     /// A screenshot of \a rect; of the whole screen if \a rect is empty.
-    QImage picture(const QRect &rect = {}) const;
+    QImage screenshot(const QRect &rect = {}) const;
 
 private:
     QList<unsigned long> numbers(unsigned long window, const char *property) const;

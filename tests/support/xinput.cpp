@@ -125,7 +125,7 @@ void XInput::doubleClick()
     XFlush(_display.connection());
 }
 
-void XInput::strike(const Key &stroke)
+void XInput::pressAndRelease(const Key &stroke)
 {
     if (stroke.shift)
         key(_shift, true);
@@ -147,7 +147,7 @@ bool XInput::typeText(const QString &text)
     }
     XSync(_display.connection(), False);
     for (const uint character : characters)
-        strike(_keys.value(symbolOf(char32_t{character})));
+        pressAndRelease(_keys.value(symbolOf(char32_t{character})));
     return true;
 }
 
@@ -162,7 +162,7 @@ bool XInput::pressKey(const QString &name)
     const Key last = keys.takeLast();
     for (const Key &modifier : std::as_const(keys))
         key(modifier.code, true);
-    strike(last);
+    pressAndRelease(last);
     while (!keys.isEmpty())
         key(keys.takeLast().code, false);
     return true;

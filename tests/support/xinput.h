@@ -42,7 +42,7 @@ private:
     bool assignKey(unsigned long symbol);
     void key(unsigned char code, bool down);
     void button(bool down);
-    void strike(const Key &stroke);
+    void pressAndRelease(const Key &stroke);
 
     const XDisplay &_display;
     QHash<unsigned long, Key> _keys; ///< by X key symbol

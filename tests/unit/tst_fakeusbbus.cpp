@@ -13,8 +13,8 @@ class TestFakeUsbBus : public QObject
 
 private Q_SLOTS:
     void noTtyNameIsUsedTwice();
-    void waitingEndsWithTheConditionOrTheTime();
-    void aForeignPortRecordsWhatItReceivesAndIsSilent();
+    void waitForReturnsOnTheConditionOrTheTimeout();
+    void aForeignPortRecordsWhatItReceivesAndSendsNothing();
 };
 
 void TestFakeUsbBus::noTtyNameIsUsedTwice()
@@ -28,7 +28,7 @@ void TestFakeUsbBus::noTtyNameIsUsedTwice()
     QCOMPARE(bus.plug(UsbBridge::ftdi()), QByteArray("ttyUSB43"));
 }
 
-void TestFakeUsbBus::waitingEndsWithTheConditionOrTheTime()
+void TestFakeUsbBus::waitForReturnsOnTheConditionOrTheTimeout()
 {
     FakeUsbBus bus;
     PluggedTolvar tolvar(bus);
@@ -46,7 +46,7 @@ void TestFakeUsbBus::waitingEndsWithTheConditionOrTheTime()
     QVERIFY(tolvar.waitFor(isAwake, 0));
 }
 
-void TestFakeUsbBus::aForeignPortRecordsWhatItReceivesAndIsSilent()
+void TestFakeUsbBus::aForeignPortRecordsWhatItReceivesAndSendsNothing()
 {
     FakeUsbBus bus;
     ForeignPort first(bus);

@@ -43,23 +43,23 @@ private Q_SLOTS:
     void init() { LibcInterposer::clear(); }
     void cleanup() { LibcInterposer::clear(); }
 
-    void receivedBytesAreNoHangUp();
+    void receivedBytesAreNotReportedAsAHangUp();
     void unreadBytesDelayTheReport_data();
     void unreadBytesDelayTheReport();
     void aStoppedWatchReportsNothing();
-    void aRestartedWatchLeavesTheFirstPort();
+    void aRestartedWatchIgnoresTheFirstPort();
     void aFileThatCannotBeWatchedIsIgnored();
     void aWatchReleasesItsDescriptors();
 };
 
-void TestHangUpWatch::receivedBytesAreNoHangUp()
+void TestHangUpWatch::receivedBytesAreNotReportedAsAHangUp()
 {
     WatchedTerminal talking;
     WatchedTerminal silent;
     talking.terminal.send("the device is there");
     QVERIFY(silent.reportsHangUp());
     QCOMPARE(talking.hungUp.count(), 0);
-    QCOMPARE(LibcInterposer::questionsForUnread(), 1); // the other watch is not activated
+    QCOMPARE(LibcInterposer::unreadQueries(), 1); // the other watch is not activated
 }
 
 void TestHangUpWatch::unreadBytesDelayTheReport_data()
@@ -77,13 +77,13 @@ void TestHangUpWatch::unreadBytesDelayTheReport()
     WatchedTerminal port;
     int checks = 0;
     connect(&port.watch, &HangUpWatch::hungUp, this, [&] {
-        checks = LibcInterposer::questionsForUnread();
+        checks = LibcInterposer::unreadQueries();
         port.watch.stop();
     });
     port.terminal.hangUp();
     for (int round = 1; round <= 2; ++round) { // each start resets the count
         LibcInterposer::clear();
-        LibcInterposer::pretendUnread(timesUnread);
+        LibcInterposer::simulateUnread(timesUnread);
         checks = 0;
         port.watch.start(port.descriptor);
         QTRY_COMPARE(checks, reportedAtCheck);
@@ -105,7 +105,7 @@ void TestHangUpWatch::aStoppedWatchReportsNothing()
     QCOMPARE(stopped.hungUp.count(), 0);
 }
 
-void TestHangUpWatch::aRestartedWatchLeavesTheFirstPort()
+void TestHangUpWatch::aRestartedWatchIgnoresTheFirstPort()
 {
     WatchedTerminal first;
     WatchedTerminal second;

@@ -20,7 +20,7 @@ bool write(const QString &path, const QByteArray &text)
 }
 
 /// Removes the messages of the offscreen platform plugin.
-QByteArray withoutRemarks(QByteArray text)
+QByteArray withoutPlatformMessages(QByteArray text)
 {
     for (const char *prefix : {"W:", ""})
         text.replace(QByteArray(prefix) + "This plugin does not support propagateSizeHints()\n", "");
@@ -63,7 +63,7 @@ public:
     }
 
     /// Sets the program's language to German, and gives it its own folder for Qt's translation files.
-    void speakGerman()
+    void useGerman()
     {
         environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("de_DE.UTF-8"));
         // Qt reads its paths from a file next to the program.
@@ -80,12 +80,12 @@ public:
     QString logPath() const { return home + QStringLiteral("/zvinstall.log"); }
     QByteArray log() const { return contents(logPath()); }
     /// Returns what the probe saw.
-    QVariant saw(const char *what) const { return seen.value(QLatin1String(what)).toVariant(); }
+    QVariant probed(const char *what) const { return seen.value(QLatin1String(what)).toVariant(); }
     /// Returns the texts that show which translation files are in use.
     QStringList texts() const
     {
-        return {saw("windows").toStringList().join(' '), saw("console button").toString(),
-                saw("console's title").toString(), saw("cancel button").toString()};
+        return {probed("windows").toStringList().join(' '), probed("console button").toString(),
+                probed("console's title").toString(), probed("cancel button").toString()};
     }
 
 private:
@@ -105,7 +105,7 @@ public:
 };
 
 /// Copies the test's translation file \a file into the folder, as \a name.
-bool putTranslation(const QString &file, const QString &folder, const QString &name)
+bool copyTranslation(const QString &file, const QString &folder, const QString &name)
 {
     return QFile::copy(QStringLiteral(ZV_TRANSLATIONS "/") + file, folder + QLatin1Char('/') + name);
 }
@@ -125,7 +125,7 @@ class TestMain : public QObject
 private Q_SLOTS:
     void initTestCase();
 
-    void theLogHoldsThisRunFromItsFirstMessageToItsLast();
+    void theLogHasTheMessagesOfThisRunOnly();
     void standardOutputHasEachMessageWithoutItsLevel();
     void messagesBeforeTheLogGoToQtsOutput();
     void theWizardIsTheOnlyWindow();
@@ -149,12 +149,12 @@ void TestMain::initTestCase()
     _typical.run();
 }
 
-void TestMain::theLogHoldsThisRunFromItsFirstMessageToItsLast()
+void TestMain::theLogHasTheMessagesOfThisRunOnly()
 {
-    QCOMPARE(withoutRemarks(_typical.log()), logOfTheStart + logOfTheEnd);
+    QCOMPARE(withoutPlatformMessages(_typical.log()), logOfTheStart + logOfTheEnd);
     // Each message was on the disk as soon as it was logged.
-    QCOMPARE(withoutRemarks(_typical.saw("log").toByteArray()), logOfTheStart);
-    QCOMPARE(_typical.saw("log before").toByteArray(),
+    QCOMPARE(withoutPlatformMessages(_typical.probed("log").toByteArray()), logOfTheStart);
+    QCOMPARE(_typical.probed("log before").toByteArray(),
              _earlierLog); // the application object is created first
     QCOMPARE(QDir(_typical.home).entryList(QDir::Files), QStringList{"zvinstall.log"});
     QCOMPARE(QDir(_typical.workingFolder).entryList(QDir::Files), QStringList());
@@ -162,11 +162,11 @@ void TestMain::theLogHoldsThisRunFromItsFirstMessageToItsLast()
 
 void TestMain::standardOutputHasEachMessageWithoutItsLevel()
 {
-    QCOMPARE(withoutRemarks(_typical.output), "List of ports: \n"
-                                              "Sysid: \"\" \n"
-                                              "the event loop runs\n"
-                                              "_commState =  \"NOT_CONNECTED\" \n"
-                                              "the wizard is gone\n");
+    QCOMPARE(withoutPlatformMessages(_typical.output), "List of ports: \n"
+                                                       "Sysid: \"\" \n"
+                                                       "the event loop runs\n"
+                                                       "_commState =  \"NOT_CONNECTED\" \n"
+                                                       "the wizard is gone\n");
     QVERIFY2(!_typical.errorOutput.contains("the event loop runs"), _typical.errorOutput);
 }
 
@@ -177,18 +177,18 @@ void TestMain::messagesBeforeTheLogGoToQtsOutput()
 
 void TestMain::theWizardIsTheOnlyWindow()
 {
-    QCOMPARE(_typical.saw("windows").toStringList(), QStringList{"ZV Tolvar Setup v2.3"});
-    QCOMPARE(_typical.saw("modal"), QVariant(false));
+    QCOMPARE(_typical.probed("windows").toStringList(), QStringList{"ZV Tolvar Setup v2.3"});
+    QCOMPARE(_typical.probed("modal"), QVariant(false));
 }
 
 void TestMain::theIconIsEmptyBecauseItIsNotAmongTheImages()
 {
-    QCOMPARE(_typical.saw("bundle is there"), QVariant(true)); // before the application object
-    QCOMPARE(_typical.saw("icon is empty"), QVariant(true));
+    QCOMPARE(_typical.probed("bundle is there"), QVariant(true)); // before the application object
+    QCOMPARE(_typical.probed("icon is empty"), QVariant(true));
     Program program;
     program.environment.insert("ZV_PROBE_BUNDLE", ZV_ICON); // contains ":/images/zv_setup.png"
     program.run();
-    QCOMPARE(program.saw("icon is empty"), QVariant(false));
+    QCOMPARE(program.probed("icon is empty"), QVariant(false));
 }
 
 void TestMain::loggingRulesDropNoMessage()
@@ -198,8 +198,8 @@ void TestMain::loggingRulesDropNoMessage()
     program.run();
     QVERIFY2(!program.errorOutput.contains("the application object is being made"),
              "the logging rules were not applied at the start");
-    QCOMPARE(withoutRemarks(program.log()), logOfTheStart + logOfTheEnd);
-    QVERIFY2(program.saw("console").toString().endsWith("the event loop runs"), program.output);
+    QCOMPARE(withoutPlatformMessages(program.log()), logOfTheStart + logOfTheEnd);
+    QVERIFY2(program.probed("console").toString().endsWith("the event loop runs"), program.output);
 }
 
 void TestMain::aMessageAfterTheEndOfTheLogIsHarmless()
@@ -210,7 +210,7 @@ void TestMain::aMessageAfterTheEndOfTheLogIsHarmless()
     program.run();
     QVERIFY2(program.output.endsWith("the wizard is gone\nthe last message\n"), program.output);
     QCOMPARE(program.exitCode, 0);
-    QCOMPARE(withoutRemarks(program.log()), logOfTheStart + logOfTheEnd);
+    QCOMPARE(withoutPlatformMessages(program.log()), logOfTheStart + logOfTheEnd);
     QVERIFY2(!program.errorOutput.contains("AddressSanitizer"), program.errorOutput);
 }
 
@@ -225,33 +225,33 @@ void TestMain::theExitCodeIsThatOfTheEventLoop()
 void TestMain::translationFilesElsewhereAreNotUsed()
 {
     Program program;
-    program.speakGerman();
-    QVERIFY(putTranslation("qt_de.qm", program.workingFolder, "qt_de.qm"));
-    QVERIFY(putTranslation("qt_de.qm", program.qtFolder(), "qt_fr.qm"));
-    QVERIFY(putTranslation("zvinstall_de.qm", program.qtFolder(), "zvinstall_de.qm"));
-    QVERIFY(putTranslation("zvinstall_de.qm", program.home, "zvinstall_de.qm"));
-    QVERIFY(putTranslation("zvinstall_de.qm", program.workingFolder, "zvinstall_fr.qm"));
+    program.useGerman();
+    QVERIFY(copyTranslation("qt_de.qm", program.workingFolder, "qt_de.qm"));
+    QVERIFY(copyTranslation("qt_de.qm", program.qtFolder(), "qt_fr.qm"));
+    QVERIFY(copyTranslation("zvinstall_de.qm", program.qtFolder(), "zvinstall_de.qm"));
+    QVERIFY(copyTranslation("zvinstall_de.qm", program.home, "zvinstall_de.qm"));
+    QVERIFY(copyTranslation("zvinstall_de.qm", program.workingFolder, "zvinstall_fr.qm"));
     program.run();
     QCOMPARE(program.exitCode, 0);
     QCOMPARE(program.texts(), QStringList({"ZV Tolvar Setup v2.3", "&Console", "Console Log", "Cancel"}));
-    QCOMPARE(program.saw("application's translators"), QVariant(1));
+    QCOMPARE(program.probed("application's translators"), QVariant(1));
 }
 
 void TestMain::translationFilesInTheirFoldersAreUsed()
 {
     Program program;
-    program.speakGerman();
-    QVERIFY(putTranslation("qt_de.qm", program.qtFolder(), "qt_de.qm"));
+    program.useGerman();
+    QVERIFY(copyTranslation("qt_de.qm", program.qtFolder(), "qt_de.qm"));
     program.run();
     QCOMPARE(program.texts(),
              QStringList({"ZV Tolvar Setup v2.3", "&Console", "Werkzeugkasten", "Abbrechen"}));
 
     // The program's own file is searched first.
-    QVERIFY(putTranslation("zvinstall_de.qm", program.workingFolder, "zvinstall_de_DE.qm"));
+    QVERIFY(copyTranslation("zvinstall_de.qm", program.workingFolder, "zvinstall_de_DE.qm"));
     program.run();
     QCOMPARE(program.texts(),
              QStringList({"ZV Tolvar einrichten v2.3", "&Konsole", "Mitschrift", "Abbrechen"}));
-    QCOMPARE(program.saw("console's title at the end").toString(), QStringLiteral("Mitschrift"));
+    QCOMPARE(program.probed("console's title at the end").toString(), QStringLiteral("Mitschrift"));
 }
 
 QTEST_GUILESS_MAIN(TestMain)

@@ -176,7 +176,7 @@ void TestQextSerialEnumerator::aPortOfAnOldKernelIsListedIfItHasAController()
     QFETCH(bool, isListed);
     FakePorts computer;
     const QString port = computer.addPhantom(node);
-    LibcInterposer::pretendController(controller);
+    LibcInterposer::simulateController(controller);
     const auto noMore = qScopeGuard([] { LibcInterposer::clear(); });
     const int before = terminalDescriptors();
     QCOMPARE(namesOfPorts(), isListed ? QStringList(port) : QStringList());
@@ -216,7 +216,7 @@ void TestQextSerialEnumerator::udevIsNotAskedAboutTheKernelsOwnTerminals()
     UdevFaultInjector::fail(UdevFaultInjector::None);
     QVERIFY(listedByUdev());
     // Udev is asked about this port only: a computer has 64 others, and each query takes time.
-    QCOMPARE(UdevFaultInjector::timesAsked(), 1);
+    QCOMPARE(UdevFaultInjector::deviceLookups(), 1);
 }
 
 void TestQextSerialEnumerator::withoutUdevOrTtysQtListsThePorts()

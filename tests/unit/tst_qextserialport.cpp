@@ -37,7 +37,7 @@ private Q_SLOTS:
 
     void settingsTakeEffect_data();
     void settingsTakeEffect();
-    void settingsAreMadeInTheOrderOfTheDevice();
+    void openAppliesTheSettingsInAFixedOrder();
     void aSettingLeavesTheOthersAlone();
 
     void aWriteHasReachedTheDeviceWhenItReturns();
@@ -47,8 +47,8 @@ private Q_SLOTS:
     void aWriteToARemovedDeviceFails();
     void aWriteToAStuckDeviceReturns_data() { writers(); }
     void aWriteToAStuckDeviceReturns();
-    void aStuckDeviceIsWaitedForOnce();
-    void aWriteNotifiesOfNoReceivedBytes();
+    void onlyTheFirstWriteWaitsForAStuckDevice();
+    void aWriteDoesNotEmitReadyRead();
 
 private:
     static void writers();
@@ -372,7 +372,7 @@ void TestQextSerialPort::settingsTakeEffect()
     QCOMPARE(log.messages(), QStringList());
 }
 
-void TestQextSerialPort::settingsAreMadeInTheOrderOfTheDevice()
+void TestQextSerialPort::openAppliesTheSettingsInAFixedOrder()
 {
     Pty terminal;
     QextSerialPort port(terminal.portName());
@@ -492,7 +492,7 @@ void TestQextSerialPort::aWriteToAStuckDeviceReturns()
     QVERIFY(arrived.endsWith('z'));
 }
 
-void TestQextSerialPort::aStuckDeviceIsWaitedForOnce()
+void TestQextSerialPort::onlyTheFirstWriteWaitsForAStuckDevice()
 {
     Pty terminal;
     const PortPointer port = openedPort(terminal);
@@ -509,7 +509,7 @@ void TestQextSerialPort::aStuckDeviceIsWaitedForOnce()
     QTRY_VERIFY((arrived += terminal.received()).endsWith('y'));
 }
 
-void TestQextSerialPort::aWriteNotifiesOfNoReceivedBytes()
+void TestQextSerialPort::aWriteDoesNotEmitReadyRead()
 {
     Pty terminal;
     const PortPointer port = openedPort(terminal);

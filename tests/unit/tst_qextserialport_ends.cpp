@@ -153,7 +153,7 @@ void TestQextSerialPortEnds::aFailedReadIsRepeatedAtABoundedRate()
     const PortPointer port = openedPort(terminal);
     LibcInterposer::failReading(terminal.name().toLocal8Bit(), failure);
     if (!systemReplies)
-        LibcInterposer::failHangUpQuestions();
+        LibcInterposer::failHangUpChecks();
     terminal.send("unread");
     QEventLoop loop;
     const std::clock_t before = std::clock();

@@ -55,8 +55,8 @@ private Q_SLOTS:
     void theConsoleIsWrittenAtItsCursor();
     void theConsoleFollowsItsCursor();
     void messagesWithoutALogReachTheConsole();
-    void bytesBeyondAscii();
-    void everyMessageOfTheProgramPasses();
+    void nonAsciiBytesReachTheConsoleAsLatin1();
+    void theHandlerGetsEveryMessageOfTheProgram();
     void namedCategoriesKeepTheirWarnings();
     void aFatalMessageIsRecordedBeforeTheProgramEnds();
 
@@ -188,7 +188,7 @@ void TestSessionLog::messagesWithoutALogReachTheConsole()
     QVERIFY2(!QFile::exists(_home->filePath("no")), "a folder was created for the log");
 }
 
-void TestSessionLog::bytesBeyondAscii()
+void TestSessionLog::nonAsciiBytesReachTheConsoleAsLatin1()
 {
     openSessionLog();
     QCOMPARE(outputOf(QtWarningMsg, "caf\xc3\xa9"), QByteArray("caf\xc3\xa9\n"));
@@ -197,7 +197,7 @@ void TestSessionLog::bytesBeyondAscii()
              QString::fromLatin1("caf\xc3\xa9")); // kept: each byte is one character
 }
 
-void TestSessionLog::everyMessageOfTheProgramPasses()
+void TestSessionLog::theHandlerGetsEveryMessageOfTheProgram()
 {
     openSessionLog();
     installMessageHandler();

@@ -41,7 +41,7 @@ mode_t modeOf(const QString &path)
     return ::stat(QFile::encodeName(path).constData(), &status) == 0 ? status.st_mode & 07777U : 0;
 }
 
-bool put(const QString &path, const QByteArray &text, mode_t mode)
+bool writeFile(const QString &path, const QByteArray &text, mode_t mode)
 {
     QFile file(path);
     return file.open(QIODevice::WriteOnly) && file.write(text) == text.size() &&
@@ -109,8 +109,8 @@ bool mountSmallDisk(const QString &folder)
     const QByteArray uid = "0 " + QByteArray::number(::getuid()) + " 1";
     const QByteArray gid = "0 " + QByteArray::number(::getgid()) + " 1";
     if (::unshare(CLONE_NEWNS) != 0 &&
-        (::unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0 || !put("/proc/self/setgroups", "deny", 0644) ||
-         !put("/proc/self/uid_map", uid, 0644) || !put("/proc/self/gid_map", gid, 0644)))
+        (::unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0 || !writeFile("/proc/self/setgroups", "deny", 0644) ||
+         !writeFile("/proc/self/uid_map", uid, 0644) || !writeFile("/proc/self/gid_map", gid, 0644)))
         return false;
     return ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
            ::mount("none", QFile::encodeName(folder).constData(), "tmpfs", 0, "size=32k") == 0;
@@ -215,7 +215,7 @@ void TestSessionLogFile::onlyTheOwnerCanReadTheLog()
     QFETCH(uint, mask);
     QFETCH(int, earlier);
     if (earlier >= 0)
-        QVERIFY(put(logPath(), "D:the run before\n", static_cast<mode_t>(earlier)));
+        QVERIFY(writeFile(logPath(), "D:the run before\n", static_cast<mode_t>(earlier)));
     moments().clear();
     ::umask(static_cast<mode_t>(mask));
     openSessionLog();
@@ -230,7 +230,7 @@ void TestSessionLogFile::onlyTheOwnerCanReadTheLog()
 
 void TestSessionLogFile::aProcessThatReadsAnEarlierLogReadsNothingOfThisOne()
 {
-    QVERIFY(put(logPath(), "D:before\n", 0644));
+    QVERIFY(writeFile(logPath(), "D:before\n", 0644));
     QFile reader(logPath());
     QVERIFY(reader.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
     openSessionLog();
@@ -241,7 +241,7 @@ void TestSessionLogFile::aProcessThatReadsAnEarlierLogReadsNothingOfThisOne()
 void TestSessionLogFile::onlyTheOwnerCanReadTheTargetOfALink()
 {
     const QString target = _home->filePath("elsewhere");
-    QVERIFY(put(target, "D:before\n", 0666));
+    QVERIFY(writeFile(target, "D:before\n", 0666));
     QVERIFY(QFile::link(target, logPath()));
     moments().clear();
     openSessionLog();
@@ -271,7 +271,7 @@ void TestSessionLogFile::aSpecialFileKeepsItsPermissions()
 void TestSessionLogFile::anEarlierLogThatCannotBeWrittenIsLeftAlone()
 {
     constexpr uid_t nobody = 65534;
-    QVERIFY(put(logPath(), "D:before\n", 0444));
+    QVERIFY(writeFile(logPath(), "D:before\n", 0444));
     const bool isRoot = ::geteuid() == 0; // root may open everything
     for (const QString &path : {_home->path(), logPath()})
         QVERIFY(!isRoot || ::chown(QFile::encodeName(path).constData(), nobody, nobody) == 0);

@@ -64,30 +64,30 @@ class TestSimulatedTolvar : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void answers_data();
-    void answers();
-    void keepsTheConfiguration_data();
-    void keepsTheConfiguration();
-    void statusDocument();
-    void statusFollowsTheConfiguration();
-    void statusWithExtraAndMissingElements();
-    void scanDocument();
-    void logDocument();
+    void bytesAreAnswered_data();
+    void bytesAreAnswered();
+    void settingsAreAppliedAtOnceAndKeptBySave_data();
+    void settingsAreAppliedAtOnceAndKeptBySave();
+    void theStatusDocumentHasEveryElement();
+    void theStatusFollowsTheConfiguration();
+    void theStatusMayHaveExtraAndMissingElements();
+    void theScanDocumentListsTheVisibleNetworks();
+    void theLogDocumentIsEscaped();
     void documentsAreByteTransparent();
-    void testsJoining_data();
-    void testsJoining();
-    void scanIsTracedOnDemand();
-    void linesWaitWhileItWorks_data();
-    void linesWaitWhileItWorks();
-    void promptTakesItsTime();
-    void forgetsWhatIsNotSaved();
-    void anUnpluggingEndsScansAndTests();
+    void aTestReportsWhetherTheDeviceCanJoin_data();
+    void aTestReportsWhetherTheDeviceCanJoin();
+    void aScanIsTracedOnRequest();
+    void linesAreQueuedDuringAScanOrTest_data();
+    void linesAreQueuedDuringAScanOrTest();
+    void thePromptIsDelayed();
+    void aPowerLossDiscardsUnsavedSettings();
+    void aPowerLossEndsAScan();
     void exitEndsTheSession();
-    void recordsLinesAndBytes();
-    void answersThatMakeTheHostSpeak();
+    void receivedLinesAndBytesAreRecorded();
+    void aReplyMayMakeTheHostSendAtOnce();
 };
 
-void TestSimulatedTolvar::answers_data()
+void TestSimulatedTolvar::bytesAreAnswered_data()
 {
     QTest::addColumn<TolvarFaults>("faults");
     QTest::addColumn<QByteArray>("input");
@@ -154,7 +154,7 @@ void TestSimulatedTolvar::answers_data()
                                       << QByteArray("\r\n>setssid a b\r\nget_log_file\r\nsave\r\n\r\n>");
 }
 
-void TestSimulatedTolvar::answers()
+void TestSimulatedTolvar::bytesAreAnswered()
 {
     QFETCH(TolvarFaults, faults);
     QFETCH(QByteArray, input);
@@ -167,7 +167,7 @@ void TestSimulatedTolvar::answers()
     QVERIFY(console.tolvar.state().pending.network != "a b"); // the fault ignores that command
 }
 
-void TestSimulatedTolvar::keepsTheConfiguration_data()
+void TestSimulatedTolvar::settingsAreAppliedAtOnceAndKeptBySave_data()
 {
     QTest::addColumn<QByteArray>("line");
     QTest::addColumn<QByteArray>("expected"); // network, passphrase, antenna, static IP, address, trace
@@ -189,7 +189,7 @@ void TestSimulatedTolvar::keepsTheConfiguration_data()
     row("trace with an upper-case Y is ignored", "setuarttrace Y", "n|p|0|N|10.0.0.1|N");
 }
 
-void TestSimulatedTolvar::keepsTheConfiguration()
+void TestSimulatedTolvar::settingsAreAppliedAtOnceAndKeptBySave()
 {
     QFETCH(QByteArray, line);
     DeviceConfig config;
@@ -202,7 +202,7 @@ void TestSimulatedTolvar::keepsTheConfiguration()
     QTEST(shown(console.tolvar.state().saved), "expected");
 }
 
-void TestSimulatedTolvar::statusDocument()
+void TestSimulatedTolvar::theStatusDocumentHasEveryElement()
 {
     DeviceConfig config;
     config.systemId = "T1";
@@ -241,7 +241,7 @@ void TestSimulatedTolvar::statusDocument()
                                             "</puckdata>"));
 }
 
-void TestSimulatedTolvar::statusFollowsTheConfiguration()
+void TestSimulatedTolvar::theStatusFollowsTheConfiguration()
 {
     DeviceConfig config;
     config.air = {{"Home", "right", "WPA2"}};
@@ -255,7 +255,7 @@ void TestSimulatedTolvar::statusFollowsTheConfiguration()
         QVERIFY2(document.contains(element), document);
 }
 
-void TestSimulatedTolvar::statusWithExtraAndMissingElements()
+void TestSimulatedTolvar::theStatusMayHaveExtraAndMissingElements()
 {
     DeviceConfig config;
     config.extraStatusXml = "<radio><band>2.4</band>text<name>not this one</name></radio>";
@@ -272,7 +272,7 @@ void TestSimulatedTolvar::statusWithExtraAndMissingElements()
     QVERIFY(console.ask("get").startsWith("<puckdata>" + config.extraStatusXml));
 }
 
-void TestSimulatedTolvar::scanDocument()
+void TestSimulatedTolvar::theScanDocumentListsTheVisibleNetworks()
 {
     TolvarNetwork hidden{"H", "x", "WPA2"};
     hidden.hidden = true;
@@ -291,7 +291,7 @@ void TestSimulatedTolvar::scanDocument()
                         "</scan_results>\x03\r\n>"));
 }
 
-void TestSimulatedTolvar::logDocument()
+void TestSimulatedTolvar::theLogDocumentIsEscaped()
 {
     DeviceConfig config;
     config.logText = "1: a < b\n2: \x02marks\x03 & \tcontrols \x7F\x80\xFF\n";
@@ -316,7 +316,7 @@ void TestSimulatedTolvar::documentsAreByteTransparent()
     QVERIFY(console.ask("scan").startsWith("<scan_results>")); // no declaration names an encoding
 }
 
-void TestSimulatedTolvar::testsJoining_data()
+void TestSimulatedTolvar::aTestReportsWhetherTheDeviceCanJoin_data()
 {
     QTest::addColumn<QByteArray>("network");
     QTest::addColumn<QByteArray>("passphrase");
@@ -333,7 +333,7 @@ void TestSimulatedTolvar::testsJoining_data()
     row("second network with the same name", "Home", "other", "0");
 }
 
-void TestSimulatedTolvar::testsJoining()
+void TestSimulatedTolvar::aTestReportsWhetherTheDeviceCanJoin()
 {
     QFETCH(QByteArray, network);
     QFETCH(QByteArray, passphrase);
@@ -355,7 +355,7 @@ void TestSimulatedTolvar::testsJoining()
     QVERIFY(console.ask("test").contains("result=\"3\""));
 }
 
-void TestSimulatedTolvar::scanIsTracedOnDemand()
+void TestSimulatedTolvar::aScanIsTracedOnRequest()
 {
     Console console;
     console.send("C\r\nsetuarttrace y\r\n");
@@ -368,14 +368,14 @@ void TestSimulatedTolvar::scanIsTracedOnDemand()
     QVERIFY(console.send("scan\r\n").startsWith("scan\r\n\x02"));
 }
 
-void TestSimulatedTolvar::linesWaitWhileItWorks_data()
+void TestSimulatedTolvar::linesAreQueuedDuringAScanOrTest_data()
 {
     QTest::addColumn<QByteArray>("work");
     QTest::newRow("during a scan") << QByteArray("scan\r\n");
     QTest::newRow("during a test") << QByteArray("test\r\n");
 }
 
-void TestSimulatedTolvar::linesWaitWhileItWorks()
+void TestSimulatedTolvar::linesAreQueuedDuringAScanOrTest()
 {
     QFETCH(QByteArray, work);
     DeviceConfig config;
@@ -407,7 +407,7 @@ void TestSimulatedTolvar::linesWaitWhileItWorks()
     QCOMPARE(console.tolvar.state().saved.network, QByteArray("Home"));
 }
 
-void TestSimulatedTolvar::promptTakesItsTime()
+void TestSimulatedTolvar::thePromptIsDelayed()
 {
     DeviceConfig config;
     config.delays.prompt = 40;
@@ -419,7 +419,7 @@ void TestSimulatedTolvar::promptTakesItsTime()
     QVERIFY(clock.elapsed() >= qint64{3} * 40);
 }
 
-void TestSimulatedTolvar::forgetsWhatIsNotSaved()
+void TestSimulatedTolvar::aPowerLossDiscardsUnsavedSettings()
 {
     Console console;
     console.send("C\r\nsetssid kept\r\nsave\r\nsetssid lost\r\nsetpass half a li");
@@ -434,7 +434,7 @@ void TestSimulatedTolvar::forgetsWhatIsNotSaved()
     QCOMPARE(console.tolvar.state().pending.passphrase, DeviceConfig().configuration.passphrase);
 }
 
-void TestSimulatedTolvar::anUnpluggingEndsScansAndTests()
+void TestSimulatedTolvar::aPowerLossEndsAScan()
 {
     DeviceConfig config;
     config.delays.scan = 30;
@@ -469,7 +469,7 @@ void TestSimulatedTolvar::exitEndsTheSession()
     QCOMPARE(console.tolvar.state().sessions, 2);
 }
 
-void TestSimulatedTolvar::recordsLinesAndBytes()
+void TestSimulatedTolvar::receivedLinesAndBytesAreRecorded()
 {
     Console console;
     const qint64 before = std::chrono::steady_clock::now().time_since_epoch().count();
@@ -494,7 +494,7 @@ void TestSimulatedTolvar::recordsLinesAndBytes()
     QVERIFY(state.bytes.last().time <= after);
 }
 
-void TestSimulatedTolvar::answersThatMakeTheHostSpeak()
+void TestSimulatedTolvar::aReplyMayMakeTheHostSendAtOnce()
 {
     // A host on the same thread that answers each prompt at once must not overtake the console.
     SimulatedTolvar tolvar;

@@ -17,17 +17,17 @@ private Q_SLOTS:
     void init();
     void cleanup() { _tolvar.reset(); }
 
-    void pulledOutAfterSoManyBytes_data();
-    void pulledOutAfterSoManyBytes();
-    void pulledOutOnce();
+    void theDeviceIsPulledOutAfterTheGivenBytes_data();
+    void theDeviceIsPulledOutAfterTheGivenBytes();
+    void theDeviceIsPulledOutOnlyOnce();
     void aReplugMayHaveTheSameName();
-    void bytesComeInBetween_data();
-    void bytesComeInBetween();
+    void bytesAreInsertedAtTheGivenPosition_data();
+    void bytesAreInsertedAtTheGivenPosition();
     void bytesAreReadOneByOne();
     void bytesAreReadAtOnce();
 
 private:
-    FakeUsbBus _bed;
+    FakeUsbBus _bus;
     std::unique_ptr<PluggedTolvar> _tolvar;
     LineFaults _faults;
 };
@@ -36,12 +36,12 @@ void TestSimulatorLineFaults::init()
 {
     DeviceConfig config;
     config.delays.prompt = 1;
-    _tolvar = std::make_unique<PluggedTolvar>(_bed, config);
+    _tolvar = std::make_unique<PluggedTolvar>(_bus, config);
     QVERIFY(_tolvar->plug());
     _faults = {};
 }
 
-void TestSimulatorLineFaults::pulledOutAfterSoManyBytes_data()
+void TestSimulatorLineFaults::theDeviceIsPulledOutAfterTheGivenBytes_data()
 {
     QTest::addColumn<int>("bytes");
     QTest::addColumn<QByteArray>("reachTheDevice");
@@ -53,7 +53,7 @@ void TestSimulatorLineFaults::pulledOutAfterSoManyBytes_data()
     QTest::newRow("last byte to the computer") << 6 << QByteArray("C\r\n") << QByteArray("\r\n>");
 }
 
-void TestSimulatorLineFaults::pulledOutAfterSoManyBytes()
+void TestSimulatorLineFaults::theDeviceIsPulledOutAfterTheGivenBytes()
 {
     QFETCH(int, bytes);
     const QSignalSpy pulledOut(_tolvar.get(), &PluggedPort::pulledOut);
@@ -77,7 +77,7 @@ void TestSimulatorLineFaults::pulledOutAfterSoManyBytes()
     QVERIFY(!_tolvar->state().awake);
 }
 
-void TestSimulatorLineFaults::pulledOutOnce()
+void TestSimulatorLineFaults::theDeviceIsPulledOutOnlyOnce()
 {
     const QSignalSpy pulledOut(_tolvar.get(), &PluggedPort::pulledOut);
     _faults.pulledOutAfter = 1;
@@ -109,7 +109,7 @@ void TestSimulatorLineFaults::aReplugMayHaveTheSameName()
     }
 }
 
-void TestSimulatorLineFaults::bytesComeInBetween_data()
+void TestSimulatorLineFaults::bytesAreInsertedAtTheGivenPosition_data()
 {
     QTest::addColumn<int>("place");
     QTest::addColumn<QByteArray>("expected");
@@ -119,7 +119,7 @@ void TestSimulatorLineFaults::bytesComeInBetween_data()
     QTest::newRow("between two replies") << 3 << QByteArray("\r\n>??save\r\n\r\n>");
 }
 
-void TestSimulatorLineFaults::bytesComeInBetween()
+void TestSimulatorLineFaults::bytesAreInsertedAtTheGivenPosition()
 {
     QFETCH(int, place);
     _faults.insertAt = place;

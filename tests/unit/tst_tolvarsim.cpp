@@ -88,28 +88,28 @@ class TestTolvarSim : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void endsAsItsProgramDoes_data();
-    void endsAsItsProgramDoes();
-    void expects_data();
-    void expects();
-    void reportsInvalidArguments_data();
-    void reportsInvalidArguments();
-    void needsTheWrapper();
-    void runsUnderTheWrapperToo();
-    void helps();
-    void showsTheConversation();
-    void printsTheConfiguration();
-    void makesTheDevice_data();
-    void makesTheDevice();
-    void sendsTheLogFile();
+    void itExitsWithTheStatusOfItsProgram_data();
+    void itExitsWithTheStatusOfItsProgram();
+    void expectationsAreChecked_data();
+    void expectationsAreChecked();
+    void invalidArgumentsAreReported_data();
+    void invalidArgumentsAreReported();
+    void aMissingWrapperIsReported();
+    void itRunsUnderTheWrapperToo();
+    void helpIsPrinted();
+    void itPrintsTheConversation();
+    void itPrintsTheConfigurationAtTheEnd();
+    void optionsConfigureTheDevice_data();
+    void optionsConfigureTheDevice();
+    void theDeviceSendsTheGivenLogFile();
     void foreignPortsComeFirst();
-    void plugsInLater();
-    void scansTakeTheirTime();
+    void theDeviceIsPluggedInAfterTheGivenDelay();
+    void scansAreDelayed();
     void anInterruptEndsTheProgram();
-    void signalReplugs();
+    void aSignalUnplugsAndReplugsTheDevice();
 };
 
-void TestTolvarSim::endsAsItsProgramDoes_data()
+void TestTolvarSim::itExitsWithTheStatusOfItsProgram_data()
 {
     QTest::addColumn<QString>("script");
     QTest::addColumn<int>("status");
@@ -118,7 +118,7 @@ void TestTolvarSim::endsAsItsProgramDoes_data()
     QTest::newRow("killed") << "kill -9 $$" << 128 + SIGKILL;
 }
 
-void TestTolvarSim::endsAsItsProgramDoes()
+void TestTolvarSim::itExitsWithTheStatusOfItsProgram()
 {
     QFETCH(QString, script);
     Simulator simulator;
@@ -127,7 +127,7 @@ void TestTolvarSim::endsAsItsProgramDoes()
     QCOMPARE(simulator.err, QByteArray());
 }
 
-void TestTolvarSim::expects_data()
+void TestTolvarSim::expectationsAreChecked_data()
 {
     QTest::addColumn<QStringList>("options");
     QTest::addColumn<QString>("lines");
@@ -149,7 +149,7 @@ void TestTolvarSim::expects_data()
     row("exit during a scan", {"--expect-exit", "--scan-delay", "700"}, "C\\r\\nscan\\r\\nexit\\r\\n");
 }
 
-void TestTolvarSim::expects()
+void TestTolvarSim::expectationsAreChecked()
 {
     QFETCH(QStringList, options);
     QFETCH(QString, lines);
@@ -162,7 +162,7 @@ void TestTolvarSim::expects()
     QCOMPARE(simulator.process.exitCode(), error.isEmpty() ? 0 : 1);
 }
 
-void TestTolvarSim::reportsInvalidArguments_data()
+void TestTolvarSim::invalidArgumentsAreReported_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QByteArray>("word");
@@ -182,7 +182,7 @@ void TestTolvarSim::reportsInvalidArguments_data()
     row("missing program", {"--", "/nowhere/program"}, "/nowhere/program");
 }
 
-void TestTolvarSim::reportsInvalidArguments()
+void TestTolvarSim::invalidArgumentsAreReported()
 {
     QFETCH(QStringList, arguments);
     QFETCH(QByteArray, word);
@@ -197,7 +197,7 @@ void TestTolvarSim::reportsInvalidArguments()
     QCOMPARE(simulator.err.count('\n'), 1);
 }
 
-void TestTolvarSim::needsTheWrapper()
+void TestTolvarSim::aMissingWrapperIsReported()
 {
     Simulator simulator;
     simulator.environment.insert("PATH", "/nowhere");
@@ -208,7 +208,7 @@ void TestTolvarSim::needsTheWrapper()
     QCOMPARE(simulator.err.count('\n'), 1);
 }
 
-void TestTolvarSim::runsUnderTheWrapperToo()
+void TestTolvarSim::itRunsUnderTheWrapperToo()
 {
     Simulator simulator;
     simulator.process.setProcessEnvironment(simulator.environment);
@@ -217,7 +217,7 @@ void TestTolvarSim::runsUnderTheWrapperToo()
     QCOMPARE(simulator.process.exitCode(), 3);
 }
 
-void TestTolvarSim::helps()
+void TestTolvarSim::helpIsPrinted()
 {
     Simulator simulator;
     simulator.start({"--help"});
@@ -227,7 +227,7 @@ void TestTolvarSim::helps()
     QVERIFY(simulator.out.contains("PROGRAM [ARGS...]"));
 }
 
-void TestTolvarSim::showsTheConversation()
+void TestTolvarSim::itPrintsTheConversation()
 {
     const QString script = sendScript("C\\r\\nget_log_file\\r\\nsetssid \\351\\001\\r\\nexit\\r\\n");
     Simulator brief;
@@ -246,7 +246,7 @@ void TestTolvarSim::showsTheConversation()
     QVERIFY(verbose.out.contains("] < >\n"));
 }
 
-void TestTolvarSim::printsTheConfiguration()
+void TestTolvarSim::itPrintsTheConfigurationAtTheEnd()
 {
     Simulator simulator;
     simulator.run({}, sendScript("C\\r\\nsetssid a  b \\r\\nsetpass p\\r\\nant_select 1\\r\\n"
@@ -259,7 +259,7 @@ void TestTolvarSim::printsTheConfiguration()
     QVERIFY2(holds.contains("it has left setup mode\n"), holds);
 }
 
-void TestTolvarSim::makesTheDevice_data()
+void TestTolvarSim::optionsConfigureTheDevice_data()
 {
     QTest::addColumn<QStringList>("options");
     QTest::addColumn<QString>("lines");
@@ -281,7 +281,7 @@ void TestTolvarSim::makesTheDevice_data()
     row("system error", {"--system-error"}, "test\\r\\n", "result=\"3\"");
 }
 
-void TestTolvarSim::makesTheDevice()
+void TestTolvarSim::optionsConfigureTheDevice()
 {
     QFETCH(QStringList, options);
     QFETCH(QString, lines);
@@ -293,7 +293,7 @@ void TestTolvarSim::makesTheDevice()
         QVERIFY(!simulator.out.contains("SSID=\"Workshop\""));
 }
 
-void TestTolvarSim::sendsTheLogFile()
+void TestTolvarSim::theDeviceSendsTheGivenLogFile()
 {
     QTemporaryDir folder;
     QFile file(folder.filePath("device.log"));
@@ -324,7 +324,7 @@ void TestTolvarSim::foreignPortsComeFirst()
     QVERIFY2(renamed.out.contains("abcd\n1234\n"), renamed.out);
 }
 
-void TestTolvarSim::plugsInLater()
+void TestTolvarSim::theDeviceIsPluggedInAfterTheGivenDelay()
 {
     Simulator simulator;
     simulator.run({"--plug-after", "300"},
@@ -334,7 +334,7 @@ void TestTolvarSim::plugsInLater()
     QCOMPARE(simulator.process.exitCode(), 0);
 }
 
-void TestTolvarSim::scansTakeTheirTime()
+void TestTolvarSim::scansAreDelayed()
 {
     // The simulator ends when the device has processed its input, so it cannot take less time.
     const auto timeOfScan = [](const QStringList &options) {
@@ -365,7 +365,7 @@ void TestTolvarSim::anInterruptEndsTheProgram()
     QCOMPARE(kill(child, 0), -1); // the process has ended
 }
 
-void TestTolvarSim::signalReplugs()
+void TestTolvarSim::aSignalUnplugsAndReplugsTheDevice()
 {
     const QString tty = freshTty();
     const QString next = freshTty(); // used by the replug

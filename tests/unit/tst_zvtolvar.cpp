@@ -45,7 +45,7 @@ class TestZVTolvar : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void aNewControllerKnowsNothingAndWaitsForNothing();
+    void aNewControllerHasNoValuesAndNoTimers();
     void aControllerBelongsToItsParent();
     void aDestroyedControllerEmitsNothingAndLeavesItsPortOpen();
     void onlyAChangedValueIsStoredAndReported_data();
@@ -59,7 +59,7 @@ private Q_SLOTS:
     void isScanningIsReadAsScanningAndCannotBeWritten();
 };
 
-void TestZVTolvar::aNewControllerKnowsNothingAndWaitsForNothing()
+void TestZVTolvar::aNewControllerHasNoValuesAndNoTimers()
 {
     const PendingTimers timers;
     const MessageSpy log;
@@ -77,7 +77,7 @@ void TestZVTolvar::aNewControllerKnowsNothingAndWaitsForNothing()
     QVERIFY(!inside.testing());
     QVERIFY(!inside.connected());
     QVERIFY(!inside.eotHandshake());
-    QCOMPARE(timers.underWay(), QList<int>());
+    QCOMPARE(timers.intervals(), QList<int>());
     QCOMPARE(log.messages(), QStringList());
 }
 

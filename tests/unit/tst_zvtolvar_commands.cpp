@@ -22,10 +22,10 @@ private Q_SLOTS:
     void aLogDownloadIsReportedBeforeItsCommandIsQueued();
     void aLaterLogFileReplacesTheEarlierOne();
 
-    void theFirmwareVersionAsANumber_data();
-    void theFirmwareVersionAsANumber();
-    void theAntennaInWords_data();
-    void theAntennaInWords();
+    void theFirmwareVersionIsReadAsANumber_data();
+    void theFirmwareVersionIsReadAsANumber();
+    void theAntennaIsDescribedInWords_data();
+    void theAntennaIsDescribedInWords();
 
 private:
     ZVTolvarTestPeer inside() const { return {*_tolvar}; }
@@ -148,7 +148,7 @@ void TestCommands::aLaterLogFileReplacesTheEarlierOne()
     QVERIFY2(first.isOpen(), "the previous log file was closed");
 }
 
-void TestCommands::theFirmwareVersionAsANumber_data()
+void TestCommands::theFirmwareVersionIsReadAsANumber_data()
 {
     QTest::addColumn<QString>("version");
     QTest::addColumn<int>("number");
@@ -158,14 +158,14 @@ void TestCommands::theFirmwareVersionAsANumber_data()
     QTest::newRow("empty -> 0") << "" << 0;
 }
 
-void TestCommands::theFirmwareVersionAsANumber()
+void TestCommands::theFirmwareVersionIsReadAsANumber()
 {
     QFETCH(QString, version);
     _tolvar->setFirmwareVersion(version);
     QTEST(_tolvar->firmwareVersionAsInt(), "number");
 }
 
-void TestCommands::theAntennaInWords_data()
+void TestCommands::theAntennaIsDescribedInWords_data()
 {
     QTest::addColumn<QString>("words");
     for (const char *antenna : {"0", "00", "Y"})
@@ -174,7 +174,7 @@ void TestCommands::theAntennaInWords_data()
         QTest::newRow(antenna) << "ZVTolvar|Antenna selection label|External";
 }
 
-void TestCommands::theAntennaInWords()
+void TestCommands::theAntennaIsDescribedInWords()
 {
     const PseudoTranslator translator;
     _tolvar->setAntenna(QTest::currentDataTag());

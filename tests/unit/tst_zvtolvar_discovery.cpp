@@ -32,7 +32,7 @@ class TestDiscovery : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { _bed = std::make_unique<FakeUsbBus>(); } // it must outlive every open port
+    void initTestCase() { _bus = std::make_unique<FakeUsbBus>(); } // it must outlive every open port
     void cleanupTestCase();
     void init();
     void cleanup();
@@ -49,7 +49,7 @@ private Q_SLOTS:
 private:
     ZVTolvarTestPeer inside() const { return {*_tolvar}; }
 
-    std::unique_ptr<FakeUsbBus> _bed;
+    std::unique_ptr<FakeUsbBus> _bus;
     std::unique_ptr<ZVTolvar> _tolvar;
     std::unique_ptr<MessageSpy> _log;
 };
@@ -70,7 +70,7 @@ void TestDiscovery::cleanupTestCase()
 {
     // The last test's ports hang up in the next iteration of the event loop.
     QCoreApplication::processEvents();
-    _bed.reset();
+    _bus.reset();
 }
 
 void TestDiscovery::onlyTheTwoBridgesAreRecognised_data()
@@ -103,7 +103,7 @@ void TestDiscovery::onlyTheTwoBridgesAreRecognised()
     SignalRecorder recorder(_tolvar.get());
     _tolvar->onDeviceDiscovered(PortInfos::bridge("ttyX", vendor, product));
     QCOMPARE(recorder.take(), device ? QStringList{"candidateDeviceFound"} : QStringList());
-    QCOMPARE(timers.underWay(), device ? QList<int>{1000} : QList<int>());
+    QCOMPARE(timers.intervals(), device ? QList<int>{1000} : QList<int>());
     QCOMPARE(inside().portName(), device ? "ttyX" : "");
     QCOMPARE(inside().state(), NOT_CONNECTED); // until the port is open
     QCOMPARE(_log->messages(), QStringList{"D:****Device DISCOVERED: "} +
@@ -118,14 +118,14 @@ void TestDiscovery::aRecognisedDeviceIsReportedBeforeItIsOpened()
     qsizetype loggedAtSignal = 0;
     const ScopedConnection listener(_tolvar.get(), &ZVTolvar::candidateDeviceFound, [&] {
         nameAtSignal = inside().portName();
-        timersAtSignal = timers.underWay();
+        timersAtSignal = timers.intervals();
         loggedAtSignal = _log->messages().size();
     });
     _tolvar->onDeviceDiscovered(PortInfos::bridge("ttyX"));
     QCOMPARE(nameAtSignal, QStringLiteral("ttyX"));
     QCOMPARE(timersAtSignal, QList<int>());
     QCOMPARE(loggedAtSignal, 8);
-    QCOMPARE(timers.underWay(), QList<int>{1000});
+    QCOMPARE(timers.intervals(), QList<int>{1000});
 }
 
 void TestDiscovery::anArrivalWhileConnectedIsLoggedAndIgnored()
@@ -136,14 +136,14 @@ void TestDiscovery::anArrivalWhileConnectedIsLoggedAndIgnored()
     SignalRecorder recorder(_tolvar.get());
     _tolvar->onDeviceDiscovered(PortInfos::bridge("ttyY"));
     QCOMPARE(recorder.take(), QStringList());
-    QCOMPARE(timers.underWay(), QList<int>());
+    QCOMPARE(timers.intervals(), QList<int>());
     QCOMPARE(inside().portName(), QStringLiteral("ttyX"));
     QCOMPARE(_log->messages(), QStringList{"D:****Device DISCOVERED: "} + PortInfos::description("ttyY"));
 }
 
 void TestDiscovery::foreignPortsAreLoggedAndListedAsNotFound()
 {
-    ForeignPort foreign(*_bed);
+    ForeignPort foreign(*_bus);
     QVERIFY(foreign.plug());
     QTRY_COMPARE(_log->messages().count("D:****Device DISCOVERED: "), 1);
     const QStringList description = described(QextSerialEnumerator::getPorts().value(0), "403", "6015");
@@ -161,7 +161,7 @@ void TestDiscovery::foreignPortsAreLoggedAndListedAsNotFound()
     _tolvar->findTolvar();
     QCOMPARE(_log->take(), QStringList{"D:List of ports: "});
 
-    ForeignPort another(*_bed, UsbBridge::foreignCh340());
+    ForeignPort another(*_bus, UsbBridge::foreignCh340());
     QVERIFY(foreign.plug());
     QVERIFY(another.plug());
     _tolvar->findTolvar();
@@ -170,8 +170,8 @@ void TestDiscovery::foreignPortsAreLoggedAndListedAsNotFound()
 
 void TestDiscovery::ofTwoRecognisedPortsOnlyTheFirstIsUsedAndLogged()
 {
-    PluggedTolvar first(*_bed, DeviceConfig(), UsbBridge::prolific());
-    PluggedTolvar second(*_bed);
+    PluggedTolvar first(*_bus, DeviceConfig(), UsbBridge::prolific());
+    PluggedTolvar second(*_bus);
     QVERIFY(first.plug());
     QVERIFY(second.plug());
     ZVTolvar late; // it sees the ports that are present, not those that arrived before
@@ -193,7 +193,7 @@ void TestDiscovery::ofTwoRecognisedPortsOnlyTheFirstIsUsedAndLogged()
 void TestDiscovery::bothControllersOpenADevicePluggedInLater()
 {
     ZVTolvar other;
-    PluggedTolvar device(*_bed);
+    PluggedTolvar device(*_bus);
     for (qsizetype times = 1; times <= 2; ++times) { // and when it is plugged in again
         QVERIFY(device.plug());
         QTRY_COMPARE(_tolvar->systemID(), QStringLiteral("TOLVAR-4711"));

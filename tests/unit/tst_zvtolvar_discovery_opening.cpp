@@ -61,9 +61,9 @@ void TestOpening::aDeviceIsOpenedASecondAfterItIsRecognised()
 {
     TimingProbe timing(1000, [this] { return inside().state() != NOT_CONNECTED; });
     _tolvar->onDeviceDiscovered(PortInfos::bridge(_fixture->pty.name()));
-    timing.hasBegun();
+    timing.actionStarted();
     QCOMPARE(inside().port(), nullptr);
-    QVERIFY(_timers->underWay().contains(1000));
+    QVERIFY(_timers->intervals().contains(1000));
     QTRY_VERIFY(timing.isOver());
     QCOMPARE(timing.verdict(), "in time");
     QCOMPARE(inside().state(), CANDIDATE_DEVICE_FOUND);
@@ -73,9 +73,9 @@ void TestOpening::theConsoleIsWokenHalfASecondAfterTheOpening()
 {
     TimingProbe timing(500, [this] { return inside().state() != CANDIDATE_DEVICE_FOUND; });
     open(_fixture->pty.name());
-    timing.hasBegun();
+    timing.actionStarted();
     QCOMPARE(inside().state(), CANDIDATE_DEVICE_FOUND);
-    QVERIFY(_timers->underWay().contains(500));
+    QVERIFY(_timers->intervals().contains(500));
     QTRY_VERIFY(timing.isOver());
     QCOMPARE(timing.verdict(), "in time");
     QCOMPARE(_fixture->pty.collected(), QByteArray("C\r\n"));
@@ -130,12 +130,12 @@ void TestOpening::aFailedOpeningIsTriedAgainASecondLater()
     TimingProbe timing(1000, [&] { return inside().port() != firstAttempt; });
     open(name);
     firstAttempt = inside().port();
-    timing.hasBegun();
+    timing.actionStarted();
     QVERIFY(firstAttempt);
     QVERIFY(!firstAttempt->isOpen());
     QCOMPARE(inside().state(), NOT_CONNECTED);
-    QVERIFY(_timers->underWay().contains(1000));
-    QVERIFY(!_timers->underWay().contains(500));
+    QVERIFY(_timers->intervals().contains(1000));
+    QVERIFY(!_timers->intervals().contains(500));
     QCOMPARE(_fixture->log->messages("D:") + _fixture->log->messages("W:"), QStringList());
     QVERIFY(QFile::link(_fixture->pty.name(), name));
 
@@ -156,7 +156,7 @@ void TestOpening::twoArrivalsWithinASecondMakeTwoAttemptsOnTheLaterPort()
     _tolvar->onDeviceDiscovered(PortInfos::bridge(second.name()));
     QCOMPARE(recorder.take(), QStringList({"candidateDeviceFound", "candidateDeviceFound"}));
     QCOMPARE(inside().portName(), second.name());
-    QCOMPARE(_timers->underWay(), QList<int>({1000, 1000}));
+    QCOMPARE(_timers->intervals(), QList<int>({1000, 1000}));
 
     // Each timer opens the port once. Both timer chains wake the console, and the first prompt ends both.
     QTRY_COMPARE(second.collected(), QByteArray("C\r\nC\r\n"));
@@ -173,8 +173,8 @@ void TestOpening::aDeviceUnpluggedBeforeItsOpeningIsNotOpened()
     const QextPortInfo device = PortInfos::bridge(_fixture->pty.name());
     _tolvar->onDeviceDiscovered(device);
     _tolvar->onDeviceRemoved(device);
-    QCOMPARE(_timers->underWay(), QList<int>{1000}); // the timer is not stopped, but it has no effect
-    QTRY_COMPARE(_timers->underWay(), QList<int>());
+    QCOMPARE(_timers->intervals(), QList<int>{1000}); // the timer is not stopped, but it has no effect
+    QTRY_COMPARE(_timers->intervals(), QList<int>());
     QCOMPARE(inside().port(), nullptr);
     QCOMPARE(inside().state(), NOT_CONNECTED);
 }
@@ -195,7 +195,7 @@ void TestOpening::theConsoleIsWokenAndAskedForItsStatus()
     QList<int> timersBefore = {-1};
     const MessageSpy spy([&](const QString &) {
         wokenBefore = _fixture->pty.collected();
-        timersBefore = _timers->underWay();
+        timersBefore = _timers->intervals();
     });
     _tolvar->onTimerKickOffTlovarConsole();
     QCOMPARE(inside().state(), INITIAL_WAITING_FOR_CONSOLE_PROMPT);
@@ -204,7 +204,7 @@ void TestOpening::theConsoleIsWokenAndAskedForItsStatus()
     QCOMPARE(_fixture->log->messages(),
              QStringList{"D:_commState =  \"INITIAL_WAITING_FOR_CONSOLE_PROMPT\" "});
     QCOMPARE(timersBefore, QList<int>()); // the next second begins when this wake-up is complete
-    QCOMPARE(_timers->underWay(), QList<int>{1000});
+    QCOMPARE(_timers->intervals(), QList<int>{1000});
 }
 
 void TestOpening::theConsoleIsWokenEachSecondUntilItsPrompt()
@@ -213,14 +213,14 @@ void TestOpening::theConsoleIsWokenEachSecondUntilItsPrompt()
     inside().state() = CANDIDATE_DEVICE_FOUND;
     TimingProbe timing(1000, [this] { return inside().queue().size() == 2; });
     _tolvar->onTimerKickOffTlovarConsole();
-    timing.hasBegun();
+    timing.actionStarted();
     QTRY_VERIFY(timing.isOver());
     QCOMPARE(timing.verdict(), "in time");
     QCOMPARE(_fixture->pty.collected(), QByteArray("C\r\nC\r\n"));
 
     _fixture->feed(">");
-    QCOMPARE(_timers->underWay(), QList<int>{1000}); // the timer is not stopped, but it has no effect
-    QTRY_COMPARE(_timers->underWay(), QList<int>());
+    QCOMPARE(_timers->intervals(), QList<int>{1000}); // the timer is not stopped, but it has no effect
+    QTRY_COMPARE(_timers->intervals(), QList<int>());
     QCOMPARE(inside().state(), IN_PROMPT);
     QCOMPARE(_fixture->pty.collected(), QByteArray("C\r\nC\r\nget\r\n"));
     QCOMPARE(inside().queue(), QStringList{"get\r\n"});
@@ -236,7 +236,7 @@ void TestOpening::theConsoleIsWokenInNoOtherState()
     }
     QCOMPARE(_fixture->pty.collected(), QByteArray());
     QCOMPARE(inside().queue(), QStringList());
-    QCOMPARE(_timers->underWay(), QList<int>());
+    QCOMPARE(_timers->intervals(), QList<int>());
 }
 
 void TestOpening::withoutAPortNothingIsSentAndTheTimerContinues()
@@ -245,7 +245,7 @@ void TestOpening::withoutAPortNothingIsSentAndTheTimerContinues()
     _tolvar->onTimerKickOffTlovarConsole();
     QCOMPARE(inside().state(), INITIAL_WAITING_FOR_CONSOLE_PROMPT);
     QCOMPARE(inside().queue(), QStringList());
-    QCOMPARE(_timers->underWay(), QList<int>{1000});
+    QCOMPARE(_timers->intervals(), QList<int>{1000});
 }
 
 QTEST_GUILESS_MAIN(TestOpening)

@@ -66,7 +66,7 @@ void TestRemoval::aRemovalResetsTheLinkAndTheDevicesIdentity()
     QCOMPARE(inside().portName(), QString());
     QCOMPARE(inside().state(), NOT_CONNECTED);
     QVERIFY(!inside().connected() && !inside().scanning() && !inside().testing());
-    QCOMPARE(timers.underWay(), QList<int>());
+    QCOMPARE(timers.intervals(), QList<int>());
     QCOMPARE(recorder.take(),
              QStringList({"systemIDChanged:", "statusChanged:", "firmwareVersionChanged:", "networkChanged:",
                           "passwordChanged:", "scannedNetworkListChanged:0"}));

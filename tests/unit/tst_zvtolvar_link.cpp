@@ -28,7 +28,7 @@ QStringList outcome(const QByteArray &sent, qsizetype chunk, CommState state, Mo
     fixture.inside.port() = &port;
     SignalRecorder recorder(&fixture.tolvar);
     for (qsizetype at = 0; at < sent.size(); at += chunk) {
-        port.bring(sent.constData() + at, std::min(chunk, sent.size() - at));
+        port.setUnread(sent.constData() + at, std::min(chunk, sent.size() - at));
         fixture.tolvar.onReadyRead();
     }
     return recorder.take() + fixture.log->messages("D:") +

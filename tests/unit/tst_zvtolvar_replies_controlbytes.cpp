@@ -7,14 +7,14 @@
 namespace
 {
 /// Returns a scan with \a elements between two networks.
-QString amid(const QString &elements)
+QString scanReply(const QString &elements)
 {
     return "<scan_results><scan SSID=\"before\"/>" + elements + "<scan SSID=\"behind\"/></scan_results>";
 }
 
 QString scanned(const QString &ssidAttribute)
 {
-    return amid("<scan " + ssidAttribute + " RSSI=\"-1\"/>");
+    return scanReply("<scan " + ssidAttribute + " RSSI=\"-1\"/>");
 }
 } // namespace
 
@@ -147,10 +147,10 @@ void TestControlBytes::controlBytesElsewhereEndTheDocument_data()
     status("in a processing instruction", "<?a b=\"\x01\"?>", name);
     status("in a CDATA section that resembles a tag", "<radio><![CDATA[<a b=\"\x01\">]]></radio>", name);
     status("after a quotation mark in text", "<radio>b=\"\x01\"</radio>", name);
-    row("between attributes", amid("<scan SSID=\"A\" \x01 RSSI=\"1\"/>"), network);
-    row("before the opening quotation mark", amid("<scan SSID=\x01\"A\"/>"), network);
-    row("after the closing quotation mark", amid("<scan SSID=\"A\"\x01/>"), network);
-    row("after an attribute with a control byte", amid("<scan SSID='\x01'/>\x02<scan SSID='\x03'/>"),
+    row("between attributes", scanReply("<scan SSID=\"A\" \x01 RSSI=\"1\"/>"), network);
+    row("before the opening quotation mark", scanReply("<scan SSID=\x01\"A\"/>"), network);
+    row("after the closing quotation mark", scanReply("<scan SSID=\"A\"\x01/>"), network);
+    row("after an attribute with a control byte", scanReply("<scan SSID='\x01'/>\x02<scan SSID='\x03'/>"),
         network + QStringList{"scannedNetworkListChanged:2"});
     row("before the root element", "\x01<puckdata><name>T1</name></puckdata>", {});
     row("in a DOCTYPE", "<!DOCTYPE a SYSTEM \"\x01\"><puckdata><name>T1</name></puckdata>", {});
@@ -160,7 +160,7 @@ void TestControlBytes::controlBytesElsewhereEndTheDocument_data()
     for (char16_t code = 0xE000; code < 0xF900; ++code)
         everyReplacement += QChar(code);
     row("in an attribute, with no replacement character left",
-        amid("<scan SSID='A'/><scan SSID='\x01'/><!-- " + everyReplacement + " -->"),
+        scanReply("<scan SSID='A'/><scan SSID='\x01'/><!-- " + everyReplacement + " -->"),
         network + QStringList{"scannedNetworkListChanged:2"});
     row("after the root element", "<puckdata><name>T1</name></puckdata>\x01", name);
 }
@@ -208,9 +208,9 @@ void TestControlBytes::otherCharactersAreUnchanged()
 void TestControlBytes::zeroBytesAreDropped_data()
 {
     QTest::addColumn<QString>("document"); // %1 is the position of the byte
-    QTest::newRow("in an attribute") << amid("<scan SSID=\"%1be%1low%1\"/>");
-    QTest::newRow("in an element name") << amid("<sc%1an SSID=\"below\"/>");
-    QTest::newRow("before and after the document") << "%1%1" + amid("<scan SSID=\"below\"/>") + "%1";
+    QTest::newRow("in an attribute") << scanReply("<scan SSID=\"%1be%1low%1\"/>");
+    QTest::newRow("in an element name") << scanReply("<sc%1an SSID=\"below\"/>");
+    QTest::newRow("before and after the document") << "%1%1" + scanReply("<scan SSID=\"below\"/>") + "%1";
 }
 
 void TestControlBytes::zeroBytesAreDropped()

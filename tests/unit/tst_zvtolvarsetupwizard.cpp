@@ -38,7 +38,7 @@ private Q_SLOTS:
     void exactlyTheseOptionsAreSet();
     void theImageIsSetForThreeRoles();
     void theIconIsLookedForAmongTheImages();
-    void nameAndSize();
+    void theWindowHasItsNameAndSize();
     void theWindowGrowsWithTheTextOfItsPage_data();
     void theWindowGrowsWithTheTextOfItsPage();
     void theWindowGrowsWithALineThatIsNotWrapped();
@@ -50,7 +50,7 @@ private Q_SLOTS:
     void theTextsAreTranslatedInTheWizardsContext();
     void thePagesUseTheSecondOfTwoControllers();
     void theConsoleButtonOpensOneConsole();
-    void theConsoleCollectsWhileHidden();
+    void theHiddenConsoleCollectsMessages();
     void finishingQueuesExitOnTheSecondController_data();
     void finishingQueuesExitOnTheSecondController();
     void onFinishedLeavesSetupModeAndReleasesTheConsole();
@@ -152,7 +152,7 @@ void TestZVTolvarSetupWizard::theIconIsLookedForAmongTheImages()
     QVERIFY(!wizard.windowIcon().isNull());
 }
 
-void TestZVTolvarSetupWizard::nameAndSize()
+void TestZVTolvarSetupWizard::theWindowHasItsNameAndSize()
 {
     QCOMPARE(_wizard->objectName(), QStringLiteral("ZVTolvarMainWindow"));
     QCOMPARE(_wizard->minimumSize(), QSize(750, 580));
@@ -322,7 +322,7 @@ void TestZVTolvarSetupWizard::theConsoleButtonOpensOneConsole()
     QVERIFY2(console->isVisible(), "the custom button does not reopen the console");
 }
 
-void TestZVTolvarSetupWizard::theConsoleCollectsWhileHidden()
+void TestZVTolvarSetupWizard::theHiddenConsoleCollectsMessages()
 {
     auto *console = _wizard->findChild<console_dialog *>();
     QCOMPARE(theConsoleWindow, console->console_textBrowser());
