@@ -31,7 +31,7 @@ public:
     }
     ~AccessibleEvents() override { QDBusConnection::disconnectFromBus(_busName); }
 
-    /// Returns false if the bus cannot be reached.
+    /// Returns false if the bus cannot be reached or does not accept the registration.
     bool isListening() const { return _isListening; }
     /// The announcements that programs have requested so far, in order.
     const QStringList &announcements() const { return _announcements; }

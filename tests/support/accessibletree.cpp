@@ -87,7 +87,7 @@ WidgetKind kindOf(uint role, bool hasManyLines)
     }
 }
 
-/// Returns true if the driver reads the children of widgets of this kind.
+/// Returns true if the children of widgets of this kind are read.
 bool canHaveChildren(WidgetKind kind)
 {
     return kind == WidgetKind::Window || kind == WidgetKind::List || kind == WidgetKind::Other;
@@ -95,7 +95,7 @@ bool canHaveChildren(WidgetKind kind)
 
 } // namespace
 
-/// The location of a widget on the bus, kept beside the widget while the tree is read.
+/// The location of a widget on the bus and of its children, needed only while the tree is read.
 struct AccessibleTree::Object {
     QString path;
     QList<Reference> children;
@@ -188,7 +188,7 @@ std::optional<Screen> AccessibleTree::read(qint64 pid)
     }
     Screen screen;
     QList<Object> objects = {{rootPath, qdbus_cast<QList<Reference>>(windows)}};
-    // objects[0] is the program itself, which is not a widget: objects[i + 1] belongs to screen[i].
+    // objects[0] is the program itself, which is not a widget, so objects[i + 1] belongs to screen[i].
     for (int first = 0; first < objects.size();) {
         const int next = int(objects.size());
         readLevel(screen, objects, first);
@@ -198,7 +198,7 @@ std::optional<Screen> AccessibleTree::read(qint64 pid)
     return screen;
 }
 
-/// Adds the children of objects[first] and all after it.
+/// Adds the children of objects[first] and of all objects after it.
 void AccessibleTree::readLevel(Screen &screen, QList<Object> &objects, int first)
 {
     QList<PendingRequests> level;
@@ -246,8 +246,7 @@ void AccessibleTree::readRectsAndTexts(Screen &screen, const QList<Object> &obje
         const QString &path = objects.at(i + 1).path;
         rects << callAsync(path, QStringLiteral("org.a11y.atspi.Component"), QStringLiteral("GetExtents"),
                            {screenCoordinates});
-        // Only widgets that are known to hold text are asked for it: with any other widget, the program logs
-        // a warning.
+        // Only widgets that have text are asked for it: for any other widget, the program logs a warning.
         if (screen.at(i).kind == WidgetKind::TextField || screen.at(i).kind == WidgetKind::TextView)
             texts.insert(i, callAsync(path, QStringLiteral("org.a11y.atspi.Text"), QStringLiteral("GetText"),
                                       {0, -1}));

@@ -9,8 +9,8 @@
 namespace
 {
 /// Returns true if \a descriptor is the test bed's end of a connection to an opened device. A thread of the
-/// test bed closes it some time after the device has been closed. A device that stays open is detected by the
-/// other end.
+/// test bed closes it some time after the program has closed the device. A device that stays open is detected
+/// by the program's own descriptor.
 bool isTestbedsEnd(int descriptor)
 {
     const QByteArray bed = qgetenv("UMOCKDEV_DIR");

@@ -4,8 +4,8 @@
 
 #include "simulator/fakeusbbus.h"
 
-/// A computer with more unusual ttys than the bridges of the fake USB bus. The names differ each time, unless
-/// they are given, and no other process uses them.
+/// A fake USB bus that can also have ttys other than those of USB bridges. Each tty gets a new name that no
+/// other process uses, unless the caller gives the name.
 class FakePorts : public FakeUsbBus
 {
 public:
@@ -13,13 +13,13 @@ public:
     QString plugUsb(const UsbBridge &bridge = UsbBridge::ftdi()) { return QString::fromLatin1(plug(bridge)); }
     /// Plugs in a bridge where udev does not run: its database is empty, and only the kernel knows the ids.
     QString plugUsbWithoutUdev(const UsbBridge &bridge);
-    /// Plugs in a port on the bus \a subsystem, such as the one that the bridges' drivers create; null for a
-    /// port whose bus the system does not name.
+    /// Plugs in a port on the bus \a subsystem, such as "usb-serial"; null for a port whose bus the system
+    /// does not name.
     QString plugOnBus(const char *subsystem, const char *vendor, const char *product);
     enum Node { WithNode, WithoutNode }; // whether there is a node in /dev to open
     /// A port that a driver offers without hardware behind it, unless LibcInterposer simulates a controller.
     QString addPhantom(Node node = WithNode);
-    /// The same as newer kernels present it: the driver is \a driver, and an attribute of the tty contains
+    /// Such a port as newer kernels present it: the driver is \a driver, and an attribute of the tty contains
     /// the \a type of the controller, one of PORT_... in linux/serial.h.
     QString addPortOfDriver(const QByteArray &driver, int type);
     /// A tty named \a name without a device behind it, such as a virtual console or that of a null modem.

@@ -58,10 +58,10 @@ __attribute__((destructor)) void logLastMessage()
 /// Inspects the real program from inside, where Qt loads it as a plugin, and reports what cannot be seen from
 /// outside. It is created while the application object is constructed, inspects the program again as soon as
 /// the event loop runs, and then ends the program.
-///
-/// Environment variables control it: ZV_PROBE_REPORT is the file that receives the results. ZV_PROBE_END is
-/// how to end the program: "accept" for the wizard, or an exit code for the event loop.
-/// ZV_PROBE_LAST_MESSAGE is a message to log when all other code of the program has ended.
+/// Environment variables control it. ZV_PROBE_REPORT is the file that receives the results. ZV_PROBE_END is
+/// how to end the program: "accept" for the wizard, or an exit code for the event loop. ZV_PROBE_BUNDLE is a
+/// resource file to register first. ZV_PROBE_LAST_MESSAGE is a message to log when all other code of the
+/// program has ended.
 class InProcessProbe : public QObject
 {
 public:

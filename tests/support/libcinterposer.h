@@ -42,9 +42,9 @@ public:
     /// From now on, the ttys keep the requested data bits, parity and stop bits, as every line except a
     /// pseudo-terminal does.
     static void keepFrame() { record().keepsFrame = true; }
-    /// The first \a times that the ttys are asked since clear(), they report one byte to read.
+    /// From clear() on, the first \a times queries for the number of unread bytes report one byte.
     static void simulateUnread(int times) { record().simulatedUnread = times; }
-    /// The number of times that a tty has been asked for that since clear().
+    /// The number of queries for the number of unread bytes since clear().
     static int unreadQueries() { return record().unreadQueryCount; }
     /// From now on, each read of the open tty \a node fails with \a error; 0 is the end of the file.
     static void failReading(const QByteArray &node, int error)
@@ -54,11 +54,12 @@ public:
     }
     /// The number of reads that have failed in this way.
     static int failedReads() { return record().failedReads; }
-    /// From now on, each check whether a tty has hung up fails: the system does not reply.
+    /// From now on, each poll() that checks whether a tty has hung up fails.
     static void failHangUpChecks() { record().failsHangUpChecks = true; }
     /// Makes the ttys report a serial controller of this \a type, one of PORT_... in linux/serial.h.
     static void simulateController(int type) { record().controller = type; }
 
+    /// What the replaced functions record, and the behaviour that they simulate.
     struct Record {
         termios lastSettings = {};
         int timesSet = 0;

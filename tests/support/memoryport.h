@@ -5,8 +5,8 @@
 
 #include "serial/qextserialport.h"
 
-/// A port that reads received bytes from memory and records written ones: it needs no line and no system, and
-/// nothing waits.
+/// A port that reads received bytes from memory and records written ones. It makes no system call and never
+/// blocks.
 class MemoryPort : public QextSerialPort
 {
 public:
@@ -16,7 +16,7 @@ public:
         setOpenMode(ReadWrite | Unbuffered);
     }
 
-    /// Sets the data to read from now on. The caller keeps its ownership.
+    /// Sets the data to read from now on. It is not copied: it must remain valid until it has been read.
     void setUnread(const char *bytes, qint64 size) { _unread = QByteArrayView(bytes, size); }
     qint64 bytesAvailable() const override { return _unread.size(); }
 

@@ -2,7 +2,7 @@
 
 #include <QAbstractEventDispatcher>
 
-/// The single-shot timers that were started since it was created, as known to the event dispatcher.
+/// The single-shot timers that were started after this object was created, as known to the event dispatcher.
 class PendingTimers
 {
 public:
@@ -11,7 +11,7 @@ public:
         forEachTimer([this](const TimerInfo &timer) { _earlier += timer.timerId; });
     }
 
-    /// The intervals in milliseconds of those that have not fired yet, in the order in which they were
+    /// The intervals in milliseconds of the timers that have not fired yet, in the order in which they were
     /// started.
     QList<int> intervals() const
     {

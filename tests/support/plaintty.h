@@ -6,7 +6,7 @@
 
 #include <QByteArray>
 
-/// A tty, opened without any library in blocking mode, by its name such as "ttyUSB0".
+/// A tty, given by its name such as "ttyUSB0", that is opened in blocking mode and used by system calls only.
 class PlainTty
 {
 public:

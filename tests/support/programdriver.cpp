@@ -26,7 +26,7 @@ std::optional<Screen> ProgramDriver::readScreen()
     std::optional<Screen> now = _tree->read(_process.processId());
     if (!now || now->isEmpty() || !isOnWayland())
         return now;
-    // Without a keyboard no window is ever active. A user would look at the window that opened last.
+    // Without a keyboard no window is ever active. The window that opened last counts as the active one.
     const auto isWindow = [](const Widget &widget) { return widget.parent < 0; };
     std::find_if(now->rbegin(), now->rend(), isWindow)->active = true;
     return now;
@@ -45,7 +45,7 @@ bool ProgramDriver::waitUntil(const std::function<bool()> &condition, const QStr
     const auto begin = std::chrono::steady_clock::now();
     _focusSeen = begin;
     while (true) {
-        // The order matters: a condition that became true before the program ended or the time was over still
+        // The order matters: a condition that became true before the program ended or the timeout still
         // counts.
         const bool wasRunning = isRunning();
         const auto elapsed = std::chrono::steady_clock::now() - begin;
@@ -59,7 +59,7 @@ bool ProgramDriver::waitUntil(const std::function<bool()> &condition, const QStr
                             .arg(timeout.count())
                             .arg(describeScreen()));
         restoreKeyboardFocus();
-        // The program needs much time for its answers about the screen, so a long wait asks less often.
+        // The program needs much time to report its screen, so a long wait checks less often.
         pause(std::clamp(std::chrono::duration_cast<std::chrono::milliseconds>(elapsed / 4), 20ms, 250ms));
     }
 }

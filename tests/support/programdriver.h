@@ -149,6 +149,6 @@ private:
     std::unique_ptr<AccessibleTree> _tree;
     std::unique_ptr<XInput> _input;
     QRect _lastRect; ///< of the widget to click: it must be the same twice
-    /// When a window last had the focus, or there was no window.
+    /// When a window last had the focus, or when restoreKeyboardFocus() last tried to restore it.
     std::chrono::steady_clock::time_point _focusSeen;
 };

@@ -72,7 +72,7 @@ bool ProgramDriver::connectToDesktop()
     return true;
 }
 
-/// Makes the current step fail if it cannot be carried out.
+/// Returns true, and makes the current step fail, if there is no mouse and keyboard.
 bool ProgramDriver::lacksInput()
 {
     return isOnWayland() &&

@@ -5,7 +5,7 @@
 #include <QTranslator>
 
 /// A translator that, while it lives, translates every string to "context|comment|text", so that the shown
-/// text contains the arguments of the request. A string that is not translated has no bars.
+/// text contains the arguments of the request. A string that is not translated contains no "|".
 class PseudoTranslator : public QTranslator
 {
 public:
@@ -20,7 +20,7 @@ public:
         return _requested.constLast();
     }
 
-    /// The strings requested in \a context so far, in the marked form in which they were returned.
+    /// The strings requested in \a context so far, in the form in which translate() returned them.
     QStringList requested(const QString &context) const
     {
         QStringList inContext;

@@ -8,7 +8,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 
-/// Returns true if all of \a widget, on a visible dialog, is on the screen.
+/// Returns true if no part of \a widget, which is on a visible dialog, is hidden.
 inline bool isFullyVisible(const QWidget *widget)
 {
     return widget->visibleRegion() == QRegion(widget->rect());

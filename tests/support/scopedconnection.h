@@ -4,8 +4,8 @@
 
 #include <QObject>
 
-/// Calls \a call at each signal of a sender, as long as the ScopedConnection lives. The objects that \a call
-/// refers to need not live longer than it.
+/// Calls \a call at each signal of a sender until the ScopedConnection is destroyed. The objects that \a call
+/// refers to need not live longer than the ScopedConnection.
 class ScopedConnection
 {
 public:

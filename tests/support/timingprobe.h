@@ -19,6 +19,7 @@
 class TimingProbe : public QObject
 {
 public:
+    /// Starts the clock. \a hasHappened must become true after \a milliseconds.
     TimingProbe(int milliseconds, std::function<bool()> hasHappened)
         : _milliseconds(milliseconds)
         , _hasHappened(std::move(hasHappened))
@@ -26,9 +27,12 @@ public:
         _clock.start();
         checkAfter(milliseconds - 1, _sooner);
     }
+    /// Must be called right after the action that makes it happen.
     void actionStarted() { checkAfter(_milliseconds + 1, _later); }
 
+    /// Returns true when both checks have been made.
     bool isOver() const { return _later.has_value(); }
+    /// "in time", "too early" or "too late".
     const char *verdict() const
     {
         if (_sooner.value_or(false) || _clock.elapsed() < _milliseconds)

@@ -11,7 +11,7 @@ QString subtree(const Screen &screen, int parent, int depth)
     for (int i = 0; i < screen.size(); ++i) {
         if (screen.at(i).parent != parent)
             continue;
-        // Widgets that only group others give the reader no information: their contents take their place.
+        // Widgets that only group others are not listed: their contents take their place.
         const bool isListed = screen.at(i).kind != WidgetKind::Other || !screen.at(i).name.isEmpty();
         if (isListed)
             lines += QString(qsizetype{2} * depth, u' ') + screen.at(i).description() + u'\n';
@@ -25,7 +25,7 @@ QString subtree(const Screen &screen, int parent, int depth)
 QString nameOf(WidgetKind kind)
 {
     static const char *const names[] = {"window", "label", "button",       "text field", "text view",
-                                        "list",   "row",   "progress bar", "thing"};
+                                        "list",   "row",   "progress bar", "widget"};
     return QString::fromLatin1(names[int(kind)]);
 }
 
@@ -35,7 +35,7 @@ QString Widget::description() const
     if (!name.isEmpty())
         line += QStringLiteral(" \"%1\"").arg(name);
     if (kind == WidgetKind::TextField || kind == WidgetKind::TextView)
-        line += QStringLiteral(" holding \"%1\"").arg(text);
+        line += QStringLiteral(" (text \"%1\")").arg(text);
     if (!enabled)
         line += QStringLiteral(" (disabled)");
     if (focused)

@@ -33,7 +33,7 @@ WidgetQuery WidgetQuery::with(const Condition &condition) const
 WidgetQuery WidgetQuery::withText(const QString &text) const
 {
     return with(
-        {QStringLiteral("holding \"%1\"").arg(text), [text](const Widget &w) { return w.text == text; }});
+        {QStringLiteral("text \"%1\"").arg(text), [text](const Widget &w) { return w.text == text; }});
 }
 
 // clang-format off

@@ -34,7 +34,8 @@ public:
 
     /// The indexes in \a screen of all matches, from top to bottom.
     QList<int> allIn(const Screen &screen) const;
-    /// Returns false if \a screen cannot tell whether there is a match, because the window is not shown yet.
+    /// Returns false if the query is for the active window and \a screen has none: a missing match then means
+    /// nothing.
     bool appliesTo(const Screen &screen) const;
     /// The query in words, for messages.
     QString description() const;

@@ -9,14 +9,14 @@
 class QDialog;
 class QLineEdit;
 
-/// What the user of a typical run wants.
+/// What the user enters in a typical run.
 struct UserInput {
     QString ssid;
     QString passphrase;
     QString logPath; ///< the file for the device's log; empty: no log is requested
 };
 
-/// A user of the wizard in the wizard's own process, who knows the widgets of its pages by name and uses
+/// The page object of the wizard, for use in the wizard's own process. It finds widgets by name and uses
 /// mouse and keys as far as possible, with or without a device. A program calls the steps one by one, or
 /// start() for a typical run. The run takes its steps from the event loop, because dialogs are nested event
 /// loops.
@@ -56,11 +56,12 @@ public:
     bool goTo(
         int id, const std::function<void()> &beforeLeaving = [] {});
 
-    /// Goes through the wizard with \a userInput, as soon as each step is possible.
+    /// Goes through the wizard with \a userInput. Takes each step as soon as it is possible.
     void start(const UserInput &userInput);
     /// Stops at the current page.
     void stop() { _isWalking = false; }
-    /// Users are slower than a device that replies: start() does nothing while \a isBusy returns true.
+    /// The run that start() begins pauses while \a isBusy returns true: a user is slower than a device that
+    /// replies.
     void waitWhile(std::function<bool()> isBusy) { _isBusy = std::move(isBusy); }
     /// Returns whether the wizard has been finished.
     bool isDone() const { return _isDone; }
@@ -88,7 +89,7 @@ private:
     std::function<bool()> _isBusy = [] { return false; };
     QStringList _messages;
     int _page = -1;
-    bool _hasActed = false; // on this page, the action that the page is for
+    bool _hasActed = false; // the log was requested or the settings saved on this page
     bool _isActing = false; // a dialog opened during the action
     bool _isWalking = false;
     bool _isDone = false;

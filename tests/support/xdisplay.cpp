@@ -15,14 +15,14 @@ int ignoreError(Display *, XErrorEvent *)
     return 0;
 }
 
-/// A property of a window while it is read.
+/// The value of a property of a window; the destructor frees it.
 struct Property {
     Property(Display *display, Window window, const char *name)
     {
         Atom type = None;
         unsigned long rest = 0;
-        constexpr long enough = 4096; // words
-        XGetWindowProperty(display, window, XInternAtom(display, name, False), 0, enough, False,
+        constexpr long maxItems = 4096; // 32-bit items, more than any property here has
+        XGetWindowProperty(display, window, XInternAtom(display, name, False), 0, maxItems, False,
                            AnyPropertyType, &type, &format, &count, &rest, &data);
     }
     ~Property()

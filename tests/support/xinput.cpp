@@ -38,8 +38,8 @@ XInput::XInput(const XDisplay &display)
 {
     readKeyboard();
     XAutoRepeatOff(_display.connection()); // a late release on a busy machine must not repeat a letter
-    // The first event of the test keyboard makes programs read the keyboard map again: that event must have
-    // no effect.
+    // The first event of the test keyboard makes programs read the keyboard map again. Shift alone has no
+    // other effect.
     key(_shift, true);
     key(_shift, false);
 }
