@@ -23,7 +23,7 @@
 class FormOutline
 {
 public:
-    /// Call it while a PseudoTranslator lives that is older than \a form.
+    /// A PseudoTranslator must exist that was created before \a form.
     explicit FormOutline(QWidget &form)
         : _translated(QLatin1String(form.metaObject()->className()) + QLatin1String("||"))
     {

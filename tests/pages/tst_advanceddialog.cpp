@@ -64,8 +64,8 @@ void TestAdvancedDialog::setEverything(const QString &staticIP, const QString &s
     _tolvar->setPassword("open sesame");
 }
 
-// A row has what the device reported of the static address, the syslog server and the antenna, and the two
-// addresses that are shown.
+// Each row: what the device reported for static address, syslog server and antenna; the two addresses that
+// are shown; whether the external antenna is checked.
 void TestAdvancedDialog::theValuesAreShownWhenItOpens_data()
 {
     QTest::addColumn<QStringList>("reported");

@@ -6,7 +6,7 @@
 
 namespace
 {
-/// Returns the signals of \a object, each of them as often as it is connected.
+/// Returns the connected signals of \a object, each as often as it is connected.
 QStringList connections(const QObject &object)
 {
     struct Peek : QObject {
@@ -24,7 +24,7 @@ QStringList connections(const QObject &object)
     return found;
 }
 
-/// Returns those of the controller and of the widgets on the current page.
+/// Returns the connected signals of the controller and of the widgets on the current page.
 QStringList connections(const WizardFixture &f)
 {
     QStringList found = connections(f.tolvar);

@@ -69,7 +69,7 @@ private Q_SLOTS:
     void aTestRightAfterASaveKeepsTheFocusOnThePage();
 
 private:
-    /// Returns what has the focus: "the page", or the widget's text or object name.
+    /// Returns what has the focus: "the page", a button's text or another widget's object name.
     QString focus() const
     {
         const QWidget *widget = _f->wizard.focusWidget();

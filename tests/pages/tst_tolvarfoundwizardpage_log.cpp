@@ -42,9 +42,10 @@ private Q_SLOTS:
 private:
     QPushButton *button() const { return _f->widget<QPushButton>("pushButton_viewLog"); }
     void click() const { QTest::mouseClick(button(), Qt::LeftButton); }
-    /// Fails unless the page shows \a text, with its context and as it is.
+    /// Fails unless the page shows \a text literally, translated in the page's context.
     void verifyProgress(const QString &text) const;
-    /// Fails unless \a dialog is a message box that shows \a text, with its context and as it is; closes it.
+    /// Fails unless \a dialog is a message box that shows \a text literally, translated in the page's
+    /// context; closes it.
     static void verifyBox(QDialog *dialog, const QString &text);
     /// Fails unless a click opens the save dialog with a name that contains today's date.
     void verifyDatedName();

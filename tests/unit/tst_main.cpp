@@ -44,7 +44,7 @@ public:
         environment.insert(QStringLiteral("ZV_PROBE_REPORT"), report());
     }
 
-    /// Runs the program until it has ended; \a how selects the way it ends, in the probe's terms.
+    /// Runs the program until it has ended; \a how is the value of ZV_PROBE_END.
     void run(const QString &how = QStringLiteral("accept"))
     {
         environment.insert(QStringLiteral("HOME"), home);
@@ -79,7 +79,7 @@ public:
 
     QString logPath() const { return home + QStringLiteral("/zvinstall.log"); }
     QByteArray log() const { return contents(logPath()); }
-    /// Returns what the probe saw.
+    /// Returns one result of the probe.
     QVariant probed(const char *what) const { return seen.value(QLatin1String(what)).toVariant(); }
     /// Returns the texts that show which translation files are in use.
     QStringList texts() const

@@ -437,9 +437,9 @@ void TestQextSerialPort::everyByteOfALargeWriteArrives()
         sent += QByteArray::number(number) + ' ';
     QByteArray arrived;
     std::thread device([&] {
-        QElapsedTimer patience;
-        patience.start();
-        while (arrived.size() < sent.size() && !patience.hasExpired(20000)) {
+        QElapsedTimer waiting;
+        waiting.start();
+        while (arrived.size() < sent.size() && !waiting.hasExpired(20000)) {
             arrived += terminal.received();
             std::this_thread::sleep_for(std::chrono::milliseconds(200));
         }

@@ -48,7 +48,7 @@ bool writeFile(const QString &path, const QByteArray &text, mode_t mode)
            ::fchmod(file.handle(), mode) == 0;
 }
 
-/// Runs \a function in a child process. Returns what it returns there, -1 if it does not.
+/// Runs \a function in a child process. Returns its result, or -1 if it did not return.
 template <typename Function>
 int inChild(Function function)
 {
@@ -83,7 +83,7 @@ std::size_t allocatedBytes()
     return info.uordblks + info.hblkhd; // small blocks, and large blocks that have their own mapping
 }
 
-/// Limits the size of files during its lifetime. As on a full disk, only the part of the data that fits is
+/// Simulates a full disk during its lifetime: limits the size of files, so only the data that fits is
 /// written.
 class FullDisk
 {

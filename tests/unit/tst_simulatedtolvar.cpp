@@ -59,6 +59,7 @@ QByteArray shown(const TolvarConfiguration &c)
 }
 } // namespace
 
+/// Tests the console of the simulated device: its replies and documents, its settings, and what it records.
 class TestSimulatedTolvar : public QObject
 {
     Q_OBJECT

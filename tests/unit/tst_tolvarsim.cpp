@@ -83,6 +83,7 @@ QString sendScript(const QString &lines)
 }
 } // namespace
 
+/// Tests the program tolvarsim: its options, its output and its exit status.
 class TestTolvarSim : public QObject
 {
     Q_OBJECT

@@ -13,7 +13,7 @@
 
 namespace
 {
-/// The log lines for a port of the test bed, with its ids in their displayed form.
+/// The log lines for a port of the fake bus, with its ids in their displayed form.
 QStringList described(const QextPortInfo &info, const QString &vendor, const QString &product)
 {
     return {"D:port name: \"" + info.portName + "\" ",

@@ -12,8 +12,8 @@ using namespace std::chrono_literals;
 constexpr qint64 Endless = 1000000;
 constexpr const char *Passphrase = "setpass secret words\r\n";
 
-/// A port that accepts a given number of bytes and rejects the next. Then it accepts any number, or none
-/// until it has space again.
+/// A port with limited space. It cuts the write that exceeds its space. From then on, its space is
+/// \a roomAfterwards.
 class JammedPort : public QextSerialPort
 {
 public:

@@ -21,9 +21,10 @@ constexpr auto BeyondTheLast = static_cast<CommState>(7);
 /// queued. There is no port, so a command that is sent is lost.
 struct Outcome {
     char sign;
-    int next;           // the state afterwards, -1 for unchanged
-    const char *reply;  // the collected reply afterwards; '+' is the byte
-    const char *events; // messages and signals in their order, each with the state and the modes at that time
+    int next;            // the state afterwards, -1 for unchanged
+    const char *reply;   // the collected reply afterwards; '+' is the byte
+    const char *events;  // messages and signals in their order, each after the state and the modes at that
+                         // time; '*' are the modes before
     const char *current; // the command sent
     const char *queue;   // the commands still queued
 };
@@ -52,7 +53,7 @@ constexpr Outcome outcomes[] = {
     { 'N', WAITING_FOR_CONSOLE_PROMPT, "old", "4:D:->WAITING_FOR_CONSOLE_PROMPT |4:responseReceived old", "", "first,second" },
     // the prompt: the oldest command is sent
     { 'p', IN_PROMPT, "old", "5:D:->IN_PROMPT |5:readyForCommand", "first", "second" },
-    // the handshake's sign that a prompt will follow
+    // EOT in the handshake: a prompt will follow
     { 'h', WAITING_FOR_CONSOLE_PROMPT, "old", "4:D:-> Controller: WAITING_FOR_CONSOLE_PROMPT2 ", "", "first,second" },
 };
 

@@ -241,8 +241,8 @@ void TestReplies::anUnknownRootMakesTheDispatcherLoopForever()
     QVERIFY(child >= 0);
     if (child == 0) {
         // A quarter of a second of CPU time, however long that takes, is more than any document needs.
-        const itimerval patience = {{0, 0}, {0, 250000}};
-        ::setitimer(ITIMER_VIRTUAL, &patience, nullptr);
+        const itimerval cpuLimit = {{0, 0}, {0, 250000}};
+        ::setitimer(ITIMER_VIRTUAL, &cpuLimit, nullptr);
         reply(document);
         ::_exit(0);
     }

@@ -6,7 +6,7 @@
 
 namespace
 {
-/// Returns a scan with \a elements between two networks.
+/// Returns the reply to a scan, with \a elements between two networks.
 QString scanReply(const QString &elements)
 {
     return "<scan_results><scan SSID=\"before\"/>" + elements + "<scan SSID=\"behind\"/></scan_results>";
