@@ -15,7 +15,7 @@
             QFAIL(qPrintable(QStringLiteral(#step ": ") + (scenario).screen.failure()));                     \
     } while (false)
 
-/// A run of the real program on its own simulated computer: a fresh home folder, a fresh USB test bed, a
+/// A run of the real program on its own simulated computer: a fresh home folder, a fresh fake USB bus, a
 /// simulated Tolvar that can be plugged in, and a robot that uses the program. When the test fails, it saves
 /// the screen and the output.
 class Scenario
@@ -29,7 +29,7 @@ public:
     bool start();
     /// Plugs the device in, starts the program and waits until it has found the device.
     bool findDevice();
-    /// Does the same, continues to the choose-network page and waits for the end of the scan.
+    /// Calls findDevice(), continues to the choose-network page and waits for the end of the scan.
     bool findNetworks();
     /// Returns the current content of the session log in the home folder.
     QByteArray sessionLog() const;
@@ -41,7 +41,7 @@ public:
     /// Returns the settings of the device and what it has received, once the program's last output has
     /// arrived.
     TolvarState deviceState();
-    /// Returns the lines that the device has received by then.
+    /// Returns the lines of deviceState().
     QList<QByteArray> received();
     /// Returns the lines received since the device was last woken: those after the last "get".
     QList<QByteArray> receivedSinceStatus();

@@ -15,8 +15,8 @@ constexpr QLatin1String wrongPassphrase("The network was found, but the passphra
 constexpr QLatin1String saved("Configuration saved\n");
 constexpr QLatin1String wepWarning("Warning - Selected Network is configured for WEP security");
 
-/// Presses Enter and the space bar, as an impatient user does. Returns whether the keys opened no console and
-/// did not end the program.
+/// Presses Enter and the space bar. Returns whether the keys neither opened the console nor ended the
+/// program.
 bool enterAndSpaceAreHarmless(Scenario &s)
 {
     return s.screen.pressKey("Return") && s.screen.pressKey("space") &&

@@ -59,6 +59,7 @@ QString focus(Scenario &s)
 }
 } // namespace
 
+/// Brings the program into the state in which the device is unplugged. Returns false if it fails.
 using Step = bool (*)(Scenario &);
 Q_DECLARE_METATYPE(Step)
 

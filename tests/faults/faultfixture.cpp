@@ -42,7 +42,7 @@ FaultFixture::FaultFixture(const DeviceConfig &config, const UserInput &input)
     , tolvar(bus, config)
     , robot(wizard)
 {
-    // Anything that the user does after that would change the state that the unplugging leaves.
+    // A later step of the user would change the state that the unplugging leaves.
     QObject::connect(&tolvar, &PluggedPort::pulledOut, &robot, &WizardRobot::stop);
     robot.waitWhile([this] { return isBusy(); });
     wizard.show();
@@ -105,7 +105,7 @@ QString FaultFixture::walk()
     if (!waitFor([this] { return robot.isDone(); }))
         return problem("the user is expected to reach the end, but is on " +
                        wizard.currentPage()->objectName());
-    // The device may still have to receive a line or two.
+    // The last lines may still be on their way to the device.
     if (!waitFor([this] { return tolvar.state().exited; }))
         return problem(QStringLiteral("the device is expected to leave setup mode"));
     const TolvarState state = tolvar.state();

@@ -16,24 +16,25 @@ class FaultFixture
 {
 public:
     explicit FaultFixture(const DeviceConfig &config = tersestTolvar(),
-                          const UserInput &userInput = {QStringLiteral("B"), QStringLiteral("b"), QString()});
+                          const UserInput &input = {QStringLiteral("B"), QStringLiteral("b"), QString()});
     ~FaultFixture();
 
     /// Processes events until \a holds returns true; returns false after two minutes.
     bool waitFor(const std::function<bool()> &holds) const;
     /// Returns whether a controller of \a wizard still has something to send or to receive.
     static bool isBusy(const ZVTolvarSetupWizard &wizard);
-    /// Does the same for this wizard, or returns whether the line has carried data since the last call. A
-    /// status reply that is still due does not show in any controller, and it would end a scan that is
-    /// started meanwhile.
+    /// Returns whether a controller of this wizard is busy in this sense, or the line has carried data since
+    /// the last call. A status reply that is still to come is not visible in any controller, and would end a
+    /// scan that is started before it.
     bool isBusy();
     /// Returns whether both of the wizard's controllers have released the port.
     bool isPortReleased() const;
 
-    // These return what went wrong, with the last messages, or nothing.
+    // These return what went wrong, with the last messages; empty if nothing did.
     /// Walks through the wizard, from its first page to its end. The device must then have the settings.
     QString walk();
-    /// Unplugs the device, unless the line has done so. Nothing of it may be left in the wizard.
+    /// Unplugs the device, unless a line fault has done so. Then none of the device's data may be left in the
+    /// wizard.
     QString unplug();
     /// Plugs the device in again on a line without faults, as \a ttyName or under the next name, and walks.
     QString walkAgain(const QByteArray &ttyName = QByteArray());

@@ -60,8 +60,8 @@ void TestPlugCycles::anIdleWizardIsNotBusy()
     if (what.contains(QLatin1String("gone")))
         QCOMPARE(fixture.unplug(), QString());
 
-    // A loop that spins makes thousands of iterations per second, even on a busy computer; the busy bar needs
-    // 60.
+    // A busy loop makes thousands of iterations per second, even on a busy computer. The progress bar
+    // needs 60.
     int iterations = 0;
     QObject here;
     connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake, &here,

@@ -35,7 +35,7 @@ void TestReplug::aReplyOfTheFormerDeviceIsNotAwaited()
     DeviceConfig config = tersestTolvar();
     config.faults.neverPrompts = !isScan;
     config.delays.scan = 3600000; // the device is unplugged long before
-    bool isCleared = !isScan;     // only for a moment: the arrival is reported right after the removal
+    bool isCleared = !isScan;     // recorded at the signal: the id is empty only until the next status
     FaultFixture fixture(config);
     QVERIFY(fixture.tolvar.plug());
     fixture.robot.start(fixture.userInput);

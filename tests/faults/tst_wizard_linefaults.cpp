@@ -22,11 +22,11 @@ private Q_SLOTS:
 
 namespace
 {
-// A reply whose root has another name makes the wizard hang, which is kept, so these cases must not create
-// one. No document contains control characters: "\x01" makes a fragment from the middle of a document
-// invalid. A start mark in the middle begins a reply for the second controller, if that one has just opened
-// the port and takes the end of a tag for a prompt. fuzz_link tries the bytes without it, on the controller
-// alone.
+// A start mark to insert into the line. If the second controller has just opened the port, it takes the end
+// of a tag for a prompt, and an inserted start mark then begins a reply in the middle of a document. A reply
+// whose root has another name makes the wizard hang, which is kept, so these cases must not create one: the
+// "\x01" makes the rest of the document invalid, because no document contains control characters. fuzz_link
+// tries start marks without "\x01", on the controller alone.
 constexpr char startMark[] = "\x02\x01";
 
 /// Returns which of \a cases, numbered from 0, this run tries. Normally these are \a sampleSize cases that a

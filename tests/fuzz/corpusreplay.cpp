@@ -6,15 +6,15 @@
 #include <QFile>
 
 // Feeds every file of the given folders to a fuzz target, once: a replacement for libFuzzer where the
-// compiler does not have it. An argument may also name a single file. Each file that is not large is also cut
-// after each byte, and fed without each byte.
+// compiler does not have it. An argument may also name a single file. Each small file is also fed cut off
+// after each byte, and with each single byte removed.
 
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv);
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size);
 
 namespace
 {
-constexpr qsizetype maxCutSize = 700;
+constexpr qsizetype maxCutSize = 700; // bytes; the cost grows with the square of the size
 
 bool test(const QByteArray &input)
 {
@@ -33,7 +33,8 @@ bool replay(const QString &path)
     std::printf("%s: %lld bytes\n", qPrintable(path), static_cast<long long>(input.size()));
     std::fflush(stdout); // the last name printed is the file that causes a crash
     if (!test(input)) {
-        std::fprintf(stderr, "%s: left out by the target, so it is no part of a corpus\n", qPrintable(path));
+        std::fprintf(stderr, "%s: the target skips this input, so it does not belong in a corpus\n",
+                     qPrintable(path));
         return false;
     }
     for (qsizetype at = 0; input.size() < maxCutSize && at < input.size(); ++at) {

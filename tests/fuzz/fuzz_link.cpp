@@ -30,11 +30,14 @@ class LinkTrial
 public:
     LinkTrial();
 
-    /// Resets everything; the link is in \a state from here on.
+    /// Resets everything. \a flags, a sum of InputFlag, sets the modes and \a state the state of the link.
     void begin(unsigned flags, unsigned state);
     /// Feeds the bytes to the controller; returns false when the controller would hang at one of the replies.
     bool feed(QByteArrayView bytes);
+    /// Requires that the controller is in the state of the model.
     void compare() const;
+    /// Removes the device, and requires that nothing of it remains and that the next device is read
+    /// correctly.
     void replug();
 
 private:

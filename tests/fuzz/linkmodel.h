@@ -6,7 +6,7 @@
 
 #include "device/commstate.h"
 
-/// A model of the console's rules for the link, mode by mode and state by state.
+/// A model of the link's rules, mode by mode and state by state.
 struct LinkModel {
     static constexpr char STX = 0x02;
     static constexpr char ETX = 0x03;

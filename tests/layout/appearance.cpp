@@ -63,7 +63,8 @@ void installTranslation(const QString &translation, const QString &folder)
 {
     static std::vector<std::unique_ptr<QTranslator>> installed;
     if (translation.isEmpty()) {
-        installed.clear(); // each translator removes itself from the application when it is deleted
+        installed.clear(); // removes all translations: each translator removes itself from the application
+                           // when it is deleted
         return;
     }
     auto translator = std::make_unique<QTranslator>();
