@@ -3,7 +3,8 @@
 
 failures=0
 
-# check SENTENCE COMMAND...: SENTENCE is true if COMMAND succeeds.
+# check SENTENCE COMMAND...: runs COMMAND, and reports SENTENCE as passed if COMMAND succeeds, otherwise as failed, with
+# the output of COMMAND.
 check()
 {
     local output
@@ -16,12 +17,12 @@ check()
 }
 skip() { echo "SKIP   : $1"; }
 
-# is EXPECTED ACTUAL
+# is EXPECTED ACTUAL: succeeds if both are equal.
 is() { [ "$1" = "$2" ] || printf 'expected <%s>\nactual   <%s>\n' "$1" "$2" | { cat -v; false; }; }
-# contains TEXT FILE, lacks TEXT FILE
+# contains TEXT FILE, lacks TEXT FILE: search a file.
 contains() { grep -qaF -- "$1" "$2" || { tail -c 2000 "$2" | cat -v; false; }; }
 lacks() { ! grep -aF -- "$1" "$2" | cat -v | grep ''; }
-# says TEXT, saysNot TEXT: tests the output of the last run, $said.
+# says TEXT, saysNot TEXT: search the output of the last run, $said.
 says() { grep -qF -- "$1" <<<"$said" || { echo "$said"; false; }; }
 saysNot() { ! says "$1" >/dev/null || { echo "$said"; false; }; }
 

@@ -5,8 +5,8 @@
 
 #include "tests/e2e/scenario.h"
 
-// The reader in this test shares no code with the script that removes the passphrases. It joins the log lines
-// in each way that a person could try, and searches the result for the passphrase.
+// This test shares no code with the script that removes the passphrases. It joins the log lines in each way
+// that a person could try, and searches the results for the passphrase.
 
 namespace
 {
@@ -54,7 +54,7 @@ QByteArrayList readings(const QByteArray &log)
     return readings;
 }
 
-/// Returns the ways in which a passphrase may be written.
+/// Returns the forms in which a log may contain a passphrase.
 QByteArrayList encodings(const QString &passphrase)
 {
     QByteArrayList encodings = {passphrase.toUtf8(), passphrase.toLatin1(), passphrase.trimmed().toUtf8()};

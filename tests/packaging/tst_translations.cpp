@@ -56,8 +56,8 @@ QString errorIn(const TsText &text)
     return {};
 }
 
-/// Returns the errors in a translation file for \a language, one line each, when the program has the texts
-/// \a wanted.
+/// Returns the errors in a translation file for \a language, one line each. \a wanted are the texts that it
+/// must translate.
 QStringList errorsIn(const TsFile &ts, const QString &language, const QList<TsText> &wanted)
 {
     QStringList all;
