@@ -39,8 +39,8 @@ double processorTime()
 }
 } // namespace
 
-/// Runs inside a program with a wizard, which Qt loads it into as a plugin, and detects when the first page
-/// is on the screen. It writes a report and ends the program.
+/// Qt loads it as a plugin into a program with a wizard. It detects when the first page is on the screen,
+/// writes a report and ends the program.
 ///
 /// Environment variables configure it: ZV_BENCH_REPORT names the file that gets the report, and ZV_BENCH_IDLE
 /// gives the time in milliseconds for which the idle page is measured, if at all. The report is one line of

@@ -1,5 +1,5 @@
-// bench_replies: the time from received bytes to the device's values, compared with Qt's XML reader that
-// steps through the same document, which it gets as text.
+// bench_replies: the time from received bytes to the device's values, compared with the time that Qt's XML
+// reader needs to step through the same document.
 
 #include <QCoreApplication>
 #include <QDir>

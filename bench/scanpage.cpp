@@ -1,5 +1,5 @@
-// bench_scanpage: what the choose-network page does with the reply to a scan. It rebuilds its list for each
-// network of the reply, and logs each name in it each time.
+// bench_scanpage: the time that the choose-network page needs for the reply to a scan. The page rebuilds its
+// list for each network of the reply, and each time logs each name in the list.
 
 #include <QApplication>
 #include <QListView>

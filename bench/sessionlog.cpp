@@ -1,5 +1,5 @@
-// bench_sessionlog: the lines of the session log, from composing them to having them in the file and on
-// standard output, compared with the same lines written and flushed to the same two places.
+// bench_sessionlog: the time to compose lines of the session log and write them to the file and to standard
+// output, compared with the time to write and flush the same lines to both.
 
 #include <QCoreApplication>
 

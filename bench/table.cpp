@@ -1,5 +1,5 @@
 // benchtable ROWS [JSON]: prints the results of the benchmarks as a table, and writes all of them as one JSON
-// document. Exits with status 1 when a result misses its limit.
+// document. Exits with status 1 when a result exceeds its limit.
 
 #include <cstdio>
 
@@ -50,7 +50,7 @@ int main(int argc, char *argv[])
     if (!rows.open(QIODevice::ReadOnly))
         qFatal("cannot read %s", qPrintable(rows.fileName()));
 
-    print("measure", "ours", "against", "ratio", "limit", QString());
+    print("measure", "ours", "reference", "ratio", "limit", QString());
     bool allMet = !rows.atEnd();
     QJsonArray document;
     while (!rows.atEnd()) {
