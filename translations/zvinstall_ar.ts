@@ -14,7 +14,7 @@
     </message>
     <message>
         <source>Passphrase:</source>
-        <translatorcomment>The everyday word for a Wi-Fi password; &quot;passphrase&quot; has none of its own.</translatorcomment>
+        <translatorcomment>The everyday word for a Wi-Fi password; there is no separate word for &quot;passphrase&quot;.</translatorcomment>
         <translation>كلمة المرور:</translation>
     </message>
     <message>
@@ -91,8 +91,8 @@
     </message>
     <message>
         <source>Please plug an Orvane Device into the computer before starting this utility. </source>
-        <extracomment>Orvane is the maker of the device. The blank at the end is meant.</extracomment>
-        <translatorcomment>&quot;Utility&quot; is plain برنامج; &quot;device&quot; and &quot;unit&quot; are both جهاز.</translatorcomment>
+        <extracomment>Orvane is the maker of the device. Keep the space at the end.</extracomment>
+        <translatorcomment>&quot;Utility&quot; is just برنامج; &quot;device&quot; and &quot;unit&quot; are both جهاز.</translatorcomment>
         <translation>يُرجى توصيل جهاز من Orvane بالحاسوب قبل بدء تشغيل هذا البرنامج. </translation>
     </message>
     <message>
@@ -101,7 +101,7 @@
     </message>
     <message>
         <source>TextLabel</source>
-        <extracomment>Stands in the form only: the text is replaced before anybody sees it.</extracomment>
+        <extracomment>A placeholder in the form: it is replaced before it is shown.</extracomment>
         <translation>TextLabel</translation>
     </message>
     <message>
@@ -141,7 +141,7 @@
     <message>
         <source>Please wait while ZV Tolvar tests the connection to network: %1
 </source>
-        <translatorcomment>The network&apos;s name may be in any script: it stands between U+2068 and U+2069, so that its direction changes nothing around it.</translatorcomment>
+        <translatorcomment>The network&apos;s name may be in any script. It is between U+2068 and U+2069, so that its direction does not affect the text around it.</translatorcomment>
         <translation>يُرجى الانتظار ريثما يختبر ZV Tolvar الاتصال بالشبكة «⁨%1⁩».
 </translation>
     </message>
@@ -211,8 +211,8 @@
     </message>
     <message>
         <source>Unknown</source>
-        <extracomment>Shown until the device has told the value; the first of these, the device type, keeps it.</extracomment>
-        <translatorcomment>Masculine, for نوع الجهاز, which keeps it.</translatorcomment>
+        <extracomment>Shown until the device has reported the value. The first of these, the device type, stays unknown.</extracomment>
+        <translatorcomment>Masculine, for نوع الجهاز: the only value that stays unknown.</translatorcomment>
         <translation>غير معروف</translation>
     </message>
     <message>
@@ -250,13 +250,13 @@
     <message>
         <source>Writing log file to: %1</source>
         <comment>Progress String</comment>
-        <translatorcomment>The path stands between U+2066 and U+2069, or its first slash would go to its other end. &quot;Save&quot;, as in the title of the dialog that asked for the file&apos;s name.</translatorcomment>
+        <translatorcomment>The path is between U+2066 and U+2069; otherwise its first slash would be shown at its other end. &quot;Save&quot;, as in the title of the dialog that asked for the file&apos;s name.</translatorcomment>
         <translation>جارٍ حفظ ملف السجل في: ⁦%1⁩</translation>
     </message>
     <message>
         <source>Log file written to: %1</source>
         <comment>Progress String</comment>
-        <translatorcomment>The path stands between U+2066 and U+2069, or its first slash would go to its other end.</translatorcomment>
+        <translatorcomment>The path is between U+2066 and U+2069; otherwise its first slash would be shown at its other end.</translatorcomment>
         <translation>تم حفظ ملف السجل في: ⁦%1⁩</translation>
     </message>
     <message>
@@ -271,13 +271,13 @@
     </message>
     <message>
         <source>Opening file: %1</source>
-        <translatorcomment>The path stands between U+2066 and U+2069, or its first slash would go to its other end.</translatorcomment>
+        <translatorcomment>The path is between U+2066 and U+2069; otherwise its first slash would be shown at its other end.</translatorcomment>
         <translation>جارٍ فتح الملف: ⁦%1⁩</translation>
     </message>
     <message>
         <source>Couldn&apos;t open file: %1: %2</source>
         <comment>Message Box. File name and error string from QT translations</comment>
-        <translatorcomment>The path stands between U+2066 and U+2069, the system&apos;s reason between U+2068 and U+2069: it may be Arabic or English.</translatorcomment>
+        <translatorcomment>The path is between U+2066 and U+2069, the system&apos;s reason between U+2068 and U+2069: it may be Arabic or English.</translatorcomment>
         <translation>تعذّر فتح الملف: ⁦%1⁩: ⁨%2⁩</translation>
     </message>
 </context>
@@ -293,7 +293,7 @@
     </message>
     <message>
         <source>No ZV Devices were detected.  </source>
-        <extracomment>The two blanks at the end are meant.</extracomment>
+        <extracomment>Keep the two spaces at the end.</extracomment>
         <translation>لم يتم اكتشاف أي جهاز ZV.  </translation>
     </message>
     <message>
@@ -313,7 +313,7 @@
     </message>
     <message>
         <source>TextLabel</source>
-        <extracomment>Stands in the form only: the text is replaced before anybody sees it.</extracomment>
+        <extracomment>A placeholder in the form: it is replaced before it is shown.</extracomment>
         <translation>TextLabel</translation>
     </message>
     <message>
@@ -330,12 +330,12 @@
     </message>
     <message>
         <source>Cypher Suites:</source>
-        <extracomment>Spelled so on purpose, with a y.</extracomment>
+        <extracomment>The spelling with a y is kept in the English text.</extracomment>
         <translation>مجموعات التشفير:</translation>
     </message>
     <message>
         <source>WPS: </source>
-        <extracomment>The blank at the end is meant.</extracomment>
+        <extracomment>Keep the space at the end.</extracomment>
         <translatorcomment>U+200F in front: a label that begins with a Latin letter would be laid out from left to right.</translatorcomment>
         <translation>‏WPS: </translation>
     </message>
@@ -349,13 +349,13 @@
     </message>
     <message>
         <source>1) A signal strength  between 0db and  -69db is needed for reliable operation. Small variations of placement of the device can dramatically affect signal strength.</source>
-        <extracomment>The pairs of blanks after &quot;strength&quot; and &quot;and&quot; are meant, and so is db for dB.</extracomment>
+        <extracomment>The double spaces after &quot;strength&quot; and &quot;and&quot;, and db for dB, are kept in the English text.</extracomment>
         <translatorcomment>U+200E before -69db keeps the minus sign in front of the number.</translatorcomment>
         <translation>1) يتطلب العمل الموثوق قوة إشارة تتراوح من 0db إلى ‎-69db. وقد يؤثر تغيير بسيط في موضع الجهاز تأثيرًا كبيرًا في قوة الإشارة.</translation>
     </message>
     <message>
         <source>2) Security Protocol of WPA2 (PSK) with cypher suites of &quot;U-AES and M-AES&quot; is highly recommended for reliability, performance and security of your network.</source>
-        <extracomment>Cypher is spelled so on purpose; U-AES and M-AES stand so in what the device tells.</extracomment>
+        <extracomment>The spelling &quot;cypher&quot; is kept in the English text. U-AES and M-AES are as the device reports them.</extracomment>
         <translation>2) لضمان موثوقية شبكتك وأدائها وأمانها، يوصى بشدة باستخدام بروتوكول الأمان WPA2 (PSK) مع مجموعتَي التشفير «U-AES وM-AES».</translation>
     </message>
 </context>
@@ -371,19 +371,19 @@
     </message>
     <message>
         <source>The WiFi Alliance, the body that provides &apos;certified WiFi&apos; marks, do not recommend the use of WEP for security on networks. WEP provides no protection against unauthorized access. The WiFi alliance will be &apos;disallowing&apos; WEP and TKIP security in thier certification process starting 2011. We strongly recommend changing your security to WPA2.</source>
-        <extracomment>The misspelling &quot;thier&quot; and the small a of the second &quot;alliance&quot; are kept; a translation need not have their like.</extracomment>
-        <translatorcomment>2011 is long past, so the sentence says what has held since then.</translatorcomment>
+        <extracomment>The misspelling &quot;thier&quot; and the lower-case a of the second &quot;alliance&quot; are kept in the English text; do not copy them.</extracomment>
+        <translatorcomment>2011 is in the past, so the translation says what has been true since then.</translatorcomment>
         <translation>لا يوصي تحالف Wi-Fi، وهو الجهة التي تمنح علامات «Wi-Fi معتمد»، باستخدام WEP لتأمين الشبكات. فلا يوفر WEP أي حماية من الوصول غير المصرح به. واعتبارًا من عام 2011، لا يسمح تحالف Wi-Fi باستخدام أمان WEP وTKIP في عملية الاعتماد. نوصي بشدة بتغيير نوع الأمان في شبكتك إلى WPA2.</translation>
     </message>
     <message>
         <source>See &lt;a href=&quot;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&quot;&gt;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&lt;/a&gt; for more details.</source>
-        <extracomment>A link; the address stays as it is, twice.</extracomment>
+        <extracomment>A link. Keep the address unchanged in both places.</extracomment>
         <translatorcomment>Short, so that the address fits into one line.</translatorcomment>
         <translation>لمزيد من التفاصيل: &lt;a href=&quot;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&quot;&gt;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&lt;/a&gt;</translation>
     </message>
     <message>
         <source>In addition, although ZV Tolvar can connect to some WEP networks, we have had some reports of instability and poor performance. Please see www.zvtolvar.example regarding issues with using WEP with your firmware version.</source>
-        <extracomment>The address stays as it is.</extracomment>
+        <extracomment>Keep the address unchanged.</extracomment>
         <translation>إضافةً إلى ذلك، ومع أن ZV Tolvar يستطيع الاتصال ببعض شبكات WEP، فقد وردتنا بعض البلاغات عن عدم استقرار الاتصال وضعف الأداء. للاطلاع على المشكلات المتعلقة باستخدام WEP مع إصدار البرنامج الثابت لديك، يُرجى زيارة www.zvtolvar.example.</translation>
     </message>
 </context>
@@ -404,7 +404,7 @@
     <name>ZVTolvarSetupWizard</name>
     <message>
         <source>&amp;Console</source>
-        <translatorcomment>The mnemonic is و: the toolkit&apos;s own wizard buttons use س, ت and ه.</translatorcomment>
+        <translatorcomment>The mnemonic is و: Qt&apos;s own wizard buttons use س, ت and ه.</translatorcomment>
         <translation>&amp;وحدة التحكم</translation>
     </message>
     <message>

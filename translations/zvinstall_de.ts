@@ -90,7 +90,7 @@
     </message>
     <message>
         <source>Please plug an Orvane Device into the computer before starting this utility. </source>
-        <extracomment>Orvane is the maker of the device. The blank at the end is meant.</extracomment>
+        <extracomment>Orvane is the maker of the device. Keep the space at the end.</extracomment>
         <translation>Bitte schließen Sie ein Orvane-Gerät an den Computer an, bevor Sie dieses Programm starten. </translation>
     </message>
     <message>
@@ -99,7 +99,7 @@
     </message>
     <message>
         <source>TextLabel</source>
-        <extracomment>Stands in the form only: the text is replaced before anybody sees it.</extracomment>
+        <extracomment>A placeholder in the form: it is replaced before it is shown.</extracomment>
         <translation>TextLabel</translation>
     </message>
     <message>
@@ -208,7 +208,7 @@
     </message>
     <message>
         <source>Unknown</source>
-        <extracomment>Shown until the device has told the value; the first of these, the device type, keeps it.</extracomment>
+        <extracomment>Shown until the device has reported the value. The first of these, the device type, stays unknown.</extracomment>
         <translation>Unbekannt</translation>
     </message>
     <message>
@@ -286,7 +286,7 @@
     </message>
     <message>
         <source>No ZV Devices were detected.  </source>
-        <extracomment>The two blanks at the end are meant.</extracomment>
+        <extracomment>Keep the two spaces at the end.</extracomment>
         <translation>Es wurden keine ZV-Geräte erkannt.  </translation>
     </message>
     <message>
@@ -306,7 +306,7 @@
     </message>
     <message>
         <source>TextLabel</source>
-        <extracomment>Stands in the form only: the text is replaced before anybody sees it.</extracomment>
+        <extracomment>A placeholder in the form: it is replaced before it is shown.</extracomment>
         <translation>TextLabel</translation>
     </message>
     <message>
@@ -323,13 +323,13 @@
     </message>
     <message>
         <source>Cypher Suites:</source>
-        <extracomment>Spelled so on purpose, with a y.</extracomment>
-        <translatorcomment>Rather what they are for than the term of the trade.</translatorcomment>
+        <extracomment>The spelling with a y is kept in the English text.</extracomment>
+        <translatorcomment>Names the purpose instead of the technical term.</translatorcomment>
         <translation>Verschlüsselungsverfahren:</translation>
     </message>
     <message>
         <source>WPS: </source>
-        <extracomment>The blank at the end is meant.</extracomment>
+        <extracomment>Keep the space at the end.</extracomment>
         <translation>WPS: </translation>
     </message>
     <message>
@@ -342,13 +342,13 @@
     </message>
     <message>
         <source>1) A signal strength  between 0db and  -69db is needed for reliable operation. Small variations of placement of the device can dramatically affect signal strength.</source>
-        <extracomment>The pairs of blanks after &quot;strength&quot; and &quot;and&quot; are meant, and so is db for dB.</extracomment>
-        <translatorcomment>Values and db as in the source, for dB.</translatorcomment>
+        <extracomment>The double spaces after &quot;strength&quot; and &quot;and&quot;, and db for dB, are kept in the English text.</extracomment>
+        <translatorcomment>The values and db (for dB) are as in the source.</translatorcomment>
         <translation>1)&#xa0;Für einen zuverlässigen Betrieb ist eine Signalstärke zwischen 0db und -69db nötig. Schon kleine Änderungen am Standort des Geräts können sie stark beeinflussen.</translation>
     </message>
     <message>
         <source>2) Security Protocol of WPA2 (PSK) with cypher suites of &quot;U-AES and M-AES&quot; is highly recommended for reliability, performance and security of your network.</source>
-        <extracomment>Cypher is spelled so on purpose; U-AES and M-AES stand so in what the device tells.</extracomment>
+        <extracomment>The spelling &quot;cypher&quot; is kept in the English text. U-AES and M-AES are as the device reports them.</extracomment>
         <translation>2)&#xa0;Für Zuverlässigkeit, Leistung und Sicherheit Ihres Netzwerks wird das Sicherheitsprotokoll WPA2 (PSK) mit den Verschlüsselungsverfahren „U-AES und M-AES“ dringend empfohlen.</translation>
     </message>
 </context>
@@ -364,18 +364,18 @@
     </message>
     <message>
         <source>The WiFi Alliance, the body that provides &apos;certified WiFi&apos; marks, do not recommend the use of WEP for security on networks. WEP provides no protection against unauthorized access. The WiFi alliance will be &apos;disallowing&apos; WEP and TKIP security in thier certification process starting 2011. We strongly recommend changing your security to WPA2.</source>
-        <extracomment>The misspelling &quot;thier&quot; and the small a of the second &quot;alliance&quot; are kept; a translation need not have their like.</extracomment>
-        <translatorcomment>The mark stands as it is printed on devices. The present tense is meant to read well long after 2011.</translatorcomment>
+        <extracomment>The misspelling &quot;thier&quot; and the lower-case a of the second &quot;alliance&quot; are kept in the English text; do not copy them.</extracomment>
+        <translatorcomment>The certification mark is spelled as on devices. The present tense is used because 2011 is in the past.</translatorcomment>
         <translation>Die Wi-Fi Alliance, die das Prüfzeichen „Wi-Fi CERTIFIED“ vergibt, rät davon ab, Netzwerke mit WEP zu sichern. WEP bietet keinen Schutz vor unbefugtem Zugriff. Ab 2011 lässt die Wi-Fi Alliance WEP und TKIP in ihrem Zertifizierungsverfahren nicht mehr zu. Wir empfehlen Ihnen dringend, die Sicherheit Ihres Netzwerks auf WPA2 umzustellen.</translation>
     </message>
     <message>
         <source>See &lt;a href=&quot;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&quot;&gt;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&lt;/a&gt; for more details.</source>
-        <extracomment>A link; the address stays as it is, twice.</extracomment>
+        <extracomment>A link. Keep the address unchanged in both places.</extracomment>
         <translation>Weitere Informationen finden Sie unter &lt;a href=&quot;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&quot;&gt;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&lt;/a&gt;.</translation>
     </message>
     <message>
         <source>In addition, although ZV Tolvar can connect to some WEP networks, we have had some reports of instability and poor performance. Please see www.zvtolvar.example regarding issues with using WEP with your firmware version.</source>
-        <extracomment>The address stays as it is.</extracomment>
+        <extracomment>Keep the address unchanged.</extracomment>
         <translation>Hinzu kommt: Der ZV Tolvar kann sich zwar mit manchen WEP-Netzwerken verbinden, uns wurde jedoch auch von Instabilität und schlechter Leistung berichtet. Welche Probleme es mit WEP bei Ihrer Firmware-Version gibt, erfahren Sie unter www.zvtolvar.example.</translation>
     </message>
 </context>
@@ -400,7 +400,7 @@
     </message>
     <message>
         <source>ZV Tolvar Setup v2.3</source>
-        <translatorcomment>The number is the program&apos;s version, so it stands beside &quot;Einrichtung&quot;.</translatorcomment>
+        <translatorcomment>The number is the version of the program, so it is beside &quot;Einrichtung&quot;.</translatorcomment>
         <translation>ZV Tolvar – Einrichtung v2.3</translation>
     </message>
 </context>

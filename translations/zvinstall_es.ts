@@ -89,8 +89,8 @@
     </message>
     <message>
         <source>Please plug an Orvane Device into the computer before starting this utility. </source>
-        <extracomment>Orvane is the maker of the device. The blank at the end is meant.</extracomment>
-        <translatorcomment>“Equipo” is understood everywhere; “ordenador” and “computadora” belong to one side of the ocean each.</translatorcomment>
+        <extracomment>Orvane is the maker of the device. Keep the space at the end.</extracomment>
+        <translatorcomment>“Equipo” is understood everywhere; “ordenador” is used in Spain, “computadora” in America.</translatorcomment>
         <translation>Conecte un dispositivo Orvane al equipo antes de iniciar este programa. </translation>
     </message>
     <message>
@@ -99,7 +99,7 @@
     </message>
     <message>
         <source>TextLabel</source>
-        <extracomment>Stands in the form only: the text is replaced before anybody sees it.</extracomment>
+        <extracomment>A placeholder in the form: it is replaced before it is shown.</extracomment>
         <translation>TextLabel</translation>
     </message>
     <message>
@@ -208,8 +208,8 @@
     </message>
     <message>
         <source>Unknown</source>
-        <extracomment>Shown until the device has told the value; the first of these, the device type, keeps it.</extracomment>
-        <translatorcomment>Masculine: it agrees with the device type, the only value for which it stays.</translatorcomment>
+        <extracomment>Shown until the device has reported the value. The first of these, the device type, stays unknown.</extracomment>
+        <translatorcomment>Masculine, for the device type: the only value that stays unknown.</translatorcomment>
         <translation>Desconocido</translation>
     </message>
     <message>
@@ -287,7 +287,7 @@
     </message>
     <message>
         <source>No ZV Devices were detected.  </source>
-        <extracomment>The two blanks at the end are meant.</extracomment>
+        <extracomment>Keep the two spaces at the end.</extracomment>
         <translation>No se ha detectado ningún dispositivo ZV.  </translation>
     </message>
     <message>
@@ -308,7 +308,7 @@
     </message>
     <message>
         <source>TextLabel</source>
-        <extracomment>Stands in the form only: the text is replaced before anybody sees it.</extracomment>
+        <extracomment>A placeholder in the form: it is replaced before it is shown.</extracomment>
         <translation>TextLabel</translation>
     </message>
     <message>
@@ -325,12 +325,12 @@
     </message>
     <message>
         <source>Cypher Suites:</source>
-        <extracomment>Spelled so on purpose, with a y.</extracomment>
+        <extracomment>The spelling with a y is kept in the English text.</extracomment>
         <translation>Conjuntos de cifrado:</translation>
     </message>
     <message>
         <source>WPS: </source>
-        <extracomment>The blank at the end is meant.</extracomment>
+        <extracomment>Keep the space at the end.</extracomment>
         <translation>WPS: </translation>
     </message>
     <message>
@@ -343,13 +343,13 @@
     </message>
     <message>
         <source>1) A signal strength  between 0db and  -69db is needed for reliable operation. Small variations of placement of the device can dramatically affect signal strength.</source>
-        <extracomment>The pairs of blanks after &quot;strength&quot; and &quot;and&quot; are meant, and so is db for dB.</extracomment>
-        <translatorcomment>Single blanks here; db stays as it is.</translatorcomment>
+        <extracomment>The double spaces after &quot;strength&quot; and &quot;and&quot;, and db for dB, are kept in the English text.</extracomment>
+        <translatorcomment>Single spaces, unlike in the source; db is kept.</translatorcomment>
         <translation>1) Para un funcionamiento fiable se necesita una intensidad de la señal entre 0db y -69db. Pequeños cambios en la colocación del dispositivo pueden afectar mucho a la intensidad de la señal.</translation>
     </message>
     <message>
         <source>2) Security Protocol of WPA2 (PSK) with cypher suites of &quot;U-AES and M-AES&quot; is highly recommended for reliability, performance and security of your network.</source>
-        <extracomment>Cypher is spelled so on purpose; U-AES and M-AES stand so in what the device tells.</extracomment>
+        <extracomment>The spelling &quot;cypher&quot; is kept in the English text. U-AES and M-AES are as the device reports them.</extracomment>
         <translation>2) Para la fiabilidad, el rendimiento y la seguridad de su red, se recomienda encarecidamente el protocolo de seguridad WPA2 (PSK) con los conjuntos de cifrado «U-AES y M-AES».</translation>
     </message>
 </context>
@@ -361,23 +361,23 @@
     </message>
     <message>
         <source>Warning - Selected Network is configured for WEP security</source>
-        <translatorcomment>Keep it short: the page&apos;s title has hardly any room to spare.</translatorcomment>
+        <translatorcomment>Keep it short: there is little space for the page&apos;s title.</translatorcomment>
         <translation>Advertencia: la red seleccionada usa seguridad WEP</translation>
     </message>
     <message>
         <source>The WiFi Alliance, the body that provides &apos;certified WiFi&apos; marks, do not recommend the use of WEP for security on networks. WEP provides no protection against unauthorized access. The WiFi alliance will be &apos;disallowing&apos; WEP and TKIP security in thier certification process starting 2011. We strongly recommend changing your security to WPA2.</source>
-        <extracomment>The misspelling &quot;thier&quot; and the small a of the second &quot;alliance&quot; are kept; a translation need not have their like.</extracomment>
-        <translatorcomment>Wi-Fi with a hyphen, as everywhere but in the English text.</translatorcomment>
+        <extracomment>The misspelling &quot;thier&quot; and the lower-case a of the second &quot;alliance&quot; are kept in the English text; do not copy them.</extracomment>
+        <translatorcomment>Wi-Fi with a hyphen, unlike in the English text.</translatorcomment>
         <translation>La Wi-Fi Alliance, el organismo que concede los sellos de «Wi-Fi certificado», no recomienda el uso de WEP para la seguridad de las redes. WEP no ofrece ninguna protección contra el acceso no autorizado. A partir de 2011, la Wi-Fi Alliance «no admitirá» la seguridad WEP ni TKIP en su proceso de certificación. Le recomendamos encarecidamente que cambie la seguridad de su red a WPA2.</translation>
     </message>
     <message>
         <source>See &lt;a href=&quot;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&quot;&gt;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&lt;/a&gt; for more details.</source>
-        <extracomment>A link; the address stays as it is, twice.</extracomment>
+        <extracomment>A link. Keep the address unchanged in both places.</extracomment>
         <translation>Consulte &lt;a href=&quot;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&quot;&gt;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&lt;/a&gt; para obtener más detalles.</translation>
     </message>
     <message>
         <source>In addition, although ZV Tolvar can connect to some WEP networks, we have had some reports of instability and poor performance. Please see www.zvtolvar.example regarding issues with using WEP with your firmware version.</source>
-        <extracomment>The address stays as it is.</extracomment>
+        <extracomment>Keep the address unchanged.</extracomment>
         <translation>Además, aunque el ZV Tolvar puede conectarse a algunas redes WEP, hemos recibido algunos informes de inestabilidad y bajo rendimiento. Consulte www.zvtolvar.example para conocer los problemas del uso de WEP con su versión del firmware.</translation>
     </message>
 </context>
@@ -400,7 +400,7 @@
     <name>ZVTolvarSetupWizard</name>
     <message>
         <source>&amp;Console</source>
-        <translatorcomment>Wizard buttons of Qt&apos;s Spanish catalogue use the letters A, F and N; C is free.</translatorcomment>
+        <translatorcomment>In Spanish, Qt&apos;s wizard buttons use the letters A, F and N; C is free.</translatorcomment>
         <translation>&amp;Consola</translation>
     </message>
     <message>

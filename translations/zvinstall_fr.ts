@@ -90,7 +90,7 @@
     </message>
     <message>
         <source>Please plug an Orvane Device into the computer before starting this utility. </source>
-        <extracomment>Orvane is the maker of the device. The blank at the end is meant.</extracomment>
+        <extracomment>Orvane is the maker of the device. Keep the space at the end.</extracomment>
         <translation>Veuillez brancher un appareil Orvane sur l’ordinateur avant de lancer cet utilitaire. </translation>
     </message>
     <message>
@@ -99,7 +99,7 @@
     </message>
     <message>
         <source>TextLabel</source>
-        <extracomment>Stands in the form only: the text is replaced before anybody sees it.</extracomment>
+        <extracomment>A placeholder in the form: it is replaced before it is shown.</extracomment>
         <translation>TextLabel</translation>
     </message>
     <message>
@@ -208,8 +208,8 @@
     </message>
     <message>
         <source>Unknown</source>
-        <extracomment>Shown until the device has told the value; the first of these, the device type, keeps it.</extracomment>
-        <translatorcomment>Masculine: the device type is the one that keeps it, and most of the others are masculine or replaced at once.</translatorcomment>
+        <extracomment>Shown until the device has reported the value. The first of these, the device type, stays unknown.</extracomment>
+        <translatorcomment>Masculine, for the device type: the only value that stays unknown. The others are soon replaced.</translatorcomment>
         <translation>Inconnu</translation>
     </message>
     <message>
@@ -287,7 +287,7 @@
     </message>
     <message>
         <source>No ZV Devices were detected.  </source>
-        <extracomment>The two blanks at the end are meant.</extracomment>
+        <extracomment>Keep the two spaces at the end.</extracomment>
         <translation>Aucun appareil ZV n’a été détecté.  </translation>
     </message>
     <message>
@@ -307,7 +307,7 @@
     </message>
     <message>
         <source>TextLabel</source>
-        <extracomment>Stands in the form only: the text is replaced before anybody sees it.</extracomment>
+        <extracomment>A placeholder in the form: it is replaced before it is shown.</extracomment>
         <translation>TextLabel</translation>
     </message>
     <message>
@@ -324,12 +324,12 @@
     </message>
     <message>
         <source>Cypher Suites:</source>
-        <extracomment>Spelled so on purpose, with a y.</extracomment>
+        <extracomment>The spelling with a y is kept in the English text.</extracomment>
         <translation>Suites de chiffrement&#xa0;:</translation>
     </message>
     <message>
         <source>WPS: </source>
-        <extracomment>The blank at the end is meant.</extracomment>
+        <extracomment>Keep the space at the end.</extracomment>
         <translation>WPS&#xa0;: </translation>
     </message>
     <message>
@@ -342,13 +342,13 @@
     </message>
     <message>
         <source>1) A signal strength  between 0db and  -69db is needed for reliable operation. Small variations of placement of the device can dramatically affect signal strength.</source>
-        <extracomment>The pairs of blanks after &quot;strength&quot; and &quot;and&quot; are meant, and so is db for dB.</extracomment>
-        <translatorcomment>Values and db as in the source, for dB.</translatorcomment>
+        <extracomment>The double spaces after &quot;strength&quot; and &quot;and&quot;, and db for dB, are kept in the English text.</extracomment>
+        <translatorcomment>The values and db (for dB) are as in the source.</translatorcomment>
         <translation>1)&#xa0;Pour un fonctionnement fiable, la puissance du signal doit être comprise entre 0db et -69db. De légers changements d’emplacement de l’appareil peuvent modifier considérablement la puissance du signal.</translation>
     </message>
     <message>
         <source>2) Security Protocol of WPA2 (PSK) with cypher suites of &quot;U-AES and M-AES&quot; is highly recommended for reliability, performance and security of your network.</source>
-        <extracomment>Cypher is spelled so on purpose; U-AES and M-AES stand so in what the device tells.</extracomment>
+        <extracomment>The spelling &quot;cypher&quot; is kept in the English text. U-AES and M-AES are as the device reports them.</extracomment>
         <translation>2)&#xa0;Le protocole de sécurité WPA2 (PSK) avec les suites de chiffrement «&#xa0;U-AES et M-AES&#xa0;» est vivement recommandé pour la fiabilité, les performances et la sécurité de votre réseau.</translation>
     </message>
 </context>
@@ -364,18 +364,18 @@
     </message>
     <message>
         <source>The WiFi Alliance, the body that provides &apos;certified WiFi&apos; marks, do not recommend the use of WEP for security on networks. WEP provides no protection against unauthorized access. The WiFi alliance will be &apos;disallowing&apos; WEP and TKIP security in thier certification process starting 2011. We strongly recommend changing your security to WPA2.</source>
-        <extracomment>The misspelling &quot;thier&quot; and the small a of the second &quot;alliance&quot; are kept; a translation need not have their like.</extracomment>
-        <translatorcomment>The mark stands as it is printed on devices. The present tense is meant to read well long after 2011.</translatorcomment>
+        <extracomment>The misspelling &quot;thier&quot; and the lower-case a of the second &quot;alliance&quot; are kept in the English text; do not copy them.</extracomment>
+        <translatorcomment>The certification mark is spelled as on devices. The present tense is used because 2011 is in the past.</translatorcomment>
         <translation>La Wi-Fi Alliance, l’organisme qui décerne la marque «&#xa0;Wi-Fi CERTIFIED&#xa0;», déconseille d’utiliser le WEP pour sécuriser un réseau. Le WEP n’offre aucune protection contre les accès non autorisés. À partir de 2011, la Wi-Fi Alliance n’admet plus les sécurités WEP et TKIP dans son processus de certification. Nous vous recommandons vivement de passer à la sécurité WPA2.</translation>
     </message>
     <message>
         <source>See &lt;a href=&quot;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&quot;&gt;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&lt;/a&gt; for more details.</source>
-        <extracomment>A link; the address stays as it is, twice.</extracomment>
+        <extracomment>A link. Keep the address unchanged in both places.</extracomment>
         <translation>Pour plus d’informations, consultez &lt;a href=&quot;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&quot;&gt;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&lt;/a&gt;.</translation>
     </message>
     <message>
         <source>In addition, although ZV Tolvar can connect to some WEP networks, we have had some reports of instability and poor performance. Please see www.zvtolvar.example regarding issues with using WEP with your firmware version.</source>
-        <extracomment>The address stays as it is.</extracomment>
+        <extracomment>Keep the address unchanged.</extracomment>
         <translation>Par ailleurs, bien que le ZV Tolvar puisse se connecter à certains réseaux WEP, des cas d’instabilité et de mauvaises performances nous ont été signalés. Veuillez consulter www.zvtolvar.example pour connaître les problèmes liés à l’utilisation du WEP avec la version de votre micrologiciel.</translation>
     </message>
 </context>
@@ -402,7 +402,7 @@
     </message>
     <message>
         <source>ZV Tolvar Setup v2.3</source>
-        <translatorcomment>The number is the program&apos;s version, so it stands beside &quot;Configuration&quot;.</translatorcomment>
+        <translatorcomment>The number is the version of the program, so it is beside &quot;Configuration&quot;.</translatorcomment>
         <translation>ZV Tolvar – Configuration v2.3</translation>
     </message>
 </context>

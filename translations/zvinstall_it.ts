@@ -90,8 +90,8 @@
     </message>
     <message>
         <source>Please plug an Orvane Device into the computer before starting this utility. </source>
-        <extracomment>Orvane is the maker of the device. The blank at the end is meant.</extracomment>
-        <translatorcomment>What the user is asked to do stands in the infinitive, buttons and boxes in the short imperative.</translatorcomment>
+        <extracomment>Orvane is the maker of the device. Keep the space at the end.</extracomment>
+        <translatorcomment>Requests to the user are in the infinitive, buttons and boxes in the short imperative.</translatorcomment>
         <translation>Collegare un dispositivo Orvane al computer prima di avviare questo programma. </translation>
     </message>
     <message>
@@ -100,7 +100,7 @@
     </message>
     <message>
         <source>TextLabel</source>
-        <extracomment>Stands in the form only: the text is replaced before anybody sees it.</extracomment>
+        <extracomment>A placeholder in the form: it is replaced before it is shown.</extracomment>
         <translation>TextLabel</translation>
     </message>
     <message>
@@ -209,8 +209,8 @@
     </message>
     <message>
         <source>Unknown</source>
-        <extracomment>Shown until the device has told the value; the first of these, the device type, keeps it.</extracomment>
-        <translatorcomment>Masculine: it agrees with the device type, the only value for which it stays.</translatorcomment>
+        <extracomment>Shown until the device has reported the value. The first of these, the device type, stays unknown.</extracomment>
+        <translatorcomment>Masculine, for the device type: the only value that stays unknown.</translatorcomment>
         <translation>Sconosciuto</translation>
     </message>
     <message>
@@ -288,7 +288,7 @@
     </message>
     <message>
         <source>No ZV Devices were detected.  </source>
-        <extracomment>The two blanks at the end are meant.</extracomment>
+        <extracomment>Keep the two spaces at the end.</extracomment>
         <translation>Non è stato rilevato alcun dispositivo ZV.  </translation>
     </message>
     <message>
@@ -308,7 +308,7 @@
     </message>
     <message>
         <source>TextLabel</source>
-        <extracomment>Stands in the form only: the text is replaced before anybody sees it.</extracomment>
+        <extracomment>A placeholder in the form: it is replaced before it is shown.</extracomment>
         <translation>TextLabel</translation>
     </message>
     <message>
@@ -325,12 +325,12 @@
     </message>
     <message>
         <source>Cypher Suites:</source>
-        <extracomment>Spelled so on purpose, with a y.</extracomment>
+        <extracomment>The spelling with a y is kept in the English text.</extracomment>
         <translation>Suite di cifratura:</translation>
     </message>
     <message>
         <source>WPS: </source>
-        <extracomment>The blank at the end is meant.</extracomment>
+        <extracomment>Keep the space at the end.</extracomment>
         <translation>WPS: </translation>
     </message>
     <message>
@@ -343,13 +343,13 @@
     </message>
     <message>
         <source>1) A signal strength  between 0db and  -69db is needed for reliable operation. Small variations of placement of the device can dramatically affect signal strength.</source>
-        <extracomment>The pairs of blanks after &quot;strength&quot; and &quot;and&quot; are meant, and so is db for dB.</extracomment>
-        <translatorcomment>Single blanks here; db stays as it is.</translatorcomment>
+        <extracomment>The double spaces after &quot;strength&quot; and &quot;and&quot;, and db for dB, are kept in the English text.</extracomment>
+        <translatorcomment>Single spaces, unlike in the source; db is kept.</translatorcomment>
         <translation>1) Per un funzionamento affidabile è necessaria un’intensità del segnale compresa tra 0db e -69db. Piccole variazioni nella posizione del dispositivo possono influire molto sull’intensità del segnale.</translation>
     </message>
     <message>
         <source>2) Security Protocol of WPA2 (PSK) with cypher suites of &quot;U-AES and M-AES&quot; is highly recommended for reliability, performance and security of your network.</source>
-        <extracomment>Cypher is spelled so on purpose; U-AES and M-AES stand so in what the device tells.</extracomment>
+        <extracomment>The spelling &quot;cypher&quot; is kept in the English text. U-AES and M-AES are as the device reports them.</extracomment>
         <translation>2) Per l’affidabilità, le prestazioni e la sicurezza della rete si consiglia vivamente il protocollo di sicurezza WPA2 (PSK) con le suite di cifratura «U-AES e M-AES».</translation>
     </message>
 </context>
@@ -361,23 +361,23 @@
     </message>
     <message>
         <source>Warning - Selected Network is configured for WEP security</source>
-        <translatorcomment>Keep it short: the page&apos;s title has hardly any room to spare.</translatorcomment>
+        <translatorcomment>Keep it short: there is little space for the page&apos;s title.</translatorcomment>
         <translation>Avviso: la rete selezionata usa la sicurezza WEP</translation>
     </message>
     <message>
         <source>The WiFi Alliance, the body that provides &apos;certified WiFi&apos; marks, do not recommend the use of WEP for security on networks. WEP provides no protection against unauthorized access. The WiFi alliance will be &apos;disallowing&apos; WEP and TKIP security in thier certification process starting 2011. We strongly recommend changing your security to WPA2.</source>
-        <extracomment>The misspelling &quot;thier&quot; and the small a of the second &quot;alliance&quot; are kept; a translation need not have their like.</extracomment>
-        <translatorcomment>Wi-Fi with a hyphen, as everywhere but in the English text.</translatorcomment>
+        <extracomment>The misspelling &quot;thier&quot; and the lower-case a of the second &quot;alliance&quot; are kept in the English text; do not copy them.</extracomment>
+        <translatorcomment>Wi-Fi with a hyphen, unlike in the English text.</translatorcomment>
         <translation>La Wi-Fi Alliance, l’ente che rilascia i marchi di «Wi-Fi certificato», sconsiglia l’uso di WEP per la sicurezza delle reti. WEP non offre alcuna protezione dagli accessi non autorizzati. A partire dal 2011 la Wi-Fi Alliance «non ammetterà» la sicurezza WEP e TKIP nel proprio processo di certificazione. Si consiglia vivamente di passare alla sicurezza WPA2.</translation>
     </message>
     <message>
         <source>See &lt;a href=&quot;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&quot;&gt;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&lt;/a&gt; for more details.</source>
-        <extracomment>A link; the address stays as it is, twice.</extracomment>
+        <extracomment>A link. Keep the address unchanged in both places.</extracomment>
         <translation>Per maggiori dettagli, consultare &lt;a href=&quot;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&quot;&gt;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&lt;/a&gt;.</translation>
     </message>
     <message>
         <source>In addition, although ZV Tolvar can connect to some WEP networks, we have had some reports of instability and poor performance. Please see www.zvtolvar.example regarding issues with using WEP with your firmware version.</source>
-        <extracomment>The address stays as it is.</extracomment>
+        <extracomment>Keep the address unchanged.</extracomment>
         <translation>Inoltre, sebbene lo ZV Tolvar possa connettersi ad alcune reti WEP, sono stati segnalati alcuni casi di instabilità e scarse prestazioni. Consultare www.zvtolvar.example per i problemi legati all’uso di WEP con la propria versione del firmware.</translation>
     </message>
 </context>
@@ -400,7 +400,7 @@
     <name>ZVTolvarSetupWizard</name>
     <message>
         <source>&amp;Console</source>
-        <translatorcomment>Wizard buttons of Qt&apos;s Italian catalogue use the letters A, F, P and S; C is free.</translatorcomment>
+        <translatorcomment>In Italian, Qt&apos;s wizard buttons use the letters A, F, P and S; C is free.</translatorcomment>
         <translation>&amp;Console</translation>
     </message>
     <message>

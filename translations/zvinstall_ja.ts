@@ -5,7 +5,7 @@
     <name>AdvancedDialog</name>
     <message>
         <source>Advanced Settings</source>
-        <translatorcomment>Katakana compounds are written without a blank; between Japanese and Latin letters stands one. Colons are half-width, as in the toolkit&apos;s own dialogs.</translatorcomment>
+        <translatorcomment>Katakana compounds are written without a space; there is a space between Japanese and Latin letters. Colons are half-width, as in Qt&apos;s own dialogs.</translatorcomment>
         <translation>詳細設定</translation>
     </message>
     <message>
@@ -14,7 +14,7 @@
     </message>
     <message>
         <source>Passphrase:</source>
-        <translatorcomment>The everyday word on a Wi-Fi label or in a phone; &quot;パスフレーズ&quot; is known to few.</translatorcomment>
+        <translatorcomment>The everyday word on a Wi-Fi label or in a phone; few users know &quot;パスフレーズ&quot;.</translatorcomment>
         <translation>パスワード:</translation>
     </message>
     <message>
@@ -92,8 +92,8 @@
     </message>
     <message>
         <source>Please plug an Orvane Device into the computer before starting this utility. </source>
-        <extracomment>Orvane is the maker of the device. The blank at the end is meant.</extracomment>
-        <translatorcomment>&quot;Utility&quot; is plain プログラム; &quot;device&quot; and &quot;unit&quot; are both デバイス.</translatorcomment>
+        <extracomment>Orvane is the maker of the device. Keep the space at the end.</extracomment>
+        <translatorcomment>&quot;Utility&quot; is just プログラム; &quot;device&quot; and &quot;unit&quot; are both デバイス.</translatorcomment>
         <translation>このプログラムを起動する前に、Orvane のデバイスをコンピューターに接続してください。 </translation>
     </message>
     <message>
@@ -102,7 +102,7 @@
     </message>
     <message>
         <source>TextLabel</source>
-        <extracomment>Stands in the form only: the text is replaced before anybody sees it.</extracomment>
+        <extracomment>A placeholder in the form: it is replaced before it is shown.</extracomment>
         <translation>TextLabel</translation>
     </message>
     <message>
@@ -142,7 +142,7 @@
     <message>
         <source>Please wait while ZV Tolvar tests the connection to network: %1
 </source>
-        <translatorcomment>The network&apos;s name stands in 「」, in the middle of the sentence.</translatorcomment>
+        <translatorcomment>The network&apos;s name is in 「」, in the middle of the sentence.</translatorcomment>
         <translation>ZV Tolvar がネットワーク「%1」への接続をテストしています。しばらくお待ちください。
 </translation>
     </message>
@@ -212,7 +212,7 @@
     </message>
     <message>
         <source>Unknown</source>
-        <extracomment>Shown until the device has told the value; the first of these, the device type, keeps it.</extracomment>
+        <extracomment>Shown until the device has reported the value. The first of these, the device type, stays unknown.</extracomment>
         <translation>不明</translation>
     </message>
     <message>
@@ -290,7 +290,7 @@
     </message>
     <message>
         <source>No ZV Devices were detected.  </source>
-        <extracomment>The two blanks at the end are meant.</extracomment>
+        <extracomment>Keep the two spaces at the end.</extracomment>
         <translation>ZV デバイスが検出されませんでした。  </translation>
     </message>
     <message>
@@ -310,7 +310,7 @@
     </message>
     <message>
         <source>TextLabel</source>
-        <extracomment>Stands in the form only: the text is replaced before anybody sees it.</extracomment>
+        <extracomment>A placeholder in the form: it is replaced before it is shown.</extracomment>
         <translation>TextLabel</translation>
     </message>
     <message>
@@ -327,12 +327,12 @@
     </message>
     <message>
         <source>Cypher Suites:</source>
-        <extracomment>Spelled so on purpose, with a y.</extracomment>
+        <extracomment>The spelling with a y is kept in the English text.</extracomment>
         <translation>暗号スイート:</translation>
     </message>
     <message>
         <source>WPS: </source>
-        <extracomment>The blank at the end is meant.</extracomment>
+        <extracomment>Keep the space at the end.</extracomment>
         <translation>WPS: </translation>
     </message>
     <message>
@@ -345,12 +345,12 @@
     </message>
     <message>
         <source>1) A signal strength  between 0db and  -69db is needed for reliable operation. Small variations of placement of the device can dramatically affect signal strength.</source>
-        <extracomment>The pairs of blanks after &quot;strength&quot; and &quot;and&quot; are meant, and so is db for dB.</extracomment>
+        <extracomment>The double spaces after &quot;strength&quot; and &quot;and&quot;, and db for dB, are kept in the English text.</extracomment>
         <translation>1) 安定した動作には 0db から -69db の電波強度が必要です。設置場所のわずかな違いにも大きく左右されます。</translation>
     </message>
     <message>
         <source>2) Security Protocol of WPA2 (PSK) with cypher suites of &quot;U-AES and M-AES&quot; is highly recommended for reliability, performance and security of your network.</source>
-        <extracomment>Cypher is spelled so on purpose; U-AES and M-AES stand so in what the device tells.</extracomment>
+        <extracomment>The spelling &quot;cypher&quot; is kept in the English text. U-AES and M-AES are as the device reports them.</extracomment>
         <translation>2) 信頼性、性能、安全性のために、WPA2 (PSK) と暗号スイート「U-AES と M-AES」を強くお勧めします。</translation>
     </message>
 </context>
@@ -362,23 +362,23 @@
     </message>
     <message>
         <source>Warning - Selected Network is configured for WEP security</source>
-        <translatorcomment>Literally &quot;uses WEP&quot;: the title has no room for more.</translatorcomment>
+        <translatorcomment>Literally &quot;uses WEP&quot;: there is no space for more in the title.</translatorcomment>
         <translation>警告 - 選択したネットワークは WEP を使用しています</translation>
     </message>
     <message>
         <source>The WiFi Alliance, the body that provides &apos;certified WiFi&apos; marks, do not recommend the use of WEP for security on networks. WEP provides no protection against unauthorized access. The WiFi alliance will be &apos;disallowing&apos; WEP and TKIP security in thier certification process starting 2011. We strongly recommend changing your security to WPA2.</source>
-        <extracomment>The misspelling &quot;thier&quot; and the small a of the second &quot;alliance&quot; are kept; a translation need not have their like.</extracomment>
-        <translatorcomment>2011 is long past, so the sentence says what has held since then.</translatorcomment>
+        <extracomment>The misspelling &quot;thier&quot; and the lower-case a of the second &quot;alliance&quot; are kept in the English text; do not copy them.</extracomment>
+        <translatorcomment>2011 is in the past, so the translation says what has been true since then.</translatorcomment>
         <translation>「Wi-Fi 認証」マークを発行する団体である Wi-Fi Alliance は、ネットワークの保護に WEP を使用することを推奨していません。WEP では不正アクセスを防げません。Wi-Fi Alliance は、2011 年以降、認証において WEP と TKIP を認めていません。セキュリティを WPA2 に変更することを強くお勧めします。</translation>
     </message>
     <message>
         <source>See &lt;a href=&quot;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&quot;&gt;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&lt;/a&gt; for more details.</source>
-        <extracomment>A link; the address stays as it is, twice.</extracomment>
+        <extracomment>A link. Keep the address unchanged in both places.</extracomment>
         <translation>詳しくは &lt;a href=&quot;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&quot;&gt;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&lt;/a&gt; をご覧ください。</translation>
     </message>
     <message>
         <source>In addition, although ZV Tolvar can connect to some WEP networks, we have had some reports of instability and poor performance. Please see www.zvtolvar.example regarding issues with using WEP with your firmware version.</source>
-        <extracomment>The address stays as it is.</extracomment>
+        <extracomment>Keep the address unchanged.</extracomment>
         <translation>また、ZV Tolvar は一部の WEP ネットワークに接続できますが、動作が不安定になったり性能が低下したりするという報告が寄せられています。お使いのファームウェアのバージョンで WEP を使用する際の問題については、www.zvtolvar.example をご覧ください。</translation>
     </message>
 </context>

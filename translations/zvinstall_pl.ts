@@ -91,7 +91,7 @@
     </message>
     <message>
         <source>Please plug an Orvane Device into the computer before starting this utility. </source>
-        <extracomment>Orvane is the maker of the device. The blank at the end is meant.</extracomment>
+        <extracomment>Orvane is the maker of the device. Keep the space at the end.</extracomment>
         <translation>Przed uruchomieniem tego programu proszę podłączyć urządzenie Orvane do komputera. </translation>
     </message>
     <message>
@@ -100,7 +100,7 @@
     </message>
     <message>
         <source>TextLabel</source>
-        <extracomment>Stands in the form only: the text is replaced before anybody sees it.</extracomment>
+        <extracomment>A placeholder in the form: it is replaced before it is shown.</extracomment>
         <translation>TextLabel</translation>
     </message>
     <message>
@@ -210,8 +210,8 @@
     </message>
     <message>
         <source>Unknown</source>
-        <extracomment>Shown until the device has told the value; the first of these, the device type, keeps it.</extracomment>
-        <translatorcomment>Masculine: it agrees with the device type, which keeps it, and with the ID, the status and the addresses.</translatorcomment>
+        <extracomment>Shown until the device has reported the value. The first of these, the device type, stays unknown.</extracomment>
+        <translatorcomment>Masculine, for the device type: the only value that stays unknown. The ID, the status and the addresses are masculine, too.</translatorcomment>
         <translation>Nieznany</translation>
     </message>
     <message>
@@ -288,7 +288,7 @@
     </message>
     <message>
         <source>No ZV Devices were detected.  </source>
-        <extracomment>The two blanks at the end are meant.</extracomment>
+        <extracomment>Keep the two spaces at the end.</extracomment>
         <translation>Nie wykryto żadnych urządzeń ZV.  </translation>
     </message>
     <message>
@@ -308,7 +308,7 @@
     </message>
     <message>
         <source>TextLabel</source>
-        <extracomment>Stands in the form only: the text is replaced before anybody sees it.</extracomment>
+        <extracomment>A placeholder in the form: it is replaced before it is shown.</extracomment>
         <translation>TextLabel</translation>
     </message>
     <message>
@@ -325,12 +325,12 @@
     </message>
     <message>
         <source>Cypher Suites:</source>
-        <extracomment>Spelled so on purpose, with a y.</extracomment>
+        <extracomment>The spelling with a y is kept in the English text.</extracomment>
         <translation>Zestawy szyfrowania:</translation>
     </message>
     <message>
         <source>WPS: </source>
-        <extracomment>The blank at the end is meant.</extracomment>
+        <extracomment>Keep the space at the end.</extracomment>
         <translation>WPS: </translation>
     </message>
     <message>
@@ -343,13 +343,13 @@
     </message>
     <message>
         <source>1) A signal strength  between 0db and  -69db is needed for reliable operation. Small variations of placement of the device can dramatically affect signal strength.</source>
-        <extracomment>The pairs of blanks after &quot;strength&quot; and &quot;and&quot; are meant, and so is db for dB.</extracomment>
-        <translatorcomment>Values and db as in the source, for dB.</translatorcomment>
+        <extracomment>The double spaces after &quot;strength&quot; and &quot;and&quot;, and db for dB, are kept in the English text.</extracomment>
+        <translatorcomment>The values and db (for dB) are as in the source.</translatorcomment>
         <translation>1)&#xa0;Do niezawodnego działania potrzebna jest siła sygnału między 0db a&#xa0;-69db. Nawet niewielkie zmiany położenia urządzenia mogą znacząco wpłynąć na siłę sygnału.</translation>
     </message>
     <message>
         <source>2) Security Protocol of WPA2 (PSK) with cypher suites of &quot;U-AES and M-AES&quot; is highly recommended for reliability, performance and security of your network.</source>
-        <extracomment>Cypher is spelled so on purpose; U-AES and M-AES stand so in what the device tells.</extracomment>
+        <extracomment>The spelling &quot;cypher&quot; is kept in the English text. U-AES and M-AES are as the device reports them.</extracomment>
         <translation>2)&#xa0;Ze względu na niezawodność, wydajność i&#xa0;bezpieczeństwo sieci zdecydowanie zaleca się protokół zabezpieczeń WPA2 (PSK) z&#xa0;zestawami szyfrowania „U-AES i&#xa0;M-AES”.</translation>
     </message>
 </context>
@@ -365,18 +365,18 @@
     </message>
     <message>
         <source>The WiFi Alliance, the body that provides &apos;certified WiFi&apos; marks, do not recommend the use of WEP for security on networks. WEP provides no protection against unauthorized access. The WiFi alliance will be &apos;disallowing&apos; WEP and TKIP security in thier certification process starting 2011. We strongly recommend changing your security to WPA2.</source>
-        <extracomment>The misspelling &quot;thier&quot; and the small a of the second &quot;alliance&quot; are kept; a translation need not have their like.</extracomment>
-        <translatorcomment>The mark stands as it is printed on devices. The present tense is meant to read well long after 2011.</translatorcomment>
+        <extracomment>The misspelling &quot;thier&quot; and the lower-case a of the second &quot;alliance&quot; are kept in the English text; do not copy them.</extracomment>
+        <translatorcomment>The certification mark is spelled as on devices. The present tense is used because 2011 is in the past.</translatorcomment>
         <translation>Organizacja Wi-Fi Alliance, która przyznaje znak „Wi-Fi CERTIFIED”, nie zaleca używania WEP do zabezpieczania sieci. WEP nie zapewnia żadnej ochrony przed nieuprawnionym dostępem. Od 2011 roku organizacja Wi-Fi Alliance nie dopuszcza zabezpieczeń WEP i&#xa0;TKIP w&#xa0;procesie certyfikacji. Zdecydowanie zalecamy zmianę zabezpieczeń sieci na WPA2.</translation>
     </message>
     <message>
         <source>See &lt;a href=&quot;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&quot;&gt;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&lt;/a&gt; for more details.</source>
-        <extracomment>A link; the address stays as it is, twice.</extracomment>
+        <extracomment>A link. Keep the address unchanged in both places.</extracomment>
         <translation>Więcej informacji można znaleźć na stronie &lt;a href=&quot;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&quot;&gt;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&lt;/a&gt;.</translation>
     </message>
     <message>
         <source>In addition, although ZV Tolvar can connect to some WEP networks, we have had some reports of instability and poor performance. Please see www.zvtolvar.example regarding issues with using WEP with your firmware version.</source>
-        <extracomment>The address stays as it is.</extracomment>
+        <extracomment>Keep the address unchanged.</extracomment>
         <translation>Ponadto, choć urządzenie ZV Tolvar może łączyć się z&#xa0;niektórymi sieciami WEP, otrzymaliśmy zgłoszenia o&#xa0;niestabilności i&#xa0;słabej wydajności. Informacje o&#xa0;problemach z&#xa0;używaniem WEP w&#xa0;danej wersji oprogramowania układowego można znaleźć na stronie www.zvtolvar.example.</translation>
     </message>
 </context>
@@ -403,7 +403,7 @@
     </message>
     <message>
         <source>ZV Tolvar Setup v2.3</source>
-        <translatorcomment>The number is the program&apos;s version, so it stands beside &quot;Konfiguracja&quot;.</translatorcomment>
+        <translatorcomment>The number is the version of the program, so it is beside &quot;Konfiguracja&quot;.</translatorcomment>
         <translation>ZV Tolvar – Konfiguracja v2.3</translation>
     </message>
 </context>

@@ -5,7 +5,7 @@
     <name>AdvancedDialog</name>
     <message>
         <source>Advanced Settings</source>
-        <translatorcomment>Colons and question marks are full-width; parentheses around Latin letters are half-width with a blank, as in the toolkit&apos;s own dialogs.</translatorcomment>
+        <translatorcomment>Colons and question marks are full-width; parentheses around Latin letters are half-width with a space, as in Qt&apos;s own dialogs.</translatorcomment>
         <translation>高级设置</translation>
     </message>
     <message>
@@ -14,7 +14,7 @@
     </message>
     <message>
         <source>Passphrase:</source>
-        <translatorcomment>密码, as everywhere in Wi-Fi settings; &quot;passphrase&quot; has no everyday word of its own.</translatorcomment>
+        <translatorcomment>密码, as everywhere in Wi-Fi settings; there is no separate everyday word for &quot;passphrase&quot;.</translatorcomment>
         <translation>密码：</translation>
     </message>
     <message>
@@ -91,8 +91,8 @@
     </message>
     <message>
         <source>Please plug an Orvane Device into the computer before starting this utility. </source>
-        <extracomment>Orvane is the maker of the device. The blank at the end is meant.</extracomment>
-        <translatorcomment>&quot;Utility&quot; is plain 程序; &quot;device&quot; and &quot;unit&quot; are both 设备.</translatorcomment>
+        <extracomment>Orvane is the maker of the device. Keep the space at the end.</extracomment>
+        <translatorcomment>&quot;Utility&quot; is just 程序; &quot;device&quot; and &quot;unit&quot; are both 设备.</translatorcomment>
         <translation>请先将 Orvane 设备连接到电脑，再启动本程序。 </translation>
     </message>
     <message>
@@ -101,7 +101,7 @@
     </message>
     <message>
         <source>TextLabel</source>
-        <extracomment>Stands in the form only: the text is replaced before anybody sees it.</extracomment>
+        <extracomment>A placeholder in the form: it is replaced before it is shown.</extracomment>
         <translation>TextLabel</translation>
     </message>
     <message>
@@ -141,7 +141,7 @@
     <message>
         <source>Please wait while ZV Tolvar tests the connection to network: %1
 </source>
-        <translatorcomment>The network&apos;s name stands in quotation marks, in the middle of the sentence.</translatorcomment>
+        <translatorcomment>The network&apos;s name is in quotation marks, in the middle of the sentence.</translatorcomment>
         <translation>ZV Tolvar 正在测试与网络“%1”的连接，请稍候。
 </translation>
     </message>
@@ -211,7 +211,7 @@
     </message>
     <message>
         <source>Unknown</source>
-        <extracomment>Shown until the device has told the value; the first of these, the device type, keeps it.</extracomment>
+        <extracomment>Shown until the device has reported the value. The first of these, the device type, stays unknown.</extracomment>
         <translation>未知</translation>
     </message>
     <message>
@@ -289,7 +289,7 @@
     </message>
     <message>
         <source>No ZV Devices were detected.  </source>
-        <extracomment>The two blanks at the end are meant.</extracomment>
+        <extracomment>Keep the two spaces at the end.</extracomment>
         <translation>未检测到 ZV 设备。  </translation>
     </message>
     <message>
@@ -309,7 +309,7 @@
     </message>
     <message>
         <source>TextLabel</source>
-        <extracomment>Stands in the form only: the text is replaced before anybody sees it.</extracomment>
+        <extracomment>A placeholder in the form: it is replaced before it is shown.</extracomment>
         <translation>TextLabel</translation>
     </message>
     <message>
@@ -326,13 +326,13 @@
     </message>
     <message>
         <source>Cypher Suites:</source>
-        <extracomment>Spelled so on purpose, with a y.</extracomment>
+        <extracomment>The spelling with a y is kept in the English text.</extracomment>
         <translation>加密套件：</translation>
     </message>
     <message>
         <source>WPS: </source>
-        <extracomment>The blank at the end is meant.</extracomment>
-        <translatorcomment>Full-width as the other labels&apos; colons, and the blank all the same.</translatorcomment>
+        <extracomment>Keep the space at the end.</extracomment>
+        <translatorcomment>A full-width colon like those of the other labels, and also the space of the source.</translatorcomment>
         <translation>WPS： </translation>
     </message>
     <message>
@@ -345,12 +345,12 @@
     </message>
     <message>
         <source>1) A signal strength  between 0db and  -69db is needed for reliable operation. Small variations of placement of the device can dramatically affect signal strength.</source>
-        <extracomment>The pairs of blanks after &quot;strength&quot; and &quot;and&quot; are meant, and so is db for dB.</extracomment>
+        <extracomment>The double spaces after &quot;strength&quot; and &quot;and&quot;, and db for dB, are kept in the English text.</extracomment>
         <translation>1) 信号强度需在 0db 到 -69db 之间，设备才能可靠工作。设备摆放位置的细微变化可能会使信号强度发生很大变化。</translation>
     </message>
     <message>
         <source>2) Security Protocol of WPA2 (PSK) with cypher suites of &quot;U-AES and M-AES&quot; is highly recommended for reliability, performance and security of your network.</source>
-        <extracomment>Cypher is spelled so on purpose; U-AES and M-AES stand so in what the device tells.</extracomment>
+        <extracomment>The spelling &quot;cypher&quot; is kept in the English text. U-AES and M-AES are as the device reports them.</extracomment>
         <translation>2) 为了网络的可靠性、性能和安全，强烈建议使用安全协议 WPA2 (PSK) 和加密套件“U-AES 和 M-AES”。</translation>
     </message>
 </context>
@@ -366,18 +366,18 @@
     </message>
     <message>
         <source>The WiFi Alliance, the body that provides &apos;certified WiFi&apos; marks, do not recommend the use of WEP for security on networks. WEP provides no protection against unauthorized access. The WiFi alliance will be &apos;disallowing&apos; WEP and TKIP security in thier certification process starting 2011. We strongly recommend changing your security to WPA2.</source>
-        <extracomment>The misspelling &quot;thier&quot; and the small a of the second &quot;alliance&quot; are kept; a translation need not have their like.</extracomment>
-        <translatorcomment>2011 is long past, so the sentence says what has held since then.</translatorcomment>
+        <extracomment>The misspelling &quot;thier&quot; and the lower-case a of the second &quot;alliance&quot; are kept in the English text; do not copy them.</extracomment>
+        <translatorcomment>2011 is in the past, so the translation says what has been true since then.</translatorcomment>
         <translation>颁发“Wi-Fi 认证”标志的 Wi-Fi 联盟不建议使用 WEP 来保护网络。WEP 无法防止未经授权的访问。从 2011 年起，Wi-Fi 联盟在其认证流程中不再允许使用 WEP 和 TKIP。我们强烈建议您将网络的安全协议改为 WPA2。</translation>
     </message>
     <message>
         <source>See &lt;a href=&quot;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&quot;&gt;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&lt;/a&gt; for more details.</source>
-        <extracomment>A link; the address stays as it is, twice.</extracomment>
+        <extracomment>A link. Keep the address unchanged in both places.</extracomment>
         <translation>有关详细信息，请参阅 &lt;a href=&quot;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&quot;&gt;https://www.wi-fi.org/knowledge-center/faq/is-wep-secure&lt;/a&gt;。</translation>
     </message>
     <message>
         <source>In addition, although ZV Tolvar can connect to some WEP networks, we have had some reports of instability and poor performance. Please see www.zvtolvar.example regarding issues with using WEP with your firmware version.</source>
-        <extracomment>The address stays as it is.</extracomment>
+        <extracomment>Keep the address unchanged.</extracomment>
         <translation>此外，虽然 ZV Tolvar 可以连接到某些 WEP 网络，但我们收到过一些关于连接不稳定和性能不佳的报告。有关在您的固件版本下使用 WEP 的问题，请参阅 www.zvtolvar.example。</translation>
     </message>
 </context>
