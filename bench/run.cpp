@@ -98,7 +98,7 @@ void runOnce(FakeUsbBus &bus, Measure &finding, Measure &whole)
         const double found = milliseconds([&] { find(wizard, robot); });
         const double rest = milliseconds([&] { setUp(wizard._tolvar, robot, prompts); });
 
-        tolvar.catchUp();
+        tolvar.receivePending();
         const TolvarState state = tolvar.state();
         verify(state);
         const double awake = openDelay + wakeUpDelay + device.prompt;

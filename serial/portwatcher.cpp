@@ -20,11 +20,11 @@ static std::unique_ptr<PortWatcher> makeWatcher()
     std::unique_ptr<PortWatcher> watcher;
 #ifdef ZV_PORTS_BY_UDEV
     watcher = std::make_unique<UdevPortWatcher>(application);
-    if (watcher->arm())
+    if (watcher->start())
         return watcher;
 #endif
     watcher = std::make_unique<PollingPortWatcher>(application);
-    watcher->arm();
+    watcher->start();
     return watcher;
 }
 
@@ -101,7 +101,7 @@ void PortWatcher::onPortRemoved(const QString &portName)
         return;
     const QextPortInfo info = _known.take(portName);
     _closed.remove(portName);
-    SerialLine::portGone(portName);
+    SerialLine::portRemoved(portName);
     Q_EMIT removed(info);
 }
 

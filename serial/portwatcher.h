@@ -8,14 +8,14 @@
 
 #include "serial/qextportinfo.h"
 
-/// Reports serial ports that are added or removed. It stores the ports that were present when it was armed
+/// Reports serial ports that are added or removed. It stores the ports that were present when it started
 /// and those added since, so it describes a removed port as it was when it was present.
 class PortWatcher : public QObject
 {
     Q_OBJECT
 
 public:
-    /// The process's watcher, armed; all holders share it. Because there is only one, it closes a port's line
+    /// The process's watcher, started; all holders share it. Because there is only one, it closes a port's line
     /// once for each removal, and not again when the next port uses the name.
     static std::shared_ptr<PortWatcher> shared();
 
@@ -25,7 +25,7 @@ public:
     static void lineClosed(const QString &portName);
 
     /// Starts to watch; false if the system cannot notify.
-    virtual bool arm() = 0;
+    virtual bool start() = 0;
 
 Q_SIGNALS:
     /// A port was added.

@@ -9,7 +9,7 @@ PollingPortWatcher::PollingPortWatcher(QObject *parent)
     connect(&_timer, &QTimer::timeout, this, &PollingPortWatcher::resync);
 }
 
-bool PollingPortWatcher::arm()
+bool PollingPortWatcher::start()
 {
     rememberPresent();
     _timer.start();

@@ -12,7 +12,7 @@ class PollingPortWatcher : public PortWatcher
 public:
     explicit PollingPortWatcher(QObject *parent = nullptr);
 
-    bool arm() override;
+    bool start() override;
 
 private:
     QTimer _timer;

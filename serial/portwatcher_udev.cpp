@@ -29,7 +29,7 @@ UdevPortWatcher::UdevPortWatcher(QObject *parent)
 }
 UdevPortWatcher::~UdevPortWatcher() = default;
 
-bool UdevPortWatcher::arm()
+bool UdevPortWatcher::start()
 {
     _udev.reset(udev_new());
     if (!_udev)

@@ -14,7 +14,7 @@ public:
     explicit UdevPortWatcher(QObject *parent = nullptr);
     ~UdevPortWatcher() override;
 
-    bool arm() override;
+    bool start() override;
 
 private:
     void onUdevEvent();

@@ -79,7 +79,7 @@ SerialLine *SerialLine::acquire(const QString &portName, QextSerialPort *user, Q
     return line;
 }
 
-void SerialLine::portGone(const QString &portName)
+void SerialLine::portRemoved(const QString &portName)
 {
     const QString name = lineName(portName);
     forgetOpenError(name);

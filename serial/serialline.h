@@ -21,7 +21,7 @@ public:
     /// system refuses: \a openError then gives the reason, which is also logged in a critical message.
     static SerialLine *acquire(const QString &portName, QextSerialPort *user, QString *openError);
     /// The port was removed: closes and forgets its line, if there is one.
-    static void portGone(const QString &portName);
+    static void portRemoved(const QString &portName);
 
     ~SerialLine() override;
 

@@ -83,7 +83,7 @@ qsizetype PluggedPort::passed() const
     return _pump->passed();
 }
 
-void PluggedPort::catchUp()
+void PluggedPort::receivePending()
 {
     inThread([this] { _pump->pump(); });
 }

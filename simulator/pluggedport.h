@@ -36,7 +36,7 @@ public:
     qsizetype passed() const;
     /// Receives everything that has been written to the tty so far. After a program has ended, that includes
     /// the last bytes it wrote.
-    void catchUp();
+    void receivePending();
     bool isPlugged() const { return _isPlugged; }
     /// The name of the tty, such as "ttyUSB0". It is kept after unplug() and empty before the first plug().
     QByteArray ttyName() const { return _ttyName; }

@@ -93,7 +93,7 @@ bool Simulation::runProgram()
 void Simulation::waitForPendingInput()
 {
     constexpr int workTimeoutMs = 10 * 60 * 1000;
-    _tolvar.catchUp();
+    _tolvar.receivePending();
     _tolvar.waitFor([](const TolvarState &state) { return !state.isWorking; }, workTimeoutMs);
     QCoreApplication::processEvents(); // prints the rest of the conversation
 }
@@ -126,9 +126,9 @@ bool Simulation::isAsExpected() const
     check("saved network", _options.expectedSsid, state.saved.network);
     check("saved passphrase", _options.expectedPassphrase, state.saved.passphrase);
     if (_options.mustExit && !state.exited)
-        mismatches += QStringLiteral("\"exit\" has not come");
+        mismatches += QStringLiteral("\"exit\" has not been received");
     if (!mismatches.isEmpty())
-        fprintf(stderr, "tolvarsim: the device does not end as expected: %s\n",
+        fprintf(stderr, "tolvarsim: unexpected final state: %s\n",
                 qPrintable(mismatches.join(QStringLiteral("; "))));
     return mismatches.isEmpty();
 }

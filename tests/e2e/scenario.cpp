@@ -70,7 +70,7 @@ QByteArray Scenario::sessionLog() const
 TolvarState Scenario::deviceState()
 {
     if (tolvar.isPlugged())
-        tolvar.catchUp();
+        tolvar.receivePending();
     return tolvar.state();
 }
 

@@ -63,8 +63,8 @@ void TestTypicalRun::aDevicePresentAtTheStartIsSetUp()
     QCOMPARE(s.received().mid(0, 2), QList<QByteArray>({"C", "get"}));
     QCOMPARE(s.received().count("get"), 1);
     verifySaved(s);
-    ftdi.catchUp();
-    ch340.catchUp();
+    ftdi.receivePending();
+    ch340.receivePending();
     QCOMPARE(ftdi.received(), QByteArray());
     QCOMPARE(ch340.received(), QByteArray());
 }

@@ -22,10 +22,10 @@
 
 namespace
 {
-constexpr int timeoutMs = 120000;      // for a round that takes four seconds
+constexpr int timeoutMs = 120000;      // for a cycle that takes four seconds
 constexpr const char *mark = "soak: "; // before each report
 
-/// Runs the program, except that each round begins with a new wizard. Between two rounds it reports on
+/// Runs the program, except that each cycle begins with a new wizard. Between two cycles it reports on
 /// standard error and waits for a line.
 int runWizardProcess(const UserInput &userInput)
 {
@@ -85,8 +85,8 @@ QByteArray nextReport(QProcess &program)
     }
 }
 
-/// Plugs the device in for the measured process, round by round.
-int soak(int rounds)
+/// Plugs the device in for the measured process, cycle by cycle.
+int soak(int cycles)
 {
     const QTemporaryDir home;
     FakeUsbBus bus;
@@ -99,27 +99,27 @@ int soak(int rounds)
     program.start(QCoreApplication::applicationFilePath(),
                   {QStringLiteral("--wizard-process"), home.filePath(QStringLiteral("log.txt"))});
 
-    std::printf("%6s %13s %13s %12s %13s %9s\n", "round", "resident KiB", "heap KiB", "descriptors",
+    std::printf("%6s %13s %13s %12s %13s %9s\n", "cycle", "resident KiB", "heap KiB", "descriptors",
                 "bytes handled", "failures");
     nextReport(program);
     qint64 bytes = 0;
     int failures = 0;
-    const int step = std::max(1, rounds / 20);
-    for (int round = 1; round <= rounds && program.state() != QProcess::NotRunning; ++round) {
+    const int step = std::max(1, cycles / 20);
+    for (int cycle = 1; cycle <= cycles && program.state() != QProcess::NotRunning; ++cycle) {
         const bool isDone = tolvar.plug() && nextReport(program) == "done";
-        tolvar.catchUp();
+        tolvar.receivePending();
         const TolvarState state = tolvar.state();
         if (!isDone || !state.exited || state.saved.network != "Library" ||
             state.saved.passphrase != "two words") {
             ++failures;
-            std::printf("round %d failed\n", round);
+            std::printf("cycle %d failed\n", cycle);
         }
         bytes += tolvar.passed();
         tolvar.unplug();
         program.write("\n");
         const QByteArray heapAndDescriptors = nextReport(program);
-        if (round % step == 0 || round == 1)
-            std::printf("%6d %13ld %s %13lld %9d\n", round, residentMemory(program.processId()),
+        if (cycle % step == 0 || cycle == 1)
+            std::printf("%6d %13ld %s %13lld %9d\n", cycle, residentMemory(program.processId()),
                         heapAndDescriptors.constData(), static_cast<long long>(bytes), failures);
         std::fflush(stdout);
     }
@@ -135,10 +135,10 @@ int main(int argc, char **argv)
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.value(1) == QLatin1String("--wizard-process"))
         return runWizardProcess({QStringLiteral("Library"), QStringLiteral("two words"), arguments.value(2)});
-    const int rounds = arguments.value(1).toInt();
-    if (rounds <= 0 || !FakeUsbBus::isPossible()) {
+    const int cycles = arguments.value(1).toInt();
+    if (cycles <= 0 || !FakeUsbBus::isPossible()) {
         std::fprintf(stderr, "usage: umockdev-wrapper soak ROUNDS\n");
         return 2;
     }
-    return soak(rounds);
+    return soak(cycles);
 }

@@ -124,13 +124,13 @@ struct OpenPort {
     const PendingTimers timers;
 };
 
-/// Like Reports, with an armed watcher.
+/// Like Reports, with a started watcher.
 struct ArmedReports : Reports {
     explicit ArmedReports(std::shared_ptr<PortWatcher> reporter = std::make_shared<UdevPortWatcher>())
         : Reports(std::move(reporter))
     {
-        if (!watcher->arm())
-            qFatal("cannot arm the port watcher");
+        if (!watcher->start())
+            qFatal("cannot start the port watcher");
     }
 };
 } // namespace
@@ -148,10 +148,10 @@ void TestPortWatcher::withoutUdevTheListIsCompared()
 {
     // There are no mock ports yet, so the events would come through the kernel's socket.
     udevRuns = true;
-    QVERIFY(UdevPortWatcher().arm());
+    QVERIFY(UdevPortWatcher().start());
     QVERIFY(qobject_cast<UdevPortWatcher *>(PortWatcher::shared().get()));
     udevRuns = false;
-    QVERIFY(!UdevPortWatcher().arm());
+    QVERIFY(!UdevPortWatcher().start());
     QVERIFY(qobject_cast<PollingPortWatcher *>(PortWatcher::shared().get()));
 }
 
@@ -259,7 +259,7 @@ void TestPortWatcher::armFailsWithoutUdevsEvents()
     QFETCH(int, failure);
     FakePorts computer;
     UdevFaultInjector::fail(static_cast<UdevFaultInjector::Failure>(failure));
-    QVERIFY(!UdevPortWatcher().arm());
+    QVERIFY(!UdevPortWatcher().start());
 }
 
 void TestPortWatcher::theListIsComparedOnceASecond()

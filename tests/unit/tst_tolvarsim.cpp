@@ -145,7 +145,8 @@ void TestTolvarSim::expectationsAreChecked_data()
         "the saved passphrase is \" \u00E9\", not \"x\"\n");
     row("not saved", {"--expect-ssid", "x"}, "C\\r\\nsetssid x\\r\\n",
         "the saved network is \"Workshop\", not \"x\"\n");
-    row("new session after exit", {"--expect-exit"}, "C\\r\\nexit\\r\\nC\\r\\n", "\"exit\" has not come\n");
+    row("new session after exit", {"--expect-exit"}, "C\\r\\nexit\\r\\nC\\r\\n",
+        "\"exit\" has not been received\n");
     row("empty passphrase", {"--expect-pass", ""}, "C\\r\\nsetpass \\r\\nsave\\r\\n");
     row("exit during a scan", {"--expect-exit", "--scan-delay", "700"}, "C\\r\\nscan\\r\\nexit\\r\\n");
 }
@@ -158,7 +159,7 @@ void TestTolvarSim::expectationsAreChecked()
     Simulator simulator;
     simulator.run(options, sendScript(lines));
     if (!error.isEmpty())
-        error.prepend("tolvarsim: the device does not end as expected: ");
+        error.prepend("tolvarsim: unexpected final state: ");
     QCOMPARE(simulator.err, error);
     QCOMPARE(simulator.process.exitCode(), error.isEmpty() ? 0 : 1);
 }
