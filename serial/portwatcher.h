@@ -15,8 +15,8 @@ class PortWatcher : public QObject
     Q_OBJECT
 
 public:
-    /// The process's watcher, started; all holders share it. Because there is only one, it closes a port's line
-    /// once for each removal, and not again when the next port uses the name.
+    /// The process's running watcher, which all holders share. Because there is only one, it closes a port's
+    /// line once for each removal, and not again when the next port uses the name.
     static std::shared_ptr<PortWatcher> shared();
 
     /// Call this when the line of a port has closed and none of its users requested it: the port was removed,
