@@ -72,10 +72,9 @@ void openPrivately(QFile &log)
 
 constexpr qsizetype typicalLineLength = 1024; // a longer line costs an allocation
 
-bool writeFailed = false;   // the last write failed because the disk was full
 bool lastLineIsCut = false; // the last write wrote only the first part of a long line
 
-/// Flushes the buffer of the log's file.
+/// Flushes the buffer of the log's file. Returns false if the disk is full.
 bool flush(QIODevice *device)
 {
     auto *file = qobject_cast<QFileDevice *>(device);
@@ -87,7 +86,7 @@ void writeLine(const char *level, QByteArrayView text)
 {
     QIODevice *device = theSessionLog.device();
     // Data that did not fit on the disk is still in the file's buffer, and is written first.
-    if (writeFailed && !flush(device))
+    if (!flush(device))
         return;
 
     // Bypasses the text stream: its buffer would take a quarter of the time that a line needs, and the stream
@@ -100,7 +99,7 @@ void writeLine(const char *level, QByteArrayView text)
     line.append(text.data(), text.size());
     line += '\n';
     const qint64 written = device->write(line.constData(), line.size());
-    writeFailed = written < line.size() || !flush(device);
+    flush(device);
     // A line that is longer than the file's buffer bypasses it.
     if (written > 0)
         lastLineIsCut = written < line.size();
@@ -150,7 +149,7 @@ void openSessionLog()
     auto *file = new QFile(QDir::homePath() + QStringLiteral("/zvinstall.log"));
     openPrivately(*file);
     theSessionLog.setDevice(file);
-    writeFailed = lastLineIsCut = false;
+    lastLineIsCut = false;
 }
 
 void installMessageHandler()

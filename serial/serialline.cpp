@@ -211,6 +211,5 @@ void SerialLine::closePort(const QString &reason)
         user->lineClosed(reason);
     _hangUpWatch.stop();
     _readRetry.stop();
-    _port.disconnect(this);
     _port.close();
 }

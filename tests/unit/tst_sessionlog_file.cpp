@@ -176,6 +176,7 @@ private Q_SLOTS:
     void loggingContinuesOnASmallDisk();
     void aLineAfterALostOneStartsOnItsOwnLine_data();
     void aLineAfterALostOneStartsOnItsOwnLine();
+    void aNewLogAfterACutLineIsEmpty();
 
 private:
     QString logPath() const { return _home->filePath("zvinstall.log"); }
@@ -378,6 +379,19 @@ void TestSessionLogFile::aLineAfterALostOneStartsOnItsOwnLine()
     }
     logNumbered(1, 3);
     QCOMPARE(contents(logPath()), start + ("W:" + large).left(space) + lineEnd + numberedLines(1, 3));
+}
+
+void TestSessionLogFile::aNewLogAfterACutLineIsEmpty()
+{
+    openSessionLog();
+    {
+        const FullDisk disk(8192);
+        const QByteArray large(30'000, 'x'); // more than the file's buffer
+        silently([&large] { zvMessageOutput(QtWarningMsg, large.constData()); });
+    }
+    openSessionLog();
+    logNumbered(0, 1);
+    QCOMPARE(contents(logPath()), numberedLines(0, 1));
 }
 
 QTEST_GUILESS_MAIN(TestSessionLogFile)
