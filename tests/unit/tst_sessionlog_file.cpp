@@ -173,6 +173,7 @@ private Q_SLOTS:
     void aFullDiskCostsNoMemory();
     void loggingContinuesWhenThereIsSpace_data();
     void loggingContinuesWhenThereIsSpace();
+    void theStreamContinuesWhenThereIsSpace();
     void loggingContinuesOnASmallDisk();
     void aLineAfterALostOneStartsOnItsOwnLine_data();
     void aLineAfterALostOneStartsOnItsOwnLine();
@@ -329,6 +330,19 @@ void TestSessionLogFile::loggingContinuesWhenThereIsSpace()
         logNumbered(number, number + 1);
         QCOMPARE(contents(logPath()), kept + numberedLines(2000, number + 1));
     }
+}
+
+void TestSessionLogFile::theStreamContinuesWhenThereIsSpace()
+{
+    openSessionLog();
+    {
+        const FullDisk disk(0);
+        theSessionLog << "delayed\n";
+        logNumbered(0, 1);
+    }
+    theSessionLog << "written\n";
+    logNumbered(1, 2);
+    QVERIFY2(contents(logPath()).endsWith("written\n" + numberedLines(1, 2)), contents(logPath()));
 }
 
 void TestSessionLogFile::loggingContinuesOnASmallDisk()
