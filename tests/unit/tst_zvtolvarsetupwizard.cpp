@@ -43,6 +43,7 @@ private Q_SLOTS:
     void theWindowGrowsWithTheTextOfItsPage();
     void theWindowGrowsWithALineThatIsNotWrapped();
     void theWindowGetsWiderOnceItIsAsHighAsTheScreen();
+    void aWindowLargerThanTheScreenKeepsItsSize();
     void theWindowIsAsHighAsItsTextNeedsAtItsWidth();
     void theImageIsAtTheLeadingEdge_data();
     void theImageIsAtTheLeadingEdge();
@@ -207,15 +208,31 @@ void TestZVTolvarSetupWizard::theWindowGetsWiderOnceItIsAsHighAsTheScreen()
     _wizard->show();
     QLabel *text = addText(1);
     _wizard->currentPage()->findChild<QLayout *>("verticalLayout")->addWidget(text); // among the spacers
+    const int lineHeight = text->fontMetrics().height();
+    int inPlaceOfSpacers = 0; // height of the text that is added while the window is as high as the screen
     for (int lines = 0; lines < 100 && _wizard->width() == 750; ++lines) {
+        if (_wizard->height() == screenful().height())
+            inPlaceOfSpacers += lineHeight;
         text->setText(text->text() + QString("word ").repeated(14)); // most of a line
         layOut();
     }
+    constexpr int spacers = 4 * 40; // as in the form
+    QVERIFY2(inPlaceOfSpacers > spacers - 2 * lineHeight, "the window gets wider while spacers have space");
     QVERIFY2(_wizard->width() > 750, "the window is not wider");
-    QVERIFY2(_wizard->height() > screenful().height() - 2 * text->fontMetrics().height(),
+    QVERIFY2(_wizard->height() > screenful().height() - 2 * lineHeight,
              "the window is not as high as the screen");
     QVERIFY2(_wizard->height() <= screenful().height(), "the window is higher than the screen");
     QTRY_VERIFY2(text->height() >= text->heightForWidth(text->width()), "the text is not completely visible");
+}
+
+void TestZVTolvarSetupWizard::aWindowLargerThanTheScreenKeepsItsSize()
+{
+    const QSize size = screenful() + QSize(50, 50);
+    _wizard->resize(size);
+    _wizard->show();
+    addText(3);
+    layOut();
+    QCOMPARE(_wizard->size(), size);
 }
 
 void TestZVTolvarSetupWizard::theWindowIsAsHighAsItsTextNeedsAtItsWidth()
