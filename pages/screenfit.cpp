@@ -25,7 +25,6 @@ void scrollContents(QDialog &dialog, QDialogButtonBox &buttons)
     auto *contents = new QWidget(area);
     auto *column = new QVBoxLayout(contents);
     column->setContentsMargins(QMargins());
-    column->setSpacing(layout->spacing());
     while (layout->itemAt(0)->widget() != &buttons) {
         QLayoutItem *item = layout->takeAt(0);
         if (QWidget *widget = item->widget()) {
@@ -46,25 +45,24 @@ void scrollContents(QDialog &dialog, QDialogButtonBox &buttons)
 
 QSize largestSize(const QWidget &window)
 {
-    const QWidget *reference =
-        !window.isVisible() && window.parentWidget() ? window.parentWidget()->window() : &window;
-    return reference->screen()->availableSize() - (reference->frameSize() - reference->size());
+    return window.screen()->availableSize() - (window.frameSize() - window.size());
 }
 
 QSize fittingSize(const QLayout &layout, QSize size, QSize largest)
 {
     constexpr int step = 10; // in pixels
-    QSize fitting = size.expandedTo(layout.totalMinimumSize());
+    QSize fitting = size.expandedTo(layout.totalMinimumSize()).boundedTo(largest);
     while (heightFor(layout, fitting.width()) > largest.height() && fitting.width() < largest.width())
-        fitting.rwidth() += step;
-    fitting.setWidth(std::min(fitting.width(), largest.width()));
+        fitting.setWidth(std::min(fitting.width() + step, largest.width()));
     return fitting.expandedTo({0, heightFor(layout, fitting.width())}).boundedTo(largest);
 }
 
 void fitToScreen(QDialog &dialog, QDialogButtonBox &buttons)
 {
     const QLayout &layout = *dialog.layout();
-    const QSize largest = largestSize(dialog);
+    // The dialog appears on its parent's screen, with a frame like its parent's.
+    const QWidget *parent = dialog.parentWidget();
+    const QSize largest = largestSize(parent ? *parent->window() : dialog);
     const QSize fitting = fittingSize(layout, dialog.size(), largest);
     if (layout.totalMinimumSize().width() > fitting.width() ||
         heightFor(layout, fitting.width()) > fitting.height())

@@ -7,8 +7,7 @@ class QDialogButtonBox;
 class QLayout;
 class QWidget;
 
-/// The largest size without its frame that \a window may have so that all of it is on its screen. A window
-/// that is not shown yet is assumed to appear on its parent's screen, with a frame like its parent's.
+/// The largest size without its frame that the visible \a window may have so that all of it is on its screen.
 QSize largestSize(const QWidget &window);
 
 /// The size at which everything in \a layout is visible, including wrapped text: \a size if that is enough,

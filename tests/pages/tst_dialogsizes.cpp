@@ -1,10 +1,11 @@
 #include <QDialogButtonBox>
-#include <QLayout>
 #include <QTest>
+#include <QVBoxLayout>
 
 #include "device/zvscanresult.h"
 #include "device/zvtolvar.h"
 #include "pages/advanceddialog.h"
+#include "pages/screenfit.h"
 #include "pages/viewdetailsdialog.h"
 #include "tests/support/reachable.h"
 #include "tests/support/scopedsettings.h"
@@ -27,6 +28,7 @@ private Q_SLOTS:
     void theDialogFitsOnTheScreen();
     void aPlaceholderFitsAtALargeFontSize();
     void aLargerFontMakesTheDialogHigher();
+    void theHeightFitsTheLargestWidth();
     void theHeightFitsTheActualWidth_data();
     void theHeightFitsTheActualWidth();
 };
@@ -81,6 +83,28 @@ void TestDialogSizes::aLargerFontMakesTheDialogHigher()
     const ViewDetailsDialog dialog(&network, nullptr);
     QCOMPARE(dialog.width(), 400);
     QVERIFY(dialog.height() > 398);
+}
+
+void TestDialogSizes::theHeightFitsTheLargestWidth()
+{
+    QWidget window;
+    QVBoxLayout layout(&window);
+    QStringList words; // of different lengths
+    for (int i = 0; i < 200; ++i)
+        words += QString::number(i * i);
+    auto *text = new QLabel(words.join(' '));
+    text->setWordWrap(true);
+    layout.addWidget(text);
+    int found = 0;
+    for (int width = 200; width < 300; ++width) {
+        // The text would need a line less in a window that is one pixel wider than the largest size.
+        const QSize largest(width, layout.totalMinimumHeightForWidth(width + 1));
+        if (layout.totalMinimumHeightForWidth(width) == largest.height())
+            continue;
+        ++found;
+        QCOMPARE(fittingSize(layout, QSize(100, 10), largest), largest);
+    }
+    QVERIFY(found > 3);
 }
 
 void TestDialogSizes::theHeightFitsTheActualWidth_data()
