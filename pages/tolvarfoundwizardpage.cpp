@@ -86,7 +86,7 @@ void TolvarFoundWizardPage::initializePage()
 void TolvarFoundWizardPage::onIpAddressChanged(QString)
 {
     const ZVTolvar *tolvar = wizardController(this);
-    // kept: neither string is translated, and no space follows the colon.
+    // kept: neither string is translated, no space follows the colon, and the flag "y" counts as DHCP.
     if (tolvar->useStaticIP() == QLatin1String("Y"))
         _ui->label_IPAddress->setText(QLatin1String("Static:") + tolvar->ipAddress());
     else
