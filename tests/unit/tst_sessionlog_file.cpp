@@ -373,6 +373,7 @@ void TestSessionLogFile::aLineAfterALostOneStartsOnItsOwnLine_data()
     QTest::addColumn<int>("space");
     QTest::addColumn<QByteArray>("lineEnd");
     QTest::newRow("partly on the disk") << 8192 << QByteArray("\n");
+    QTest::newRow("one byte on the disk") << 1 << QByteArray("\n");
     QTest::newRow("not on the disk") << 0 << QByteArray();
 }
 
