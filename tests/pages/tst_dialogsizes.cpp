@@ -28,7 +28,7 @@ private Q_SLOTS:
     void theDialogFitsOnTheScreen();
     void aPlaceholderFitsAtALargeFontSize();
     void aLargerFontMakesTheDialogHigher();
-    void theHeightFitsTheLargestWidth();
+    void theSizeIsTheSmallestThatFits();
     void theHeightFitsTheActualWidth_data();
     void theHeightFitsTheActualWidth();
 };
@@ -85,7 +85,7 @@ void TestDialogSizes::aLargerFontMakesTheDialogHigher()
     QVERIFY(dialog.height() > 398);
 }
 
-void TestDialogSizes::theHeightFitsTheLargestWidth()
+void TestDialogSizes::theSizeIsTheSmallestThatFits()
 {
     QWidget window;
     QVBoxLayout layout(&window);
@@ -103,6 +103,9 @@ void TestDialogSizes::theHeightFitsTheLargestWidth()
             continue;
         ++found;
         QCOMPARE(fittingSize(layout, QSize(100, 10), largest), largest);
+        // A text that is exactly as high as the largest size does not need a wider window.
+        const QSize exact(width, layout.totalMinimumHeightForWidth(width));
+        QCOMPARE(fittingSize(layout, QSize(width, 10), exact + QSize(100, 0)), exact);
     }
     QVERIFY(found > 3);
 }
