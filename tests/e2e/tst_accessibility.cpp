@@ -183,8 +183,8 @@ void TestAccessibility::aKeyPressDuringASaveSavesAgain()
     const XDisplay display;
     XInput input(display); // does not wait for the program, unlike the driver
     QVERIFY(input.pressKey("space"));
-    QVERIFY(s.deviceGets("ant_select")); // the first line of a save
-    QVERIFY(input.pressKey("space"));
+    // At once, because the save takes only half a second. Qt would take the same key for auto-repeat.
+    QVERIFY(input.pressKey("Return"));
     ZV_STEP(s, s.robot.pressFocused("Done", "space"));
     ZV_STEP(s, s.screen.waitForEnd());
     QCOMPARE(s.receivedSinceStatus().count("save"), 3);
