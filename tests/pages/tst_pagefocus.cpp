@@ -86,13 +86,12 @@ private:
         _f->status("<name>TOLVAR-1</name><firmware_version>A060</firmware_version>");
     }
     void call(const char *slot) const { QVERIFY(QMetaObject::invokeMethod(_f->wizard.currentPage(), slot)); }
-    /// Returns whether the test page is still waiting for keys that were pressed during a save.
-    bool isSaving() const
+    /// The timer during which the test page waits for keys that were pressed during a save.
+    const QTimer *saveTimer() const
     {
-        return _f->wizard.page(TestNetworkPageId)
-            ->findChild<QTimer *>(QString(), Qt::FindDirectChildrenOnly)
-            ->isActive();
+        return _f->wizard.page(TestNetworkPageId)->findChild<QTimer *>(QString(), Qt::FindDirectChildrenOnly);
     }
+    bool isSaving() const { return saveTimer()->isActive(); }
     /// Tests successfully and saves.
     void testAndSave() const
     {
@@ -101,6 +100,7 @@ private:
         _f->widget<QPushButton>("pushButton")->click();
         QCOMPARE(focus(), QStringLiteral("Save network configuration"));
         QVERIFY(isSaving());
+        QCOMPARE(saveTimer()->interval(), 100);
         takeRecorded();
     }
     static QStringList takeRecorded() { return std::exchange(recorded(), {}); }
