@@ -172,9 +172,10 @@ public Q_SLOTS:
     void getLogFileTo(QFile *pFile);
     /// Sends antenna() to the device.
     void commitAntennaSetting();
-    /// Makes the device use the static address ipAddress() if useStaticIP() is "Y", otherwise DHCP.
+    /// Makes the device use the static address ipAddress() if useStaticIP() is "Y" or "y", otherwise DHCP.
     void commitStaticIPSetting();
-    /// Starts to open the port a second later if it has the device's ids and no port is open.
+    /// If the port has the device's ids and no port is open: emits candidateDeviceFound(), and opens the port
+    /// a second later.
     void onDeviceDiscovered(const QextPortInfo &info);
     /// If it is the device's port: forgets the port, the queued commands, the scanned networks, the system
     /// ID, status, firmware version, network and passphrase. The other values remain.

@@ -9,7 +9,7 @@
 namespace
 {
 
-constexpr int replyTimeoutMs = 15000; // ms; far more than a sanitized program needs on a loaded machine
+constexpr int replyTimeoutMs = 15000; // far more than a sanitized program needs on a loaded machine
 
 // Numeric constants of the accessibility protocol.
 enum Role {
